@@ -1,0 +1,14 @@
+// Precompiled for the core: the standard headers that most of its files include anyway.
+#pragma once
+#include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <variant>
+#include <vector>

@@ -1,0 +1,73 @@
+#include "frontend/context/ContextProcessor.h"
+
+#include <algorithm>
+
+#include "foundation/Files.h"
+#include "frontend/stream/ZplTokenizer.h"
+
+ContextProcessor::ContextProcessor(std::filesystem::path formatsFolder) : formatsFolder_(std::move(formatsFolder)) {}
+
+Context& ContextProcessor::CreateContext(std::string const& name) {
+    contextStack_.push_back(name);
+    return contexts_.try_emplace(name, name).first->second;
+}
+
+Context* ContextProcessor::GetContext(std::string const& name) {
+    return const_cast<Context*>(std::as_const(*this).GetContext(name));
+}
+
+Context const* ContextProcessor::GetContext(std::string const& name) const {
+    if (auto const found = contexts_.find(name); found != contexts_.end()) return &found->second;
+    return systemContext_ && systemContext_->GetContextName() == name ? systemContext_.get() : nullptr;
+}
+
+Context& ContextProcessor::GetCurrentContext() {
+    return contextStack_.empty() ? *systemContext_ : contexts_.at(contextStack_.back());
+}
+
+void ContextProcessor::PopCurrentContext() {
+    if (contextStack_.empty() || contexts_.empty()) return;
+    contexts_.erase(contextStack_.back());
+    contextStack_.pop_back();
+}
+
+void ContextProcessor::ClearContext(std::string const& name) {
+    if (Context* context = GetContext(name)) context->Clear();
+}
+
+void ContextProcessor::StartFormat() {
+    formatCommands_.Clear();
+    formatComplete_ = false;
+}
+
+void ContextProcessor::RecallFormat(std::filesystem::path const& name) {
+    // Stored formats are written with these characters, whatever the session has changed its own to.
+    constexpr char FormatPrefix = '^';
+    constexpr char ControlPrefix = '~';
+    constexpr char Delimiter = ',';
+
+    std::string const content = ReadRegularFile(formatsFolder_ / name);
+    ZplTokenizer tokenizer;
+    std::size_t position = 0;
+    while (position < content.size()) {
+        auto const [encoding, command] = tokenizer.TokenizeString(content, position, FormatPrefix, ControlPrefix,
+                                                                  Delimiter, true, Encoding::SingleByte);
+        if (!command) break;
+        if (!command->command.empty()) AddFormatCommand(*command);
+    }
+}
+
+ContextProcessor ContextProcessor::DeepClone() const {
+    ContextProcessor clone(*this);
+    if (systemContext_) clone.systemContext_ = std::make_shared<Context>(*systemContext_);
+    return clone;
+}
+
+bool ContextProcessor::PrepareSet(std::string const& contextName, std::uint64_t keyId) {
+    if (!GetContext(contextName)) return false;
+    for (auto const& name : contextStack_) {
+        if (name == contextName) break;
+        if (auto const found = contexts_.find(name); found != contexts_.end()) found->second.Erase(keyId);
+    }
+    return true;
+}

@@ -1,0 +1,114 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "frontend/context/Context.h"
+#include "frontend/context/FormatCommands.h"
+#include "frontend/stream/ZplCommand.h"
+
+namespace Scripting {
+class GraphicContext;
+class PrinterContextInterface;
+}  // namespace Scripting
+
+/// The state of a print stream: a stack of named contexts, the system context beneath them, the format recorded so
+/// far, and the printer and drawing target to act on. A copy is a frozen state: it has contexts of its own, and shares
+/// only the system context, the printer and the drawing target.
+class ContextProcessor {
+public:
+    /// Survives all labels; not on the stack.
+    static inline std::string const SystemContext = "System Context";
+    /// From the start of a format to its end.
+    static inline std::string const FormatContext = "Format Context";
+    /// One label, cleared when a copy starts rendering.
+    static inline std::string const LabelContext = "Label Context";
+    /// One field, cleared when the field ends.
+    static inline std::string const ElementContext = "Element Context";
+
+    /// `formatsFolder`: where stored formats lie.
+    explicit ContextProcessor(std::filesystem::path formatsFolder);
+
+    /// Pushes `name` on the stack. A context of that name that exists already is given as it stands.
+    Context& CreateContext(std::string const& name);
+    /// The context of that name, also the system context; null if there is none.
+    Context* GetContext(std::string const& name);
+    Context const* GetContext(std::string const& name) const;
+    /// The context on top of the stack; the system context if the stack is empty.
+    Context& GetCurrentContext();
+    /// Takes the top off the stack and destroys its context; nothing on an empty stack.
+    void PopCurrentContext();
+    /// Empties a context and leaves it on the stack; nothing if there is none of that name.
+    void ClearContext(std::string const& name);
+
+    void StartFormat();
+    void EndFormat() { formatComplete_ = true; }
+    void ResetFormatComplete() { formatComplete_ = false; }
+    bool IsFormatComplete() const { return formatComplete_; }
+    FormatCommands const& GetFormatCommands() const { return formatCommands_; }
+    void ClearFormatCommands() { formatCommands_.Clear(); }
+    void AddFormatCommand(ZplCommand const& command) { formatCommands_.Append(command); }
+    /// Appends the commands of the stored format `name`, a path below the formats folder. A missing file adds nothing.
+    void RecallFormat(std::filesystem::path const& name);
+    std::filesystem::path const& FormatsFolder() const { return formatsFolder_; }
+
+    /// The value seen from here: from the oldest context on the stack to the newest, then the system context, then the
+    /// key's default. Never creates an entry.
+    template <typename T>
+    T const& at(ContextKey<T> const& key) const;
+
+    /// Sets a value in a context so that it is the one that `at` sees: the contexts searched earlier lose the key.
+    /// Nothing happens if there is no context of that name.
+    template <typename T>
+    void set(std::string const& contextName, ContextKey<T> const& key, T value);
+
+    void SetCurrentLabelNumber(unsigned number) { currentLabelNumber_ = number; }
+    unsigned CurrentLabelNumber() const { return currentLabelNumber_; }
+
+    std::shared_ptr<Scripting::GraphicContext> const& GetGraphicContext() const { return graphicContext_; }
+    void SetGraphicContext(std::shared_ptr<Scripting::GraphicContext> context) { graphicContext_ = std::move(context); }
+    std::shared_ptr<Scripting::PrinterContextInterface> const& GetPrinterContext() const { return printerContext_; }
+    void SetPrinterContext(std::shared_ptr<Scripting::PrinterContextInterface> context) {
+        printerContext_ = std::move(context);
+    }
+    std::shared_ptr<Context> const& GetSystemContext() const { return systemContext_; }
+    void SetSystemContext(std::shared_ptr<Context> context) { systemContext_ = std::move(context); }
+
+    /// A copy with a system context of its own, so that work on it cannot disturb the live stream.
+    ContextProcessor DeepClone() const;
+
+private:
+    /// Whether a context of that name exists; erases `keyId` from the stack's contexts that are searched before it.
+    bool PrepareSet(std::string const& contextName, std::uint64_t keyId);
+
+    std::filesystem::path formatsFolder_;
+    std::vector<std::string> contextStack_;  // oldest first
+    std::unordered_map<std::string, Context> contexts_;
+    std::shared_ptr<Scripting::GraphicContext> graphicContext_;
+    std::shared_ptr<Scripting::PrinterContextInterface> printerContext_;
+    std::shared_ptr<Context> systemContext_;
+    FormatCommands formatCommands_;
+    unsigned currentLabelNumber_ = 1;
+    bool formatComplete_ = false;
+};
+
+template <typename T>
+T const& ContextProcessor::at(ContextKey<T> const& key) const {
+    for (auto const& name : contextStack_) {
+        auto const found = contexts_.find(name);
+        if (found == contexts_.end()) continue;
+        if (T const* value = found->second.Find(key)) return *value;
+    }
+    if (systemContext_) {
+        if (T const* value = systemContext_->Find(key)) return *value;
+    }
+    return key.defaultValue;
+}
+
+template <typename T>
+void ContextProcessor::set(std::string const& contextName, ContextKey<T> const& key, T value) {
+    if (PrepareSet(contextName, key.id)) GetContext(contextName)->Set(key, std::move(value));
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <utility>
+
+#include "frontend/context/ContextProcessor.h"
+
+/// Writes a setting into the context that a handler was given, so that the value set last is the one that is seen.
+/// A context that is none of the processor's own is written directly.
+template <typename T>
+void StoreSetting(Context& context, ContextProcessor& processor, ContextKey<T> const& key, T value) {
+    if (processor.GetContext(context.GetContextName()) == &context) {
+        processor.set(context.GetContextName(), key, std::move(value));
+    } else {
+        context.Set(key, std::move(value));
+    }
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "frontend/stream/Encoding.h"
+
+/// The character set in force: a set number of the language (0 to 36), how bytes form characters, and which positions
+/// show which other character. Converts field data to UTF-8.
+class ZplCodePageConverter {
+public:
+    ZplCodePageConverter() : ZplCodePageConverter(0) {}
+    explicit ZplCodePageConverter(unsigned codePage) : codePage_(codePage) {}
+
+    unsigned CodePage() const { return codePage_; }
+    Encoding GetEncoding() const { return encoding_; }
+    void SetEncoding(Encoding encoding) { encoding_ = encoding; }
+
+    /// Takes a set number and with it the encoding that goes with the set. False for a number that stands for no set;
+    /// nothing changes then.
+    bool SelectCodePage(unsigned codePage);
+    /// Shows the character of position `source` at position `target`. The space cannot be moved.
+    void Remap(std::uint8_t source, std::uint8_t target);
+    void ClearRemaps() { remap_.clear(); }
+
+    /// `data` in the set in force, as UTF-8. Bytes that stand for nothing there are left out.
+    std::string ConvertThroughCodePage(std::string_view data) const;
+
+    friend bool operator==(ZplCodePageConverter const&, ZplCodePageConverter const&) = default;
+
+private:
+    unsigned codePage_;
+    Encoding encoding_ = Encoding::SingleByte;
+    std::string remap_;  // 256 bytes, empty while nothing is remapped
+};

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+class ContextProcessor;
+
+/// The plain values that context keys hold.
+
+namespace ZplCore {
+
+/// A font's name; a built-in font's is one character.
+using FontName = std::string;
+
+/// A font letter: a digit or an upper-case letter. 0 stands for none.
+struct BuiltInFont {
+    char letter = 0;
+    friend bool operator==(BuiltInFont, BuiltInFont) = default;
+};
+
+/// A font by its object name.
+struct UserFont {
+    std::string name;
+    friend bool operator==(UserFont const&, UserFont const&) = default;
+};
+
+/// A field whose data counts on from copy to copy.
+struct SerializationFieldStringData {
+    std::string data;
+    std::string mask;
+    std::string step;
+};
+
+}  // namespace ZplCore
+
+namespace ZplContextKeys {
+
+/// What a secondary clock adds to the time, in the order of the command that sets it.
+struct ClockOffset {
+    int months = 0;
+    int days = 0;
+    int years = 0;
+    int hours = 0;
+    int minutes = 0;
+    int seconds = 0;
+    friend bool operator==(ClockOffset const&, ClockOffset const&) = default;
+};
+
+/// How clock times are taken and shown: a format number and whether a time is taken for every copy.
+struct TimeMode {
+    std::optional<unsigned> format;
+    bool everyCopy = false;
+    friend bool operator==(TimeMode const&, TimeMode const&) = default;
+};
+
+/// Where a label is saved as a picture, and whether it is printed too.
+struct ISMetaData {
+    std::string path;
+    bool print = true;
+    friend bool operator==(ISMetaData const&, ISMetaData const&) = default;
+};
+
+using RenderFunction = std::function<void(ContextProcessor&)>;
+using SerializeFunctionType = std::function<void(ContextProcessor&, unsigned)>;
+using ResponseCallback = std::function<std::optional<std::string>(ContextProcessor const&)>;
+
+}  // namespace ZplContextKeys

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string_view>
+
+#include "frontend/handlers/CommandHandler.h"
+#include "frontend/handlers/CommandHandlerProxy.h"
+
+/// Every command of the language, each once, under its id. Built once; not changed afterwards.
+class CommandHandlerPool {
+public:
+    /// `rfidEncoderSupport` adds the tag commands; `disablePausing` selects the print quantity that never pauses.
+    CommandHandlerPool(bool rfidEncoderSupport, bool disablePausing);
+
+    /// Null if there is no such command.
+    CommandHandler* GetCommandHandler(std::uint64_t id) const;
+    CommandHandler* GetCommandHandler(std::string_view letters) const { return GetCommandHandler(CommandId(letters)); }
+
+    /// Adds a handler; an id already present keeps its first.
+    template <typename T, typename... Args>
+    CommandHandler& AddToCache(Args&&... args) {
+        auto handler = std::make_unique<T>(std::forward<Args>(args)...);
+        auto const id = handler->GetCommandId();
+        return *handlers_.try_emplace(id, std::move(handler)).first->second;
+    }
+
+    /// Adds a handler and a second id for it.
+    template <typename T, std::uint64_t Id>
+    void AddProxyToCache() {
+        AddToCache<CommandHandlerProxy<Id>>(&AddToCache<T>());
+    }
+
+    auto begin() const { return handlers_.begin(); }
+    auto end() const { return handlers_.end(); }
+
+private:
+    /// The one place that knows every handler family; does nothing if there are handlers already.
+    void CreateHandlers(bool rfidEncoderSupport, bool disablePausing);
+
+    std::map<std::uint64_t, std::unique_ptr<CommandHandler>> handlers_;
+};
