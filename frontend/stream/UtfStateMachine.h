@@ -30,6 +30,8 @@ public:
     void SkipSingleBytes(std::string_view run);
 
 private:
+    Result ConsumeUtf16(Encoding encoding);
+    Result ConsumeUtf8();
     void Push(std::uint8_t byte);
 
     std::array<std::uint8_t, 4> bytes_{};  // oldest first

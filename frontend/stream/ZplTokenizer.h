@@ -24,9 +24,23 @@ public:
     std::uint64_t CommandOffset() const { return deliveredOffset_; }
 
 private:
+    struct Syntax {
+        char32_t formatPrefix;
+        char32_t controlPrefix;
+        char32_t delimiter;
+    };
+
+    std::unique_ptr<ZplCommand> ConsumeByte(char byte, Syntax const& syntax, Encoding& encoding);
+    std::unique_ptr<ZplCommand> ConsumeAscii(std::string_view input, std::size_t& position, Syntax const& syntax,
+                                             Encoding encoding);
+    std::unique_ptr<ZplCommand> ConsumeBinary(std::string_view input, std::size_t& position);
+    std::unique_ptr<ZplCommand> ConsumeCharacter(char32_t character, std::uint64_t offset, Syntax const& syntax,
+                                                 Encoding encoding);
+
     UtfStateMachine utf_;
     ZplTokenizerStateMachine machine_;
-    std::uint64_t consumed_ = 0;
+    std::uint64_t consumed_ = 0;         // bytes
+    std::uint64_t characterOffset_ = 0;  // of the first byte of the character being decoded
     std::uint64_t openOffset_ = 0;
     std::uint64_t deliveredOffset_ = 0;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -23,6 +24,15 @@ public:
     std::unique_ptr<ZplCommand> Consume(char32_t character, char32_t formatPrefix, char32_t controlPrefix,
                                         char32_t delimiter, Encoding encoding);
 
+    /// Takes the longest run at the start of `text` of 7-bit characters that deliver nothing and leave the state as it
+    /// is, and gives its length (bytes, also 0): the same as Consume with each, in one piece. Only for encodings in
+    /// which such a byte is a character.
+    std::size_t ConsumePlainRun(std::string_view text, char32_t formatPrefix, char32_t controlPrefix,
+                                char32_t delimiter);
+    /// Takes bytes of a counted binary run, at most as many as BinaryRemaining; gives the command that they complete,
+    /// or null: the same as Consume with each, in one piece.
+    std::unique_ptr<ZplCommand> ConsumeBinaryRun(std::string_view bytes);
+
     /// Hands out what was collected and goes on in state `next`.
     std::unique_ptr<ZplCommand> Reset(ZplTokenizerState next);
     /// Hands out the command that is still open, or null; the state stays as it is.
@@ -32,9 +42,14 @@ public:
 
     bool IsInBinaryMode() const { return state_ == ZplTokenizerState::Binary; }
     ZplTokenizerState State() const { return state_; }
+    std::uint32_t BinaryRemaining() const { return binaryRemaining_; }
 
 private:
-    friend class ZplTokenizer;  // copies runs of plain parameter bytes and binary runs in one piece
+    std::unique_ptr<ZplCommand> ConsumeLetter(char32_t character);
+    std::unique_ptr<ZplCommand> ConsumeParameterCharacter(char32_t character, char32_t delimiter, Encoding encoding);
+    std::unique_ptr<ZplCommand> TakeCommand();
+    void EnterBinaryMode();
+    std::string& LastParameter();
 
     ZplTokenizerState state_ = ZplTokenizerState::Idle;
     std::string command_;

@@ -1,0 +1,76 @@
+#include "frontend/stream/ZplTokenizer.h"
+
+#include <algorithm>
+
+#include "frontend/stream/Ascii.h"
+
+std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(std::string_view input,
+                                                                              std::size_t& position, char formatPrefix,
+                                                                              char controlPrefix, char delimiter,
+                                                                              bool flushAtEnd, Encoding encoding) {
+    Syntax const syntax{static_cast<unsigned char>(formatPrefix), static_cast<unsigned char>(controlPrefix),
+                        static_cast<unsigned char>(delimiter)};
+    while (position < input.size()) {
+        auto const start = position;
+        bool const singleByte = encoding == Encoding::SingleByte;
+        std::unique_ptr<ZplCommand> command;
+        if (singleByte && machine_.IsInBinaryMode()) {
+            command = ConsumeBinary(input, position);
+        } else if (IsAscii(input[position]) && (singleByte || (encoding == Encoding::Utf8 && utf_.IsEmpty()))) {
+            command = ConsumeAscii(input, position, syntax, encoding);
+        } else {
+            command = ConsumeByte(input[position++], syntax, encoding);
+        }
+        consumed_ += position - start;
+        if (command) return {encoding, std::move(command)};
+    }
+    auto flushed = flushAtEnd ? machine_.Flush() : nullptr;
+    if (flushed) deliveredOffset_ = openOffset_;
+    return {encoding, std::move(flushed)};
+}
+
+std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeByte(char byte, Syntax const& syntax, Encoding& encoding) {
+    if (encoding == Encoding::SingleByte || utf_.IsEmpty()) characterOffset_ = consumed_;
+    auto const result = utf_.Consume(byte, encoding, machine_.IsInBinaryMode());
+    encoding = result.encoding;
+    return result.complete ? ConsumeCharacter(result.character, characterOffset_, syntax, encoding) : nullptr;
+}
+
+// A 7-bit byte ends no byte order mark, and is a character where no other bytes wait before it. So a run of them needs
+// no decoding; only what the decoder holds afterwards has to be as if it had seen them.
+std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeAscii(std::string_view input, std::size_t& position,
+                                                       Syntax const& syntax, Encoding encoding) {
+    auto const start = position;
+    std::unique_ptr<ZplCommand> command;
+    while (!command && position < input.size() && IsAscii(input[position])) {
+        // A run of raw bytes that starts here is not 7-bit text any more.
+        if (machine_.IsInBinaryMode() && encoding == Encoding::SingleByte) break;
+        position += machine_.ConsumePlainRun(input.substr(position), syntax.formatPrefix, syntax.controlPrefix,
+                                             syntax.delimiter);
+        if (position == input.size() || !IsAscii(input[position])) break;
+        auto const offset = consumed_ + (position - start);
+        command = ConsumeCharacter(static_cast<unsigned char>(input[position++]), offset, syntax, encoding);
+    }
+    if (encoding == Encoding::SingleByte) utf_.SkipSingleBytes(input.substr(start, position - start));
+    return command;
+}
+
+std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeBinary(std::string_view input, std::size_t& position) {
+    auto const run = input.substr(position, machine_.BinaryRemaining());
+    position += run.size();
+    utf_.SkipSingleBytes(run);
+    auto command = machine_.ConsumeBinaryRun(run);
+    if (command) deliveredOffset_ = openOffset_;
+    return command;
+}
+
+std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeCharacter(char32_t character, std::uint64_t offset,
+                                                           Syntax const& syntax, Encoding encoding) {
+    bool const opens = !machine_.IsInBinaryMode() &&
+                       (character == syntax.formatPrefix || character == syntax.controlPrefix) && character != U'\r' &&
+                       character != U'\n';
+    auto command = machine_.Consume(character, syntax.formatPrefix, syntax.controlPrefix, syntax.delimiter, encoding);
+    if (command) deliveredOffset_ = openOffset_;
+    if (opens) openOffset_ = offset;
+    return command;
+}

@@ -1,0 +1,163 @@
+#include "frontend/stream/ZplTokenizerStateMachine.h"
+
+#include <utf8.h>
+
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+#include <optional>
+#include <utility>
+
+#include "frontend/stream/Ascii.h"
+#include "frontend/stream/EagerReturnCommands.h"
+
+namespace {
+
+constexpr std::size_t BinaryCountParameter = 2;  // not the total that stands before it
+constexpr std::size_t BinaryDataParameter = 4;
+
+// A host usually sends no more parameters than these; one allocation holds them.
+constexpr std::size_t UsualParameterCount = 4;
+
+bool IsLineEnd(char32_t character) { return character == U'\r' || character == U'\n'; }
+
+// These change the syntax itself, so they take one character, whatever it is, and end without a prefix.
+bool TakesOneCharacter(std::string_view command) { return command == "CT" || command == "CC" || command == "CD"; }
+
+/// The number of raw bytes that follow the parameters so far, if they announce a binary graphic field.
+std::optional<std::uint32_t> AnnouncedBinaryCount(std::string_view command,
+                                                  std::vector<std::string> const& parameters) {
+    if (command != "GF" || parameters.size() != BinaryDataParameter + 1) return std::nullopt;
+    if (parameters[0].empty() || ToAsciiUpper(parameters[0][0]) != 'B') return std::nullopt;
+    auto const& text = parameters[BinaryCountParameter];
+    std::uint32_t count = 0;
+    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return std::max<std::uint32_t>(count, 1);
+}
+
+}  // namespace
+
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Consume(char32_t character, char32_t formatPrefix,
+                                                              char32_t controlPrefix, char32_t delimiter,
+                                                              Encoding encoding) {
+    if (state_ == ZplTokenizerState::Binary) {
+        auto const byte = static_cast<char>(character);
+        return ConsumeBinaryRun({&byte, 1});
+    }
+    if (IsLineEnd(character)) return nullptr;
+
+    if (character == controlPrefix || character == formatPrefix) {
+        std::unique_ptr<ZplCommand> finished;
+        if (state_ == ZplTokenizerState::Parameters) {
+            finished = Reset(ZplTokenizerState::Command);
+        } else {
+            command_.clear();
+            parameters_.clear();
+            state_ = ZplTokenizerState::Command;
+        }
+        isControl_ = character == controlPrefix;
+        return finished;
+    }
+    switch (state_) {
+        case ZplTokenizerState::Command: return ConsumeLetter(character);
+        case ZplTokenizerState::Parameters: return ConsumeParameterCharacter(character, delimiter, encoding);
+        default: return nullptr;
+    }
+}
+
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeLetter(char32_t character) {
+    utf8::unchecked::append(ToAsciiUpper(character), std::back_inserter(command_));
+    // Counted in bytes: one letter beyond 7 bits is a command by itself, and an unknown one.
+    if (command_.size() < 2) return nullptr;
+    state_ = ZplTokenizerState::Parameters;
+    return HandleEagerReturnCommand();
+}
+
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeParameterCharacter(char32_t character, char32_t delimiter,
+                                                                                Encoding encoding) {
+    auto& parameter = LastParameter();
+    if (TakesOneCharacter(command_)) {
+        if (character != delimiter) utf8::unchecked::append(character, std::back_inserter(parameter));
+        return Reset(ZplTokenizerState::Idle);
+    }
+    if (character == delimiter) {
+        parameters_.emplace_back();
+        EnterBinaryMode();
+    } else if (encoding == Encoding::SingleByte) {
+        parameter += static_cast<char>(character);
+    } else {
+        utf8::unchecked::append(character, std::back_inserter(parameter));
+    }
+    return HandleEagerReturnCommand();
+}
+
+// The bytes of a binary graphic must not be scanned for prefixes, so the count is read here. The count is no reason to
+// allocate: it may be a lie, and the bytes bring their own memory.
+void ZplTokenizerStateMachine::EnterBinaryMode() {
+    if (auto const count = AnnouncedBinaryCount(command_, parameters_)) {
+        state_ = ZplTokenizerState::Binary;
+        binaryRemaining_ = *count;
+    }
+}
+
+std::size_t ZplTokenizerStateMachine::ConsumePlainRun(std::string_view text, char32_t formatPrefix,
+                                                      char32_t controlPrefix, char32_t delimiter) {
+    bool const idle = state_ == ZplTokenizerState::Idle;
+    bool const collecting = state_ == ZplTokenizerState::Parameters && !TakesOneCharacter(command_) &&
+                            FindEagerReturnCommand(command_, isControl_) == nullptr;
+    if (!idle && !collecting) return 0;
+
+    auto const endsRun = [&](char byte) {
+        auto const character = static_cast<unsigned char>(byte);
+        return character >= 0x80 || character == formatPrefix || character == controlPrefix ||
+               (collecting && (character == delimiter || character == '\r' || character == '\n'));
+    };
+    auto const end = std::find_if(text.begin(), text.end(), endsRun);
+    auto const length = static_cast<std::size_t>(end - text.begin());
+    if (collecting && length != 0) LastParameter().append(text.data(), length);
+    return length;
+}
+
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeBinaryRun(std::string_view bytes) {
+    LastParameter().append(bytes);
+    binaryRemaining_ -= static_cast<std::uint32_t>(bytes.size());
+    return binaryRemaining_ == 0 ? Reset(ZplTokenizerState::Idle) : nullptr;
+}
+
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Reset(ZplTokenizerState next) {
+    state_ = next;
+    return TakeCommand();
+}
+
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Flush() { return command_.empty() ? nullptr : TakeCommand(); }
+
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::HandleEagerReturnCommand() {
+    using Operation = CommandIdentifier::ArgumentMatchOperation;
+    auto const* const row = FindEagerReturnCommand(command_, isControl_);
+    if (!row) return nullptr;
+
+    auto operation = Operation::Return;
+    if (row->argumentMatch && parameters_.empty()) operation = Operation::Continue;
+    if (row->argumentMatch && parameters_.size() == 1) operation = row->argumentMatch(parameters_[0]);
+    switch (operation) {
+        case Operation::Return: return Reset(ZplTokenizerState::Idle);
+        case Operation::ReturnCopy: return std::make_unique<ZplCommand>(ZplCommand{command_, isControl_, parameters_});
+        case Operation::Continue: break;
+    }
+    return nullptr;
+}
+
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::TakeCommand() {
+    return std::make_unique<ZplCommand>(
+        ZplCommand{std::exchange(command_, {}), std::exchange(isControl_, false), std::exchange(parameters_, {})});
+}
+
+// After a flush there may be no parameter to go on with.
+std::string& ZplTokenizerStateMachine::LastParameter() {
+    if (parameters_.empty()) {
+        parameters_.reserve(UsualParameterCount);
+        parameters_.emplace_back();
+    }
+    return parameters_.back();
+}
