@@ -1,0 +1,57 @@
+#include "Scripting/ScriptGraphicContext.h"
+
+#include "printengine/src/ScriptGraphicContextState.h"
+#include "printengine/src/fonts/FontFiles.h"
+
+namespace Scripting {
+
+void ScriptGraphicContext::InitializeFontManager(std::filesystem::path const& systemFontsFolder) {
+    PrintEngine::Fonts::FontFiles::Process().SetFolder(systemFontsFolder);
+}
+
+ScriptGraphicContext::ScriptGraphicContext(PrintEngine::Printing::TrueTypeCacheCreator& fonts,
+                                           std::shared_ptr<PrinterContextInterface> printerContext)
+    : state_(std::make_unique<State>(fonts.GetCache(), std::move(printerContext))) {
+    SetupForPrintJob();
+}
+
+ScriptGraphicContext::~ScriptGraphicContext() = default;
+
+void ScriptGraphicContext::StartNewJob() {
+    state_->storedPicture.reset();
+    state_->fileError.clear();
+    StartLabel();
+}
+
+void ScriptGraphicContext::LoadPart(PrintEngine::PartManagement::LabelPart const& part) { state_->part = part; }
+
+void ScriptGraphicContext::SetupForPrintJob() {
+    state_->layout = state_->LayoutOf(0, 0);
+    StartLabel();
+}
+
+std::string const& ScriptGraphicContext::FileError() const { return state_->fileError; }
+
+Extent ScriptGraphicContext::PageSize() const { return state_->pageSize; }
+
+void ScriptGraphicContext::SetFieldVariable(bool) {
+    // The desk draws every page anew, so it need not know which fields stay from page to page.
+}
+
+void ScriptGraphicContext::SetReverse(bool reverse) { state_->reverse = reverse; }
+
+void ScriptGraphicContext::SetColor(unsigned color) { state_->color = color; }
+
+void ScriptGraphicContext::SetRotation(int degrees) {
+    state_->degrees = degrees == 90 || degrees == 180 || degrees == 270 ? degrees : 0;
+}
+
+void ScriptGraphicContext::SetTextFlow(ScriptTextFlow flow) { state_->textStyle.flow = flow; }
+
+void ScriptGraphicContext::SelectFont(std::string_view font, unsigned magnificationX, unsigned magnificationY) {
+    state_->font = font;
+    state_->textStyle.magnificationX = magnificationX;
+    state_->textStyle.magnificationY = magnificationY;
+}
+
+}  // namespace Scripting

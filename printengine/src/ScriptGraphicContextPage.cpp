@@ -1,0 +1,149 @@
+#include <algorithm>
+#include <cmath>
+
+#include "PrintEngine/Printing/PrintProcessHandler.h"
+#include "foundation/Files.h"
+#include "printengine/src/ScriptGraphicContextState.h"
+#include "printengine/src/page/JobFolder.h"
+
+namespace Scripting {
+
+using PrintEngine::Drawing::Ink;
+using PrintEngine::Drawing::Raster;
+using PrintEngine::Pages::PageLayout;
+using PrintEngine::Printing::PrintProcessHandler;
+
+namespace {
+
+/// Why a file cannot be written in the folder of a job that could not be made.
+std::string NoFolderMessage() { return std::make_error_code(std::errc::no_such_file_or_directory).message(); }
+
+}  // namespace
+
+PageLayout ScriptGraphicContext::State::LayoutOf(unsigned width, unsigned length) const {
+    double const dpi = printerContext->PrinterDpi().Value();
+    auto const pixels = [&](unsigned dots, double inches) {
+        double const exact = dots ? dots * Scale().Factor() : inches * dpi;
+        return static_cast<int>(std::lround(std::clamp(exact, 1.0, double{1 << 28})));
+    };
+    PageLayout result;
+    int const fullWidth = pixels(width, part.GetWidth());
+    int const fullHeight = pixels(length, part.GetHeight());
+    result.width = std::min(fullWidth, Raster::MaxWidth);
+    result.height =
+        static_cast<int>(std::min<std::int64_t>({fullHeight, Raster::MaxHeight, Raster::MaxDots / result.width}));
+    if (result.width != fullWidth || result.height != fullHeight) {
+        PrintProcessHandler::GetInstance()->Warn("page of " + std::to_string(fullWidth) + " x " +
+                                                 std::to_string(fullHeight) + " pixels is too large, only " +
+                                                 std::to_string(result.width) + " x " + std::to_string(result.height) +
+                                                 " are drawn");
+    }
+    return result;
+}
+
+std::string ScriptGraphicContext::StartJob(std::string_view jobName, unsigned, std::vector<unsigned> const&, bool,
+                                           std::vector<PageRangeRfidOperations> const&, std::optional<int>, bool) {
+    std::error_code error;
+    auto const path =
+        PrintEngine::Pages::MakeJobFolder(PrintProcessHandler::GetInstance()->JobsFolder(), jobName, error);
+    state_->fileError = error ? error.message() : std::string();
+    return path.string();
+}
+
+void ScriptGraphicContext::EndJob(std::filesystem::path const& jobPath) {
+    if (jobPath.empty()) {
+        state_->fileError = NoFolderMessage();
+        return;
+    }
+    std::error_code const error = WriteFileAtomically(jobPath / "TransferDone", {});
+    state_->fileError = error ? error.message() : std::string();
+}
+
+void ScriptGraphicContext::StartLabel() {
+    State& state = *state_;
+    state.raster.Reset(state.layout.width, state.layout.height);
+    if (state.storedPicture) state.raster.Draw(*state.storedPicture, Ink::Black);
+    state.originX = state.originY = 0;
+    state.hasContent = false;
+    state.labelText.clear();
+    state.degrees = 0;
+    state.reverse = false;
+    state.color = 0;
+    state.textStyle = {};
+    state.keepsPicture = false;
+}
+
+// The label home is unsigned where it is stored, and negative where a stream asked for that.
+void ScriptGraphicContext::SetLabelOriginX(unsigned x) { state_->originX = static_cast<int>(x); }
+
+void ScriptGraphicContext::SetLabelOriginY(unsigned y) { state_->originY = static_cast<int>(y); }
+
+void ScriptGraphicContext::SetLabelLength(unsigned length) {
+    int const width = state_->layout.width;
+    state_->layout = state_->LayoutOf(0, length);
+    state_->layout.width = width;
+}
+
+void ScriptGraphicContext::RequestCut(unsigned) {
+    // The desk has no cutter.
+}
+
+void ScriptGraphicContext::SetSuppressBackfeed(bool) {
+    // The desk moves no media.
+}
+
+void ScriptGraphicContext::EndLabel(LabelSettings const& settings) {
+    State& state = *state_;
+    state.layout = state.LayoutOf(settings.labelWidth, settings.labelLength);
+    state.layout.turned = !settings.upright;
+    state.layout.mirrored = settings.mirror;
+    state.layout.enlargement = static_cast<int>(std::clamp(settings.formatScale, 1u, 64u));
+    state.layout.shiftDown = state.Scale().Edge(settings.adjustY);
+    state.keepsPicture = settings.useStoredImage;
+}
+
+std::string ScriptGraphicContext::GetLabelText() const { return state_->labelText; }
+
+bool ScriptGraphicContext::HasContent() const { return state_->hasContent; }
+
+void ScriptGraphicContext::RenderPage(std::filesystem::path const& jobPath, unsigned pageNumber, bool) {
+    State& state = *state_;
+    state.pageSize = {state.layout.width, state.layout.height};
+    // A label is also drawn to see what it holds, without becoming a page. Only a page is there to be drawn upon.
+    if (state.keepsPicture) {
+        auto picture = std::make_unique<Raster>();
+        picture->Reset(state.layout.width, state.layout.height);
+        picture->Draw(state.raster, Ink::Black);
+        state.storedPicture = std::move(picture);
+    } else {
+        state.storedPicture.reset();
+    }
+    if (jobPath.empty()) {
+        state.fileError = NoFolderMessage();
+    } else {
+        std::string const& file =
+            state.pngWriter.Encode(state.raster, state.layout, state.printerContext->PrinterDpi().Value());
+        std::error_code const error = WriteFileAtomically(jobPath / std::to_string(pageNumber), file);
+        state.fileError = error ? error.message() : std::string();
+    }
+    if (!state.fileError.empty()) {
+        PrintProcessHandler::GetInstance()->Warn("page " + std::to_string(pageNumber) +
+                                                 " cannot be written: " + state.fileError);
+    }
+}
+
+std::vector<std::uint8_t> ScriptGraphicContext::GetPageBitmap(unsigned& width, unsigned& height) const {
+    PageLayout plain;
+    plain.width = state_->layout.width;
+    plain.height = state_->layout.height;
+    width = static_cast<unsigned>(plain.width);
+    height = static_cast<unsigned>(plain.height);
+    std::size_t const rowBytes = PrintEngine::Pages::PackedRowBytes(plain.width);
+    std::vector<std::uint8_t> rows(rowBytes * height);
+    std::vector<PrintEngine::Drawing::Word> scratch;
+    for (int y = 0; y < plain.height; ++y)
+        ComposeRow(state_->raster, plain, y, scratch, rows.data() + rowBytes * static_cast<std::size_t>(y));
+    return rows;
+}
+
+}  // namespace Scripting

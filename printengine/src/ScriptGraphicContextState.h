@@ -1,0 +1,67 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "Scripting/ScriptGraphicContext.h"
+#include "printengine/src/fonts/FontCache.h"
+#include "printengine/src/page/PageLayout.h"
+#include "printengine/src/page/PngWriter.h"
+#include "printengine/src/raster/PixelScale.h"
+#include "printengine/src/raster/Raster.h"
+#include "printengine/src/raster/Shapes.h"
+#include "printengine/src/text/TextPainter.h"
+
+namespace Scripting {
+
+/// Everything that a drawing target remembers between calls.
+struct ScriptGraphicContext::State {
+    State(PrintEngine::Printing::TrueTypeCacheCreator::Cache& fontCache,
+          std::shared_ptr<PrinterContextInterface> printer)
+        : fonts(fontCache), printerContext(std::move(printer)) {}
+
+    PrintEngine::Drawing::PixelScale Scale() const {
+        return {printerContext->PrinterDpi().Value(), printerContext->DesignDpi().Value()};
+    }
+    PrintEngine::Drawing::Ink Ink() const {
+        using enum PrintEngine::Drawing::Ink;
+        return reverse ? Invert : color == 1 ? White : Black;
+    }
+    /// A box of dots, given by its corners on the label, in pixels of the page.
+    PrintEngine::Drawing::PixelBox PixelBoxOf(std::int64_t left, std::int64_t top, std::int64_t right,
+                                              std::int64_t bottom) const;
+    /// The page's plain shape: `width` and `length` in dots, 0 for those of the label part.
+    PrintEngine::Pages::PageLayout LayoutOf(unsigned width, unsigned length) const;
+    /// Takes note that something is drawn, and of the first text.
+    void NoteContent(std::string_view text = {});
+    /// Draws texts by `paint(painter)`, so that overlapping characters are inverted once.
+    template <typename Paint>
+    void PaintText(Paint paint);
+
+    PrintEngine::Printing::TrueTypeCacheCreator::Cache& fonts;
+    std::shared_ptr<PrinterContextInterface> printerContext;
+    PrintEngine::PartManagement::LabelPart part;
+
+    PrintEngine::Drawing::Raster raster;
+    PrintEngine::Drawing::Raster scratch;  ///< where text is put together before it inverts what lies beneath
+    std::unique_ptr<PrintEngine::Drawing::Raster> storedPicture;  ///< null when the next label starts empty
+
+    PrintEngine::Pages::PngWriter pngWriter;
+    PrintEngine::Pages::PageLayout layout;
+    bool keepsPicture = false;
+    Extent pageSize;
+    std::string fileError;
+
+    std::int64_t originX = 0;
+    std::int64_t originY = 0;
+    bool hasContent = false;
+    std::string labelText;
+
+    int degrees = 0;
+    bool reverse = false;
+    unsigned color = 0;
+    std::string font = "A";
+    PrintEngine::Text::TextStyle textStyle;
+};
+
+}  // namespace Scripting

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <unordered_map>
+
+#include "printengine/src/fonts/FaceChain.h"
+#include "printengine/src/fonts/Typeface.h"
+
+namespace PrintEngine::Fonts {
+
+/// A bitmap font letter: its cell in dots, and the outline that fills it.
+struct CellFont {
+    char letter;
+    int width;
+    int height;
+    int ascent;
+    int gap;  ///< dots between cells; 0 where the cell holds its gap
+    bool capitalsOnly;
+    bool hinted;       ///< small cells follow the outline font's instructions for few pixels
+    double emWidth;    ///< dots; chosen so that the outline's own advance is the cell's
+    double emHeight;   ///< dots; chosen so that capitals are `ascent` rows tall; 0 computes it
+    char const* file;  ///< name of the outline's file
+};
+
+/// The bitmap font of a letter; null if the letter is none.
+CellFont const* FindCellFont(std::string_view font);
+
+/// A font of fixed cells. Every character is drawn once at one pixel a dot, and magnified as blocks of its dots.
+class CellTypeface : public Typeface {
+public:
+    CellTypeface(CellFont const& cell, FaceChain& faces);
+
+    int Ascent() const override { return cell_.ascent; }
+    int Descent() const override { return cell_.height - cell_.ascent; }
+    int Advance(char32_t character) override;
+    GlyphBitmap const* Glyph(char32_t character, double pixelsX, double pixelsY, GlyphCache& cache) override;
+
+private:
+    GlyphBitmap const& Cell(char32_t character);
+    GlyphBitmap Draw(char32_t character);
+    GlyphBitmap DrawInCell(Face& face, unsigned glyph, double emWidth, double emHeight);
+
+    CellFont const& cell_;
+    FaceChain& faces_;
+    std::unordered_map<char32_t, GlyphBitmap> cells_;
+};
+
+}  // namespace PrintEngine::Fonts

@@ -1,0 +1,102 @@
+#include "printengine/src/fonts/Face.h"
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include FT_OUTLINE_H
+
+#include <cmath>
+
+namespace PrintEngine::Fonts {
+
+namespace {
+
+/// The rasteriser counts in 16 bits.
+constexpr int MaxGlyphSide = 32000;
+
+/// Outlines are kept well inside the rasteriser's numbers.
+constexpr double MaxEm = 1 << 17;
+
+}  // namespace
+
+std::unique_ptr<Face> Face::Open(FT_LibraryRec_* library, std::filesystem::path const& file) {
+    FT_Face face = nullptr;
+    if (FT_New_Face(library, file.c_str(), 0, &face) != 0) return nullptr;
+    std::unique_ptr<Face> result(new Face(library, face));
+    if (!FT_IS_SCALABLE(face) || face->units_per_EM == 0) return nullptr;
+    FT_Select_Charmap(face, FT_ENCODING_UNICODE);
+    result->lineHeight_ = static_cast<double>(face->ascender - face->descender) / face->units_per_EM;
+    result->capitalHeight_ = result->HeightOf(U'H', 0.7);
+    result->lowerCaseHeight_ = result->HeightOf(U'x', 0.5);
+    return result;
+}
+
+Face::Face(FT_LibraryRec_* library, FT_FaceRec_* face) : library_(library), face_(face) {}
+
+Face::~Face() { FT_Done_Face(face_); }
+
+unsigned Face::GlyphIndex(char32_t character) const { return FT_Get_Char_Index(face_, character); }
+
+double Face::HeightOf(char32_t character, double otherwise) {
+    unsigned const glyph = GlyphIndex(character);
+    if (glyph == 0 || FT_Load_Glyph(face_, glyph, FT_LOAD_NO_SCALE) != 0) return otherwise;
+    FT_BBox box;
+    FT_Outline_Get_CBox(&face_->glyph->outline, &box);
+    return box.yMax > 0 ? static_cast<double>(box.yMax) / face_->units_per_EM : otherwise;
+}
+
+double Face::Advance(unsigned glyph) const {
+    if (FT_Load_Glyph(face_, glyph, FT_LOAD_NO_SCALE) != 0) return 0;
+    return static_cast<double>(face_->glyph->advance.x) / face_->units_per_EM;
+}
+
+bool Face::Render(unsigned glyph, double emWidth, double emHeight, GlyphBitmap& bitmap) {
+    if (!(emWidth > 0 && emHeight > 0)) return true;
+    if (emWidth > MaxEm || emHeight > MaxEm) return false;
+    if (FT_Load_Glyph(face_, glyph, FT_LOAD_NO_SCALE) != 0) return true;
+    if (face_->glyph->format != FT_GLYPH_FORMAT_OUTLINE) return true;
+    FT_Outline& outline = face_->glyph->outline;
+    double const scaleX = emWidth * 64 / face_->units_per_EM;
+    double const scaleY = emHeight * 64 / face_->units_per_EM;
+    for (short i = 0; i < outline.n_points; ++i) {
+        outline.points[i].x = std::lround(static_cast<double>(outline.points[i].x) * scaleX);
+        outline.points[i].y = std::lround(static_cast<double>(outline.points[i].y) * scaleY);
+    }
+    return Paint(outline, bitmap);
+}
+
+FT_Outline_* Face::LoadHinted(unsigned glyph, double emWidth, double emHeight) {
+    if (FT_Set_Char_Size(face_, std::lround(emWidth * 64), std::lround(emHeight * 64), 0, 0) != 0) return nullptr;
+    if (FT_Load_Glyph(face_, glyph, FT_LOAD_TARGET_MONO | FT_LOAD_NO_BITMAP) != 0) return nullptr;
+    return face_->glyph->format == FT_GLYPH_FORMAT_OUTLINE ? &face_->glyph->outline : nullptr;
+}
+
+bool Face::Paint(FT_Outline_& outline, GlyphBitmap& bitmap) {
+    if (outline.n_points == 0) return true;
+    FT_BBox box;
+    FT_Outline_Get_CBox(&outline, &box);
+    // Whole pixels around the outline; an outline thinner than a pixel still gets one by drop-out control.
+    FT_Pos const left = box.xMin >> 6;
+    FT_Pos const bottom = box.yMin >> 6;
+    FT_Pos const width = ((box.xMax + 63) >> 6) - left;
+    FT_Pos const height = ((box.yMax + 63) >> 6) - bottom;
+    if (width <= 0 || height <= 0) return true;
+    if (width > MaxGlyphSide || height > MaxGlyphSide || width * height > Drawing::Raster::MaxDots) return false;
+
+    bitmap.left = static_cast<int>(left);
+    bitmap.above = static_cast<int>(bottom + height);
+    bitmap.width = static_cast<int>(width);
+    bitmap.height = static_cast<int>(height);
+    bitmap.bytes.assign(bitmap.RowBytes() * static_cast<std::size_t>(height), 0);
+    FT_Outline_Translate(&outline, -left * 64, -bottom * 64);
+    FT_Bitmap target{};
+    target.rows = static_cast<unsigned>(height);
+    target.width = static_cast<unsigned>(width);
+    target.pitch = static_cast<int>(bitmap.RowBytes());
+    target.buffer = bitmap.bytes.data();
+    target.pixel_mode = FT_PIXEL_MODE_MONO;
+    target.num_grays = 2;
+    if (FT_Outline_Get_Bitmap(library_, &outline, &target) != 0) bitmap = {};
+    return true;
+}
+
+}  // namespace PrintEngine::Fonts

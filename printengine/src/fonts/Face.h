@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+#include "printengine/src/raster/Raster.h"
+
+struct FT_FaceRec_;
+struct FT_LibraryRec_;
+struct FT_Outline_;
+
+namespace PrintEngine::Fonts {
+
+/// A 1-bit picture of a character and where it stands.
+struct GlyphBitmap {
+    int left = 0;   ///< pixels from the pen to the first column
+    int above = 0;  ///< pixels from the first row down to the baseline; negative if all of it lies below
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint8_t> bytes;  ///< rows of RowBytes(), packed most significant bit first
+
+    std::size_t RowBytes() const { return static_cast<std::size_t>(width + 7) / 8; }
+    Drawing::BitRows Rows() const { return {bytes.data(), RowBytes(), width, height}; }
+    bool IsEmpty() const { return width <= 0 || height <= 0; }
+};
+
+/// An opened font file. All measures are parts of an em.
+class Face {
+public:
+    /// Null if the file is no font that can be read.
+    static std::unique_ptr<Face> Open(FT_LibraryRec_* library, std::filesystem::path const& file);
+    ~Face();
+    Face(Face const&) = delete;
+    Face& operator=(Face const&) = delete;
+
+    /// 0 if the font lacks the character.
+    unsigned GlyphIndex(char32_t character) const;
+    /// Height of an unaccented capital.
+    double CapitalHeight() const { return capitalHeight_; }
+    double LowerCaseHeight() const { return lowerCaseHeight_; }
+    /// From the highest to the lowest reach of the font, as the file states them.
+    double LineHeight() const { return lineHeight_; }
+    double Advance(unsigned glyph) const;
+
+    /// Draws a glyph at an em of these many pixels. Unhinted: the picture is as exact as its advance, at any ratio of
+    /// width to height. False if it would be larger than a page can
+    /// be; the bitmap stays empty if the glyph has no ink.
+    bool Render(unsigned glyph, double emWidth, double emHeight, GlyphBitmap& bitmap);
+    /// Draws a glyph by the font's own instructions for few pixels. `fitOutline` may move the points (1/64 pixel, y up)
+    /// before the picture is made.
+    template <typename FitOutline>
+    bool RenderHinted(unsigned glyph, double emWidth, double emHeight, FitOutline fitOutline, GlyphBitmap& bitmap) {
+        FT_Outline_* const outline = LoadHinted(glyph, emWidth, emHeight);
+        if (!outline) return false;
+        fitOutline(*outline);
+        return Paint(*outline, bitmap);
+    }
+
+private:
+    Face(FT_LibraryRec_* library, FT_FaceRec_* face);
+
+    double HeightOf(char32_t character, double otherwise);
+    FT_Outline_* LoadHinted(unsigned glyph, double emWidth, double emHeight);
+    bool Paint(FT_Outline_& outline, GlyphBitmap& bitmap);
+
+    FT_LibraryRec_* library_;
+    FT_FaceRec_* face_;
+    double capitalHeight_ = 0;
+    double lowerCaseHeight_ = 0;
+    double lineHeight_ = 0;
+};
+
+}  // namespace PrintEngine::Fonts

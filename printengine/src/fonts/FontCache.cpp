@@ -1,0 +1,126 @@
+#include "printengine/src/fonts/FontCache.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "printengine/src/fonts/CellTypeface.h"
+#include "printengine/src/fonts/OutlineTypeface.h"
+
+namespace PrintEngine::Printing {
+
+namespace {
+
+// A label uses a handful of sizes. A stream that asks for more than this gets the oldest ones made again.
+constexpr std::size_t MaxPrepared = 512;
+constexpr std::size_t MaxTrueType = 256;
+
+constexpr char const* AnyIdeographs = "NotoSansCJK*";
+
+/// The size of an em in dots. Prepared fonts are given half the points at 600 dpi.
+double EmOf(double pointSize, unsigned designDpi) { return pointSize / 0.331 * (designDpi == 600 ? 2 : 1); }
+
+template <typename... Values>
+std::string Format(char const* format, Values... values) {
+    char text[160];
+    std::snprintf(text, sizeof text, format, values...);
+    return text;
+}
+
+}  // namespace
+
+TrueTypeCacheCreator::TrueTypeCacheCreator() : cache_(std::make_unique<Cache>()) {}
+
+TrueTypeCacheCreator::~TrueTypeCacheCreator() = default;
+
+void TrueTypeCacheCreator::Cache::DropIfFontFilesChanged() {
+    unsigned const version = Fonts::FontFiles::Process().Version();
+    if (version == fontFilesVersion_) return;
+    fontFilesVersion_ = version;
+    cells_.clear();
+    preparedNames_.clear();
+    prepared_.clear();
+    preparedOrder_.clear();
+    trueType_.clear();
+    glyphs_.Clear();
+    chains_.clear();
+}
+
+Fonts::FaceChain& TrueTypeCacheCreator::Cache::Chain(std::string_view font, std::vector<std::string> fileNames) {
+    auto const known = chains_.find(font);
+    if (known != chains_.end()) return *known->second;
+    auto chain = std::make_unique<Fonts::FaceChain>(faces_, std::string(font),
+                                                    Fonts::FontFiles::Process().FileSetFor(font), std::move(fileNames));
+    return *chains_.emplace(font, std::move(chain)).first->second;
+}
+
+Fonts::FaceChain& TrueTypeCacheCreator::Cache::ScalableChain(std::string_view font) {
+    // All scalable letters are drawn by the font of letter 0, unless their own name has a file.
+    std::string_view const name = Fonts::FontFiles::Process().FileSetFor(font).empty() ? "0" : font;
+    return Chain(name, {"RobotoCondensed-Bold.ttf", "DejaVuSans-Bold.ttf", "DejaVuSans.ttf", AnyIdeographs});
+}
+
+Fonts::FaceChain& TrueTypeCacheCreator::Cache::TrueTypeChain(std::string_view font) {
+    // Names of built-in fonts have one character, so they and file names never meet in the map of chains.
+    return Chain(font, {std::string(font), "Roboto-Regular.ttf", "DejaVuSans.ttf", AnyIdeographs});
+}
+
+Fonts::Typeface& TrueTypeCacheCreator::Cache::Find(std::string_view font) {
+    DropIfFontFilesChanged();
+    if (auto const prepared = prepared_.find(font); prepared != prepared_.end()) return *prepared->second;
+    Fonts::CellFont const* cell = Fonts::FindCellFont(font);
+    if (!cell) cell = Fonts::FindCellFont("A");
+    std::unique_ptr<Fonts::Typeface>& typeface = cells_[cell->letter];
+    if (!typeface) {
+        Fonts::FaceChain& faces =
+            Chain({&cell->letter, 1}, {cell->file, "DejaVuSansMono.ttf", "DejaVuSans.ttf", AnyIdeographs});
+        typeface = std::make_unique<Fonts::CellTypeface>(*cell, faces);
+    }
+    return *typeface;
+}
+
+bool TrueTypeCacheCreator::Cache::IsBitmapOrPrepared(std::string_view font) const {
+    return Fonts::FindCellFont(font) || prepared_.contains(font);
+}
+
+std::string TrueTypeCacheCreator::Cache::Prepare(std::string_view name, Scripting::ScaledFontMetrics const& metrics,
+                                                 unsigned designDpi) {
+    DropIfFontFilesChanged();
+    // Functions cannot be compared: the same sizes stand for the same advances.
+    std::string parameters = std::string(name) + Format("|%.6g|%.6g|%u|%u|%u|%u|%d", metrics.pointSize,
+                                                        metrics.widthPercent, metrics.cellHeight, metrics.descent,
+                                                        metrics.cellWidth, designDpi, metrics.expectedWidth ? 1 : 0);
+    if (auto const known = preparedNames_.find(parameters); known != preparedNames_.end()) return known->second;
+
+    if (preparedOrder_.size() >= MaxPrepared) {
+        auto const oldest = preparedNames_.find(preparedOrder_.front());
+        prepared_.erase(oldest->second);
+        preparedNames_.erase(oldest);
+        preparedOrder_.pop_front();
+    }
+    int const descent = std::min(metrics.descent, metrics.cellHeight);
+    Fonts::OutlineSize const size{EmOf(metrics.pointSize, designDpi) * metrics.widthPercent / 100, 0,
+                                  metrics.cellHeight - descent, descent};
+    std::string prepared = std::string(name) + Format("#%u", ++serial_);
+    prepared_[prepared] = std::make_unique<Fonts::OutlineTypeface>(ScalableChain(name), size, metrics.expectedWidth);
+    preparedOrder_.push_back(parameters);
+    preparedNames_[std::move(parameters)] = prepared;
+    return prepared;
+}
+
+Fonts::Typeface& TrueTypeCacheCreator::Cache::TrueType(std::string_view font, double emWidth, double emHeight) {
+    DropIfFontFilesChanged();
+    std::string const key = std::string(font) + Format("|%.6g|%.6g", emWidth, emHeight);
+    if (auto const known = trueType_.find(key); known != trueType_.end()) return *known->second;
+    if (trueType_.size() >= MaxTrueType) trueType_.clear();
+    Fonts::OutlineSize const size{emWidth, emHeight, static_cast<int>(std::lround(emHeight * 0.7)), 0};
+    return *(trueType_[key] = std::make_unique<Fonts::OutlineTypeface>(TrueTypeChain(font), size));
+}
+
+double TrueTypeCacheCreator::Cache::TrueTypeLineHeight(std::string_view font) {
+    DropIfFontFilesChanged();
+    Fonts::Face const* const face = TrueTypeChain(font).Primary();
+    return face ? face->LineHeight() : 1.2;
+}
+
+}  // namespace PrintEngine::Printing

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "PrintEngine/Printing/TrueTypeCacheCreator.h"
+#include "Scripting/GraphicContext.h"
+#include "printengine/src/fonts/FaceChain.h"
+#include "printengine/src/fonts/GlyphCache.h"
+#include "printengine/src/fonts/Typeface.h"
+
+namespace PrintEngine::Printing {
+
+/// All fonts in use: opened files, fonts at their sizes, glyphs.
+struct TrueTypeCacheCreator::Cache {
+public:
+    /// A bitmap font letter, or a font that Prepare named. Any other name is taken as bitmap font A.
+    Fonts::Typeface& Find(std::string_view font);
+    bool IsBitmapOrPrepared(std::string_view font) const;
+
+    /// A scalable font at a size; asked for the same again it answers the same name. `designDpi` tells the size of an
+    /// em.
+    std::string Prepare(std::string_view name, Scripting::ScaledFontMetrics const& metrics, unsigned designDpi);
+    /// A TrueType font at an em of these many dots. Valid until the next call.
+    Fonts::Typeface& TrueType(std::string_view font, double emWidth, double emHeight);
+    /// Height of a line of a TrueType font, in parts of an em.
+    double TrueTypeLineHeight(std::string_view font);
+
+    Fonts::GlyphCache& Glyphs() { return glyphs_; }
+
+private:
+    void DropIfFontFilesChanged();
+    Fonts::FaceChain& Chain(std::string_view font, std::vector<std::string> fileNames);
+    Fonts::FaceChain& ScalableChain(std::string_view font);
+    Fonts::FaceChain& TrueTypeChain(std::string_view font);
+
+    Fonts::FaceStore faces_;
+    std::map<std::string, std::unique_ptr<Fonts::FaceChain>, std::less<>> chains_;
+    std::map<char, std::unique_ptr<Fonts::Typeface>> cells_;
+    std::map<std::string, std::string, std::less<>> preparedNames_;  ///< by parameters
+    std::map<std::string, std::unique_ptr<Fonts::Typeface>, std::less<>> prepared_;
+    std::deque<std::string> preparedOrder_;  ///< parameters, oldest first
+    std::map<std::string, std::unique_ptr<Fonts::Typeface>, std::less<>> trueType_;
+    Fonts::GlyphCache glyphs_;
+    unsigned serial_ = 0;
+    unsigned fontFilesVersion_ = 0;
+};
+
+}  // namespace PrintEngine::Printing

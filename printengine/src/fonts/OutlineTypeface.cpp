@@ -1,0 +1,82 @@
+#include "printengine/src/fonts/OutlineTypeface.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "PrintEngine/Printing/PrintProcessHandler.h"
+#include "printengine/src/raster/Raster.h"
+
+namespace PrintEngine::Fonts {
+
+namespace {
+
+constexpr std::size_t MaxRememberedAdvances = 16 * 1024;
+
+// Shape of the box that stands for a character no font has, in parts of an em's width.
+constexpr double BoxAdvance = 0.6;
+constexpr double BoxWidth = 0.5;
+
+int In64ths(double pixels) { return static_cast<int>(std::lround(std::min(pixels, 1e7) * 64)); }
+
+}  // namespace
+
+OutlineTypeface::OutlineTypeface(FaceChain& faces, OutlineSize const& size,
+                                 std::function<unsigned(char32_t)> expectedWidth)
+    : faces_(faces), size_(size), expectedWidth_(std::move(expectedWidth)) {}
+
+double OutlineTypeface::EmHeight(Face const* face) const {
+    return size_.emHeight > 0 ? size_.emHeight : size_.ascent / face->CapitalHeight();
+}
+
+int OutlineTypeface::Advance(char32_t character) {
+    if (IsControl(character)) return 0;
+    if (auto const known = advances_.find(character); known != advances_.end()) return known->second;
+    if (advances_.size() >= MaxRememberedAdvances) advances_.clear();
+    return advances_[character] = MeasureAdvance(character);
+}
+
+int OutlineTypeface::MeasureAdvance(char32_t character) {
+    // A width of 0 says that the tables do not know the character; drawn on top of its neighbour it would be lost.
+    unsigned const expected = expectedWidth_ ? expectedWidth_(character) : 0;
+    if (expected != 0) return static_cast<int>(std::min(expected, 1u << 20));
+    auto const [face, glyph] = faces_.Find(character);
+    return static_cast<int>(std::lround(std::min(1e6, (face ? face->Advance(glyph) : BoxAdvance) * size_.emWidth)));
+}
+
+GlyphBitmap const* OutlineTypeface::Glyph(char32_t character, double pixelsX, double pixelsY, GlyphCache& cache) {
+    static GlyphBitmap const nothing;
+    if (IsControl(character)) return &nothing;
+    auto const [face, glyph] = faces_.Find(character);
+    double const emWidth = size_.emWidth * pixelsX;
+    double const emHeight = (face ? EmHeight(face) : size_.ascent) * pixelsY;
+    bool fits = true;
+    GlyphKey const key{face ? static_cast<void const*>(face) : this, character, In64ths(emWidth), In64ths(emHeight)};
+    GlyphBitmap const& bitmap = cache.Get(key, [&, found = face, index = glyph] {
+        if (!found) return MissingBox(pixelsX, pixelsY);
+        GlyphBitmap drawn;
+        fits = found->Render(index, emWidth, emHeight, drawn);
+        return drawn;
+    });
+    return fits ? &bitmap : nullptr;
+}
+
+GlyphBitmap OutlineTypeface::MissingBox(double pixelsX, double pixelsY) const {
+    GlyphBitmap bitmap;
+    double const em = size_.emWidth * pixelsX;
+    bitmap.left = static_cast<int>(em * (BoxAdvance - BoxWidth) / 2);
+    bitmap.width = static_cast<int>(std::clamp(em * BoxWidth, 1.0, 8192.0));
+    bitmap.height = bitmap.above = static_cast<int>(std::clamp(size_.ascent * pixelsY, 1.0, 8192.0));
+    bitmap.bytes.assign(bitmap.RowBytes() * static_cast<std::size_t>(bitmap.height), 0);
+    int const line = std::max(1, bitmap.height / 12);
+    for (int y = 0; y < bitmap.height; ++y) {
+        bool const isEdge = y < line || y >= bitmap.height - line;
+        std::uint8_t* const row = bitmap.bytes.data() + bitmap.RowBytes() * static_cast<std::size_t>(y);
+        for (int x = 0; x < bitmap.width; ++x) {
+            if (isEdge || x < line || x >= bitmap.width - line)
+                row[x / 8] |= static_cast<std::uint8_t>(0x80 >> (x % 8));
+        }
+    }
+    return bitmap;
+}
+
+}  // namespace PrintEngine::Fonts

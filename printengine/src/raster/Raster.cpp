@@ -1,0 +1,260 @@
+#include "printengine/src/raster/Raster.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+#include "printengine/src/raster/Bits.h"
+
+namespace PrintEngine::Drawing {
+
+namespace {
+
+constexpr std::size_t ChunkWords = 16 * 1024;
+
+/// Words that row `y` may have: see the class comment.
+int WordLimit(int y) {
+    return static_cast<int>(std::min<std::int64_t>(Raster::MaxWidth, Raster::MaxDots / (y + 1)) / WordBits);
+}
+
+template <Ink Mode>
+void Apply(Word& word, Word mask) {
+    if constexpr (Mode == Ink::Black) word |= mask;
+    if constexpr (Mode == Ink::White) word &= ~mask;
+    if constexpr (Mode == Ink::Invert) word ^= mask;
+}
+
+}  // namespace
+
+Word BitRows::Fetch(int row, int index) const {
+    std::uint8_t const* const source =
+        bytes + static_cast<std::size_t>(row) * stride + static_cast<std::size_t>(index) * 8;
+    int const bits = std::min(width - index * WordBits, WordBits);
+    Word word = 0;
+    std::memcpy(&word, source, static_cast<std::size_t>(bits + 7) / 8);
+    word = BigEndian(word);
+    return bits < WordBits ? word & ~(~Word{0} >> bits) : word;
+}
+
+void Raster::Reset(int width, int height) {
+    for (int y = top_; y < bottom_; ++y) {
+        Line& line = lines_[static_cast<std::size_t>(y)];
+        std::fill_n(line.words, line.used, Word{0});
+        line.used = 0;
+    }
+    top_ = bottom_ = 0;
+
+    width = std::clamp(width, 1, MaxWidth);
+    height = std::clamp(height, 1, static_cast<int>(std::min<std::int64_t>(MaxHeight, MaxDots / width)));
+    auto const stride = static_cast<std::size_t>(width + WordBits - 1) / WordBits;
+    auto const rows = static_cast<std::size_t>(height);
+    if (stride == blockStride_ && rows == blockRows_ && chunks_.empty()) return;
+
+    chunks_.clear();
+    chunkLeft_ = 0;
+    lines_.clear();
+    block_.resize(stride * rows);
+    lines_.resize(rows);
+    for (std::size_t y = 0; y < rows; ++y)
+        lines_[y] = {block_.data() + y * stride, static_cast<std::uint32_t>(stride), 0};
+    blockStride_ = stride;
+    blockRows_ = rows;
+}
+
+std::span<Word const> Raster::Row(int y) const {
+    if (y < top_ || y >= bottom_) return {};
+    Line const& line = lines_[static_cast<std::size_t>(y)];
+    return {line.words, line.used};
+}
+
+Word* Raster::Allocate(std::size_t count) {
+    if (chunkLeft_ < count) {
+        chunkLeft_ = std::max(count, ChunkWords);
+        chunks_.push_back(std::make_unique<Word[]>(chunkLeft_));
+    }
+    // A chunk is given out from its end, so that its start need not be known.
+    chunkLeft_ -= count;
+    return chunks_.back().get() + chunkLeft_;
+}
+
+bool Raster::Extend(int y, int lastWord) {
+    if (y < 0 || y >= MaxHeight || lastWord >= WordLimit(y)) return false;
+    auto const row = static_cast<std::size_t>(y);
+    if (row >= lines_.size()) lines_.resize(std::max(row + 1, std::min(lines_.size() * 2, std::size_t{MaxHeight})));
+    Line& line = lines_[row];
+    if (static_cast<std::uint32_t>(lastWord) < line.room) return true;
+    auto const room = std::max({static_cast<std::size_t>(lastWord) + 1, std::size_t{line.room} * 2, blockStride_});
+    Word* const words = Allocate(room);
+    std::copy_n(line.words, line.used, words);
+    line.words = words;
+    line.room = static_cast<std::uint32_t>(room);
+    return true;
+}
+
+/// The row that a word is drawn in; null if there is nothing to draw on.
+template <Ink Mode>
+Raster::Line* Raster::Reach(int y, int lastWord) {
+    auto const row = static_cast<std::size_t>(y);
+    if (row >= lines_.size() || static_cast<std::uint32_t>(lastWord) >= lines_[row].room) {
+        if (!Extend(y, lastWord)) return nullptr;
+    }
+    Line& line = lines_[row];
+    line.used = std::max(line.used, static_cast<std::uint32_t>(lastWord) + 1);
+    if (top_ == bottom_) {
+        top_ = y;
+        bottom_ = y + 1;
+    } else {
+        top_ = std::min(top_, y);
+        bottom_ = std::max(bottom_, y + 1);
+    }
+    return &line;
+}
+
+template <Ink Mode>
+void Raster::FillRow(int y, int left, int right) {
+    right = std::min(right, WordLimit(y) * WordBits);
+    // White on untouched ground changes nothing, so it makes no row.
+    if constexpr (Mode == Ink::White) right = std::min(right, static_cast<int>(Row(y).size()) * WordBits);
+    if (left >= right) return;
+    int const first = left / WordBits;
+    int const last = (right - 1) / WordBits;
+    Line* const line = Reach<Mode>(y, last);
+    if (!line) return;
+    Word const head = ~Word{0} >> (left % WordBits);
+    Word const tail = ~Word{0} << (WordBits - 1 - (right - 1) % WordBits);
+    if (first == last) {
+        Apply<Mode>(line->words[first], head & tail);
+        return;
+    }
+    Apply<Mode>(line->words[first], head);
+    for (int i = first + 1; i < last; ++i) Apply<Mode>(line->words[i], ~Word{0});
+    Apply<Mode>(line->words[last], tail);
+}
+
+template <Ink Mode>
+void Raster::FillRows(int left, int top, int right, int bottom) {
+    left = std::max(left, 0);
+    bottom = std::min(bottom, Mode == Ink::White ? bottom_ : MaxHeight);
+    for (int y = std::max(top, 0); y < bottom; ++y) FillRow<Mode>(y, left, right);
+}
+
+void Raster::Fill(int left, int top, int right, int bottom, Ink ink) {
+    switch (ink) {
+        case Ink::Black: return FillRows<Ink::Black>(left, top, right, bottom);
+        case Ink::White: return FillRows<Ink::White>(left, top, right, bottom);
+        case Ink::Invert: return FillRows<Ink::Invert>(left, top, right, bottom);
+    }
+}
+
+/// Draws 64 pixels from (x, y) to the right; y is not negative.
+template <Ink Mode>
+void Raster::Put(int x, int y, Word bits) {
+    if (x < 0) {
+        if (x <= -WordBits) return;
+        bits <<= -x;
+        x = 0;
+    }
+    if (bits == 0 || x >= MaxWidth) return;
+    int const first = x / WordBits;
+    int const shift = x % WordBits;
+    Word const right = shift ? bits << (WordBits - shift) : 0;
+    int const last = first + (right ? 1 : 0);
+    if constexpr (Mode == Ink::White) {
+        auto const used = static_cast<int>(Row(y).size());
+        if (first < used) lines_[static_cast<std::size_t>(y)].words[first] &= ~(bits >> shift);
+        if (right && last < used) lines_[static_cast<std::size_t>(y)].words[last] &= ~right;
+        return;
+    }
+    Line* line = Reach<Mode>(y, last);
+    if (!line && right) {
+        // The right half lies beyond the limit of the row, the left half may not.
+        line = Reach<Mode>(y, first);
+        if (line) Apply<Mode>(line->words[first], bits >> shift);
+        return;
+    }
+    if (!line) return;
+    Apply<Mode>(line->words[first], bits >> shift);
+    if (right) Apply<Mode>(line->words[last], right);
+}
+
+template <Ink Mode>
+void Raster::BlitLevel(BitRows const& picture, int x, int y, bool upsideDown) {
+    int const words = (picture.width + WordBits - 1) / WordBits;
+    int const firstRow = std::max(0, -y);
+    int const lastRow = std::min(picture.height, MaxHeight - y);
+    for (int row = firstRow; row < lastRow; ++row) {
+        int const source = upsideDown ? picture.height - 1 - row : row;
+        for (int i = 0; i < words; ++i) {
+            Word const bits = picture.Fetch(source, i);
+            if (bits == 0) continue;
+            if (upsideDown) {
+                Put<Mode>(x + picture.width - (i + 1) * WordBits, y + row, Reversed(bits));
+            } else {
+                Put<Mode>(x + i * WordBits, y + row, bits);
+            }
+        }
+    }
+}
+
+/// Turns blocks of 64 x 64 pixels.
+template <Ink Mode>
+void Raster::BlitTurned(BitRows const& picture, int x, int y, bool clockwise) {
+    int const columns = (picture.width + WordBits - 1) / WordBits;
+    Word block[WordBits];
+    for (int top = 0; top < picture.height; top += WordBits) {
+        int const rows = std::min(WordBits, picture.height - top);
+        for (int column = 0; column < columns; ++column) {
+            Word any = 0;
+            for (int row = 0; row < WordBits; ++row) {
+                block[row] = row < rows ? picture.Fetch(top + row, column) : 0;
+                any |= block[row];
+            }
+            if (any == 0) continue;
+            Transpose(block);
+            // Row j of the block is now column 64 * column + j of the picture, its top pixel leftmost.
+            for (int j = 0; j < WordBits; ++j) {
+                if (block[j] == 0) continue;
+                int const u = column * WordBits + j;
+                int const row = y + (clockwise ? u : picture.width - 1 - u);
+                if (row < 0 || row >= MaxHeight) continue;
+                if (clockwise) {
+                    Put<Mode>(x + picture.height - top - WordBits, row, Reversed(block[j]));
+                } else {
+                    Put<Mode>(x + top, row, block[j]);
+                }
+            }
+        }
+    }
+}
+
+void Raster::Blit(BitRows const& picture, int x, int y, int degrees, Ink ink) {
+    auto const draw = [&]<Ink Mode>() {
+        if (degrees == 90 || degrees == 270) {
+            BlitTurned<Mode>(picture, x, y, degrees == 90);
+        } else {
+            BlitLevel<Mode>(picture, x, y, degrees == 180);
+        }
+    };
+    switch (ink) {
+        case Ink::Black: return draw.operator()<Ink::Black>();
+        case Ink::White: return draw.operator()<Ink::White>();
+        case Ink::Invert: return draw.operator()<Ink::Invert>();
+    }
+}
+
+void Raster::Draw(Raster const& other, Ink ink) {
+    for (int y = other.Top(); y < other.Bottom(); ++y) {
+        auto const row = other.Row(y);
+        for (int i = 0; i < static_cast<int>(row.size()); ++i) {
+            Word const bits = row[static_cast<std::size_t>(i)];
+            if (bits == 0) continue;
+            switch (ink) {
+                case Ink::Black: Put<Ink::Black>(i * WordBits, y, bits); break;
+                case Ink::White: Put<Ink::White>(i * WordBits, y, bits); break;
+                case Ink::Invert: Put<Ink::Invert>(i * WordBits, y, bits); break;
+            }
+        }
+    }
+}
+
+}  // namespace PrintEngine::Drawing

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace PrintEngine::Drawing {
+
+/// 64 pixels of a row, the leftmost in the most significant bit; a set bit is black.
+using Word = std::uint64_t;
+inline constexpr int WordBits = 64;
+
+/// What a drawn dot does to the pixel beneath it.
+enum class Ink { Black, White, Invert };
+
+/// A borrowed 1-bit picture: rows packed most significant bit first, `stride` bytes apart, a set bit is drawn.
+struct BitRows {
+    std::uint8_t const* bytes = nullptr;
+    std::size_t stride = 0;
+    int width = 0;   ///< pixels
+    int height = 0;  ///< pixels
+
+    /// Pixels 64 * index and following of a row; what lies right of the picture reads as 0.
+    Word Fetch(int row, int index) const;
+};
+
+/// The 1-bit raster of a page. It has no fixed size, because a label is drawn before its size is known: a row begins to
+/// exist when ink reaches it, and is as long as its ink. Ink is kept wherever a page of at most MaxDots can show it,
+/// that is at all (x, y) with (x + 1) * (y + 1) <= MaxDots; the rest, and all that lies left of 0 or above 0, is
+/// clipped.
+///
+/// Coordinates are pixels, at most 2^28 in magnitude. Rectangles are half open.
+class Raster {
+public:
+    static constexpr std::int64_t MaxDots = std::int64_t{64} << 20;
+    static constexpr int MaxWidth = 1 << 16;
+    static constexpr int MaxHeight = 1 << 18;
+
+    Raster() = default;
+    Raster(Raster const&) = delete;
+    Raster& operator=(Raster const&) = delete;
+
+    /// Wipes the raster. It will probably be drawn on as far as width x height: room for that much is made at once.
+    void Reset(int width, int height);
+
+    void Fill(int left, int top, int right, int bottom, Ink ink);
+    /// Draws the set bits of a picture that is turned clockwise by 0, 90, 180 or 270 degrees; (x, y) is the upper left
+    /// corner of the turned picture.
+    void Blit(BitRows const& picture, int x, int y, int degrees, Ink ink);
+    /// Draws all black pixels of another raster at their own places.
+    void Draw(Raster const& other, Ink ink);
+
+    /// The words of a row from the left, as far as there may be ink; empty for an untouched row.
+    std::span<Word const> Row(int y) const;
+    /// The rows outside [Top, Bottom) are untouched.
+    int Top() const { return top_; }
+    int Bottom() const { return bottom_; }
+
+private:
+    struct Line {
+        Word* words = nullptr;
+        std::uint32_t room = 0;  ///< words; those from `used` on are 0
+        std::uint32_t used = 0;  ///< words
+    };
+
+    template <Ink Mode>
+    void FillRow(int y, int left, int right);
+    template <Ink Mode>
+    void FillRows(int left, int top, int right, int bottom);
+    template <Ink Mode>
+    void Put(int x, int y, Word bits);
+    template <Ink Mode>
+    void BlitLevel(BitRows const& picture, int x, int y, bool upsideDown);
+    template <Ink Mode>
+    void BlitTurned(BitRows const& picture, int x, int y, bool clockwise);
+
+    template <Ink Mode>
+    Line* Reach(int y, int lastWord);
+    bool Extend(int y, int lastWord);
+    Word* Allocate(std::size_t count);
+
+    std::vector<Line> lines_;
+    std::vector<Word> block_;  ///< backs the rows of the expected size
+    std::size_t blockStride_ = 0;
+    std::size_t blockRows_ = 0;
+    std::vector<std::unique_ptr<Word[]>> chunks_;  ///< back the rows that grew beyond it
+    std::size_t chunkLeft_ = 0;                    ///< words left in the last chunk
+    int top_ = 0;
+    int bottom_ = 0;
+};
+
+}  // namespace PrintEngine::Drawing

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "Scripting/ScriptTextJustification.h"
+#include "printengine/src/fonts/GlyphCache.h"
+#include "printengine/src/fonts/Typeface.h"
+#include "printengine/src/raster/PixelScale.h"
+#include "printengine/src/raster/Raster.h"
+
+namespace PrintEngine::Text {
+
+/// Line heights in dots for text that runs downwards, at magnification 1. Characters never touch the next one's
+/// capitals.
+int CharacterLineHeight(Fonts::Typeface const& typeface);
+
+/// Sum of the advances times `magnification`, plus `spacing` between characters, in dots.
+int MeasureWidth(Fonts::Typeface& typeface, std::string_view text, unsigned magnification, int spacing);
+
+/// The turned place of a text: (0, 0) of its own dots, on the label. Its own x runs clockwise turned by `degrees`.
+struct TextFrame {
+    std::int64_t x = 0;
+    std::int64_t y = 0;
+    int degrees = 0;
+};
+
+/// How a text is set, in dots.
+struct TextStyle {
+    unsigned magnificationX = 1;
+    unsigned magnificationY = 1;
+    int spacing = 0;
+    Scripting::ScriptTextFlow flow = Scripting::ScriptTextFlow::Horizontal;
+};
+
+/// Draws texts in one raster.
+class TextPainter {
+public:
+    TextPainter(Drawing::Raster& raster, Drawing::PixelScale const& scale, Fonts::GlyphCache& glyphs, Drawing::Ink ink);
+
+    /// Draws a text whose first cell has its upper left corner at (u, v) of the frame.
+    void Draw(Fonts::Typeface& typeface, std::string_view text, TextStyle const& style, TextFrame const& frame,
+              std::int64_t u, std::int64_t v);
+
+    /// True once a character was too large to be drawn.
+    bool HasLeftOut() const { return hasLeftOut_; }
+
+private:
+    void Place(Fonts::GlyphBitmap const& glyph, TextFrame const& frame, std::int64_t u, std::int64_t v,
+               int ascentPixels);
+
+    Drawing::Raster& raster_;
+    Drawing::PixelScale const& scale_;
+    Fonts::GlyphCache& glyphs_;
+    Drawing::Ink ink_;
+    bool hasLeftOut_ = false;
+};
+
+}  // namespace PrintEngine::Text
