@@ -1,0 +1,154 @@
+#include "barcodes/BarcodeFrame.h"
+
+#include "Scripting/PrinterContextInterface.h"
+#include "fields/RenderPoints.h"
+#include "fields/TextDrawing.h"
+#include "fields/UnitConversion.h"
+#include "foundation/Log.h"
+#include "frontend/context/ZplContextKeys.h"
+
+namespace ZplCore {
+
+namespace {
+
+/// The font of the line that people read, magnified by the module width.
+FontName const InterpretationLineFont = "A";
+
+struct LinearBarcode {
+    bool printLine;
+    bool lineAbove;
+    BarcodeValidate validate;
+    LinearEncode encode;
+    InterpretationText interpretationText;
+    BarcodeTransform inputTransform;
+    BarcodeTransform invalidTransform;
+};
+
+void DrawInterpretationLine(ContextProcessor& processor, Scripting::GraphicContext const& target,
+                            LinearTransform const& transform, LinearBarcodeStyle const& style,
+                            Scripting::SketchedBitmap const& symbol, std::string const& bytes) {
+    constexpr int GapAbove = 8;  // dots
+    constexpr int GapBelow = 6;  // dots
+    constexpr unsigned CodePage = 0;
+    auto const m = static_cast<std::int64_t>(style.narrow);
+    std::string const text = ZplCodePageToUTF8(bytes, CodePage);
+    std::int64_t const width = target.MeasureText(InterpretationLineFont, text, 1, 0, true);
+    std::int64_t const height = target.GetFontHeight(InterpretationLineFont);
+    std::int64_t x = (static_cast<std::int64_t>(symbol.logicalWidth) - m * width) / 2;
+    auto const orientation = processor.at(ZplContextKeys::FieldOrientation);
+    if (orientation == ZplOrientation::Inverted || orientation == ZplOrientation::BottomUp) --x;
+    std::int64_t const y =
+        style.lineAbove ? -GapAbove - m * height : static_cast<std::int64_t>(symbol.logicalHeight) + GapBelow;
+    DrawUTF8Text(processor, bytes, CodePage, transform * ZplPoint(static_cast<int>(x), static_cast<int>(y)),
+                 InterpretationLineFont, style.narrow, style.narrow);
+}
+
+/// Steps that both linear families share, once the widths are known.
+void RenderLinear(ContextProcessor& processor, LinearBarcode const& barcode, LinearBarcodeStyle const& style) {
+    auto const& target = processor.GetGraphicContext();
+    if (!target) return;
+    target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
+    std::string const data = processor.at(ZplContextKeys::FieldData);
+    std::string text = barcode.inputTransform ? barcode.inputTransform(data) : data;
+    if (auto const message = GetBarcodeErrorMessage(barcode.validate(text))) {
+        if (processor.at(ZplContextKeys::EnableBarcodeValidation) || !barcode.invalidTransform) {
+            HandleBarcodeError(processor, *message, false);
+            return;
+        }
+        text = barcode.invalidTransform(text);
+    }
+    auto const model = barcode.encode(text);
+    if (!model) return;
+    DrawLinearBarcode(processor, *model, style, barcode.interpretationText(data, model->GetCheckDigit()));
+}
+
+}  // namespace
+
+SketchResolution SketchResolution::Of(ContextProcessor const& processor) {
+    auto const& printer = processor.GetPrinterContext();
+    unsigned const design = DesignDpi(processor);
+    return {printer ? printer->PrinterDpi() : Scripting::Dpi(design), design};
+}
+
+LinearBarcodeStyle LinearBarcodeStyle::Fixed(ContextProcessor const& processor, bool printLine, bool lineAbove) {
+    unsigned const narrow = processor.at(ZplContextKeys::BarcodeModuleWidth);
+    return {narrow, 2 * narrow, processor.at(ZplContextKeys::BarcodeHeight), printLine, lineAbove};
+}
+
+void DrawLinearBarcode(ContextProcessor& processor, Barcode::Model::LinearBarcodeModel const& model,
+                       LinearBarcodeStyle const& style, std::string const& interpretation) {
+    auto const& target = processor.GetGraphicContext();
+    if (!target) return;
+    auto const resolution = SketchResolution::Of(processor);
+    auto const symbol = Scripting::GraphicHelper::SketchLinearBarcode(model, style.narrow, style.wide, style.height,
+                                                                      resolution.printer, resolution.design);
+    int const width = static_cast<int>(symbol.logicalWidth);
+    int const height = static_cast<int>(symbol.logicalHeight);
+    auto const transform = GetFieldLocalToGlobalTransform(processor, width, height, {});
+    StoreNextFieldOrigin(processor, transform * Rendering::CreateLocalNextPoint(processor, width, height, {}));
+    DrawImage(*target,
+              {*symbol.rows, static_cast<unsigned>(symbol.bitmapWidth), static_cast<unsigned>(symbol.bitmapHeight)},
+              transform * ZplPoint(), processor.at(ZplContextKeys::FieldOrientation),
+              static_cast<unsigned>(symbol.logicalWidth), static_cast<unsigned>(symbol.logicalHeight), false);
+    if (style.printLine)
+        DrawInterpretationLine(processor, *target, transform, style, symbol, interpretation);
+}
+
+ZplContextKeys::RenderFunction LinearBarcodeRenderFunction(bool printLine, bool lineAbove, BarcodeValidate validate,
+                                                           LinearEncode encode, InterpretationText interpretationText,
+                                                           BarcodeTransform inputTransform,
+                                                           BarcodeTransform invalidTransform) {
+    LinearBarcode barcode{printLine,
+                          lineAbove,
+                          std::move(validate),
+                          std::move(encode),
+                          std::move(interpretationText),
+                          std::move(inputTransform),
+                          std::move(invalidTransform)};
+    return [barcode = std::move(barcode)](ContextProcessor& processor) {
+        auto style = LinearBarcodeStyle::Fixed(processor, barcode.printLine, barcode.lineAbove);
+        style.wide = ComputeWideBarWidth(style.narrow, processor.at(ZplContextKeys::BarcodeRatio));
+        RenderLinear(processor, barcode, style);
+    };
+}
+
+ZplContextKeys::RenderFunction FixedLinearBarcodeRenderFunction(bool printLine, bool lineAbove,
+                                                                BarcodeValidate validate, LinearEncode encode,
+                                                                InterpretationText interpretationText,
+                                                                BarcodeTransform inputTransform,
+                                                                BarcodeTransform invalidTransform) {
+    LinearBarcode barcode{printLine,
+                          lineAbove,
+                          std::move(validate),
+                          std::move(encode),
+                          std::move(interpretationText),
+                          std::move(inputTransform),
+                          std::move(invalidTransform)};
+    return [barcode = std::move(barcode)](ContextProcessor& processor) {
+        RenderLinear(processor, barcode, LinearBarcodeStyle::Fixed(processor, barcode.printLine, barcode.lineAbove));
+    };
+}
+
+void RenderSimpleBarcode(ContextProcessor& processor, std::vector<std::uint8_t> const& bitmap,
+                         unsigned long logicalWidth, unsigned long logicalHeight, unsigned long bitmapWidth) {
+    auto const& target = processor.GetGraphicContext();
+    if (!target) return;
+    target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
+    auto const field = FieldPlacement::From(processor);
+    int const width = static_cast<int>(logicalWidth);
+    int const height = static_cast<int>(logicalHeight);
+    ZplPoint const factor = Rendering::GenerateLocalJustificationFactor(field.orientation, field.baseline,
+                                                                        field.justification, width, height);
+    auto const transform = GetFieldLocalToGlobalTransform(processor, logicalWidth, logicalHeight);
+    auto const [image, next] =
+        Rendering::GenerateRenderPoints(field.orientation, field.baseline, field.justification, width, height);
+    StoreNextFieldOrigin(processor, Rendering::PreOrPostRotationShift(transform, next, factor, field.baseline));
+    unsigned long const stride = (bitmapWidth + 7) / 8;
+    DrawImage(*target,
+              {bitmap, static_cast<unsigned>(bitmapWidth),
+               stride ? static_cast<unsigned>(bitmap.size() / stride) : 0},
+              Rendering::PreOrPostRotationShift(transform, image, factor, field.baseline), field.orientation,
+              static_cast<unsigned>(logicalWidth), static_cast<unsigned>(logicalHeight), false);
+}
+
+}  // namespace ZplCore

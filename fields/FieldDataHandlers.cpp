@@ -1,0 +1,120 @@
+#include "fields/FieldDataHandlers.h"
+
+#include <charconv>
+
+#include "Scripting/PrinterContextInterface.h"
+#include "fields/FieldDataHelper.h"
+#include "fields/FieldElement.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ZplParse.h"
+
+namespace {
+
+void StoreData(Context& current, std::string raw, ContextProcessor& processor) {
+    StoreSetting(current, processor, ZplContextKeys::FieldData,
+                 ZplCore::FieldDataHelper::ProcessHexAndClockData(std::move(raw), processor));
+}
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+/// The leading digits as a number; no value without a digit in front, or past what a number can hold.
+ZplParseResult<unsigned> ParseFieldNumber(std::string const& text) {
+    unsigned number = 0;
+    if (text.empty() || !IsDigit(text.front())) return {};
+    auto const result = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (result.ec != std::errc()) return {};
+    return number;
+}
+
+ZplContextKeys::RenderFunction FillFunction(unsigned number) {
+    return [number](ContextProcessor& processor) {
+        Context const* element = processor.GetContext(ContextProcessor::ElementContext);
+        // Without data this is the template itself again, on a further copy of the label.
+        if (!element || !element->HasValue(ZplContextKeys::FieldData)) return;
+        std::string const data = processor.at(ZplContextKeys::FieldData);
+        ZplCore::InvokeSavedFieldRenderFunction(processor, number, data);
+    };
+}
+
+}  // namespace
+
+bool FieldClockHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    constexpr char DefaultIndicator = '%';
+    StoreSetting(current, processor, ZplContextKeys::ClockIndicator1,
+                 ZplParse<char>(command, 0).ValueOr(DefaultIndicator));
+    if (auto const second = ZplParse<char>(command, 1))
+        StoreSetting(current, processor, ZplContextKeys::ClockIndicator2, *second);
+    if (auto const third = ZplParse<char>(command, 2))
+        StoreSetting(current, processor, ZplContextKeys::ClockIndicator3, *third);
+    return true;
+}
+
+bool FieldDataHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    StoreData(current, ZplCore::FieldDataHelper::ProcessDelimiterData(command, processor), processor);
+    return true;
+}
+
+bool FieldHexadecimalIndicatorHandler::HandleCommand(Context& current, ZplCommand const& command,
+                                                     ContextProcessor& processor) {
+    constexpr char DefaultIndicator = '_';
+    auto const& printer = processor.GetPrinterContext();
+    auto const usable = [&printer](char c) {
+        bool const isGraph = c > ' ' && c < 0x7F;
+        return isGraph && !(printer && (c == printer->FormatPrefix() || c == printer->ControlPrefix()));
+    };
+    StoreSetting(current, processor, ZplContextKeys::FieldHexIndicator,
+                 ZplParse<char>(command, 0).Where(usable).ValueOr(DefaultIndicator));
+    return true;
+}
+
+bool FieldNumberHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    auto const number = ParseFieldNumber(command.Parameter(0));
+    if (!number) return true;
+    if (ZplCore::HasSavedField(processor, *number)) {
+        StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, FillFunction(*number));
+    } else {
+        StoreSetting(current, processor, ZplContextKeys::FieldNumberToSave, *number);
+    }
+    return true;
+}
+
+bool FieldSeparatorHandler::HandleCommand(Context& current, ZplCommand const&, ContextProcessor& processor) {
+    ZplCore::ProcessElementCommands(current, processor);
+    return true;
+}
+
+bool FieldVariableHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    StoreData(current, ZplCore::FieldDataHelper::ProcessDelimiterData(command, processor), processor);
+    StoreSetting(current, processor, ZplContextKeys::FieldVariable, true);
+    return true;
+}
+
+bool SerializationFieldHandler::HandleCommand(Context& current, ZplCommand const& command,
+                                              ContextProcessor& processor) {
+    auto fields = processor.at(ZplContextKeys::serializationFieldStringData);
+    fields.push_back(std::make_shared<ZplCore::SerializationFieldStringData>(ZplCore::SerializationFieldStringData{
+        processor.at(ZplContextKeys::FieldData), command.Parameter(0), command.Parameter(1)}));
+    StoreSetting(current, processor, ZplContextKeys::serializationFieldStringData, fields);
+    return true;
+}
+
+bool SerializationDataHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    constexpr std::string_view DefaultStart = "1";
+    std::string const& start = command.Parameter(0);
+    StoreData(current, start.empty() ? std::string(DefaultStart) : start, processor);
+    return true;
+}
+
+void AddFieldDataHandlers(CommandHandlerPool& pool) {
+    pool.AddToCache<FieldClockHandler>();
+    pool.AddToCache<FieldDataHandler>();
+    pool.AddToCache<FieldHexadecimalIndicatorHandler>();
+    pool.AddToCache<FieldNumberHandler>();
+    pool.AddToCache<FieldSeparatorHandler>();
+    pool.AddToCache<FieldVariableHandler>();
+    pool.AddToCache<FieldCommentHandler>();
+    pool.AddToCache<SerializationFieldHandler>();
+    pool.AddToCache<SerializationDataHandler>();
+}

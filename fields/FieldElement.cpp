@@ -1,0 +1,134 @@
+#include "fields/FieldElement.h"
+
+#include <algorithm>
+
+#include "Scripting/GraphicContext.h"
+#include "fields/FieldDataHelper.h"
+#include "foundation/Log.h"
+#include "frontend/context/ZplContextKeys.h"
+
+namespace ZplCore {
+
+namespace {
+
+using SavedFields = std::map<unsigned, ContextProcessor>;
+
+SavedFields* FindSavedFields(ContextProcessor& processor) {
+    Context* format = processor.GetContext(ContextProcessor::FormatContext);
+    return format && format->HasValue(ZplContextKeys::SavedContexts) ? &(*format)[ZplContextKeys::SavedContexts]
+                                                                     : nullptr;
+}
+
+/// Takes the templates of a format out of it for its own lifetime, so that a copy made meanwhile does not contain them:
+/// copies that hold copies would double with each field.
+class SavedFieldsSetAside {
+public:
+    explicit SavedFieldsSetAside(ContextProcessor& processor)
+        : place_(processor.GetContext(ContextProcessor::FormatContext)) {
+        if (place_) fields_.swap((*place_)[ZplContextKeys::SavedContexts]);
+    }
+    SavedFieldsSetAside(SavedFieldsSetAside const&) = delete;
+    SavedFieldsSetAside& operator=(SavedFieldsSetAside const&) = delete;
+    ~SavedFieldsSetAside() {
+        if (place_) fields_.swap((*place_)[ZplContextKeys::SavedContexts]);
+    }
+
+    SavedFields& Fields() { return fields_; }
+
+private:
+    Context* place_;
+    SavedFields fields_;
+};
+
+void SaveField(ContextProcessor& processor, unsigned number) {
+    SavedFieldsSetAside saved(processor);
+    auto& fields = saved.Fields();
+    if (fields.size() >= MaximumSavedFields && !fields.contains(number)) {
+        Log::Report(LogTopic::Limit, "Field number " + std::to_string(number) + " is not kept: the format has " +
+                                         std::to_string(MaximumSavedFields) + " already");
+        return;
+    }
+    fields.insert_or_assign(number, processor.DeepClone());
+}
+
+/// Gives the drawing target the label home and the reverse mode of a field, and lets the field draw.
+void RenderField(ContextProcessor& processor, bool reverse) {
+    // A copy: drawing may end the element that holds the function.
+    auto const render = processor.at(ZplContextKeys::FieldRenderFunction);
+    if (!render) return;
+    if (auto const& target = processor.GetGraphicContext()) {
+        target->SetLabelOriginX(processor.at(ZplContextKeys::LabelOriginX));
+        target->SetLabelOriginY(processor.at(ZplContextKeys::LabelOriginY));
+        target->SetReverse(reverse);
+    }
+    render(processor);
+}
+
+void SerializeField(Context const& element, ContextProcessor& processor) {
+    auto const* serialize = element.Find(ZplContextKeys::SerializeFunction);
+    if (!serialize || !*serialize) return;
+    auto const function = *serialize;
+    function(processor, GetSerializationIndex(processor.CurrentLabelNumber(),
+                                              processor.at(ZplContextKeys::SerialNumberReplications)));
+}
+
+/// Copies what the filling field decides into the template: its data, its clock, and its font if it names one.
+void FillTemplate(ContextProcessor& saved, ContextProcessor const& filling, std::string_view data) {
+    Context const* element = filling.GetContext(ContextProcessor::ElementContext);
+    std::string text(data);
+    bool const expanded = element && element->HasValue(ZplContextKeys::FieldHexIndicator);
+    saved.set(ContextProcessor::ElementContext, ZplContextKeys::TimeAtRender, filling.at(ZplContextKeys::TimeAtRender));
+    // The template's own indicators count as they would for data sent in its field.
+    if (!expanded) text = FieldDataHelper::ProcessHexAndClockData(std::move(text), saved);
+    saved.set(ContextProcessor::ElementContext, ZplContextKeys::FieldData, std::move(text));
+    if (element) {
+        if (auto const* font = element->Find(ZplContextKeys::FontIdentifier))
+            saved.set(ContextProcessor::ElementContext, ZplContextKeys::FontIdentifier, *font);
+    }
+}
+
+/// Carries the place where a template ended over to the format that it was filled in.
+void TakeNextFieldOrigin(ContextProcessor& processor, ContextProcessor const& saved) {
+    for (auto const* key : {&ZplContextKeys::NextFieldOriginX, &ZplContextKeys::NextFieldOriginY})
+        processor.set(ContextProcessor::FormatContext, *key, saved.at(*key));
+}
+
+}  // namespace
+
+unsigned GetSerializationIndex(unsigned copyIndex, unsigned replications) {
+    return copyIndex / std::max(1U, replications);
+}
+
+bool ProcessElementCommands(Context& current, ContextProcessor& processor) {
+    if (current.GetContextName() != ContextProcessor::ElementContext || current.IsEmpty()) return false;
+    SerializeField(current, processor);
+    auto const* numberToSave = current.Find(ZplContextKeys::FieldNumberToSave);
+    if (numberToSave && processor.at(ZplContextKeys::FieldRenderFunction) &&
+        !current.HasValue(ZplContextKeys::FieldData)) {
+        SaveField(processor, *numberToSave);
+    } else {
+        RenderField(processor, processor.at(ZplContextKeys::LabelReversePrint));
+    }
+    processor.ClearContext(ContextProcessor::ElementContext);
+    return true;
+}
+
+bool HasSavedField(ContextProcessor const& processor, unsigned fieldNumber) {
+    return processor.at(ZplContextKeys::SavedContexts).contains(fieldNumber);
+}
+
+void InvokeSavedFieldRenderFunction(ContextProcessor& processor, unsigned fieldNumber, std::string_view data) {
+    if (Context* label = processor.GetContext(ContextProcessor::LabelContext))
+        (*label)[ZplContextKeys::FieldNumberValues].insert_or_assign(fieldNumber, std::string(data));
+    auto* fields = FindSavedFields(processor);
+    if (!fields) return;
+    auto const found = fields->find(fieldNumber);
+    if (found == fields->end()) return;
+
+    ContextProcessor& saved = found->second;
+    FillTemplate(saved, processor, data);
+    RenderField(saved, processor.at(ZplContextKeys::LabelReversePrint) || saved.at(ZplContextKeys::LabelReversePrint));
+    TakeNextFieldOrigin(processor, saved);
+}
+
+}  // namespace ZplCore

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string_view>
+
+#include "frontend/context/ContextProcessor.h"
+
+namespace ZplCore {
+
+/// How many templates one format keeps; further ones are refused with a report. Each holds a copy of all contexts.
+inline constexpr std::size_t MaximumSavedFields = 10000;
+
+/// Ends the field that `current` describes: saves it as a template or draws it, and clears it. False, and nothing
+/// done, if `current` is not the element context or is empty.
+bool ProcessElementCommands(Context& current, ContextProcessor& processor);
+
+/// Whether a template of that number was saved in this format.
+bool HasSavedField(ContextProcessor const& processor, unsigned fieldNumber);
+
+/// Fills a template with `data` and draws it; without such a template only the data are noted under the number. The
+/// template keeps its own font, unless the field that fills it names one itself.
+void InvokeSavedFieldRenderFunction(ContextProcessor& processor, unsigned fieldNumber, std::string_view data);
+
+/// Which value of a serial field stands on the copy under way (from 0), with its number of replicates.
+unsigned GetSerializationIndex(unsigned copyIndex, unsigned replications);
+
+}  // namespace ZplCore

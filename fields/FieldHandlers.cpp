@@ -1,0 +1,17 @@
+#include "fields/FieldHandlers.h"
+
+#include "fields/FieldDataHandlers.h"
+#include "fields/FieldOriginHandlers.h"
+#include "fields/FontHandlers.h"
+#include "fields/GraphicHandlers.h"
+#include "fields/StoredGraphicHandlers.h"
+#include "fields/TextBlockHandlers.h"
+
+void AddFieldHandlers(CommandHandlerPool& pool) {
+    AddFieldOriginHandlers(pool);
+    AddFieldDataHandlers(pool);
+    AddTextBlockHandlers(pool);
+    AddFontHandlers(pool);
+    AddGraphicHandlers(pool);
+    AddStoredGraphicHandlers(pool);
+}

@@ -1,0 +1,85 @@
+#include "fields/FieldOriginHandlers.h"
+
+#include "fields/UnitConversion.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ZplParse.h"
+
+namespace {
+
+ZplParseResult<unsigned> ParseCoordinate(ZplCommand const& command, std::size_t index,
+                                         ContextProcessor const& processor) {
+    return ZplParse<double>(command, index).Map(ZplCore::ToDotsScaled(processor));
+}
+
+void StoreJustification(Context& current, ZplCommand const& command, std::size_t index, ContextProcessor& processor) {
+    if (auto const justification = ZplParse<Justification>(command, index))
+        StoreSetting(current, processor, ZplContextKeys::FieldJustification, *justification);
+}
+
+void StoreTypesetCoordinate(Context& current, ZplParseResult<unsigned> const& value, ContextKey<unsigned> const& origin,
+                            ContextKey<unsigned> const& next, ContextProcessor& processor) {
+    if (value) processor.set(ContextProcessor::FormatContext, next, *value);
+    StoreSetting(current, processor, origin, value.ValueOr(processor.at(next)));
+}
+
+}  // namespace
+
+bool FieldOriginHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    processor.set(ContextProcessor::FormatContext, ZplContextKeys::FieldBaseline, Baseline::Top);
+    StoreSetting(current, processor, ZplContextKeys::FieldOriginX,
+                 ParseCoordinate(command, 0, processor).ValueOr(ZplContextDefaults::FieldOriginX));
+    StoreSetting(current, processor, ZplContextKeys::FieldOriginY,
+                 ParseCoordinate(command, 1, processor).ValueOr(ZplContextDefaults::FieldOriginY));
+    StoreJustification(current, command, 2, processor);
+    return true;
+}
+
+bool FieldParameterHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    constexpr int Limit = 9999;
+    if (auto const direction = ZplParse<Direction>(command, 0))
+        StoreSetting(current, processor, ZplContextKeys::TextDirection, *direction);
+    auto const spacing = ZplParse<int>(command, 1).Where([](int dots) { return -Limit <= dots && dots <= Limit; });
+    if (!spacing) return true;
+    // Characters that stand above each other cannot be drawn together.
+    bool const vertical = processor.at(ZplContextKeys::TextDirection) == Direction::Vertical;
+    StoreSetting(current, processor, ZplContextKeys::TextSpacing, vertical && *spacing < 0 ? 0 : *spacing);
+    return true;
+}
+
+bool FieldReversePrintHandler::HandleCommand(Context&, ZplCommand const&, ContextProcessor& processor) {
+    processor.set(ContextProcessor::ElementContext, ZplContextKeys::LabelReversePrint, true);
+    return true;
+}
+
+bool FieldTypesetHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    processor.set(ContextProcessor::FormatContext, ZplContextKeys::FieldBaseline, Baseline::Bottom);
+    StoreTypesetCoordinate(current, ParseCoordinate(command, 0, processor), ZplContextKeys::FieldOriginX,
+                           ZplContextKeys::NextFieldOriginX, processor);
+    StoreTypesetCoordinate(current, ParseCoordinate(command, 1, processor), ZplContextKeys::FieldOriginY,
+                           ZplContextKeys::NextFieldOriginY, processor);
+    StoreJustification(current, command, 2, processor);
+    return true;
+}
+
+bool FieldOrientationHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    // The system context first, so that the setting outlives the field that it is sent with.
+    if (auto const orientation = ZplParse<ZplOrientation>(command, 0)) {
+        processor.set(ContextProcessor::SystemContext, ZplContextKeys::FieldOrientation, *orientation);
+        StoreSetting(current, processor, ZplContextKeys::FieldOrientation, *orientation);
+    }
+    if (auto const justification = ZplParse<Justification>(command, 1)) {
+        processor.set(ContextProcessor::SystemContext, ZplContextKeys::FieldJustification, *justification);
+        StoreSetting(current, processor, ZplContextKeys::FieldJustification, *justification);
+    }
+    return true;
+}
+
+void AddFieldOriginHandlers(CommandHandlerPool& pool) {
+    pool.AddToCache<FieldOriginHandler>();
+    pool.AddToCache<FieldParameterHandler>();
+    pool.AddToCache<FieldReversePrintHandler>();
+    pool.AddToCache<FieldTypesetHandler>();
+    pool.AddToCache<FieldOrientationHandler>();
+}

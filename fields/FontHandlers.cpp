@@ -1,0 +1,84 @@
+#include "fields/FontHandlers.h"
+
+#include <cctype>
+
+#include "fields/Fonts.h"
+#include "fields/UnitConversion.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ZplParse.h"
+
+namespace {
+
+using FontChoice = std::variant<ZplCore::BuiltInFont, ZplCore::UserFont>;
+
+constexpr std::string_view FontLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+
+ZplParseResult<unsigned> ParseSize(ZplCommand const& command, std::size_t index, ContextProcessor const& processor) {
+    return ZplParse<double>(command, index).Map(ZplCore::ToDots(processor));
+}
+
+void StoreOrientationAndSize(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    if (auto const orientation = ZplParse<ZplOrientation>(command, 0))
+        StoreSetting(current, processor, ZplContextKeys::FieldOrientation, *orientation);
+    auto const [height, width] =
+        ZplCore::GetFontBoundary(processor, ParseSize(command, 1, processor), ParseSize(command, 2, processor));
+    StoreSetting(current, processor, ZplContextKeys::FontHeight, height);
+    StoreSetting(current, processor, ZplContextKeys::FontWidth, width);
+}
+
+bool IsAlphanumeric(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; }
+char ToUpper(char c) { return static_cast<char>(std::toupper(static_cast<unsigned char>(c))); }
+
+/// A font letter in upper case.
+ZplParseResult<char> ParseFontLetter(ZplCommand const& command, std::size_t index) {
+    return ZplParse<char>(command, index).Where(IsAlphanumeric).Map(ToUpper);
+}
+
+}  // namespace
+
+bool FontHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    auto const named = command.command.size() > 1 ? ZplCore::ToBuiltInFont(command.command[1]) : std::nullopt;
+    auto const font = named.value_or(ZplCore::BuiltInFont{processor.at(ZplContextKeys::DefaultFont)});
+    StoreSetting(current, processor, ZplContextKeys::FontIdentifier, FontChoice(font));
+    StoreOrientationAndSize(current, command, processor);
+    return true;
+}
+
+bool UserFontHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    StoreOrientationAndSize(current, command, processor);
+    if (std::string const& name = command.Parameter(3); !name.empty()) {
+        ZplCore::UserFont const font{ZplCore::ToFontName(name)};
+        StoreSetting(current, processor, ZplContextKeys::UserFont, font);
+        StoreSetting(current, processor, ZplContextKeys::FontIdentifier, FontChoice(font));
+    }
+    return true;
+}
+
+bool ChangeDefaultFontHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
+    if (auto const letter = ParseFontLetter(command, 0))
+        processor.set(ContextProcessor::SystemContext, ZplContextKeys::DefaultFont, *letter);
+    auto const isGiven = [](unsigned dots) { return dots != 0; };
+    if (auto const height = ParseSize(command, 1, processor).Where(isGiven))
+        processor.set(ContextProcessor::SystemContext, ZplContextKeys::FontHeight, *height);
+    if (auto const width = ParseSize(command, 2, processor).Where(isGiven))
+        processor.set(ContextProcessor::SystemContext, ZplContextKeys::FontWidth, *width);
+    return true;
+}
+
+bool FontIdentifierHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
+    auto const letter = ParseFontLetter(command, 0);
+    if (!letter) return true;
+    auto substitutes = processor.at(ZplContextKeys::FontSubstitute);
+    substitutes[*letter] = ZplCore::ToFontName(command.Parameter(1));
+    processor.set(ContextProcessor::SystemContext, ZplContextKeys::FontSubstitute, std::move(substitutes));
+    return true;
+}
+
+void AddFontHandlers(CommandHandlerPool& pool) {
+    for (char const letter : FontLetters) pool.AddToCache<FontHandler>(letter);
+    pool.AddToCache<UserFontHandler>();
+    pool.AddToCache<ChangeDefaultFontHandler>();
+    pool.AddToCache<FontIdentifierHandler>();
+}

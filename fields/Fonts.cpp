@@ -1,0 +1,183 @@
+#include "fields/Fonts.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "Scripting/GraphicContext.h"
+#include "fields/TrueTypeUtils.h"
+#include "fields/UnitConversion.h"
+#include "frontend/context/ObjectName.h"
+#include "frontend/context/ZplContextKeys.h"
+
+namespace ZplCore {
+
+namespace {
+
+constexpr std::string_view BitmapFonts = "ABDEFGH";
+constexpr std::string_view OcrFonts = "EH";
+constexpr unsigned SmallestScalableSize = 10;  // dots
+
+struct FontMetrics {
+    char letter;
+    unsigned width;   // dots at magnification 1
+    unsigned height;  // dots at magnification 1
+};
+
+constexpr FontMetrics DefaultSystemFontMetrics[] = {
+    {'A', 5, 9}, {'B', 7, 11}, {'D', 10, 18}, {'E', 20, 41}, {'F', 13, 26}, {'G', 40, 60}, {'H', 19, 30},
+};
+
+/// Fonts that are resident in printers of the field, by the stem of their object name, and our font of that face.
+struct ResidentFont {
+    std::string_view stem;
+    std::string_view font;
+};
+constexpr ResidentFont ResidentFonts[] = {{"TT0003M_", "0"}};
+
+char ToUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+std::string ToUpper(std::string_view text) {
+    std::string upper(text);
+    std::transform(upper.begin(), upper.end(), upper.begin(), [](char c) { return ToUpper(c); });
+    return upper;
+}
+
+bool IsOneOf(FontName const& name, std::string_view letters) {
+    return name.size() == 1 && letters.find(name[0]) != std::string_view::npos;
+}
+
+FontMetrics const& MetricsOf(FontName const& name) {
+    for (auto const& row : DefaultSystemFontMetrics) {
+        if (IsOneOf(name, {&row.letter, 1})) return row;
+    }
+    return DefaultSystemFontMetrics[0];
+}
+
+/// The name behind a font letter, by its substitute if there is one.
+FontName NameOf(char letter, ContextProcessor const& processor) {
+    auto const& substitutes = processor.at(ZplContextKeys::FontSubstitute);
+    auto const found = substitutes.find(letter);
+    return found == substitutes.end() ? FontName(1, letter) : ToFontName(found->second);
+}
+
+bool IsDrawable(FontName const& name, ContextProcessor const& processor) {
+    return IsBitmapFont(name) || IsCachedFont(name) || IsTrueTypeFont(name, processor);
+}
+
+struct Size {
+    unsigned height;
+    unsigned width;
+};
+
+/// The cell of a scalable font: at least 10 dots each way, and square if only one side is given.
+Size ScalableSize(ContextProcessor const& processor) {
+    unsigned const height = processor.at(ZplContextKeys::FontHeight);
+    unsigned const width = processor.at(ZplContextKeys::FontWidth);
+    return {std::max(height ? height : width, SmallestScalableSize),
+            std::max(width ? width : height, SmallestScalableSize)};
+}
+
+BitmapFontInfo ScaleCachedFont(FontName const& name, ContextProcessor const& processor) {
+    auto [height, width] = ScalableSize(processor);
+    if (unsigned const scale = processor.at(ZplContextKeys::DpiScaleFactor)) {
+        height *= scale;
+        width *= scale;
+    }
+    char const letter = ToBuiltInFont(name).value_or(BuiltInFont{'0'}).letter;
+    auto const info =
+        TrueTypeUtils::ScaleZPLFont(letter, std::max(height, 1U), width, Scripting::Dpi(DesignDpi(processor)));
+    auto const& target = processor.GetGraphicContext();
+    if (!target) return {name, 1, 1};
+    return {target->PrepareScaledFont(TrueTypeUtils::Font0Name, info, TrueTypeUtils::IsSupportedFont0Character, {}), 1,
+            1};
+}
+
+/// How often the base cell of `base` dots times `scale` goes into `requested` dots, rounded, 1 to 10, times `scale`.
+unsigned Magnification(unsigned requested, unsigned base, unsigned scale) {
+    constexpr long Largest = 10;
+    long const factor = scale ? std::lround(static_cast<double>(requested) / (static_cast<double>(base) * scale)) : 0;
+    return static_cast<unsigned>(std::clamp(factor, 1L, Largest)) * scale;
+}
+
+BitmapFontInfo ScaleBitmapFont(FontName const& name, ContextProcessor const& processor) {
+    auto const& metrics = MetricsOf(name);
+    unsigned scale = DesignDpi(processor) == 600 && IsOCRFont(name) ? 2 : 1;
+    if (processor.at(ZplContextKeys::UnitOfMeasure) == ZplUnitOfMeasure::Dots)
+        scale *= processor.at(ZplContextKeys::DpiScaleFactor);
+    unsigned const width = processor.at(ZplContextKeys::FontWidth);
+    unsigned const height = processor.at(ZplContextKeys::FontHeight);
+    if (width == 0 && height == 0) return {name, scale, scale};
+    unsigned const x = Magnification(width, metrics.width, scale);
+    unsigned const y = Magnification(height, metrics.height, scale);
+    return {name, width ? x : y, height ? y : x};
+}
+
+}  // namespace
+
+std::optional<BuiltInFont> ToBuiltInFont(char letter) {
+    bool const valid = (letter >= '0' && letter <= '9') || (letter >= 'A' && letter <= 'Z');
+    return valid ? std::optional(BuiltInFont{letter}) : std::nullopt;
+}
+
+std::optional<BuiltInFont> ToBuiltInFont(FontName const& name) {
+    return name.size() == 1 ? ToBuiltInFont(name[0]) : std::nullopt;
+}
+
+bool IsBitmapFont(FontName const& name) { return IsOneOf(name, BitmapFonts); }
+bool IsCachedFont(FontName const& name) { return IsOneOf(name, TrueTypeUtils::CachedFonts); }
+bool IsOCRFont(FontName const& name) { return IsOneOf(name, OcrFonts); }
+bool IsFont0(FontName const& name) { return name == "0"; }
+
+bool IsTrueTypeFont(FontName const& name, ContextProcessor const& processor) {
+    auto const& fonts = processor.at(ZplContextKeys::TrueTypeFonts);
+    return std::any_of(fonts.begin(), fonts.end(),
+                       [upper = ToUpper(name)](std::string const& font) { return ToUpper(font) == upper; });
+}
+
+FontName ToFontName(std::string_view objectName) {
+    if (ObjectName::NamesDevice(objectName)) objectName.remove_prefix(2);
+    FontName const name = ToUpper(objectName);
+    std::string const stem = name.substr(0, name.find('.'));
+    for (auto const& resident : ResidentFonts) {
+        if (stem == resident.stem) return FontName(resident.font);
+    }
+    // Resident bitmap fonts are objects named by their letter.
+    return ToBuiltInFont(stem) ? stem : name;
+}
+
+std::pair<unsigned, unsigned> GetFontBoundary(ContextProcessor& processor, ZplParseResult<unsigned> height,
+                                              ZplParseResult<unsigned> width) {
+    if (height || width) return {height.ValueOr(0), width.ValueOr(0)};
+    auto const ofSystem = [&processor](ContextKey<unsigned> const& key) {
+        Context const* system = processor.GetContext(ContextProcessor::SystemContext);
+        unsigned const* value = system ? system->Find(key) : nullptr;
+        return value ? *value : key.defaultValue;
+    };
+    return {ofSystem(ZplContextKeys::FontHeight), ofSystem(ZplContextKeys::FontWidth)};
+}
+
+FontName TransformToZplFont(std::variant<BuiltInFont, UserFont> const& font, ContextProcessor const& processor) {
+    auto const* builtIn = std::get_if<BuiltInFont>(&font);
+    FontName name = builtIn ? NameOf(builtIn->letter, processor) : ToFontName(std::get<UserFont>(font).name);
+    if (IsDrawable(name, processor)) return name;
+    name = NameOf(processor.at(ZplContextKeys::DefaultFont), processor);
+    return IsDrawable(name, processor) ? name : FontName(ZplContextDefaults::FontName);
+}
+
+std::variant<BitmapFontInfo, TrueTypeFontInfo> GetFontScaleInfo(FontName const& name,
+                                                                ContextProcessor const& processor) {
+    if (IsCachedFont(name)) return ScaleCachedFont(name, processor);
+    if (IsBitmapFont(name)) return ScaleBitmapFont(name, processor);
+    auto const [height, width] = ScalableSize(processor);
+    auto const scale = TrueTypeUtils::ScaleTrueTypeFont(height, width);
+    return TrueTypeFontInfo{name, scale.pointSize, scale.widthPercent};
+}
+
+int TextProcessing::Get600DpiVerticalOffset(FontName const& name, Scripting::Dpi dpi, ZplOrientation orientation,
+                                            unsigned magnificationY) {
+    if (dpi != Scripting::Dpi(600) || !IsOCRFont(name)) return 0;
+    int const half = static_cast<int>(magnificationY / 2);
+    return orientation == ZplOrientation::Normal || orientation == ZplOrientation::BottomUp ? half : -half;
+}
+
+}  // namespace ZplCore

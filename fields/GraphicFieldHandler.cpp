@@ -1,0 +1,36 @@
+#include "fields/GraphicFieldHandler.h"
+
+#include <memory>
+
+#include "fields/GraphicPlacement.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/stream/ZplParse.h"
+
+bool GraphicFieldHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    constexpr std::size_t FirstData = 4;
+    // In text data the comma is an instruction, whatever character parts the parameters of the session.
+    constexpr char RowFill = ',';
+    auto const form = ZplParse<CompressionType>(command, 0).ValueOr(CompressionType::Ascii);
+    auto const sent = ZplParse<unsigned>(command, 1);
+    auto const total = ZplParse<unsigned>(command, 2);
+    auto const bytesPerRow = ZplParse<unsigned>(command, 3);
+    if (!sent || !total || !bytesPerRow) return true;
+    auto picture = ZplCore::MakePicture(*total, *bytesPerRow);
+    if (!picture) return true;
+
+    std::string joined;
+    if (command.parameters.size() > FirstData + 1) joined = command.Joined(FirstData, RowFill);
+    std::string const& data = joined.empty() ? command.Parameter(FirstData) : joined;
+    if (form == CompressionType::Binary) {
+        ZplCore::DecodeBinaryData(data, *picture);
+    } else {
+        ZplCore::DecodeTextData(data, *picture);
+    }
+    ZplContextKeys::RenderFunction const draw =
+        [shared = std::make_shared<ZplCore::Picture const>(std::move(*picture))](ContextProcessor& atRender) {
+            ZplCore::DrawPicture(atRender, *shared);
+        };
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, draw);
+    return true;
+}

@@ -1,0 +1,77 @@
+#include "fields/StoredGraphicHandlers.h"
+
+#include <algorithm>
+
+#include "fields/GraphicPlacement.h"
+#include "fields/StoredGraphics.h"
+#include "foundation/Log.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ZplParse.h"
+
+namespace {
+
+constexpr char DefaultDevice = 'R';
+constexpr std::string_view DefaultName = "UNKNOWN";
+constexpr std::string_view DefaultExtension = "GRF";
+
+std::optional<ObjectName> ParseName(ZplCommand const& command) {
+    auto const name = ObjectName::Parse(command.Parameter(0), DefaultDevice, DefaultName, DefaultExtension);
+    if (!name) Log::Report(LogTopic::Data, "No object can have this name: " + command.Parameter(0).substr(0, 40));
+    return name;
+}
+
+}  // namespace
+
+bool DownloadGraphicsHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
+    constexpr std::size_t FirstData = 3;
+    constexpr char RowFill = ',';
+    auto const total = ZplParse<unsigned>(command, 1);
+    auto const bytesPerRow = ZplParse<unsigned>(command, 2);
+    auto const name = ParseName(command);
+    if (!name || !total || !bytesPerRow) return true;
+    if (auto picture = ZplCore::MakePicture(*total, *bytesPerRow)) {
+        ZplCore::DecodeTextData(command.Joined(FirstData, RowFill), *picture);
+        ZplCore::StoreGraphic(processor.FormatsFolder(), *name, *picture);
+    }
+    return true;
+}
+
+bool UploadGraphicsHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor&) {
+    if (auto const name = ParseName(command))
+        Log::Report(LogTopic::NotDrawn, "Object " + name->Path().string() + " is not sent to the host");
+    return true;
+}
+
+bool ImageSaveHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
+    if (auto const name = ParseName(command)) {
+        ZplContextKeys::ISMetaData const save{name->Path().string(), ZplParse<bool>(command, 1).ValueOr(true)};
+        processor.set(ContextProcessor::FormatContext, ZplContextKeys::ImageSave, save);
+    }
+    return true;
+}
+
+bool RecallGraphicHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    constexpr unsigned Largest = 10;
+    auto const parse = [&](std::size_t index) {
+        unsigned const factor = mode_ == Mode::Enlarged ? ZplParse<unsigned>(command, index).ValueOr(1) : 1;
+        return std::clamp(factor, 1U, Largest);
+    };
+    ZplContextKeys::RenderFunction const draw = [text = command.Parameter(0), x = parse(1),
+                                                 y = parse(2)](ContextProcessor& atRender) {
+        auto const picture = ZplCore::FindGraphic(atRender.FormatsFolder(), text);
+        auto const enlarged = picture ? ZplCore::Magnify(*picture, x, y) : std::nullopt;
+        if (enlarged) ZplCore::DrawPicture(atRender, *enlarged);
+    };
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, draw);
+    return true;
+}
+
+void AddStoredGraphicHandlers(CommandHandlerPool& pool) {
+    pool.AddToCache<DownloadGraphicsHandler>();
+    pool.AddToCache<UploadGraphicsHandler>();
+    pool.AddToCache<ImageSaveHandler>();
+    pool.AddToCache<RecallGraphicHandler>(CommandId("XG"), RecallGraphicHandler::Mode::Enlarged);
+    pool.AddToCache<RecallGraphicHandler>(CommandId("IM"), RecallGraphicHandler::Mode::Plain);
+}

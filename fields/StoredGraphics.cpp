@@ -1,0 +1,102 @@
+#include "fields/StoredGraphics.h"
+
+#include <string>
+#include <system_error>
+
+#include "foundation/Files.h"
+#include "foundation/Log.h"
+
+namespace ZplCore {
+
+namespace {
+
+constexpr std::string_view Signature = "LABELPX1";
+constexpr std::size_t HeaderSize = Signature.size() + 8;
+constexpr char ReadOnlyDevice = 'Z';
+constexpr std::string_view SearchOrder = "REBAZ";
+constexpr std::string_view DefaultName = "UNKNOWN";
+constexpr std::string_view DefaultExtension = "GRF";
+
+void AppendNumber(std::string& bytes, std::uint32_t number) {
+    for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(number >> shift & 0xFF);
+}
+
+std::uint32_t ReadNumber(std::string_view bytes) {
+    std::uint32_t number = 0;
+    for (std::size_t i = 4; i-- > 0;) number = number << 8 | static_cast<std::uint8_t>(bytes[i]);
+    return number;
+}
+
+std::string Serialize(Picture const& picture) {
+    std::string bytes(Signature);
+    bytes.reserve(HeaderSize + picture.rows.size());
+    AppendNumber(bytes, picture.bytesPerRow);
+    AppendNumber(bytes, picture.rowCount);
+    bytes.append(picture.rows.begin(), picture.rows.end());
+    return bytes;
+}
+
+std::optional<Picture> Deserialize(std::string_view bytes) {
+    if (bytes.size() < HeaderSize || !bytes.starts_with(Signature)) return std::nullopt;
+    Picture picture;
+    picture.bytesPerRow = ReadNumber(bytes.substr(Signature.size()));
+    picture.rowCount = ReadNumber(bytes.substr(Signature.size() + 4));
+    bytes.remove_prefix(HeaderSize);
+    std::size_t const whole = std::size_t{picture.bytesPerRow} * picture.rowCount;
+    if (picture.bytesPerRow == 0 || picture.bytesPerRow > Picture::MaximumBytesPerRow ||
+        whole > Picture::MaximumBytes || bytes.size() > whole || bytes.size() % picture.bytesPerRow != 0)
+        return std::nullopt;
+    picture.rows.assign(bytes.begin(), bytes.end());
+    return picture;
+}
+
+/// Bytes of all files in `folder` but `except`.
+std::uintmax_t SizeOfOthers(std::filesystem::path const& folder, std::filesystem::path const& except) {
+    std::uintmax_t total = 0;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code ignored;  // a file that vanishes meanwhile has no size
+        auto const size = entry->path() == except ? 0 : entry->file_size(ignored);
+        if (!ignored) total += size;
+    }
+    return total;
+}
+
+}  // namespace
+
+bool StoreGraphic(std::filesystem::path const& folder, ObjectName const& name, Picture const& picture) {
+    auto const path = folder / name.Path();
+    auto const refuse = [&path](LogTopic topic, std::string const& reason) {
+        Log::Report(topic, "Object " + path.filename().string() + " is not stored: " + reason);
+        return false;
+    };
+    if (name.device == ReadOnlyDevice) return refuse(LogTopic::File, "its device is read-only");
+    std::string const bytes = Serialize(picture);
+    if (SizeOfOthers(path.parent_path(), path) + bytes.size() > MaximumStoredBytes)
+        return refuse(LogTopic::Limit, "its device is full");
+    std::error_code error;
+    std::filesystem::create_directories(path.parent_path(), error);
+    if (!error) error = WriteFileAtomically(path, bytes);
+    return error ? refuse(LogTopic::File, error.message()) : true;
+}
+
+std::optional<Picture> LoadGraphic(std::filesystem::path const& folder, ObjectName const& name) {
+    std::string const bytes = ReadRegularFile(folder / name.Path());
+    if (bytes.empty()) return std::nullopt;
+    auto picture = Deserialize(bytes);
+    if (!picture) Log::Report(LogTopic::File, "Object " + name.Path().string() + " is no stored picture");
+    return picture;
+}
+
+std::optional<Picture> FindGraphic(std::filesystem::path const& folder, std::string_view text) {
+    for (char const device : SearchOrder) {
+        auto const name = ObjectName::Parse(text, device, DefaultName, DefaultExtension);
+        if (!name) return std::nullopt;
+        if (auto picture = LoadGraphic(folder, *name)) return picture;
+        if (ObjectName::NamesDevice(text)) return std::nullopt;
+    }
+    return std::nullopt;
+}
+
+}  // namespace ZplCore

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "fields/GraphicData.h"
+#include "frontend/context/ObjectName.h"
+
+/// Pictures kept by object name in files below a folder. A file starts with the eight letters of the format and its
+/// version, followed by bytes per row and number of rows (32 bits each, low byte first), and the rows down to the last
+/// one that was stored.
+namespace ZplCore {
+
+/// All pictures and formats on one device letter together take at most this many bytes.
+inline constexpr std::uintmax_t MaximumStoredBytes = 64UL * 1024 * 1024;
+
+/// Stores a picture, over an earlier object of that name. False, with a report, if it is refused or cannot be written.
+bool StoreGraphic(std::filesystem::path const& folder, ObjectName const& name, Picture const& picture);
+
+/// The picture of that name; nothing if there is none or it is damaged (reported).
+std::optional<Picture> LoadGraphic(std::filesystem::path const& folder, ObjectName const& name);
+
+/// The picture named by `text`, looked for on all devices in their order if the text names none.
+std::optional<Picture> FindGraphic(std::filesystem::path const& folder, std::string_view text);
+
+}  // namespace ZplCore

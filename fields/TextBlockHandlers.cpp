@@ -1,0 +1,67 @@
+#include "fields/TextBlockHandlers.h"
+
+#include <algorithm>
+
+#include "fields/TextElementProcessor.h"
+#include "fields/UnitConversion.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ZplParse.h"
+
+namespace {
+
+using ZplCore::Sketching::TextElementProcessor;
+
+constexpr int Limit = 9999;
+
+unsigned ParseIndent(ZplCommand const& command) {
+    int const indent = ZplParse<int>(command, 4).ValueOr(static_cast<int>(ZplContextDefaults::HangingIndent));
+    if (indent > Limit) return ZplContextDefaults::HangingIndent;
+    return static_cast<unsigned>(std::max(indent, 0));
+}
+
+void StoreRenderFunction(Context& current, ContextProcessor& processor, ZplContextKeys::RenderFunction function) {
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, std::move(function));
+}
+
+}  // namespace
+
+bool FieldBlockHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    auto const lines = ZplParse<unsigned>(command, 1).Where([](unsigned n) { return n >= 1 && n <= Limit; });
+    auto const spacing = ZplParse<int>(command, 2).Where([](int dots) { return -Limit <= dots && dots <= Limit; });
+    StoreSetting(current, processor, ZplContextKeys::TextBlockWidth,
+                 ZplParse<unsigned>(command, 0)
+                     .Map(ZplCore::ApplyDpiScale(processor))
+                     .ValueOr(ZplContextDefaults::TextBlockWidth));
+    StoreSetting(current, processor, ZplContextKeys::TextBlockLineCount,
+                 lines.ValueOr(ZplContextDefaults::TextBlockLines));
+    StoreSetting(current, processor, ZplContextKeys::TextBlockLineSpacing,
+                 spacing.ValueOr(ZplContextDefaults::LineSpace));
+    StoreSetting(
+        current, processor, ZplContextKeys::TextBlockJustification,
+        ZplParse<Scripting::ScriptTextJustification>(command, 3).ValueOr(ZplContextDefaults::BlockJustification));
+    StoreSetting(current, processor, ZplContextKeys::TextBlockIndent, ParseIndent(command));
+    StoreRenderFunction(current, processor, [](ContextProcessor& atRender) {
+        TextElementProcessor::ProcessFieldBlock(atRender.GetCurrentContext(), atRender);
+    });
+    return true;
+}
+
+bool TextBlocksHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    constexpr unsigned SmallestSide = 1;  // dots
+    if (auto const orientation = ZplParse<ZplOrientation>(command, 0))
+        StoreSetting(current, processor, ZplContextKeys::FieldOrientation, *orientation);
+    StoreSetting(current, processor, ZplContextKeys::TextBlockWidth,
+                 ZplParse<unsigned>(command, 1).ValueOr(SmallestSide));
+    unsigned const height = ZplParse<unsigned>(command, 2).ValueOr(SmallestSide);
+    StoreRenderFunction(current, processor, [height](ContextProcessor& atRender) {
+        TextElementProcessor::ProcessTextBlock(atRender.GetCurrentContext(), atRender, height);
+    });
+    return true;
+}
+
+void AddTextBlockHandlers(CommandHandlerPool& pool) {
+    pool.AddToCache<FieldBlockHandler>();
+    pool.AddToCache<TextBlocksHandler>();
+}

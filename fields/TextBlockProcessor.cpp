@@ -1,0 +1,263 @@
+#include <algorithm>
+#include <cstdint>
+#include <unordered_map>
+
+#include "Scripting/GraphicContext.h"
+#include "fields/RenderPoints.h"
+#include "fields/TextBlockLayout.h"
+#include "fields/TextElementProcessor.h"
+#include "fields/TextFont.h"
+#include "fields/Utf8.h"
+#include "frontend/context/ZplContextKeys.h"
+
+namespace ZplCore::Sketching {
+
+namespace {
+
+using Dots = std::int64_t;
+using Align = Scripting::ScriptTextJustification;
+
+/// A block on its way to the page.
+struct Block {
+    Scripting::GraphicContext& target;
+    ContextProcessor& processor;
+    TextFont font;
+    TextMeasures line;  ///< of any line
+    TextRun run;
+    Align alignment = Align::Left;
+    Dots width = 0;
+    Dots indent = 0;          ///< of all lines but the first
+    Dots pitch = 0;           ///< from one line to the next
+    Dots lineCount = 1;       ///< that the block has room for
+    bool overprints = false;  ///< surplus lines are drawn over the last one; otherwise they are left out
+
+    Dots Extent() const { return (lineCount - 1) * pitch; }
+};
+
+/// Keeps the first line of a block that turns back at its origin, or the last one of a block that stands on its base,
+/// on the origin. `extent` is the distance between the two in dots.
+ShiftFunction BlockShift(Dots extent) {
+    return [extent](ZplOrientation orientation, Baseline baseline, Justification justification) -> ZplPoint {
+        ZplPoint const up(0, static_cast<int>(-extent));
+        if (baseline == Baseline::Bottom) return up;
+        bool const isRight = justification == Justification::Right;
+        switch (orientation) {
+            case ZplOrientation::Rotated: return isRight ? ZplPoint() : up;
+            case ZplOrientation::Inverted: return up;
+            case ZplOrientation::BottomUp: return isRight ? up : ZplPoint();
+            case ZplOrientation::Normal: break;
+        }
+        return {};
+    };
+}
+
+/// Advances of characters, each asked for once.
+class AdvanceCache {
+public:
+    explicit AdvanceCache(Block const& block) : block_(block) {}
+
+    Dots operator()(char32_t character) {
+        auto const [entry, isNew] = advances_.try_emplace(character, 0);
+        if (isNew) entry->second = Measure(character);
+        return entry->second;
+    }
+
+private:
+    Dots Measure(char32_t character) const {
+        auto const& font = block_.font;
+        if (font.isBitmap) return Dots{block_.target.GetCharacterWidth(font.drawName, character)} * font.magnificationX;
+        auto const text = TextProcessing::FromCodePoints({&character, 1});
+        return block_.target.MeasureTrueTypeText(font.drawName, text, 0, font.pointSize, font.widthPercent).width;
+    }
+
+    Block const& block_;
+    std::unordered_map<char32_t, Dots> advances_;
+};
+
+/// Draws the lines of a block, each at its place on the page.
+class LinePrinter {
+public:
+    explicit LinePrinter(Block const& block, AdvanceCache& advance)
+        : block_(block), advance_(advance), transform_(TransformOf(block)) {}
+
+    LinearTransform const& Transform() const { return transform_; }
+
+    void Print(BlockLine const& line, Dots index) {
+        Dots const indent = index == 0 ? 0 : block_.indent;
+        Dots const available = block_.width - indent;
+        Dots const y = std::min(index, block_.lineCount - 1) * block_.pitch;
+        if (block_.alignment == Align::Justified && !line.endsParagraph &&
+            line.text.find(U' ') != std::u32string::npos) {
+            PrintJustified(line.text, indent, y, available);
+            return;
+        }
+        Dots const slack = available - WidthOf(line.text);
+        Dots x = indent;
+        if (block_.alignment == Align::Right) x += slack;
+        if (block_.alignment == Align::Center) x += slack / 2;
+        PrintAt(line.text, x, y);
+    }
+
+private:
+    static LinearTransform TransformOf(Block const& block) {
+        bool const isBottom = block.processor.at(ZplContextKeys::FieldBaseline) == Baseline::Bottom;
+        return GetFieldLocalToGlobalTransform(block.processor, static_cast<int>(block.width),
+                                              static_cast<int>(isBottom ? block.line.ascent : block.line.height),
+                                              BlockShift(block.Extent()));
+    }
+
+    Dots WidthOf(std::u32string_view text) {
+        Dots width = text.empty() ? 0 : (static_cast<Dots>(text.size()) - 1) * block_.run.spacing;
+        for (char32_t const c : text) width += advance_(c);
+        return width;
+    }
+
+    /// Word by word, with what is left of the line spread over the gaps from the left.
+    void PrintJustified(std::u32string_view text, Dots x, Dots y, Dots available) {
+        auto gaps = static_cast<Dots>(std::count(text.begin(), text.end(), U' '));
+        Dots slack = std::max<Dots>(available - WidthOf(text), 0);
+        Dots const blank = advance_(U' ') + 2 * Dots{block_.run.spacing};
+        while (!text.empty()) {
+            auto const word = text.substr(0, text.find(U' '));
+            if (!word.empty()) PrintAt(word, x, y);
+            if (word.size() == text.size()) return;
+            Dots const share = slack / gaps + (slack % gaps != 0 ? 1 : 0);
+            x += WidthOf(word) + blank - (word.empty() ? block_.run.spacing : 0) + share;
+            slack -= share;
+            --gaps;
+            text.remove_prefix(word.size() + 1);
+        }
+    }
+
+    void PrintAt(std::u32string_view codePoints, Dots x, Dots y) {
+        std::string text = TextProcessing::FromCodePoints(codePoints);
+        if (block_.font.isBitmap) block_.target.PrepareText(block_.font.drawName, text);
+        if (text.empty()) return;
+        TextMeasures measures = block_.line;
+        measures.width = WidthOf(codePoints);
+        measures.averageWidth = measures.width / static_cast<Dots>(codePoints.size());
+        ZplPoint const point = transform_ * ZplPoint(static_cast<int>(x), static_cast<int>(y));
+        DrawPlacedText(block_.target, block_.processor, block_.font, {text, point, measures, block_.run});
+    }
+
+    Block const& block_;
+    AdvanceCache& advance_;
+    LinearTransform transform_;
+};
+
+void DrawBlock(Block& block, std::string_view text) {
+    AdvanceCache advance(block);
+    LinePrinter printer(block, advance);
+    // A block without width shows nothing, as hosts expect of one that they left out.
+    if (block.width > 0) {
+        BlockShape const shape{block.width, block.indent, block.run.spacing, [&](char32_t c) { return advance(c); }};
+        Dots index = 0;
+        BreakIntoLines(TextProcessing::ToCodePoints(text), shape, [&](BlockLine const& line) {
+            if (index >= block.lineCount && !block.overprints) return false;
+            printer.Print(line, index++);
+            return true;
+        });
+    }
+    auto const height = static_cast<int>(block.line.height + block.Extent());
+    StoreNextFieldOrigin(block.processor, printer.Transform() * Rendering::CreateLocalNextPoint(
+                                                                    block.processor, static_cast<int>(block.width),
+                                                                    height, BlockShift(block.Extent())));
+}
+
+/// A block in the font of the field in force.
+Block MakeBlock(Scripting::GraphicContext& target, ContextProcessor& processor) {
+    TextFont font = TextFont::Of(processor, target);
+    TextMeasures const line = MeasureLine(target, font);
+    return {.target = target,
+            .processor = processor,
+            .font = std::move(font),
+            .line = line,
+            .run = {processor.at(ZplContextKeys::TextDirection), processor.at(ZplContextKeys::TextSpacing)},
+            .width = processor.at(ZplContextKeys::TextBlockWidth),
+            .pitch = line.height};
+}
+
+/// The text of a field block: its escapes as line feeds, backslashes and soft hyphens. Escapes are read in the raw
+/// bytes, since a character set can show something else in the place of the backslash.
+std::string FieldBlockText(std::string_view data, ContextProcessor const& processor) {
+    constexpr std::string_view SoftHyphenText = "\xC2\xAD";
+    std::string text;
+    std::string raw;  // bytes not yet read through the character set
+    auto const flush = [&] {
+        text += FieldText(raw, processor);
+        raw.clear();
+    };
+    for (std::size_t i = 0; i < data.size(); ++i) {
+        char const c = data[i];
+        if (c == '\0') continue;
+        bool const isEscape = c == '\\' && i + 1 < data.size();
+        if (!isEscape && c != '\n' && c != '\r') {
+            raw += c;
+            continue;
+        }
+        if (isEscape && data[i + 1] == '\\') {
+            raw += data[++i];
+            continue;
+        }
+        flush();
+        bool const isBreak = !isEscape || data[i + 1] == '&';
+        text += isBreak ? "\n" : SoftHyphenText;
+        if (isEscape) ++i;
+    }
+    flush();
+    return text;
+}
+
+/// The text of a text block: `<<>` stands for a less-than sign, `<->` for a soft hyphen, and other sequences between
+/// the two brackets for nothing. A bracket that is never closed is text.
+std::string TextBlockText(std::string_view text) {
+    std::string plain;
+    while (!text.empty()) {
+        auto const open = text.find('<');
+        plain += text.substr(0, open);
+        if (open == std::string_view::npos) break;
+        text.remove_prefix(open);
+        auto const close = text.find('>', 1);
+        if (close == std::string_view::npos) {
+            plain += text;
+            break;
+        }
+        auto const sequence = text.substr(1, close - 1);
+        if (sequence == "<") plain += '<';
+        if (sequence == "-") plain += "\xC2\xAD";
+        text.remove_prefix(close + 1);
+    }
+    std::replace(plain.begin(), plain.end(), '\r', '\n');
+    return plain;
+}
+
+}  // namespace
+
+void TextElementProcessor::ProcessFieldBlock(Context const&, ContextProcessor& processor) {
+    auto const target = processor.GetGraphicContext();
+    if (!target) return;
+    std::string const text = FieldBlockText(processor.at(ZplContextKeys::FieldData), processor);
+    if (text.empty()) return;
+    target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
+    Block block = MakeBlock(*target, processor);
+    block.alignment = processor.at(ZplContextKeys::TextBlockJustification);
+    block.indent = processor.at(ZplContextKeys::TextBlockIndent);
+    block.pitch += processor.at(ZplContextKeys::TextBlockLineSpacing);
+    block.lineCount = std::max(processor.at(ZplContextKeys::TextBlockLineCount), 1U);
+    block.overprints = true;
+    DrawBlock(block, text);
+}
+
+void TextElementProcessor::ProcessTextBlock(Context&, ContextProcessor& processor, unsigned height) {
+    auto const target = processor.GetGraphicContext();
+    if (!target) return;
+    std::string const text = TextBlockText(FieldText(processor.at(ZplContextKeys::FieldData), processor));
+    if (text.empty()) return;
+    target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
+    Block block = MakeBlock(*target, processor);
+    // A block lower than one line still shows its first.
+    block.lineCount = std::max<Dots>(Dots{height} / std::max<Dots>(block.pitch, 1), 1);
+    DrawBlock(block, text);
+}
+
+}  // namespace ZplCore::Sketching

@@ -1,0 +1,67 @@
+#include "fields/UnitConversion.h"
+
+#include <cmath>
+
+#include "Scripting/PrinterContextInterface.h"
+#include "frontend/context/ZplContextKeys.h"
+
+namespace ZplCore {
+
+namespace {
+
+bool UnitIsDots(ContextProcessor const& processor) {
+    return processor.at(ZplContextKeys::UnitOfMeasure) == ZplUnitOfMeasure::Dots;
+}
+
+unsigned Scale(ContextProcessor const& processor) { return processor.at(ZplContextKeys::DpiScaleFactor); }
+
+long RoundScaled(double value, ContextProcessor const& processor) {
+    double const dots = value * GetUnitConversionFactor(processor);
+    return std::lround(UnitIsDots(processor) ? dots * Scale(processor) : dots);
+}
+
+}  // namespace
+
+unsigned DesignDpi(ContextProcessor const& processor) {
+    constexpr unsigned WithoutPrinter = 203;
+    auto const& printer = processor.GetPrinterContext();
+    return printer ? printer->DesignDpi().Value() : WithoutPrinter;
+}
+
+unsigned GetUnitConversionFactor(ContextProcessor const& processor) {
+    constexpr unsigned WholeMillimetersPerInch = 25;
+    switch (processor.at(ZplContextKeys::UnitOfMeasure)) {
+        case ZplUnitOfMeasure::Inches: return DesignDpi(processor);
+        case ZplUnitOfMeasure::Millimeters: return DesignDpi(processor) / WholeMillimetersPerInch;
+        case ZplUnitOfMeasure::Dots: break;
+    }
+    return 1;
+}
+
+std::function<unsigned(double)> ToDots(ContextProcessor const& processor) {
+    return [&processor](double value) {
+        double dots = value * GetUnitConversionFactor(processor);
+        if (!UnitIsDots(processor)) dots /= Scale(processor);
+        auto const rounded = static_cast<unsigned long>(std::lround(dots));
+        return static_cast<unsigned>(static_cast<long>(rounded) < 0 ? 0UL - rounded : rounded);
+    };
+}
+
+std::function<unsigned(double)> ToDotsScaled(ContextProcessor const& processor) {
+    return [&processor](double value) { return static_cast<unsigned>(RoundScaled(value, processor)); };
+}
+
+template <>
+int ToDotsScaled<int>(double value, ContextProcessor const& processor) {
+    return static_cast<int>(RoundScaled(value, processor));
+}
+
+std::function<unsigned(unsigned)> ToDotsScaleOnly(ContextProcessor const& processor) {
+    return [&processor](unsigned value) { return UnitIsDots(processor) ? value * Scale(processor) : value; };
+}
+
+std::function<unsigned(unsigned)> ApplyDpiScale(ContextProcessor const& processor) {
+    return [&processor](unsigned value) { return value * Scale(processor); };
+}
+
+}  // namespace ZplCore

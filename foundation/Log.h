@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+/// What a report is about, so that its receiver can count, filter and fail by it.
+enum class LogTopic {
+    UnknownCommand,  ///< a command that is not in the language's table
+    BarcodeRefused,  ///< data that a symbology cannot carry
+    NotDrawn,        ///< something that the stream asks for and the system does not draw
+    Limit,           ///< something past a limit, refused as a whole
+    Data,            ///< damaged data of a field or an object
+    Font,            ///< a font that is missing or replaced
+    File,            ///< a stored object that cannot be read or written
+};
+
+/// Reports about what streams contain. Nothing is changed by a report, and without a sink it is dropped.
+namespace Log {
+
+using Sink = std::function<void(LogTopic, std::string_view)>;
+
+/// Sets the receiver of the process; an empty function drops reports. Called before streams are interpreted, or between
+/// them, on the thread that interprets them.
+void SetSink(Sink sink);
+
+/// Hands one line, without a line end, to the receiver.
+void Report(LogTopic topic, std::string const& message);
+
+}  // namespace Log
