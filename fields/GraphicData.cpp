@@ -70,7 +70,7 @@ void DecodeBase64Data(std::string_view body, bool isPacked, Picture& picture) {
     auto const colon = dense.find(':');
     std::string_view const text = std::string_view(dense).substr(0, colon);
     CheckCrc(text, colon == std::string::npos ? std::string_view() : std::string_view(dense).substr(colon + 1));
-    std::string const bytes = DecodeBase64(text);
+    std::string const bytes = Base64::DecodeLeniently(text);
     if (isPacked) {
         auto const inflated = Inflate(bytes, std::size_t{picture.bytesPerRow} * picture.rowCount);
         FillRows(inflated.data(), inflated.size(), picture);

@@ -1,52 +1,68 @@
 #include "foundation/Base64.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
 namespace {
 
 constexpr std::string_view Alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-constexpr std::uint8_t Outside = 0xFF;
+constexpr std::uint8_t NoDigit = 0xFF;
 constexpr std::uint8_t Space = 0xFE;
 
-constexpr std::array<std::uint8_t, 256> Values = [] {
+constexpr auto DigitValues = [] {
     std::array<std::uint8_t, 256> values{};
-    values.fill(Outside);
-    for (std::size_t i = 0; i < Alphabet.size(); ++i)
-        values[static_cast<std::uint8_t>(Alphabet[i])] = static_cast<std::uint8_t>(i);
+    values.fill(NoDigit);
     for (char const space : {' ', '\t', '\r', '\n'}) values[static_cast<std::uint8_t>(space)] = Space;
+    for (std::size_t i = 0; i < Alphabet.size(); ++i) {
+        values[static_cast<std::uint8_t>(Alphabet[i])] = static_cast<std::uint8_t>(i);
+    }
     return values;
 }();
 
-}  // namespace
-
-std::string DecodeBase64(std::string_view text) {
+/// Decodes up to the first character that is no digit; `read` counts the characters taken.
+std::string DecodeDigits(std::string_view text, bool skipSpace, std::size_t& read) {
     std::string bytes;
     bytes.reserve(text.size() / 4 * 3 + 3);
-    std::uint32_t bits = 0;
-    unsigned count = 0;
-    for (char const character : text) {
-        std::uint8_t const value = Values[static_cast<std::uint8_t>(character)];
-        if (value == Space) continue;
-        if (value == Outside) break;
-        bits = bits << 6 | value;
-        count += 6;
-        if (count < 8) continue;
-        count -= 8;
-        bytes += static_cast<char>(bits >> count);
+    std::uint32_t group = 0;
+    std::size_t digits = 0;
+    for (read = 0; read < text.size(); ++read) {
+        std::uint8_t const value = DigitValues[static_cast<std::uint8_t>(text[read])];
+        if (value == Space && skipSpace) continue;
+        if (value >= Space) break;
+        group = (group << 6) | value;
+        // The first digit of four completes no byte, each other one completes one.
+        if (std::size_t const place = digits++ % 4; place != 0) bytes += static_cast<char>(group >> (6 - 2 * place));
     }
     return bytes;
 }
 
-std::string EncodeBase64(std::string_view bytes) {
+}  // namespace
+
+std::optional<std::string> Base64::Decode(std::string_view text) {
+    if (text.size() % 4 != 0) return std::nullopt;
+    for (int padding = 0; padding < 2 && text.ends_with('='); ++padding) text.remove_suffix(1);
+    std::size_t read = 0;
+    std::string bytes = DecodeDigits(text, false, read);
+    if (read != text.size()) return std::nullopt;
+    return bytes;
+}
+
+std::string Base64::DecodeLeniently(std::string_view text) {
+    std::size_t read = 0;
+    return DecodeDigits(text, true, read);
+}
+
+std::string Base64::Encode(std::string_view bytes) {
     std::string text;
     text.reserve((bytes.size() + 2) / 3 * 4);
     for (std::size_t i = 0; i < bytes.size(); i += 3) {
-        std::uint32_t bits = 0;
-        std::size_t const count = bytes.size() - i < 3 ? bytes.size() - i : 3;
-        for (std::size_t k = 0; k < 3; ++k)
-            bits = bits << 8 | (k < count ? static_cast<std::uint8_t>(bytes[i + k]) : 0U);
-        for (std::size_t k = 0; k < 4; ++k) text += k <= count ? Alphabet[bits >> (18 - 6 * k) & 63] : '=';
+        std::size_t const count = std::min<std::size_t>(3, bytes.size() - i);
+        std::uint32_t group = 0;
+        for (std::size_t k = 0; k < 3; ++k) {
+            group = (group << 8) | (k < count ? static_cast<std::uint8_t>(bytes[i + k]) : 0U);
+        }
+        for (std::size_t k = 0; k < 4; ++k) text += k <= count ? Alphabet[(group >> (18 - 6 * k)) & 63] : '=';
     }
     return text;
 }

@@ -41,6 +41,7 @@ public:
     Context& GetCurrentContext();
     /// Takes the top off the stack and destroys its context; nothing on an empty stack.
     void PopCurrentContext();
+    bool IsStackEmpty() const { return contextStack_.empty(); }
     /// Empties a context and leaves it on the stack; nothing if there is none of that name.
     void ClearContext(std::string const& name);
 

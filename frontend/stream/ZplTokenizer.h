@@ -22,6 +22,8 @@ public:
 
     /// Where the command delivered last was opened, in bytes since the tokenizer was made: the place of its prefix.
     std::uint64_t CommandOffset() const { return deliveredOffset_; }
+    /// Bytes read since the tokenizer was made.
+    std::uint64_t ConsumedBytes() const { return consumed_; }
 
 private:
     struct Syntax {

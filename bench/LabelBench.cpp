@@ -1,0 +1,59 @@
+#include <benchmark/benchmark.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "desktop/Desk.h"
+#include "labels/Job.h"
+
+namespace {
+
+std::string ShippingLabel() {
+    std::ifstream file("examples/shipping-label.zpl", std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+RenderOptions At300Dpi() {
+    RenderOptions options;
+    options.designDpi = options.printerDpi = 300;
+    return options;
+}
+
+/// Copying the state of a finished format, as each label does: the clone that stays frozen, and the one that travels.
+void FreezeLabel(benchmark::State& state) {
+    Desk desk(At300Dpi());
+    auto session = desk.MakeSession();
+    std::string const stream = ShippingLabel();
+    auto result = session->Consume(stream, false, true);
+    Zpl::Label const& label = std::get<1>(*result.label);
+    for (auto _ : state) benchmark::DoNotOptimize(label.DeepClone());
+}
+BENCHMARK(FreezeLabel);
+
+/// Replaying and drawing one copy, glyphs cached, without the page file.
+void ReplayLabel(benchmark::State& state) {
+    Desk desk(At300Dpi());
+    auto session = desk.MakeSession();
+    std::string const stream = ShippingLabel();
+    auto result = session->Consume(stream, false, true);
+    Zpl::Label label = std::get<1>(*result.label);
+    for (auto _ : state) benchmark::DoNotOptimize(label.ProcessLabel(0, false));
+}
+BENCHMARK(ReplayLabel);
+
+/// A stream of n labels from bytes to frozen labels: the time of one must not grow with n.
+void LabelsInOneStream(benchmark::State& state) {
+    Desk desk(At300Dpi());
+    std::string const one = "^XA^FO50,50^A0N,40,40^FDBolt M8^FS^FO50,100^BY2^BCN,80,N^FDBLT-M8^FS^XZ";
+    std::string stream;
+    for (std::int64_t i = 0; i < state.range(0); ++i) stream += one;
+    for (auto _ : state) {
+        desk.StartStream();
+        auto session = desk.MakeSession();
+        for (std::string_view rest = stream; !rest.empty();) rest = session->Consume(rest, false, true).remaining;
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(LabelsInOneStream)->Arg(10)->Arg(100)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+}  // namespace

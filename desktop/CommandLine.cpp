@@ -1,0 +1,179 @@
+#include "desktop/CommandLine.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace {
+
+constexpr double MillimetersPerInch = 25.4;
+constexpr double LargestSide = 200;  // inches
+
+unsigned ParseNumber(std::string_view option, std::string_view text, unsigned low, unsigned high) {
+    unsigned value = 0;
+    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() || value < low || value > high) {
+        throw UsageError(std::string(option) + " takes a whole number from " + std::to_string(low) + " to " +
+                         std::to_string(high) + ", not \"" + std::string(text) + "\"");
+    }
+    return value;
+}
+
+unsigned ParseDpi(std::string_view option, std::string_view text) {
+    constexpr std::array<unsigned, 3> Known = {203, 300, 600};
+    unsigned value = 0;
+    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() ||
+        std::find(Known.begin(), Known.end(), value) == Known.end()) {
+        throw UsageError(std::string(option) + " is 203, 300 or 600, not \"" + std::string(text) + "\"");
+    }
+    return value;
+}
+
+struct Size {
+    double width;
+    double height;
+    std::string unit;
+};
+
+/// `WxH` with a unit: in, mm or dots.
+Size ParseSize(std::string_view text) {
+    auto const bad = [&] {
+        return UsageError("--size is WIDTHxHEIGHT with the unit in, mm or dots, as 4x6in; not \"" + std::string(text) +
+                          "\"");
+    };
+    Size size{};
+    auto const [afterWidth, widthError] = std::from_chars(text.data(), text.data() + text.size(), size.width);
+    if (widthError != std::errc() || afterWidth == text.data() + text.size() || *afterWidth != 'x') throw bad();
+    auto const [afterHeight, heightError] = std::from_chars(afterWidth + 1, text.data() + text.size(), size.height);
+    if (heightError != std::errc()) throw bad();
+    size.unit = std::string(afterHeight, text.data() + text.size());
+    if (size.unit.empty()) size.unit = "in";
+    bool const known = size.unit == "in" || size.unit == "mm" || size.unit == "dots";
+    if (!known || !(size.width > 0) || !(size.height > 0) || !std::isfinite(size.width) || !std::isfinite(size.height))
+        throw bad();
+    return size;
+}
+
+void ApplySize(RenderOptions& options, Size const& size) {
+    double const perInch = size.unit == "in" ? 1 : size.unit == "mm" ? MillimetersPerInch : options.designDpi;
+    options.widthInches = size.width / perInch;
+    options.heightInches = size.height / perInch;
+    if (options.widthInches > LargestSide || options.heightInches > LargestSide) {
+        throw UsageError("--size is at most 200 inches on a side");
+    }
+}
+
+PageFormat ParseFormat(std::string_view text) {
+    if (text == "png") return PageFormat::Png;
+    if (text == "pbm") return PageFormat::Pbm;
+    if (text == "pdf") return PageFormat::Pdf;
+    throw UsageError("--format is png, pbm or pdf, not \"" + std::string(text) + "\"");
+}
+
+std::pair<std::string, std::string> ParseFont(std::string_view text) {
+    auto const equals = text.find('=');
+    if (equals == std::string_view::npos || equals == 0 || equals + 1 == text.size()) {
+        throw UsageError("--font is LETTER=FILE.ttf, not \"" + std::string(text) + "\"");
+    }
+    return {std::string(text.substr(0, equals)), std::string(text.substr(equals + 1))};
+}
+
+}  // namespace
+
+RenderOptions ParseRenderOptions(std::vector<std::string> const& arguments) {
+    RenderOptions options;
+    std::optional<unsigned> printerDpi;
+    std::optional<Size> size;
+    bool onlyInputs = false;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        std::string option = arguments[i];
+        if (onlyInputs || option == "-" || !option.starts_with("-")) {
+            options.inputs.push_back(option);
+            continue;
+        }
+        std::optional<std::string> attached;
+        if (auto const equals = option.find('='); option.starts_with("--") && equals != std::string::npos) {
+            attached = option.substr(equals + 1);
+            option.resize(equals);
+        }
+        auto const value = [&]() -> std::string {
+            if (attached) return *attached;
+            if (i + 1 == arguments.size()) throw UsageError(option + " needs a value");
+            return arguments[++i];
+        };
+        if (option == "--")
+            onlyInputs = true;
+        else if (option == "--dpi")
+            options.designDpi = ParseDpi(option, value());
+        else if (option == "--printer-dpi")
+            printerDpi = ParseDpi(option, value());
+        else if (option == "--size")
+            size = ParseSize(value());
+        else if (option == "--out")
+            options.outputFolder = value();
+        else if (option == "--format")
+            options.format = ParseFormat(value());
+        else if (option == "--copies")
+            options.mostCopies = ParseNumber(option, value(), 1, 99'999'999);
+        else if (option == "--font")
+            options.fonts.push_back(ParseFont(value()));
+        else if (option == "--job")
+            options.keepJob = true;
+        else if (option == "--json")
+            options.json = true;
+        else if (option == "--strict")
+            options.strict = true;
+        else if (option == "--help" || option == "-h")
+            options.help = true;
+        else
+            throw UsageError("unknown option " + option + "; zpl render --help lists them all");
+    }
+    options.printerDpi = printerDpi.value_or(options.designDpi);
+    if (size) ApplySize(options, *size);
+    return options;
+}
+
+std::string_view GeneralHelp() {
+    return R"(zpl: draws labels written in the ZPL label language, as the printer would print them.
+
+  zpl render FILE...   draw every page of a stream into picture files
+  zpl check FILE...    tell what a stream holds and what is wrong with it, without drawing
+  zpl COMMAND --help   all options of a command
+
+Try:  ./zpl render examples/shipping-label.zpl
+)";
+}
+
+std::string_view RenderHelp() {
+    return R"(usage: zpl render FILE...|- [options]
+
+Draws every page of each stream ("-" reads standard input) as NAME-1.png, NAME-2.png, ... and prints one line per page.
+
+  --dpi N             resolution that the stream is made for: 203 (default), 300 or 600
+  --printer-dpi N     resolution of the page, if it is another
+  --size WxH          size of the label part, as 4x6in (default), 100x150mm or 812x1218dots;
+                      a stream that gives its own width or length has the last word
+  --out DIR           where the pages go (default: the current folder; it is made if it is missing)
+  --format F          png (default), pbm or pdf
+  --copies N          copies of one label that are drawn at most (default 1000)
+  --font L=FILE.ttf   draws font letter L, or a named font, with this TrueType file
+  --job               keeps all pages as one job folder, as the print driver takes it
+  --json              prints one JSON object instead of lines
+  --strict            ends with 3 if a command is unknown or a barcode was refused
+
+Exit code: 0 pages were made, 1 the stream holds no printable label, 2 bad usage or a file that cannot be read or
+written, 3 findings under --strict.
+)";
+}
+
+std::string_view CheckHelp() {
+    return R"(usage: zpl check FILE...|- [--dpi N] [--size WxH] [--json] [--strict]
+
+Reads each stream as zpl render does and reports its labels, their copies, and every command that is unknown, with label,
+byte offset, line and column. Draws no files.
+
+Exit code: as for zpl render.
+)";
+}

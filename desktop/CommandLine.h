@@ -1,0 +1,48 @@
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What the exit code of the command line says.
+enum class ExitCode {
+    Success = 0,
+    NoLabel = 1,   ///< the stream holds no printable label
+    Usage = 2,     ///< bad usage, an input that cannot be read or an output that cannot be written
+    Findings = 3,  ///< under --strict: a command was unknown or a barcode was refused
+};
+
+/// Bad usage; the text says in one line what is wrong and what to do.
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+enum class PageFormat { Png, Pbm, Pdf };
+
+/// The options of `zpl render` and `zpl check`.
+struct RenderOptions {
+    std::vector<std::string> inputs;  ///< file names; "-" is standard input
+    unsigned designDpi = 203;
+    unsigned printerDpi = 203;
+    double widthInches = 4;
+    double heightInches = 6;
+    std::string outputFolder = ".";
+    PageFormat format = PageFormat::Png;
+    unsigned mostCopies = 1000;                              ///< copies of one label that are drawn
+    std::vector<std::pair<std::string, std::string>> fonts;  ///< font letter or object name, and file
+    bool keepJob = false;
+    bool json = false;
+    bool strict = false;
+    bool help = false;
+};
+
+/// Reads what stands behind `zpl render` or `zpl check`; throws UsageError.
+RenderOptions ParseRenderOptions(std::vector<std::string> const& arguments);
+
+/// The help texts.
+std::string_view GeneralHelp();
+std::string_view RenderHelp();
+std::string_view CheckHelp();

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "desktop/CommandLine.h"
+
+/// `zpl render`: draws every page of the streams into files.
+ExitCode RunRender(RenderOptions const& options);
+
+/// `zpl check`: reports what the streams hold, and draws nothing.
+ExitCode RunCheck(RenderOptions const& options);
+
+/// Reads a whole input; "-" is standard input. Throws UsageError if it cannot be read.
+std::string ReadInput(std::string const& name);
+
+/// `code` unless an earlier input ended worse.
+ExitCode Worse(ExitCode earlier, ExitCode code);

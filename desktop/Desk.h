@@ -1,0 +1,50 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+
+#include "PrintEngine/Printing/TrueTypeCacheCreator.h"
+#include "desktop/CommandLine.h"
+#include "foundation/Clock.h"
+#include "frontend/handlers/CommandHandlerPool.h"
+#include "jobhost/model/PrinterContext.h"
+#include "jobhost/model/Session.h"
+#include "jobhost/model/ZPLProcessorInterface.h"
+
+/// A folder of a name of its own, which goes with all that is in it when the object does.
+class TemporaryFolder {
+public:
+    /// Throws std::system_error if it cannot be made in `parent`.
+    TemporaryFolder(std::filesystem::path const& parent, std::string_view prefix);
+    ~TemporaryFolder();
+    TemporaryFolder(TemporaryFolder const&) = delete;
+    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
+
+    std::filesystem::path const& Path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
+/// What a printer gives to the streams that it is sent, within this process: the model with its properties, the
+/// handlers, the fonts, and a store for formats and graphics that lives as long as the desk.
+class Desk {
+public:
+    explicit Desk(RenderOptions const& options);
+
+    /// A stream begins, with nothing left over from the one before but what is stored.
+    void StartStream();
+    /// A session for the stream under way.
+    std::unique_ptr<Zpl::Host::Session> MakeSession();
+
+private:
+    TemporaryFolder storage_;
+    std::shared_ptr<ZPLProcessorInterface> model_;
+    PrintEngine::Printing::TrueTypeCacheCreator fonts_;
+    CommandHandlerPool handlers_;
+    std::shared_ptr<Clock const> clock_;
+    Scripting::Dpi printerDpi_;
+    Scripting::Dpi designDpi_;
+    std::shared_ptr<Context> systemContext_;
+    std::shared_ptr<PrinterContext> printerContext_;
+};

@@ -1,0 +1,229 @@
+#include <csignal>
+#include <optional>
+
+#include "desktop/Commands.h"
+#include "desktop/PageStore.h"
+#include "desktop/Progress.h"
+#include "desktop/RenderReport.h"
+#include "desktop/StreamInterpreter.h"
+#include "foundation/Files.h"
+#include "labels/Job.h"
+
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+
+/// Ctrl-C ends the run behind the page under way, so that nothing half done is left.
+void StopOnInterrupt() {
+    struct sigaction action {};
+    action.sa_handler = [](int) { interrupted = 1; };
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+}
+
+/// Renders the labels of one input, each as a job of its own the moment it is finished, so that memory does not grow
+/// with the stream; or, to keep the job folder, all of them as one job at the end.
+class InputRenderer {
+public:
+    InputRenderer(RenderOptions const& options, Desk& desk, std::string const& input, std::string_view stream,
+                  RenderReport& report)
+        : options_(options),
+          input_(input),
+          report_(report),
+          findings_(stream),
+          interpreter_(desk, stream, findings_),
+          store_(options, input),
+          progress_(!options.json) {}
+
+    ExitCode Run() {
+        report_.StartInput(input_);
+        std::optional<std::string> failure;
+        try {
+            RenderLabels();
+        } catch (OutputError const& error) {
+            failure = error.what();
+        }
+        progress_.Clear();
+        report_.EndInput(findings_, false);
+        if (failure) throw OutputError(*failure);
+        if (options_.strict && findings_.HasFaults()) return ExitCode::Findings;
+        return pages_ == 0 ? ExitCode::NoLabel : ExitCode::Success;
+    }
+
+private:
+    void RenderLabels() {
+        interpreter_.Run([this](FinishedLabel& finished) {
+            if (options_.keepJob) {
+                jobName_ = jobName_.empty() ? finished.text : jobName_;
+                jobFlag_ = jobFlag_ || finished.hasTagOperations;
+                kept_.push_back(std::move(finished.label));
+            } else {
+                RenderOne(std::move(finished));
+            }
+            return interrupted == 0;
+        });
+        if (!kept_.empty()) RenderJob();
+    }
+
+    unsigned CopiesToDraw(unsigned quantity, unsigned label) {
+        if (quantity <= options_.mostCopies) return quantity;
+        findings_.AddNotice("of " + std::to_string(quantity) + " copies " + std::to_string(options_.mostCopies) +
+                                " are drawn; --copies N draws more",
+                            label);
+        return options_.mostCopies;
+    }
+
+    void RenderOne(FinishedLabel finished) {
+        unsigned const quantity = finished.label.Quantity();
+        unsigned const copies = CopiesToDraw(quantity, finished.number);
+        Zpl::Job job({std::move(finished.label)}, {}, finished.hasTagOperations);
+        Start(job, finished.text);
+        for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
+            if (!RenderPage(job, copy, finished.number)) break;
+            Report({store_.Keep(job.JobPath() / std::to_string(copy)), 0, 0, finished.number, copy + 1, quantity});
+        }
+        std::error_code error;
+        std::filesystem::remove_all(job.JobPath(), error);
+    }
+
+    void RenderJob() {
+        std::vector<unsigned> quantities;
+        for (auto const& label : kept_) quantities.push_back(label.Quantity());
+        Zpl::Job job(std::move(kept_), {}, jobFlag_);
+        Start(job, jobName_);
+        unsigned page = 0;
+        for (std::size_t i = 0; i < quantities.size(); ++i) {
+            auto const number = static_cast<unsigned>(i + 1);
+            unsigned const copies = CopiesToDraw(quantities[i], number);
+            for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
+                if (!RenderPage(job, page + copy, number)) break;
+                Report({job.JobPath() / std::to_string(page + copy), 0, 0, number, copy + 1, quantities[i]});
+            }
+            page += quantities[i];
+        }
+        job.End();
+        CheckFile(job.JobPath());
+    }
+
+    void Start(Zpl::Job& job, std::string const& name) {
+        job.Start(name);
+        CheckFile(options_.outputFolder);
+    }
+
+    /// False if the page could not be drawn; the label is given up then.
+    bool RenderPage(Zpl::Job& job, unsigned page, unsigned label) {
+        try {
+            job.RenderLabel(page);
+        } catch (std::exception const& error) {
+            findings_.AddNotice(Explain(error) + "; its pages from here on are dropped", label);
+            return false;
+        }
+        CheckFile(options_.keepJob ? job.JobPath() / std::to_string(page) : store_.NextPath());
+        return true;
+    }
+
+    void CheckFile(std::filesystem::path const& what) {
+        auto const& error = interpreter_.Target().FileError();
+        if (!error.empty()) throw OutputError("cannot write " + what.string() + ": " + error);
+    }
+
+    void Report(RenderedPage page) {
+        auto const size = interpreter_.Target().PageSize();
+        page.width = static_cast<unsigned>(size.width);
+        page.height = static_cast<unsigned>(size.height);
+        progress_.Clear();
+        report_.Page(page);
+        progress_.Page(++pages_);
+    }
+
+    RenderOptions const& options_;
+    std::string const& input_;
+    RenderReport& report_;
+    Findings findings_;
+    StreamInterpreter interpreter_;
+    PageStore store_;
+    Progress progress_;
+    std::vector<Zpl::Label> kept_;
+    std::string jobName_;
+    bool jobFlag_ = false;
+    unsigned pages_ = 0;
+};
+
+/// Runs `one` on each input and gathers the exit code: 0 as soon as one input made a page, unless something failed.
+template <typename One>
+ExitCode ForEachInput(RenderOptions const& options, RenderReport& report, One&& one) {
+    std::optional<ExitCode> code;
+    for (auto const& input : options.inputs) {
+        if (interrupted != 0) break;
+        ExitCode result = ExitCode::Usage;
+        try {
+            result = one(input, ReadInput(input));
+        } catch (std::exception const& error) {
+            report.Error(error.what());
+            if (dynamic_cast<OutputError const*>(&error)) {
+                code = ExitCode::Usage;
+                break;
+            }
+        }
+        code = code ? Worse(*code, result) : result;
+    }
+    return code.value_or(ExitCode::NoLabel);
+}
+
+}  // namespace
+
+std::string ReadInput(std::string const& name) {
+    std::string content;
+    std::error_code const error = name == "-" ? ReadFile("/dev/stdin", content) : ReadFile(name, content);
+    if (error) throw UsageError("cannot read " + name + ": " + error.message());
+    return content;
+}
+
+ExitCode Worse(ExitCode earlier, ExitCode code) {
+    constexpr auto rank = [](ExitCode value) {
+        switch (value) {
+            case ExitCode::Usage: return 3;
+            case ExitCode::Findings: return 2;
+            case ExitCode::Success: return 1;
+            case ExitCode::NoLabel: break;
+        }
+        return 0;
+    };
+    return rank(earlier) >= rank(code) ? earlier : code;
+}
+
+ExitCode RunRender(RenderOptions const& options) {
+    StopOnInterrupt();
+    Desk desk(options);
+    RenderReport report(options.json);
+    ExitCode const code = ForEachInput(options, report, [&](std::string const& input, std::string const& stream) {
+        desk.StartStream();
+        return InputRenderer(options, desk, input, stream, report).Run();
+    });
+    report.Finish(code);
+    return code;
+}
+
+ExitCode RunCheck(RenderOptions const& options) {
+    StopOnInterrupt();
+    Desk desk(options);
+    RenderReport report(options.json);
+    ExitCode const code = ForEachInput(options, report, [&](std::string const& input, std::string const& stream) {
+        desk.StartStream();
+        report.StartInput(input);
+        Findings findings(stream);
+        StreamInterpreter interpreter(desk, stream, findings);
+        unsigned labels = 0;
+        interpreter.Run([&](FinishedLabel& finished) {
+            report.Label(finished.number, finished.text, finished.label.Quantity(), finished.offset);
+            ++labels;
+            return interrupted == 0;
+        });
+        report.EndInput(findings, true);
+        if (options.strict && findings.HasFaults()) return ExitCode::Findings;
+        return labels == 0 ? ExitCode::NoLabel : ExitCode::Success;
+    });
+    report.Finish(code);
+    return code;
+}

@@ -1,0 +1,91 @@
+#include "desktop/RenderReport.h"
+
+#include <cstdio>
+
+namespace {
+
+std::string_view KindName(Finding::Kind kind) {
+    switch (kind) {
+        case Finding::Kind::SetupCommand: return "setup-command";
+        case Finding::Kind::UnknownCommand: return "unknown-command";
+        case Finding::Kind::Refused: return "barcode-refused";
+        case Finding::Kind::Notice: break;
+    }
+    return "notice";
+}
+
+}  // namespace
+
+RenderReport::RenderReport(bool json) : json_(json) {
+    if (json_) writer_.StartObject().Key("inputs").StartArray();
+}
+
+void RenderReport::StartInput(std::string const& name) {
+    if (!json_) return;
+    writer_.StartObject().Key("input").String(name);
+    inList_ = false;
+}
+
+void RenderReport::Page(RenderedPage const& page) {
+    if (!json_) {
+        std::printf("%s  %u x %u  copy %u of %u\n", page.path.c_str(), page.width, page.height, page.copy, page.copies);
+        return;
+    }
+    if (!inList_) writer_.Key("pages").StartArray();
+    inList_ = true;
+    writer_.StartObject()
+        .Key("path")
+        .String(page.path.string())
+        .Key("width")
+        .Int(page.width)
+        .Key("height")
+        .Int(page.height);
+    writer_.Key("label").Int(page.label).Key("copy").Int(page.copy).Key("copies").Int(page.copies).EndObject();
+}
+
+void RenderReport::Label(unsigned number, std::string const& text, unsigned copies, std::uint64_t offset) {
+    if (!json_) {
+        std::printf("label %u: %u %s, ends at byte %llu%s%s\n", number, copies, copies == 1 ? "copy" : "copies",
+                    static_cast<unsigned long long>(offset), text.empty() ? "" : ", says ", text.c_str());
+        return;
+    }
+    if (!inList_) writer_.Key("labels").StartArray();
+    inList_ = true;
+    writer_.StartObject().Key("label").Int(number).Key("copies").Int(copies);
+    writer_.Key("offset").Int(static_cast<std::int64_t>(offset)).Key("text").String(text).EndObject();
+}
+
+void RenderReport::EndInput(Findings const& findings, bool everything) {
+    if (!json_) {
+        std::fflush(stdout);
+        for (auto const& finding : findings.List()) {
+            if (finding.kind == Finding::Kind::SetupCommand && !everything) continue;
+            std::fprintf(stderr, "zpl: %s\n", finding.Describe().c_str());
+        }
+        return;
+    }
+    if (inList_) writer_.EndArray();
+    writer_.Key("findings").StartArray();
+    for (auto const& finding : findings.List()) {
+        writer_.StartObject().Key("kind").String(KindName(finding.kind)).Key("text").String(finding.text);
+        if (finding.label != 0) writer_.Key("label").Int(finding.label);
+        if (finding.offset) {
+            writer_.Key("offset").Int(static_cast<std::int64_t>(*finding.offset));
+            writer_.Key("line").Int(static_cast<std::int64_t>(finding.line));
+            writer_.Key("column").Int(static_cast<std::int64_t>(finding.column));
+        }
+        writer_.EndObject();
+    }
+    writer_.EndArray().EndObject();
+}
+
+void RenderReport::Error(std::string const& line) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "zpl: %s\n", line.c_str());
+}
+
+void RenderReport::Finish(ExitCode code) {
+    if (!json_) return;
+    writer_.EndArray().Key("exitCode").Int(static_cast<int>(code)).EndObject();
+    std::puts(writer_.Text().c_str());
+}

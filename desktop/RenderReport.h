@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "desktop/CommandLine.h"
+#include "desktop/Findings.h"
+#include "foundation/Json.h"
+
+/// One page as it was written.
+struct RenderedPage {
+    std::filesystem::path path;
+    unsigned width;   ///< dots of the printer
+    unsigned height;  ///< dots of the printer
+    unsigned label;   ///< from 1
+    unsigned copy;    ///< from 1
+    unsigned copies;
+};
+
+/// What is said about a run: lines for a person, or one JSON object for a program.
+class RenderReport {
+public:
+    explicit RenderReport(bool json);
+
+    void StartInput(std::string const& name);
+    void Page(RenderedPage const& page);
+    void Label(unsigned number, std::string const& text, unsigned copies, std::uint64_t offset);
+    /// Ends an input. Findings about set-up commands are left out for a person unless `everything` is asked for.
+    void EndInput(Findings const& findings, bool everything);
+    void Error(std::string const& line);
+    void Finish(ExitCode code);
+
+private:
+    bool json_;
+    bool inList_ = false;
+    JsonWriter writer_;
+};

@@ -1,0 +1,51 @@
+#include "desktop/StreamInterpreter.h"
+
+#include <new>
+#include <stdexcept>
+
+#include "foundation/Log.h"
+
+std::string Explain(std::exception const& error) {
+    if (dynamic_cast<std::out_of_range const*>(&error)) return "a number is out of range";
+    if (dynamic_cast<std::invalid_argument const*>(&error)) return "a number cannot be read";
+    if (dynamic_cast<std::bad_alloc const*>(&error) || dynamic_cast<std::length_error const*>(&error)) {
+        return "it needs more memory than there is";
+    }
+    return error.what();
+}
+
+void StreamInterpreter::OpenSession(std::uint64_t base) {
+    session_ = desk_.MakeSession();
+    session_->SetUnknownCommandObserver([this, base](ZplCommand const& command, std::uint64_t offset) {
+        findings_.AddUnknownCommand(command, base + offset, labels_ + (session_->IsInFormat() ? 1 : 0));
+    });
+}
+
+void StreamInterpreter::Run(TakeLabel const& take) {
+    Log::SetSink([this](LogTopic topic, std::string_view text) { findings_.AddReport(topic, std::string(text), labels_ + 1); });
+    std::uint64_t base = 0;
+    OpenSession(base);
+    for (std::string_view rest = stream_; !rest.empty();) {
+        ZplCommandProcessor::ProcessResult result;
+        try {
+            result = session_->Consume(rest, false, true);
+        } catch (std::exception const& error) {
+            findings_.AddNotice(Explain(error) + "; this format is dropped", labels_ + 1,
+                                base + session_->LastCommandOffset());
+            base += session_->ConsumedBytes();
+            rest = stream_.substr(static_cast<std::size_t>(base));
+            OpenSession(base);
+            continue;
+        }
+        rest = result.remaining;
+        if (!result.label) continue;
+        auto& [text, label] = *result.label;
+        FinishedLabel finished{std::move(label), std::move(text), result.hasRfidOperations, labels_ + 1,
+                               base + session_->LastCommandOffset()};
+        if (!take(finished)) break;
+        ++labels_;
+    }
+    if (session_->IsInFormat())
+        findings_.AddNotice("the stream ends inside a format: ^XZ is missing", labels_ + 1, stream_.size());
+    Log::SetSink(nullptr);
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "desktop/Desk.h"
+#include "desktop/Findings.h"
+
+/// What an exception thrown by a stream's content means to its sender.
+std::string Explain(std::exception const& error);
+
+/// A printable label as the stream gave it.
+struct FinishedLabel {
+    Zpl::Label label;
+    std::string text;  ///< what it says, for naming a job
+    bool hasTagOperations;
+    unsigned number;       ///< from 1
+    std::uint64_t offset;  ///< where its last command begins, in bytes
+};
+
+/// Runs one whole stream through the interpreter. A format with a number beyond the range of the language, or that
+/// needs more memory than there is, is dropped with a finding; what was finished stays, and the stream goes on behind
+/// it.
+class StreamInterpreter {
+public:
+    /// Takes a label; false ends the stream.
+    using TakeLabel = std::function<bool(FinishedLabel&)>;
+
+    StreamInterpreter(Desk& desk, std::string_view stream, Findings& findings)
+        : desk_(desk), stream_(stream), findings_(findings) {}
+
+    void Run(TakeLabel const& take);
+
+    /// The drawing target of the session under way.
+    Scripting::ScriptGraphicContext& Target() { return session_->Target(); }
+
+private:
+    void OpenSession(std::uint64_t base);
+
+    Desk& desk_;
+    std::string_view stream_;
+    Findings& findings_;
+    std::unique_ptr<Zpl::Host::Session> session_;
+    unsigned labels_ = 0;
+};

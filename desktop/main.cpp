@@ -1,0 +1,39 @@
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "desktop/Commands.h"
+
+namespace {
+
+int Print(std::string_view text, std::FILE* stream, ExitCode code) {
+    std::fwrite(text.data(), 1, text.size(), stream);
+    return static_cast<int>(code);
+}
+
+int Run(std::vector<std::string> arguments) {
+    if (arguments.empty()) return Print(GeneralHelp(), stderr, ExitCode::Usage);
+    std::string const command = arguments.front();
+    arguments.erase(arguments.begin());
+    if (command == "--help" || command == "-h" || command == "help")
+        return Print(GeneralHelp(), stdout, ExitCode::Success);
+    bool const render = command == "render";
+    if (!render && command != "check") throw UsageError("unknown command " + command + "; zpl --help lists them");
+
+    RenderOptions const options = ParseRenderOptions(arguments);
+    if (options.help) return Print(render ? RenderHelp() : CheckHelp(), stdout, ExitCode::Success);
+    if (options.inputs.empty())
+        throw UsageError("no input: name a file, or - for standard input; see zpl " + command + " --help");
+    return static_cast<int>(render ? RunRender(options) : RunCheck(options));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return Run({argv + 1, argv + argc});
+    } catch (std::exception const& error) {
+        std::fprintf(stderr, "zpl: %s\n", error.what());
+        return static_cast<int>(ExitCode::Usage);
+    }
+}

@@ -1,0 +1,25 @@
+^FX A badge that is stored once and recalled twice, each time with other data: 3 x 2 inches at 203 dpi.
+^XA
+^DFR:BADGE.ZPL^FS
+^CI28
+^PW609^LL406
+^FO10,10^GB589,386,6^FS
+^FO10,10^GB589,90,90^FS
+^FO10,28^A0N,60,56^FR^FB589,1,0,C^FDVISITOR^FS
+^FO10,130^A0N,80,72^FB589,1,0,C^FN1^FS
+^FO10,226^A0N,40,38^FB589,1,0,C^FN2^FS
+^BY2,3,70
+^FO170,290^BCN,70,Y,N,N^FN3^FS
+^XZ
+^XA
+^XFR:BADGE.ZPL^FS
+^FN1^FDIngrid Sørensen^FS
+^FN2^FDBaltic Instruments^FS
+^FN3^FD2026-0412^FS
+^XZ
+^XA
+^XFR:BADGE.ZPL^FS
+^FN1^FDTomasz Nowak^FS
+^FN2^FDHarbour Authority^FS
+^FN3^FD2026-0413^FS
+^XZ

@@ -1,0 +1,55 @@
+#include "foundation/Json.h"
+
+#include <rapidjson/document.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+#include <utf8.h>
+
+#include <iterator>
+
+struct JsonWriter::State {
+    rapidjson::StringBuffer buffer;
+    rapidjson::Writer<rapidjson::StringBuffer> writer{buffer};
+};
+
+JsonWriter::JsonWriter() : state_(std::make_unique<State>()) {}
+JsonWriter::~JsonWriter() = default;
+
+JsonWriter& JsonWriter::StartObject() { return state_->writer.StartObject(), *this; }
+JsonWriter& JsonWriter::EndObject() { return state_->writer.EndObject(), *this; }
+JsonWriter& JsonWriter::StartArray() { return state_->writer.StartArray(), *this; }
+JsonWriter& JsonWriter::EndArray() { return state_->writer.EndArray(), *this; }
+JsonWriter& JsonWriter::Int(std::int64_t number) { return state_->writer.Int64(number), *this; }
+JsonWriter& JsonWriter::Bool(bool value) { return state_->writer.Bool(value), *this; }
+
+JsonWriter& JsonWriter::Key(std::string_view name) {
+    state_->writer.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()));
+    return *this;
+}
+
+JsonWriter& JsonWriter::String(std::string_view text) {
+    std::string valid;
+    utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid));
+    state_->writer.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
+    return *this;
+}
+
+std::string JsonWriter::Text() const { return {state_->buffer.GetString(), state_->buffer.GetSize()}; }
+
+bool JsonDetail::ReadSettings(std::string_view text, TakeMember take, void* self) {
+    rapidjson::Document document;
+    document.Parse(text.data(), text.size());
+    if (document.HasParseError() || !document.IsObject()) return false;
+    for (auto const& member : document.GetObject()) {
+        std::string_view const name(member.name.GetString(), member.name.GetStringLength());
+        if (member.value.IsString()) {
+            take(self, name, {member.value.GetString(), member.value.GetStringLength()});
+        } else {
+            rapidjson::StringBuffer buffer;
+            rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
+            member.value.Accept(writer);
+            take(self, name, {buffer.GetString(), buffer.GetSize()});
+        }
+    }
+    return true;
+}

@@ -1,0 +1,181 @@
+#include "frontend/processor/ZplCommandProcessor.h"
+
+#include "Scripting/GraphicContext.h"
+#include "Scripting/PrinterContextInterface.h"
+#include "foundation/AppSettings.h"
+#include "foundation/Files.h"
+#include "foundation/Log.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/handlers/CommandHandlerPool.h"
+#include "propertybus/Property.h"
+
+namespace {
+
+/// A stored format past this many bytes is refused.
+constexpr std::size_t LargestStoredFormat = 64U * 1024 * 1024;
+
+bool PrefixFits(SyntacticType syntax, bool isControl) {
+    return syntax == SyntacticType::Either || (syntax == SyntacticType::Control) == isControl;
+}
+
+}  // namespace
+
+ZplCommandProcessor::ZplCommandProcessor(CommandHandlerPool const& handlerPool)
+    : handlerPool_(handlerPool), contextProcessor_(AppSettings::GetInstance().FormatsDir()) {}
+
+void ZplCommandProcessor::SetPrinterContext(std::shared_ptr<Scripting::PrinterContextInterface> context) {
+    contextProcessor_.SetPrinterContext(std::move(context));
+}
+
+void ZplCommandProcessor::SetGraphicContext(std::shared_ptr<Scripting::GraphicContext> context) {
+    contextProcessor_.SetGraphicContext(std::move(context));
+}
+
+void ZplCommandProcessor::SetSystemContext(std::shared_ptr<Context> context) {
+    contextProcessor_.SetSystemContext(std::move(context));
+}
+
+ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::string_view input, bool controlCommandsOnly,
+                                                                      bool flushAtEnd) {
+    ProcessResult result;
+    std::size_t position = 0;
+    while (position < input.size() && !result.label) {
+        auto const command = NextCommand(input, position, flushAtEnd);
+        if (!command) break;
+
+        CommandHandler* const handler = handlerPool_.GetCommandHandler(command->command);
+        if (!handler || !PrefixFits(handler->GetSyntacticType(), command->isControl)) {
+            UpdateMissingCommands(command->command, command->isControl);
+            if (unknownCommandObserver_) unknownCommandObserver_(*command, tokenizer_.CommandOffset());
+            result.allCommandsKnown = false;
+            continue;
+        }
+        RunOrRecord(*handler, *command, controlCommandsOnly);
+        // Without a format the flag stays set and nothing happens: that is how a stray end is ignored.
+        if (contextProcessor_.IsFormatComplete() && contextProcessor_.GetContext(ContextProcessor::FormatContext)) {
+            FinishFormat(result);
+        }
+    }
+    result.remaining = input.substr(position);
+    return result;
+}
+
+std::unique_ptr<ZplCommand> ZplCommandProcessor::NextCommand(std::string_view input, std::size_t& position,
+                                                             bool flushAtEnd) {
+    Context& system = *contextProcessor_.GetSystemContext();
+    ZplCodePageConverter& converter = system[ZplContextKeys::CodePageConverter];
+    // Asked for anew each time: the command before may have changed the characters or the character set.
+    auto const& printer = *contextProcessor_.GetPrinterContext();
+    auto [encoding, command] =
+        tokenizer_.TokenizeString(input, position, printer.FormatPrefix(), printer.ControlPrefix(), printer.Delimiter(),
+                                  flushAtEnd, converter.GetEncoding());
+    converter.SetEncoding(encoding);
+    return std::move(command);
+}
+
+void ZplCommandProcessor::RunOrRecord(CommandHandler& handler, ZplCommand const& command, bool controlCommandsOnly) {
+    switch (handler.GetProcessingType()) {
+        case ProcessingType::Deferred:
+            if (!controlCommandsOnly && !contextProcessor_.IsFormatComplete())
+                contextProcessor_.AddFormatCommand(command);
+            return;
+        case ProcessingType::ImmediateIfControl:
+            if (!command.isControl) {
+                if (!contextProcessor_.IsFormatComplete()) contextProcessor_.AddFormatCommand(command);
+                return;
+            }
+            [[fallthrough]];
+        case ProcessingType::Immediate:
+            handler.HandleCommand(contextProcessor_.GetCurrentContext(), command, contextProcessor_);
+            if (handler.IsAdditonalSaveType()) contextProcessor_.AddFormatCommand(command);
+            return;
+    }
+}
+
+void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
+    auto const popTwice = [this] {
+        contextProcessor_.PopCurrentContext();
+        contextProcessor_.PopCurrentContext();
+        contextProcessor_.ResetFormatComplete();
+    };
+    // A copy: the context that holds the path is about to go.
+    if (std::string const path = contextProcessor_.at(ZplContextKeys::SavedFormatPath); !path.empty()) {
+        SaveFormatCommands(path);
+        contextProcessor_.ClearContext(ContextProcessor::ElementContext);
+        popTwice();
+        return;
+    }
+    if (contextProcessor_.at(ZplContextKeys::CancelCurrentFormat)) {
+        contextProcessor_.ClearFormatCommands();
+        popTwice();
+        return;
+    }
+
+    Zpl::Label label = ProcessLabelCommands();
+    popTwice();
+    // The clone travels to the job; the first replay uses the original up.
+    Zpl::Label clone = label.DeepClone();
+    std::optional<std::string> const text = label.ProcessLabel(0, false);
+    result.hasRfidOperations = label.HasRfidOperations();
+    clone.SetRfidOperations(label.GetRfidOperations());
+    if (text && label.HasImageSavePath()) label.RenderLabelToFile();
+    if ((result.hasRfidOperations || text) && label.ShouldPrint()) {
+        result.label.emplace(text.value_or(std::string()), std::move(clone));
+    }
+}
+
+void ZplCommandProcessor::ProcessControlCommands() {
+    // A handler may add to the recorded list; the run is over the list as it stands now.
+    FormatCommands const commands = contextProcessor_.GetFormatCommands();
+    for (auto const& command : commands) {
+        CommandHandler* const handler = handlerPool_.GetCommandHandler(command.command);
+        if (handler && handler->GetProcessingType() == ProcessingType::Immediate) {
+            handler->HandleCommand(contextProcessor_.GetCurrentContext(), command, contextProcessor_);
+        }
+    }
+}
+
+Zpl::Label ZplCommandProcessor::ProcessLabelCommands() {
+    ProcessControlCommands();
+    Zpl::Label label(contextProcessor_, handlerPool_);
+    contextProcessor_.PopCurrentContext();
+    IncrementLifetimeScriptCount(label.Quantity());
+    return label;
+}
+
+void ZplCommandProcessor::SaveFormatCommands(std::string const& path) {
+    std::string content;
+    for (auto const& command : contextProcessor_.GetFormatCommands()) {
+        content += '^';
+        content += command.command;
+        content += command.Joined(0, ',');
+        if (content.size() > LargestStoredFormat) {
+            Log::Report(LogTopic::Limit, "the format " + path + " is too large to be stored");
+            return;
+        }
+    }
+    auto const file = contextProcessor_.FormatsFolder() / path;
+    std::error_code error;
+    std::filesystem::create_directories(file.parent_path(), error);
+    if (!error) error = WriteFileAtomically(file, content);
+    if (error) Log::Report(LogTopic::File, "the format " + path + " could not be stored: " + error.message());
+}
+
+void ZplCommandProcessor::LoadTrueTypeFonts() {
+    auto const& target = contextProcessor_.GetGraphicContext();
+    if (target) contextProcessor_.GetSystemContext()->Set(ZplContextKeys::TrueTypeFonts, target->GetFontFileNames());
+}
+
+void ZplCommandProcessor::UpdateMissingCommands(std::string const& command, bool isControl) {
+    if (!missingZplCommands_) return;
+    // Whatever the session's characters are: the list is read by people.
+    std::string const entry = (isControl ? '~' : '^') + command;
+    std::string missing = missingZplCommands_->Get();
+    if (missing.find(entry) != std::string::npos) return;
+    if (!missing.empty()) missing += ',';
+    missingZplCommands_->Set(missing + entry);
+}
+
+void ZplCommandProcessor::IncrementLifetimeScriptCount(unsigned count) const {
+    if (lifetimeZplScriptCount_) lifetimeZplScriptCount_->Set(lifetimeZplScriptCount_->Get() + count);
+}

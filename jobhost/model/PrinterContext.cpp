@@ -1,0 +1,42 @@
+#include "jobhost/model/PrinterContext.h"
+
+#include "jobhost/model/ZPLProcessorInterface.h"
+
+namespace {
+
+/// A character property holds one byte; an empty one, as a bad setting may leave it, stands for its default.
+char CharacterOf(StringProperty const& property, char fallback) {
+    std::string const value = property.Get();
+    return value.empty() ? fallback : value.front();
+}
+
+void Ask(std::function<void()> const& request) {
+    if (request) request();
+}
+
+}  // namespace
+
+PrinterContext::PrinterContext(ZPLProcessorInterface& model, Scripting::Dpi printerDpi, Scripting::Dpi designDpi,
+                               std::shared_ptr<Clock const> clock, Requests requests)
+    : formatPrefix_(model.GetZPLFormatProperty()),
+      controlPrefix_(model.GetZPLControlProperty()),
+      delimiter_(model.GetZPLDelimiterProperty()),
+      printerDpi_(printerDpi),
+      designDpi_(designDpi),
+      clock_(std::move(clock)),
+      requests_(std::move(requests)) {}
+
+char PrinterContext::FormatPrefix() const { return CharacterOf(*formatPrefix_, '^'); }
+char PrinterContext::ControlPrefix() const { return CharacterOf(*controlPrefix_, '~'); }
+char PrinterContext::Delimiter() const { return CharacterOf(*delimiter_, ','); }
+void PrinterContext::SetFormatPrefix(char character) { formatPrefix_->Set(std::string(1, character)); }
+void PrinterContext::SetControlPrefix(char character) { controlPrefix_->Set(std::string(1, character)); }
+void PrinterContext::SetDelimiter(char character) { delimiter_->Set(std::string(1, character)); }
+
+void PrinterContext::CancelAll() { Ask(requests_.cancelAll); }
+void PrinterContext::Pause() { Ask(requests_.pause); }
+void PrinterContext::Start() { Ask(requests_.start); }
+void PrinterContext::Reset() { Ask(requests_.reset); }
+void PrinterContext::SendToHost(std::string_view data) {
+    if (requests_.sendToHost) requests_.sendToHost(data);
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "Scripting/PrinterContextInterface.h"
+#include "foundation/Clock.h"
+
+class StringProperty;
+class ZPLProcessorInterface;
+
+/// The printer as a print stream sees it, on the properties of the model: its characters live there, so that they
+/// outlast the stream. Requests to the machine go to callbacks; without one a request has no effect.
+class PrinterContext : public Scripting::PrinterContextInterface {
+public:
+    /// What the machine does when a stream asks.
+    struct Requests {
+        std::function<void()> cancelAll;
+        std::function<void()> pause;
+        std::function<void()> start;
+        std::function<void()> reset;
+        std::function<void(std::string_view)> sendToHost;
+    };
+
+    PrinterContext(ZPLProcessorInterface& model, Scripting::Dpi printerDpi, Scripting::Dpi designDpi,
+                   std::shared_ptr<Clock const> clock, Requests requests = {});
+
+    char FormatPrefix() const override;
+    char ControlPrefix() const override;
+    char Delimiter() const override;
+    void SetFormatPrefix(char character) override;
+    void SetControlPrefix(char character) override;
+    void SetDelimiter(char character) override;
+
+    Scripting::Dpi PrinterDpi() const override { return printerDpi_; }
+    Scripting::Dpi DesignDpi() const override { return designDpi_; }
+
+    std::chrono::system_clock::time_point Now() const override { return clock_->Now() + clockOffset_; }
+    void SetNow(std::chrono::system_clock::time_point now) override { clockOffset_ = now - clock_->Now(); }
+
+    /// The desk has a cutter that cuts wherever it is asked to, and none that counts.
+    bool CutsAfterLabel() const override { return true; }
+    std::optional<unsigned> CutInterval() const override { return std::nullopt; }
+
+    void CancelAll() override;
+    void Pause() override;
+    void Start() override;
+    void Reset() override;
+    void SendToHost(std::string_view data) override;
+
+private:
+    std::shared_ptr<StringProperty> formatPrefix_;
+    std::shared_ptr<StringProperty> controlPrefix_;
+    std::shared_ptr<StringProperty> delimiter_;
+    Scripting::Dpi printerDpi_;
+    Scripting::Dpi designDpi_;
+    std::shared_ptr<Clock const> clock_;
+    std::chrono::system_clock::duration clockOffset_{};
+    Requests requests_;
+};

@@ -1,0 +1,48 @@
+#include "jobhost/model/Session.h"
+
+#include "foundation/AppSettings.h"
+#include "jobhost/model/ZPLProcessorInterface.h"
+
+namespace Zpl::Host {
+
+namespace {
+
+/// Labels of a roll without gaps are as long as the setting says, in thousandths of an inch, unless the machine senses
+/// the media itself.
+constexpr unsigned SmartSubstrate = 2;
+constexpr double SettingPerInch = 1000;
+
+}  // namespace
+
+Session::Session(ZPLProcessorInterface& model, std::shared_ptr<Context> systemContext,
+                 PrintEngine::Printing::TrueTypeCacheCreator& fontCache,
+                 std::shared_ptr<Scripting::PrinterContextInterface> printerContext,
+                 CommandHandlerPool const& handlerPool)
+    : processor_(handlerPool) {
+    Scripting::ScriptGraphicContext::InitializeFontManager(AppSettings::GetInstance().SystemFontsDir());
+    graphicContext_ = std::make_shared<Scripting::ScriptGraphicContext>(fontCache, printerContext);
+    graphicContext_->StartNewJob();
+
+    auto& parts = model.PartManager();
+    parts.LoadPartFromPrinter();
+    parts.MergeAllColumns();
+    part_ = parts.GetLabelPart();
+    if (part_.GetIsContinuous() && model.GetSubstrateMode()->Get() != SmartSubstrate) {
+        part_.SetHeight(model.GetDefaultZplContinuousLabelLengthProperty()->Get() / SettingPerInch);
+    }
+    graphicContext_->LoadPart(part_);
+    graphicContext_->SetupForPrintJob();
+
+    processor_.SetMissingZplCommands(model.GetMissingZplCommandsProperty());
+    processor_.SetLifetimeZPLScriptCount(model.GetLifetimeZplScriptsCountProperty());
+    processor_.SetSystemContext(std::move(systemContext));
+    processor_.SetGraphicContext(graphicContext_);
+    processor_.SetPrinterContext(std::move(printerContext));
+    processor_.SetZPLFormatCharacter(model.GetZPLFormatProperty());
+    processor_.SetZPLControlCharacter(model.GetZPLControlProperty());
+    processor_.SetZPLDelimiterCharacter(model.GetZPLDelimiterProperty());
+    processor_.SetLowMemoryError(model.GetLowMemoryErrorProperty());
+    processor_.LoadTrueTypeFonts();
+}
+
+}  // namespace Zpl::Host

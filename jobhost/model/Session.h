@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "PrintEngine/PartManagement/LabelPart.h"
+#include "Scripting/ScriptGraphicContext.h"
+#include "frontend/processor/ZplCommandProcessor.h"
+
+class ZPLProcessorInterface;
+
+namespace Zpl::Host {
+
+/// One print stream: a command processor with the drawing target and the label part that it works on.
+class Session {
+public:
+    Session(ZPLProcessorInterface& model, std::shared_ptr<Context> systemContext,
+            PrintEngine::Printing::TrueTypeCacheCreator& fontCache,
+            std::shared_ptr<Scripting::PrinterContextInterface> printerContext, CommandHandlerPool const& handlerPool);
+
+    ZplCommandProcessor::ProcessResult Consume(std::string_view input, bool controlCommandsOnly, bool flushAtEnd) {
+        return processor_.ProcessString(input, controlCommandsOnly, flushAtEnd);
+    }
+
+    void SetUnknownCommandObserver(ZplCommandProcessor::UnknownCommandObserver observer) {
+        processor_.SetUnknownCommandObserver(std::move(observer));
+    }
+    bool IsInFormat() const { return processor_.IsInFormat(); }
+    std::uint64_t LastCommandOffset() const { return processor_.LastCommandOffset(); }
+    std::uint64_t ConsumedBytes() const { return processor_.ConsumedBytes(); }
+    Scripting::ScriptGraphicContext& Target() { return *graphicContext_; }
+
+private:
+    ZplCommandProcessor processor_;
+    std::shared_ptr<Scripting::ScriptGraphicContext> graphicContext_;
+    PrintEngine::PartManagement::LabelPart part_;
+};
+
+}  // namespace Zpl::Host

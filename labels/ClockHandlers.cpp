@@ -1,0 +1,128 @@
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "Scripting/PrinterContextInterface.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ZplParse.h"
+#include "labels/LabelHandlers.h"
+
+namespace {
+
+using namespace ZplContextKeys;
+using namespace std::chrono;
+
+/// The languages of `^KL` and `^SL`, by number from 1.
+constexpr std::array<std::string_view, 18> Cultures = {
+    "en-US", "es-ES", "fr-FR", "de-DE", "it-IT", "nb-NO", "pt-PT", "sv-SE", "da-DK",
+    "es-ES", "nl-NL", "fi-FI", "ja-JP", "ko-KR", "zh-CN", "zh-TW", "ru-RU", "pl-PL",
+};
+
+void KeepLanguage(ContextProcessor& processor, ZplParseResult<unsigned> const& number) {
+    if (!number || *number < 1 || *number > Cultures.size()) return;
+    processor.set(ContextProcessor::SystemContext, CultureId, std::string(Cultures[*number - 1]));
+}
+
+/// `^KD`: how the printer's own reports show date and time.
+class SelectDateTimeFormatHandler : public HandlerFor<CommandId("KD")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        constexpr unsigned LastFormat = 4;
+        if (auto const format = ZplParse<unsigned>(command, 0); format && *format <= LastFormat) {
+            auto mode = processor.at(ZplContextKeys::TimeMode);
+            mode.format = *format;
+            processor.set(ContextProcessor::SystemContext, ZplContextKeys::TimeMode, mode);
+        }
+        return true;
+    }
+};
+
+/// `^KL`: the language of the printer's texts.
+class DefineLanguageHandler : public HandlerFor<CommandId("KL")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        KeepLanguage(processor, ZplParse<unsigned>(command, 0));
+        return true;
+    }
+};
+
+/// `^KN`: the printer's name, which no label shows.
+class DefinePrinterNameHandler : public HandlerFor<CommandId("KN")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const&, ContextProcessor&) override { return true; }
+};
+
+/// `^SL`: when clock fields take their time, and the language of their names.
+class SetModeAndLanguageHandler : public HandlerFor<CommandId("SL")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        auto mode = processor.at(ZplContextKeys::TimeMode);
+        char const letter = ZplParse<char>(command, 0).ValueOr(0);
+        if (letter == 'S' || letter == 's') mode.everyCopy = false;
+        if (letter == 'T' || letter == 't') mode.everyCopy = true;
+        processor.set(ContextProcessor::SystemContext, ZplContextKeys::TimeMode, mode);
+        KeepLanguage(processor, ZplParse<unsigned>(command, 1));
+        return true;
+    }
+};
+
+/// `^SO`: what the second or third clock adds to the time: months, days, years, hours, minutes, seconds.
+class SetOffsetHandler : public HandlerFor<CommandId("SO")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        auto const clock = ZplParse<unsigned>(command, 0);
+        if (!clock || (*clock != 2 && *clock != 3)) return true;
+        auto const offset = [&](std::size_t index) {
+            constexpr int Largest = 32000;
+            return std::clamp(ZplParse<int>(command, index).ValueOr(0), -Largest, Largest);
+        };
+        processor.set(ContextProcessor::SystemContext, *clock == 2 ? ClockOffset2 : ClockOffset3,
+                      ClockOffset{offset(1), offset(2), offset(3), offset(4), offset(5), offset(6)});
+        return true;
+    }
+};
+
+/// `^ST`: sets the clock of the job, month, day, year, hour, minute, second, and A or P for 12 hours. An absent part
+/// keeps its value.
+class SetDateAndTimeHandler : public HandlerFor<CommandId("ST")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        auto const now = processor.GetPrinterContext()->Now();
+        auto const today = floor<days>(now);
+        year_month_day const date(today);
+        hh_mm_ss const time(floor<seconds>(now - today));
+
+        auto const part = [&](std::size_t index, unsigned low, unsigned high, unsigned current) {
+            auto const value = ZplParse<unsigned>(command, index);
+            return value && *value >= low && *value <= high ? *value : current;
+        };
+        unsigned const month = part(0, 1, 12, static_cast<unsigned>(date.month()));
+        unsigned const day = part(1, 1, 31, static_cast<unsigned>(date.day()));
+        unsigned const year = part(2, 1998, 2097, static_cast<unsigned>(static_cast<int>(date.year())));
+        unsigned hour = part(3, 0, 23, static_cast<unsigned>(time.hours().count()));
+        unsigned const minute = part(4, 0, 59, static_cast<unsigned>(time.minutes().count()));
+        unsigned const second = part(5, 0, 59, static_cast<unsigned>(time.seconds().count()));
+        char const half = ZplParse<char>(command, 6).ValueOr('M');
+        if ((half == 'A' || half == 'a') && hour == 12) hour = 0;
+        if ((half == 'P' || half == 'p') && hour < 12) hour += 12;
+
+        year_month_day const wanted(std::chrono::year(static_cast<int>(year)), std::chrono::month(month),
+                                    std::chrono::day(day));
+        if (wanted.ok()) {
+            processor.GetPrinterContext()->SetNow(sys_days(wanted) + hours(hour) + minutes(minute) + seconds(second));
+        }
+        return true;
+    }
+};
+
+}  // namespace
+
+void AddClockHandlers(CommandHandlerPool& pool) {
+    pool.AddToCache<SelectDateTimeFormatHandler>();
+    pool.AddToCache<DefineLanguageHandler>();
+    pool.AddToCache<DefinePrinterNameHandler>();
+    pool.AddToCache<SetModeAndLanguageHandler>();
+    pool.AddToCache<SetOffsetHandler>();
+    pool.AddToCache<SetDateAndTimeHandler>();
+}

@@ -1,0 +1,116 @@
+#include "labels/Job.h"
+
+#include <algorithm>
+
+namespace Zpl {
+
+Job::Job(std::vector<Label> labels, std::function<void()> closeNetwork, bool flag)
+    : labels_(std::move(labels)), closeNetwork_(std::move(closeNetwork)), flag_(flag) {}
+
+Job::Place Job::Find(unsigned page) const {
+    unsigned base = 0;
+    for (std::size_t i = 0; i < labels_.size(); ++i) {
+        unsigned const quantity = labels_[i].Quantity();
+        if (page < base + quantity) return {i, base, page - base};
+        base += quantity;
+    }
+    return {labels_.size(), base, page - base};
+}
+
+Label const* Job::LabelOf(Place const& place) const {
+    return place.label < labels_.size() ? &labels_[place.label] : nullptr;
+}
+
+unsigned Job::Quantity() const {
+    unsigned pages = 0;
+    for (auto const& label : labels_) pages += label.Quantity();
+    return pages;
+}
+
+void Job::Start(std::string_view jobName) {
+    if (labels_.empty()) return;
+    std::vector<unsigned> pauses;
+    for (auto next = NextPauseIndex(0); next; next = NextPauseIndex(*next)) pauses.push_back(*next);
+
+    std::vector<PageRangeRfidOperations> tagOperations;
+    unsigned first = 0;
+    for (auto const& label : labels_) {
+        unsigned const pages = std::max(label.Quantity(), 1U);
+        if (label.HasRfidOperations()) tagOperations.push_back({first, first + pages - 1, label.GetRfidOperations()});
+        first += pages;
+    }
+    jobPath_ = labels_.front().StartJob(jobName, Quantity(), pauses, flag_, tagOperations);
+}
+
+void Job::End() {
+    if (!labels_.empty()) labels_.front().EndJob(jobPath_);
+}
+
+std::optional<unsigned> Job::NextPauseIndex(unsigned page) const {
+    Place const place = Find(page);
+    Label const* const label = LabelOf(place);
+    if (!label) return std::nullopt;
+
+    unsigned const quantity = label->Quantity();
+    if (unsigned const group = label->PauseGroupQuantity(); group != 0) {
+        // Counted in 64 bits: a group may be as large as a number can be.
+        std::uint64_t const next = std::uint64_t{group} * (1 + place.copy / group);
+        if (quantity >= next) return static_cast<unsigned>(place.base + next);
+    }
+    if (label->PauseAfterSet()) return place.base + quantity;
+
+    unsigned position = place.base + quantity;
+    for (std::size_t i = place.label + 1; i < labels_.size(); ++i) {
+        unsigned const following = labels_[i].Quantity();
+        unsigned const group = labels_[i].PauseGroupQuantity();
+        if (group != 0 && following >= group) return position + group;
+        if (labels_[i].PauseAfterSet()) return position + following;
+        position += following;
+    }
+    return std::nullopt;
+}
+
+void Job::RenderLabel(unsigned page) {
+    Place const place = Find(page);
+    if (!LabelOf(place)) return;
+    // The last page of the job, not of its label.
+    bool const isLast = Quantity() - 1 <= page;
+    labels_[place.label].RenderLabel(jobPath_, place.copy, page, isLast);
+}
+
+bool Job::IsFormatBoundry(unsigned page) const {
+    Place const place = Find(page);
+    return LabelOf(place) && place.label > 0 && place.copy == 0;
+}
+
+bool Job::IsLastPageOfJob(unsigned page) const {
+    if (labels_.empty()) return false;
+    Place const place = Find(page);
+    if (!LabelOf(place)) return labels_.back().Quantity() == 1;
+    return place.label + 1 == labels_.size() && place.copy + 1 == labels_[place.label].Quantity();
+}
+
+void Job::SendEndOfFormatNetworkResponses(unsigned page) const {
+    if (Label const* label = LabelOf(Find(page))) label->SendEndOfFormatNetworkResponses();
+}
+
+void Job::SendEndOfPageNetworkResponses(unsigned page) const {
+    if (Label const* label = LabelOf(Find(page))) label->SendEndOfPageNetworkResponses();
+}
+
+bool Job::IsWaitingOnRfidReadResponse(unsigned page) const {
+    Place const place = Find(page);
+    Label const* const label = LabelOf(place);
+    return label && label->IsWaitingOnRfidReadResponse(place.copy);
+}
+
+void Job::SetRfidReadResponse(unsigned page, std::vector<RfidReadResponse> const& responses) {
+    Place const place = Find(page);
+    if (LabelOf(place)) labels_[place.label].SetRfidReadResponse(place.copy, responses);
+}
+
+void Job::CloseNetwork() const {
+    if (closeNetwork_) closeNetwork_();
+}
+
+}  // namespace Zpl

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "labels/Label.h"
+
+namespace Zpl {
+
+/// Labels printed as one unit. Pages are counted from 0 across the job; page p belongs to the label whose cumulative
+/// quantity first exceeds p. A page beyond the end belongs to no label: operations on it do nothing and answer no.
+class Job {
+public:
+    /// `closeNetwork` runs when the job is done with; may be empty. `flag` is handed to the start of the job.
+    Job(std::vector<Label> labels, std::function<void()> closeNetwork, bool flag);
+
+    void Start(std::string_view jobName);
+    void End();
+    /// The job's folder; empty before Start.
+    std::filesystem::path const& JobPath() const { return jobPath_; }
+
+    /// Number of pages, in 32-bit arithmetic.
+    unsigned Quantity() const;
+    /// The page count after which printing pauses next, seen from `page`.
+    std::optional<unsigned> NextPauseIndex(unsigned page) const;
+    void RenderLabel(unsigned page);
+    /// Whether `page` is the first copy of a label other than the first. (The spelling is part of the interface.)
+    bool IsFormatBoundry(unsigned page) const;
+    /// Whether `page` is the last copy of the last label. Beyond the end this is so only if that label has one copy.
+    bool IsLastPageOfJob(unsigned page) const;
+
+    void SendEndOfFormatNetworkResponses(unsigned page) const;
+    void SendEndOfPageNetworkResponses(unsigned page) const;
+    bool IsWaitingOnRfidReadResponse(unsigned page) const;
+    void SetRfidReadResponse(unsigned page, std::vector<RfidReadResponse> const& responses);
+    void CloseNetwork() const;
+
+private:
+    struct Place {
+        std::size_t label;  ///< index into labels_; their number for a page beyond the end
+        unsigned base;      ///< pages before that label
+        unsigned copy;      ///< copy index within the label
+    };
+    Place Find(unsigned page) const;
+    Label const* LabelOf(Place const& place) const;
+
+    std::filesystem::path jobPath_;
+    std::vector<Label> labels_;
+    std::function<void()> closeNetwork_;
+    bool flag_;
+};
+
+}  // namespace Zpl

@@ -1,0 +1,172 @@
+#include "labels/Label.h"
+
+#include <algorithm>
+
+#include "Scripting/GraphicContext.h"
+#include "Scripting/PrinterContextInterface.h"
+#include "fields/FieldElement.h"
+#include "fields/StoredGraphics.h"
+#include "frontend/context/ObjectName.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/handlers/CommandHandlerPool.h"
+#include "labels/PrintDensity.h"
+
+namespace Zpl {
+
+using namespace ZplContextKeys;
+
+Label::Label(ContextProcessor processor, CommandHandlerPool const& handlerPool)
+    : processor_(std::move(processor)), pristineProcessor_(processor_.DeepClone()), handlerPool_(&handlerPool) {}
+
+unsigned Label::Quantity() const { return processor_.at(PrintQuantity); }
+
+bool Label::PauseAfterSet() const { return processor_.at(PauseAfterJob); }
+
+unsigned Label::PauseGroupQuantity() const { return processor_.at(PauseOnCut) ? processor_.at(GroupCount) : 0; }
+
+std::string Label::StartJob(std::string_view jobName, unsigned totalPages, std::vector<unsigned> const& pauseIndices,
+                            bool flag, std::vector<PageRangeRfidOperations> const& tagOperations) {
+    auto const density = ZplCore::GetPrintDensityOverride(processor_);
+    return processor_.GetGraphicContext()->StartJob(jobName, totalPages, pauseIndices, flag, tagOperations, density,
+                                                    processor_.at(PauseAfterJob));
+}
+
+void Label::EndJob(std::filesystem::path const& jobPath) const { processor_.GetGraphicContext()->EndJob(jobPath); }
+
+void Label::RenderLabel(std::filesystem::path const& jobPath, unsigned copyIndex, unsigned pageNumber,
+                        bool isLastPage) {
+    if (copyIndex == 0) processor_ = pristineProcessor_.DeepClone();
+    ProcessLabel(copyIndex, isLastPage);
+    processor_.GetGraphicContext()->RenderPage(jobPath, pageNumber, isLastPage);
+}
+
+std::optional<std::string> Label::ProcessLabel(unsigned copyIndex, bool forcePageEnd) {
+    processor_.SetCurrentLabelNumber(copyIndex);
+    StartLabel();
+    if (auto const found = rfidReadResponses_.find(copyIndex); found != rfidReadResponses_.end()) {
+        processor_.set(ContextProcessor::LabelContext, RfidReadResponses, found->second);
+        rfidReadResponses_.erase(found);
+    }
+    ReplayCommands();
+    // Draws what the last field left, when the format ended without closing it.
+    ZplCore::ProcessElementCommands(processor_.GetCurrentContext(), processor_);
+    RequestCuts(copyIndex, forcePageEnd);
+
+    auto& target = *processor_.GetGraphicContext();
+    target.SetSuppressBackfeed(processor_.at(SuppressBackfeed));
+    EndLabel();
+    if (!target.HasContent()) return std::nullopt;
+    return target.GetLabelText();
+}
+
+void Label::StartLabel() {
+    processor_.ClearContext(ContextProcessor::ElementContext);
+    processor_.ClearContext(ContextProcessor::LabelContext);
+    auto& target = *processor_.GetGraphicContext();
+    target.StartLabel();
+    target.SetLabelOriginX(processor_.at(LabelOriginX));
+    target.SetLabelOriginY(processor_.at(LabelOriginY));
+}
+
+void Label::ReplayCommands() {
+    // A handler may change the recorded list; the replay is of the list as it stands now.
+    FormatCommands const commands = processor_.GetFormatCommands();
+    for (auto const& command : commands) {
+        if (Context* label = processor_.GetContext(ContextProcessor::LabelContext)) ++(*label)[HandlerSequenceNumber];
+        // A stored format may hold a command whose feature has been switched off since.
+        if (CommandHandler* handler = handlerPool_->GetCommandHandler(command.command)) {
+            handler->HandleCommand(processor_.GetCurrentContext(), command, processor_);
+        }
+    }
+}
+
+void Label::RequestCuts(unsigned copyIndex, bool forcePageEnd) {
+    auto& target = *processor_.GetGraphicContext();
+    unsigned const group = processor_.at(GroupCount);
+    if (group != 0 && (copyIndex + 1) % group == 0) target.RequestCut(1);
+    // A group end and a last copy may both ask for a cut behind the same page.
+    if (forcePageEnd) {
+        target.RequestCut(1);
+    } else if (copyIndex == Quantity() - 1) {
+        auto const& printer = *processor_.GetPrinterContext();
+        bool const cuts = printer.CutsAfterLabel();
+        auto const interval = printer.CutInterval();
+        if (cuts && interval.value_or(1) != 0) target.RequestCut(1);
+    }
+}
+
+void Label::EndLabel() {
+    auto& target = *processor_.GetGraphicContext();
+    target.SetLabelOriginX(processor_.at(LabelOriginX));
+    target.SetLabelOriginY(processor_.at(LabelOriginY));
+
+    Scripting::LabelSettings settings;
+    settings.labelLength = processor_.at(LabelLength);
+    settings.printMode = static_cast<unsigned>(processor_.at(PrintMode));
+    settings.upright = processor_.at(PrintOrientation) != ZplPrintOrientation::Inverted;
+    settings.mirror = processor_.at(MirrorLabel);
+    settings.labelWidth = processor_.at(LabelWidth);
+    settings.useStoredImage = !processor_.at(DoNotUseStoredImage);
+    settings.formatScale = processor_.at(FormatScale);
+    settings.adjustY = processor_.at(LabelAdjustY);
+    target.SetLabelLength(settings.labelLength);
+    target.EndLabel(settings);
+}
+
+bool Label::ShouldPrint() const {
+    ISMetaData const& save = processor_.at(ImageSave);
+    return save.path.empty() || save.print;
+}
+
+bool Label::HasImageSavePath() const { return !processor_.at(ImageSave).path.empty(); }
+
+void Label::RenderLabelToFile() const {
+    auto const name = ObjectName::Parse(processor_.at(ImageSave).path, 'R', "UNKNOWN", "GRF");
+    if (!name) return;
+    unsigned width = 0;
+    unsigned height = 0;
+    ZplCore::Picture picture;
+    picture.rows = processor_.GetGraphicContext()->GetPageBitmap(width, height);
+    picture.bytesPerRow = (width + 7) / 8;
+    picture.rowCount = height;
+    ZplCore::StoreGraphic(processor_.FormatsFolder(), *name, picture);
+}
+
+std::vector<RfidOperation> Label::GetRfidOperations() const {
+    auto const& recorded = processor_.at(RfidOperations);
+    return recorded.empty() ? rfidOperations_ : recorded;
+}
+
+bool Label::HasRfidReadOperations() const {
+    return std::any_of(rfidOperations_.begin(), rfidOperations_.end(),
+                       [](RfidOperation const& operation) { return operation.type == RfidOperation::Read; });
+}
+
+bool Label::IsWaitingOnRfidReadResponse(unsigned copyIndex) const {
+    return HasRfidReadOperations() && !rfidReadResponses_.contains(copyIndex);
+}
+
+void Label::SetRfidReadResponse(unsigned copyIndex, std::vector<RfidReadResponse> const& responses) {
+    rfidReadResponses_[copyIndex] = responses;
+}
+
+namespace {
+
+void Send(ContextProcessor const& processor, ResponseCallback const& callback) {
+    if (!callback) return;
+    if (auto const answer = callback(processor)) processor.GetPrinterContext()->SendToHost(*answer);
+}
+
+}  // namespace
+
+void Label::SendEndOfPageNetworkResponses() const {
+    for (auto const& callback : processor_.at(HostVerificationLabelCallbacks)) Send(processor_, callback);
+    Send(processor_, processor_.at(ReportRfidEncodingCallback));
+}
+
+void Label::SendEndOfFormatNetworkResponses() const {
+    for (auto const& callback : processor_.at(HostVerificationFormatCallbacks)) Send(processor_, callback);
+    Send(processor_, processor_.at(ReturnRfidLogCallback));
+}
+
+}  // namespace Zpl

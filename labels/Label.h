@@ -1,0 +1,72 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Scripting/RfidOperation.h"
+#include "frontend/context/ContextProcessor.h"
+
+class CommandHandlerPool;
+
+namespace Zpl {
+
+/// A finished format, frozen: the recorded commands and the state at the moment the format ended. It draws any copy of
+/// itself at any later time, by running the recorded commands again on a state of its own. Copies are counted from 0.
+class Label {
+public:
+    /// Takes the state over.
+    Label(ContextProcessor processor, CommandHandlerPool const& handlerPool);
+    Label DeepClone() const { return *this; }
+
+    /// How many copies are printed.
+    unsigned Quantity() const;
+    /// Whether printing pauses behind the last copy.
+    bool PauseAfterSet() const;
+    /// After how many copies printing pauses; 0 for never.
+    unsigned PauseGroupQuantity() const;
+
+    /// Asks the drawing target to start the job, and gives the path of the job's folder.
+    std::string StartJob(std::string_view jobName, unsigned totalPages, std::vector<unsigned> const& pauseIndices,
+                         bool flag, std::vector<PageRangeRfidOperations> const& tagOperations);
+    void EndJob(std::filesystem::path const& jobPath) const;
+
+    void StartLabel();
+    void EndLabel();
+    /// Replays the format for one copy. The result is the text of the label if anything was drawn.
+    std::optional<std::string> ProcessLabel(unsigned copyIndex, bool forcePageEnd);
+    /// Draws a copy and writes it as page `pageNumber` of the job. Copy 0 starts from the frozen state; later copies go
+    /// on from the state that the copy before left.
+    void RenderLabel(std::filesystem::path const& jobPath, unsigned copyIndex, unsigned pageNumber, bool isLastPage);
+
+    /// Stores the page as a picture where the format asked for it.
+    void RenderLabelToFile() const;
+    bool HasImageSavePath() const;
+    bool ShouldPrint() const;
+
+    bool HasRfidOperations() const { return !GetRfidOperations().empty(); }
+    std::vector<RfidOperation> GetRfidOperations() const;
+    void SetRfidOperations(std::vector<RfidOperation> const& operations) { rfidOperations_ = operations; }
+    bool HasRfidReadOperations() const;
+    bool IsWaitingOnRfidReadResponse(unsigned copyIndex) const;
+    void SetRfidReadResponse(unsigned copyIndex, std::vector<RfidReadResponse> const& responses);
+
+    /// Send to the host what the format's queries ask for: after each page, and after the last page of the format.
+    void SendEndOfPageNetworkResponses() const;
+    void SendEndOfFormatNetworkResponses() const;
+
+private:
+    void ReplayCommands();
+    void RequestCuts(unsigned copyIndex, bool forcePageEnd);
+
+    ContextProcessor processor_;
+    ContextProcessor pristineProcessor_;
+    CommandHandlerPool const* handlerPool_;
+    std::vector<RfidOperation> rfidOperations_;
+    std::map<unsigned, std::vector<RfidReadResponse>> rfidReadResponses_;
+};
+
+}  // namespace Zpl

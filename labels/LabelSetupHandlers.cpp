@@ -1,0 +1,173 @@
+#include <algorithm>
+
+#include "fields/UnitConversion.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ZplParse.h"
+#include "labels/LabelHandlers.h"
+
+namespace {
+
+using namespace ZplContextKeys;
+
+constexpr unsigned LongestSide = 32000;  // dots
+constexpr int LargestTopShift = 120;     // dots
+constexpr unsigned MostRemaps = 256;
+
+/// A set-up value holds until it is changed: it goes to the system context.
+template <typename T>
+void Keep(ContextProcessor& processor, ContextKey<T> const& key, T value) {
+    processor.set(ContextProcessor::SystemContext, key, std::move(value));
+}
+
+/// A length in the unit in force, as dots; no value for text that is none.
+ZplParseResult<unsigned> Dots(ZplCommand const& command, std::size_t index, ContextProcessor const& processor) {
+    return ZplParse<double>(command, index).Map(ZplCore::ToDotsScaled(processor));
+}
+
+void KeepYesNo(ContextProcessor& processor, ContextKey<bool> const& key, ZplCommand const& command) {
+    if (auto const value = ZplParse<bool>(command, 0)) Keep(processor, key, *value);
+}
+
+/// `^CI`: the character set, and which characters are shown in place of others.
+class ChangeInternationalFontHandler : public HandlerFor<CommandId("CI")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        ZplCodePageConverter converter = processor.at(CodePageConverter);
+        if (auto const set = ZplParse<unsigned>(command, 0); set && converter.SelectCodePage(*set))
+            converter.ClearRemaps();
+        for (std::size_t i = 1; i + 1 < command.parameters.size() && i < 2 * MostRemaps; i += 2) {
+            auto const source = ZplParse<unsigned>(command, i);
+            auto const target = ZplParse<unsigned>(command, i + 1);
+            if (source && target && *source < 256 && *target < 256) {
+                converter.Remap(static_cast<std::uint8_t>(*source), static_cast<std::uint8_t>(*target));
+            }
+        }
+        Keep(processor, CodePageConverter, converter);
+        return true;
+    }
+};
+
+/// `^JM`: B halves the density, so that the format comes out twice as large.
+class SetDotsPerMillimeterHandler : public HandlerFor<CommandId("JM")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        auto const letter = ZplParse<char>(command, 0);
+        if (*letter == 'A' || *letter == 'a') Keep(processor, FormatScale, 1U);
+        if (*letter == 'B' || *letter == 'b') Keep(processor, FormatScale, 2U);
+        return true;
+    }
+};
+
+/// `^LH`: the label home, added to the position of every field that follows.
+class LabelHomeHandler : public HandlerFor<CommandId("LH")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        if (auto const x = Dots(command, 0, processor)) Keep(processor, LabelOriginX, std::min(*x, LongestSide));
+        if (auto const y = Dots(command, 1, processor)) Keep(processor, LabelOriginY, std::min(*y, LongestSide));
+        return true;
+    }
+};
+
+/// `^LL`: the length of the page.
+class LabelLengthHandler : public HandlerFor<CommandId("LL")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        if (auto const length = Dots(command, 0, processor); *length != 0)
+            Keep(processor, LabelLength, std::min(*length, LongestSide));
+        return true;
+    }
+};
+
+/// `^LR`: all following fields are drawn reversed.
+class LabelReversePrintHandler : public HandlerFor<CommandId("LR")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        KeepYesNo(processor, LabelReversePrint, command);
+        return true;
+    }
+};
+
+/// `^LT`: moves the finished page down, or up if negative.
+class LabelTopHandler : public HandlerFor<CommandId("LT")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        if (auto const top = ZplParse<int>(command, 0)) {
+            Keep(processor, LabelAdjustY, std::clamp(*top, -LargestTopShift, LargestTopShift));
+        }
+        return true;
+    }
+};
+
+/// `^MC`: N keeps the picture of the label for the next one to be drawn on.
+class MapClearHandler : public HandlerFor<CommandId("MC")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        KeepYesNo(processor, DoNotUseStoredImage, command);
+        return true;
+    }
+};
+
+/// `^MU`: the unit of what follows, and the enlargement from one print density to another.
+class SetUnitsOfMeasurementHandler : public HandlerFor<CommandId("MU")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        if (auto const unit = ZplParse<ZplUnitOfMeasure>(command, 0)) Keep(processor, UnitOfMeasure, *unit);
+        auto const base = ZplParse<unsigned>(command, 1);
+        auto const wanted = ZplParse<unsigned>(command, 2);
+        // Only whole enlargements are made.
+        if (base && wanted && *base != 0 && *wanted >= *base && *wanted % *base == 0) {
+            constexpr unsigned LargestFactor = 4;
+            if (unsigned const factor = *wanted / *base; factor <= LargestFactor)
+                Keep(processor, DpiScaleFactor, factor);
+        }
+        return true;
+    }
+};
+
+/// `^PM`: mirrors the page left to right.
+class PrintMirrorImageLabelHandler : public HandlerFor<CommandId("PM")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        KeepYesNo(processor, MirrorLabel, command);
+        return true;
+    }
+};
+
+/// `^PO`: I turns the page by 180 degrees.
+class PrintOrientationHandler : public HandlerFor<CommandId("PO")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        if (auto const orientation = ZplParse<ZplPrintOrientation>(command, 0))
+            Keep(processor, PrintOrientation, *orientation);
+        return true;
+    }
+};
+
+/// `^PW`: the width of the page.
+class PrintWidthHandler : public HandlerFor<CommandId("PW")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        constexpr unsigned Narrowest = 2;  // dots
+        if (auto const width = Dots(command, 0, processor)) {
+            Keep(processor, LabelWidth, std::clamp(*width, Narrowest, LongestSide));
+        }
+        return true;
+    }
+};
+
+}  // namespace
+
+void AddLabelSetupHandlers(CommandHandlerPool& pool) {
+    pool.AddToCache<ChangeInternationalFontHandler>();
+    pool.AddToCache<SetDotsPerMillimeterHandler>();
+    pool.AddToCache<LabelHomeHandler>();
+    pool.AddToCache<LabelLengthHandler>();
+    pool.AddToCache<LabelReversePrintHandler>();
+    pool.AddToCache<LabelTopHandler>();
+    pool.AddToCache<MapClearHandler>();
+    pool.AddToCache<SetUnitsOfMeasurementHandler>();
+    pool.AddToCache<PrintMirrorImageLabelHandler>();
+    pool.AddToCache<PrintOrientationHandler>();
+    pool.AddToCache<PrintWidthHandler>();
+}

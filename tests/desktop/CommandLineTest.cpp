@@ -1,0 +1,65 @@
+#include "desktop/CommandLine.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(CommandLine, DrawsFourBySixInchesAt203DpiUnlessToldOtherwise) {
+    auto const options = ParseRenderOptions({"a.zpl"});
+    EXPECT_EQ(options.inputs, std::vector<std::string>{"a.zpl"});
+    EXPECT_EQ(options.designDpi, 203U);
+    EXPECT_EQ(options.printerDpi, 203U);
+    EXPECT_EQ(options.widthInches, 4);
+    EXPECT_EQ(options.heightInches, 6);
+    EXPECT_EQ(options.format, PageFormat::Png);
+}
+
+TEST(CommandLine, ReadsEveryOption) {
+    auto const options =
+        ParseRenderOptions({"--dpi", "300", "-", "--printer-dpi=600", "--size", "600x300dots", "--out", "o", "--format",
+                            "pdf", "--copies", "7", "--font", "Z=z.ttf", "--job", "--json", "--strict", "--", "--odd"});
+    EXPECT_EQ(options.inputs, (std::vector<std::string>{"-", "--odd"}));
+    EXPECT_EQ(options.designDpi, 300U);
+    EXPECT_EQ(options.printerDpi, 600U);
+    // Dots are those of the stream, whichever option comes first.
+    EXPECT_EQ(options.widthInches, 2);
+    EXPECT_EQ(options.heightInches, 1);
+    EXPECT_EQ(options.outputFolder, "o");
+    EXPECT_EQ(options.format, PageFormat::Pdf);
+    EXPECT_EQ(options.mostCopies, 7U);
+    EXPECT_EQ(options.fonts, (std::vector<std::pair<std::string, std::string>>{{"Z", "z.ttf"}}));
+    EXPECT_TRUE(options.keepJob && options.json && options.strict);
+}
+
+TEST(CommandLine, SaysWhatIsWrongInOneLine) {
+    struct Row {
+        std::vector<std::string> arguments;
+        char const* part;
+    };
+    for (auto const& row : std::vector<Row>{
+             {{"--dpi", "200"}, "--dpi is 203, 300 or 600"},
+             {{"--dpi"}, "--dpi needs a value"},
+             {{"--printer-dpi", "x"}, "--printer-dpi is 203"},
+             {{"--size", "4"}, "WIDTHxHEIGHT"},
+             {{"--size", "4x6cm"}, "WIDTHxHEIGHT"},
+             {{"--size", "0x6in"}, "WIDTHxHEIGHT"},
+             {{"--size", "1e99x6in"}, "at most"},
+             {{"--size", "nanx6in"}, "WIDTHxHEIGHT"},
+             {{"--format", "gif"}, "png, pbm or pdf"},
+             {{"--copies", "0"}, "from 1 to"},
+             {{"--copies", "-1"}, "from 1 to"},
+             {{"--font", "Z"}, "LETTER=FILE"},
+             {{"--frobnicate"}, "unknown option --frobnicate"},
+         }) {
+        try {
+            ParseRenderOptions(row.arguments);
+            ADD_FAILURE() << row.part;
+        } catch (UsageError const& error) {
+            EXPECT_THAT(error.what(), testing::HasSubstr(row.part));
+            EXPECT_EQ(std::string(error.what()).find('\n'), std::string::npos);
+        }
+    }
+}
+
+}  // namespace
