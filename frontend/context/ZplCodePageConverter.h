@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,8 +10,9 @@
 /// show which other character. Converts field data to UTF-8.
 class ZplCodePageConverter {
 public:
-    ZplCodePageConverter() : ZplCodePageConverter(0) {}
-    explicit ZplCodePageConverter(unsigned codePage) : codePage_(codePage) {}
+    ZplCodePageConverter() = default;
+    /// Set 0 if `codePage` stands for no set.
+    explicit ZplCodePageConverter(unsigned codePage) { SelectCodePage(codePage); }
 
     unsigned CodePage() const { return codePage_; }
     Encoding GetEncoding() const { return encoding_; }
@@ -21,7 +21,8 @@ public:
     /// Takes a set number and with it the encoding that goes with the set. False for a number that stands for no set;
     /// nothing changes then.
     bool SelectCodePage(unsigned codePage);
-    /// Shows the character of position `source` at position `target`. The space cannot be moved.
+    /// Shows the character of position `source` at position `target`, in the sets of single bytes. The space cannot be
+    /// moved.
     void Remap(std::uint8_t source, std::uint8_t target);
     void ClearRemaps() { remap_.clear(); }
 
@@ -31,7 +32,7 @@ public:
     friend bool operator==(ZplCodePageConverter const&, ZplCodePageConverter const&) = default;
 
 private:
-    unsigned codePage_;
+    unsigned codePage_ = 0;
     Encoding encoding_ = Encoding::SingleByte;
     std::string remap_;  // 256 bytes, empty while nothing is remapped
 };
