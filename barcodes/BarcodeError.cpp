@@ -14,7 +14,11 @@ constexpr int BannerMargin = 8;  // dots above and below the text
 
 constexpr std::string_view Messages[] = {
     {},  // valid
-    " INVALID - C ", " INVALID - E ", " INVALID - L ", " INVALID - S ", " INVALID - P ",
+    " INVALID - C ",
+    " INVALID - E ",
+    " INVALID - L ",
+    " INVALID - S ",
+    " INVALID - P ",
 };
 static_assert(Messages[1].size() == 13 && Messages[2].size() == 13 && Messages[3].size() == 13 &&
               Messages[4].size() == 13 && Messages[5].size() == 13);

@@ -90,8 +90,7 @@ void DrawLinearBarcode(ContextProcessor& processor, Barcode::Model::LinearBarcod
               {*symbol.rows, static_cast<unsigned>(symbol.bitmapWidth), static_cast<unsigned>(symbol.bitmapHeight)},
               transform * ZplPoint(), processor.at(ZplContextKeys::FieldOrientation),
               static_cast<unsigned>(symbol.logicalWidth), static_cast<unsigned>(symbol.logicalHeight), false);
-    if (style.printLine)
-        DrawInterpretationLine(processor, *target, transform, style, symbol, interpretation);
+    if (style.printLine) DrawInterpretationLine(processor, *target, transform, style, symbol, interpretation);
 }
 
 ZplContextKeys::RenderFunction LinearBarcodeRenderFunction(bool printLine, bool lineAbove, BarcodeValidate validate,
@@ -145,8 +144,7 @@ void RenderSimpleBarcode(ContextProcessor& processor, std::vector<std::uint8_t> 
     StoreNextFieldOrigin(processor, Rendering::PreOrPostRotationShift(transform, next, factor, field.baseline));
     unsigned long const stride = (bitmapWidth + 7) / 8;
     DrawImage(*target,
-              {bitmap, static_cast<unsigned>(bitmapWidth),
-               stride ? static_cast<unsigned>(bitmap.size() / stride) : 0},
+              {bitmap, static_cast<unsigned>(bitmapWidth), stride ? static_cast<unsigned>(bitmap.size() / stride) : 0},
               Rendering::PreOrPostRotationShift(transform, image, factor, field.baseline), field.orientation,
               static_cast<unsigned>(logicalWidth), static_cast<unsigned>(logicalHeight), false);
 }

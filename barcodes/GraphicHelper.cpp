@@ -81,8 +81,8 @@ void RepeatRow(SketchedBitmap& bitmap, std::size_t first, std::size_t count) {
 
 std::uint64_t GraphicHelper::GetLinearRowWidth(std::vector<Block> const& blocks, std::uint64_t narrow,
                                                std::uint64_t wide) {
-    auto const wideCount = static_cast<std::uint64_t>(
-        std::count_if(blocks.begin(), blocks.end(), [](Block block) { return block.wide; }));
+    auto const wideCount =
+        static_cast<std::uint64_t>(std::count_if(blocks.begin(), blocks.end(), [](Block block) { return block.wide; }));
     return wideCount * wide + (blocks.size() - wideCount) * narrow;
 }
 
@@ -147,7 +147,8 @@ void Detail::ClearRectangleInBitmap(std::vector<std::uint8_t>& bitmap, unsigned 
     std::vector<std::uint8_t> mask(stride);
     PaintRun(mask, x, end);
     for (; y < bottom; ++y) {
-        for (unsigned long i = x / 8; i <= (end - 1) / 8; ++i) bitmap[y * stride + i] &= static_cast<std::uint8_t>(~mask[i]);
+        for (unsigned long i = x / 8; i <= (end - 1) / 8; ++i)
+            bitmap[y * stride + i] &= static_cast<std::uint8_t>(~mask[i]);
     }
 }
 

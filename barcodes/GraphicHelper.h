@@ -19,9 +19,9 @@ struct SketchedBitmap {
     std::unique_ptr<std::vector<std::uint8_t>> rows;
 };
 
-/// Draws the models of symbols. Sizes are dots of the design resolution, `designResolution` is its dpi and `dpi` that of
-/// the target. Each size is scaled to whole pixels once, so that a symbol keeps its proportions exactly; logical sizes
-/// are sums of the unscaled dots. No quiet zone is added. A bitmap past 64 MiB throws std::length_error.
+/// Draws the models of symbols. Sizes are dots of the design resolution, `designResolution` is its dpi and `dpi` that
+/// of the target. Each size is scaled to whole pixels once, so that a symbol keeps its proportions exactly; logical
+/// sizes are sums of the unscaled dots. No quiet zone is added. A bitmap past 64 MiB throws std::length_error.
 namespace GraphicHelper {
 
 /// The largest bitmap of a symbol, in bytes.

@@ -1,0 +1,32 @@
+#include "barcodes/BarcodeDefaultHandlers.h"
+
+#include "barcodes/BarcodeFrame.h"
+#include "barcodes/BarcodeParameters.h"
+#include "fields/UnitConversion.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ZplParse.h"
+
+bool BarcodeFieldDefaultHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
+    using namespace ZplCore;
+    auto const toDots = ToDotsScaled(processor);
+    // Deliberately not clamped to the widths that hosts are told to send.
+    if (auto const width = ZplParse<double>(command, 0).Map(toDots))
+        processor.set(ContextProcessor::SystemContext, ZplContextKeys::BarcodeModuleWidth, *width);
+    if (auto const ratio = ZplParse<std::string>(command, 1).Map(ParseRatio).Where(CheckRatio))
+        processor.set(ContextProcessor::SystemContext, ZplContextKeys::BarcodeRatio, *ratio);
+    if (auto const height = ZplParse<double>(command, 2).Map(toDots).Map(ClampBarcodeHeight))
+        processor.set(ContextProcessor::SystemContext, ZplContextKeys::BarcodeHeight, *height);
+    return true;
+}
+
+bool BarcodeValidationHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
+    processor.set(ContextProcessor::SystemContext, ZplContextKeys::EnableBarcodeValidation,
+                  ZplCore::ParseFlag(command, 0, false));
+    return true;
+}
+
+void AddBarcodeDefaultHandlers(CommandHandlerPool& pool) {
+    pool.AddToCache<BarcodeFieldDefaultHandler>();
+    pool.AddToCache<BarcodeValidationHandler>();
+}

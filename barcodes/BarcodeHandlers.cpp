@@ -1,0 +1,20 @@
+#include "barcodes/BarcodeHandlers.h"
+
+#include "barcodes/BarcodeDefaultHandlers.h"
+#include "barcodes/Code128BarcodeHandler.h"
+#include "barcodes/LinearBarcodeHandlers.h"
+#include "barcodes/MatrixBarcodeHandlers.h"
+#include "barcodes/PostalBarcodeHandlers.h"
+#include "barcodes/RetailBarcodeHandlers.h"
+#include "barcodes/StackedBarcodeHandlers.h"
+#include "frontend/handlers/CommandHandlerPool.h"
+
+void AddBarcodeHandlers(CommandHandlerPool& pool) {
+    AddBarcodeDefaultHandlers(pool);
+    pool.AddToCache<Code128BarcodeHandler>();
+    AddLinearBarcodeHandlers(pool);
+    AddMatrixBarcodeHandlers(pool);
+    AddPostalBarcodeHandlers(pool);
+    AddRetailBarcodeHandlers(pool);
+    AddStackedBarcodeHandlers(pool);
+}

@@ -1,0 +1,25 @@
+#include "barcodes/BarcodeParameters.h"
+
+#include "barcodes/BarcodeFrame.h"
+#include "fields/UnitConversion.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/stream/ZplParse.h"
+
+namespace ZplCore {
+
+void StoreBarcodeOrientation(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    if (auto const orientation = ZplParse<ZplOrientation>(command, 0))
+        StoreSetting(current, processor, ZplContextKeys::FieldOrientation, *orientation);
+}
+
+void StoreBarcodeHeight(Context& current, ZplCommand const& command, std::size_t index, ContextProcessor& processor) {
+    if (auto const height = ZplParse<double>(command, index).Map(ToDotsScaled(processor)).Map(ClampBarcodeHeight))
+        StoreSetting(current, processor, ZplContextKeys::BarcodeHeight, *height);
+}
+
+bool ParseFlag(ZplCommand const& command, std::size_t index, bool fallback) {
+    return ZplParse<bool>(command, index).ValueOr(fallback);
+}
+
+}  // namespace ZplCore

@@ -1,0 +1,92 @@
+#include "barcodes/Code128BarcodeHandler.h"
+
+#include <cctype>
+
+#include "Barcode/Encoder/Code128Encoder.h"
+#include "Scripting/GraphicContext.h"
+#include "barcodes/BarcodeFrame.h"
+#include "barcodes/BarcodeParameters.h"
+#include "barcodes/Code128Text.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/stream/ZplParse.h"
+
+namespace {
+
+using Barcode::Encoder::Code128EncodeMode;
+using Barcode::Encoder::Code128Encoder;
+using namespace ZplCore;
+
+/// A render function of the fixed linear family for one encode mode. Data are repaired by the transform, so there is
+/// no second repair.
+ZplContextKeys::RenderFunction PlainMode(bool printLine, bool lineAbove, Code128EncodeMode mode,
+                                         BarcodeTransform inputTransform, BarcodeTransform line) {
+    return FixedLinearBarcodeRenderFunction(
+        printLine, lineAbove, [mode](std::string const& text) { return Code128Encoder::Validate(text, mode); },
+        [mode](std::string const& text) { return Code128Encoder::Encode(text, mode); },
+        [line = std::move(line)](std::string const& data, std::string const&) { return line(data); },
+        std::move(inputTransform), {});
+}
+
+ZplContextKeys::RenderFunction ModeN(bool printLine, bool lineAbove, bool ucc) {
+    return PlainMode(
+        printLine, lineAbove, Code128EncodeMode::Manual,
+        [ucc](std::string const& data) { return Code128::ModeN::EncoderInputTransform(data, ucc); },
+        [ucc](std::string const& data) { return Code128::ModeN::TransformHRText(data, ucc); });
+}
+
+void ModeURenderFunc(ContextProcessor& processor, bool printLine, bool lineAbove) {
+    auto const& target = processor.GetGraphicContext();
+    if (!target) return;
+    target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
+    std::string const data = processor.at(ZplContextKeys::FieldData);
+    bool const validates = processor.at(ZplContextKeys::EnableBarcodeValidation);
+    if (auto const message = validates ? GetBarcodeErrorMessage(Code128::ModeU::Validate(data)) : std::nullopt) {
+        HandleBarcodeError(processor, *message, false);
+        return;
+    }
+    std::string const digits = validates ? Code128::ModeU::EncoderInputTransformWithoutPadding(data)
+                                         : Code128::ModeU::EncoderInputTransformWithPadding(data);
+    if (auto const model = Code128Encoder::Encode(digits, Code128EncodeMode::Ucc))
+        DrawLinearBarcode(processor, *model, LinearBarcodeStyle::Fixed(processor, printLine, lineAbove), digits);
+}
+
+void ModeDRenderFunc(ContextProcessor& processor, bool printLine, bool lineAbove) {
+    auto const& target = processor.GetGraphicContext();
+    if (!target) return;
+    target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
+    std::string const data = processor.at(ZplContextKeys::FieldData);
+    std::string const input = Code128::ModeD::TransformInput(data);
+    if (auto const message = GetBarcodeErrorMessage(Code128::ModeD::Validate(input))) {
+        HandleBarcodeError(processor, *message, true);
+        return;
+    }
+    if (auto const model = Code128::ModeD::Encode(input))
+        DrawLinearBarcode(processor, *model, LinearBarcodeStyle::Fixed(processor, printLine, lineAbove),
+                          Code128::ModeD::TransformInterpretationLine(data));
+}
+
+}  // namespace
+
+bool Code128BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    StoreBarcodeOrientation(current, command, processor);
+    StoreBarcodeHeight(current, command, 1, processor);
+    bool const printLine = ParseFlag(command, 2, true);
+    bool const lineAbove = ParseFlag(command, 3, false);
+    bool const ucc = ParseFlag(command, 4, false);
+    auto const mode =
+        static_cast<char>(std::toupper(static_cast<unsigned char>(ZplParse<char>(command, 5).ValueOr('N'))));
+
+    ZplContextKeys::RenderFunction render;
+    switch (mode) {
+        case 'U': render = [=](ContextProcessor& atRender) { ModeURenderFunc(atRender, printLine, lineAbove); }; break;
+        case 'D': render = [=](ContextProcessor& atRender) { ModeDRenderFunc(atRender, printLine, lineAbove); }; break;
+        case 'A':
+            render = PlainMode(printLine, lineAbove, Code128EncodeMode::Automatic,
+                               Code128::ModeA::EncoderInputTransform, Code128::ModeA::HRTextTransform);
+            break;
+        default: render = ModeN(printLine, lineAbove, ucc); break;
+    }
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, std::move(render));
+    return true;
+}
