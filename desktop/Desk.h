@@ -36,6 +36,7 @@ public:
     void StartStream();
     /// A session for the stream under way.
     std::unique_ptr<Zpl::Host::Session> MakeSession();
+    ZPLProcessorInterface& Model() { return *model_; }
 
 private:
     TemporaryFolder storage_;

@@ -1,3 +1,4 @@
+#include "barcodes/BarcodeHandlers.h"
 #include "fields/FieldHandlers.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "labels/LabelHandlers.h"
@@ -7,5 +8,6 @@ void CommandHandlerPool::CreateHandlers(bool rfidEncoderSupport, bool disablePau
     if (!handlers_.empty()) return;
     AddLabelHandlers(*this, disablePausing);
     AddFieldHandlers(*this);
+    AddBarcodeHandlers(*this);
     if (rfidEncoderSupport) AddRfidHandlers(*this);
 }

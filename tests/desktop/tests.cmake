@@ -1,3 +1,6 @@
 zpl_add_test(desktop/CommandLineTest)
 zpl_add_test(desktop/FindingsTest)
 target_link_libraries(test_desktop PRIVATE zpldesk)
+zpl_add_test(desktop/ZplProgramTest)
+add_dependencies(test_desktop zpl)
+target_compile_definitions(test_desktop PRIVATE ZPL_PROGRAM="$<TARGET_FILE:zpl>")

@@ -1,0 +1,208 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidjson/document.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <fstream>
+
+#include "foundation/Files.h"
+#include "tests/support/TemporaryDirectory.h"
+
+// Runs the program itself, as a user does.
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+struct Outcome {
+    int code;
+    std::string out;
+    std::string err;
+};
+
+class ZplProgram : public testing::Test {
+protected:
+    /// Runs `zpl ARGUMENTS` by the shell in the test's folder; `before` stands in front of it.
+    Outcome Run(std::string const& arguments, std::string const& before = "") {
+        std::string const command = "cd '" + folder_.Path().string() + "' && { " + before + " '" ZPL_PROGRAM "' " +
+                                    arguments + "; } >.out 2>.err </dev/null";
+        int const status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadRegularFile(folder_ / ".out"),
+                ReadRegularFile(folder_ / ".err")};
+    }
+
+    Outcome Render(std::string const& stream, std::string const& options = "") {
+        WriteFileAtomically(folder_ / "in.zpl", stream);
+        return Run("render in.zpl --size 1x1in " + options);
+    }
+
+    /// The files that a run left, without those of the test itself.
+    std::vector<std::string> Files() const {
+        std::vector<std::string> names;
+        for (auto const& entry : std::filesystem::directory_iterator(folder_.Path())) {
+            std::string const name = entry.path().filename().string();
+            if (name != "in.zpl" && name != ".out" && name != ".err") names.push_back(name);
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    TemporaryDirectory folder_;
+};
+
+constexpr char const* TwoLabels = "^XA^PQ2^FO20,20^A0N,40,40^FDone^FS^XZ^XA^FO20,20^FDtwo^FS^XZ";
+
+TEST_F(ZplProgram, WritesOneFileAndOneLineForEachPage) {
+    auto const run = Render(TwoLabels);
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out,
+              "in-1.png  203 x 203  copy 1 of 2\nin-2.png  203 x 203  copy 2 of 2\nin-3.png  203 x 203  copy 1 of 1\n");
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(Files(), (std::vector<std::string>{"in-1.png", "in-2.png", "in-3.png"}));
+    EXPECT_EQ(ReadRegularFile(folder_ / "in-1.png"), ReadRegularFile(folder_ / "in-2.png"));
+}
+
+TEST_F(ZplProgram, WritesOtherFormats) {
+    Render("^XA^FO0,0^GB8,2,2^FS^FO195,201^GB8,2,2^FS^XZ", "--format pbm --out new/folder");
+    std::string const pbm = ReadRegularFile(folder_ / "new/folder/in-1.pbm");
+    EXPECT_THAT(pbm, StartsWith("P4\n203 203\n\xFF"));
+    EXPECT_EQ(pbm.size(), 11U + 26 * 203);
+    // Five of the last box's dots stand in the row's last three bits and before; what is right of the page stays white.
+    EXPECT_EQ(pbm.back(), '\xE0');
+    Render(TwoLabels, "--format pdf");
+    std::string const pdf = ReadRegularFile(folder_ / "in-1.pdf");
+    EXPECT_THAT(pdf, StartsWith("%PDF-1.4\n"));
+    EXPECT_THAT(pdf, HasSubstr("/MediaBox[0 0 72 72]"));
+}
+
+TEST_F(ZplProgram, KeepsTheJobFolder) {
+    auto const run = Render(TwoLabels, "--job --out jobs");
+    EXPECT_EQ(run.code, 0);
+    std::vector<std::filesystem::path> const folders{std::filesystem::directory_iterator(folder_ / "jobs"), {}};
+    ASSERT_EQ(folders.size(), 1U);
+    for (char const* const name : {"0", "1", "2", "TransferDone"})
+        EXPECT_TRUE(std::filesystem::exists(folders[0] / name)) << name;
+    EXPECT_THAT(run.out, HasSubstr("/2  203 x 203  copy 1 of 1"));
+}
+
+TEST_F(ZplProgram, SpeaksJson) {
+    auto const run = Render("^XA^PQ1^FDx^FS^QQ^XZ", "--json");
+    rapidjson::Document document;
+    document.Parse(run.out.c_str());
+    ASSERT_FALSE(document.HasParseError()) << run.out;
+    auto const& input = document["inputs"][0];
+    EXPECT_STREQ(input["pages"][0]["path"].GetString(), "in-1.png");
+    EXPECT_EQ(input["pages"][0]["width"].GetInt(), 203);
+    EXPECT_STREQ(input["findings"][0]["kind"].GetString(), "unknown-command");
+    EXPECT_EQ(input["findings"][0]["offset"].GetInt(), 14);
+    EXPECT_EQ(document["exitCode"].GetInt(), 0);
+    document.Parse(Run("render missing.zpl in.zpl --json --out in.zpl/no").out.c_str());
+    EXPECT_FALSE(document.HasParseError());
+}
+
+TEST_F(ZplProgram, EndsWithTheCodeAndTheLineThatFit) {
+    std::string const fine = "^XA^FDfine^FS^XZ";
+    struct Row {
+        char const* name;
+        std::string stream;
+        char const* options;
+        int code;
+        std::size_t pages;
+        char const* line;  // part of what is said; empty for silence
+    };
+    for (auto const& row : std::vector<Row>{
+             {"empty input", "", "", 1, 0, ""},
+             {"no end", "^XA^FDx^FS", "", 1, 0, "ends inside a format"},
+             {"stray end", "^XZ" + fine, "", 0, 1, ""},
+             {"nested begin", "^XA^FDlost^FS" + fine, "", 0, 1, ""},
+             {"unknown command", "^XA^ZZ^FDx^FS^XZ", "", 0, 1, "byte 3, line 1, column 4: command ^ZZ is not known"},
+             {"unknown command under --strict", "^XA^ZZ^FDx^FS^XZ", "--strict", 3, 1, "^ZZ"},
+             {"nothing found under --strict", fine, "--strict", 0, 1, ""},
+             {"a number past 32 bits when drawn", "^XA^PW99999999999^FDx^FS^XZ" + fine, "", 0, 1,
+              "a number is out of range"},
+             {"a number past 32 bits when read", fine + "^XA^PQ2147483648^FDx^FS^XZ" + fine, "", 0, 2,
+              "a number is out of range"},
+             {"millions of copies", "^XA^PQ99999999^FDx^FS^XZ", "--copies 3", 0, 3, "of 99999999 copies 3 are drawn"},
+             {"the largest group count", "^XA^PQ2,99999999,99999999^FDx^FS^XZ", "", 0, 2, ""},
+             {"a pause behind each of millions", "^XA^PQ99999999,1^FDx^FS^XZ", "--copies 1", 0, 1,
+              "of 99999999 copies"},
+             {"a counted graphic that is not there", fine + "^XA^GFB,4294967295,4294967295,1,0123456789", "", 0, 1,
+              "ends inside a format"},
+             {"a graphic of impossible size", "^XA^GFA,9,2147483647,2147483647,FF^FS^XZ" + fine, "", 0, 1, "large"},
+             {"text that is not UTF-8", "^XA^CI28^FD\xC3(\xFF\xFE^FS^XZ" + fine, "", 0, 2, nullptr},
+         }) {
+        SCOPED_TRACE(row.name);
+        auto const run = Render(row.stream, row.options);
+        EXPECT_EQ(run.code, row.code);
+        EXPECT_EQ(Files().size(), row.pages);
+        if (row.line && *row.line) EXPECT_THAT(run.err, HasSubstr(row.line));
+        if (row.line && !*row.line) EXPECT_EQ(run.err, "");
+        if (row.line && *row.line) EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+        for (auto const& file : Files()) std::filesystem::remove_all(folder_ / file);
+    }
+}
+
+TEST_F(ZplProgram, LimitsThePageAndNotTheStream) {
+    auto const run = Render("^XA^PW32000^LL32000^FO20,20^FDx^FS^XZ^XA^PW100^LL100^FDy^FS^XZ");
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(Files().size(), 2U);
+    EXPECT_THAT(run.out, HasSubstr("in-2.png  100 x 100"));
+    EXPECT_THAT(run.err, HasSubstr("dots"));
+}
+
+TEST_F(ZplProgram, DrawsTwoMillionFields) {
+    std::string stream = "^XA";
+    for (int i = 0; i < 2'000'000; ++i) stream += "^FO1,1^FDx^FS";
+    auto const run = Render(stream + "^XZ");
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(Files().size(), 1U);
+}
+
+TEST_F(ZplProgram, SaysWhatCannotBeReadOrWritten) {
+    WriteFileAtomically(folder_ / "good.zpl", TwoLabels);
+    auto const missing = Run("render missing.zpl good.zpl");
+    EXPECT_EQ(missing.code, 2);
+    EXPECT_EQ(missing.err, "zpl: cannot read missing.zpl: No such file or directory\n");
+    EXPECT_TRUE(std::filesystem::exists(folder_ / "good-3.png")) << "the other input is drawn all the same";
+
+    auto const folder = Run("render .");
+    EXPECT_EQ(folder.code, 2);
+    EXPECT_EQ(folder.err, "zpl: cannot read .: Is a directory\n");
+
+    auto const out = Run("render good.zpl --out good.zpl/pages");
+    EXPECT_EQ(out.code, 2);
+    EXPECT_THAT(out.err, StartsWith("zpl: cannot write good.zpl/pages: Not a directory"));
+
+    auto const usage = Run("render");
+    EXPECT_EQ(usage.code, 2);
+    EXPECT_EQ(std::count(usage.err.begin(), usage.err.end(), '\n'), 1);
+    EXPECT_EQ(Run("paint good.zpl").code, 2);
+    EXPECT_EQ(Run("--help").code, 0);
+    EXPECT_THAT(Run("render --help").out, HasSubstr("--printer-dpi"));
+}
+
+TEST_F(ZplProgram, AFullDiskKeepsWhatIsFinishedAndLeavesNothingHalf) {
+    // The first page is small; the second holds noise and passes the limit of what a file may grow to.
+    std::string noise;
+    for (unsigned i = 0, x = 1; i < 40'000; ++i) noise += "0123456789ABCDEF"[(x = x * 1664525U + 1013904223U) >> 28];
+    WriteFileAtomically(folder_ / "in.zpl", "^XA^FDsmall^FS^XZ^XA^PW800^LL200^GFA,20000,20000,100," + noise + "^FS^XZ");
+    auto const run = Run("render in.zpl --size 1x1in", "trap '' XFSZ; ulimit -f 8;");
+    EXPECT_EQ(run.code, 2);
+    EXPECT_THAT(run.err, HasSubstr("cannot write in-2.png: File too large"));
+    EXPECT_EQ(Files(), std::vector<std::string>{"in-1.png"});
+}
+
+TEST_F(ZplProgram, ChecksWithoutDrawing) {
+    WriteFileAtomically(folder_ / "in.zpl", "~JSN^XA^PQ4^FDbox^FS\n^LS5^XZ^XA^FDopen");
+    auto const run = Run("check in.zpl");
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out, "label 1: 4 copies, ends at byte 25, says box\n");
+    EXPECT_THAT(run.err, HasSubstr("byte 0, line 1, column 1: command ~JS is not known (backfeed sequence)"));
+    EXPECT_THAT(run.err, HasSubstr("label 1, byte 21, line 2, column 1: command ^LS is not known"));
+    EXPECT_THAT(run.err, HasSubstr("label 2, byte 37, line 2, column 17: the stream ends inside a format"));
+    EXPECT_TRUE(Files().empty());
+    EXPECT_EQ(Run("check in.zpl --strict").code, 3);
+}
+
+}  // namespace

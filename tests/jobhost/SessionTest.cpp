@@ -1,0 +1,137 @@
+#include "jobhost/model/Session.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+
+#include "foundation/AppSettings.h"
+#include "foundation/Files.h"
+#include "labels/Job.h"
+#include "tests/support/StreamRun.h"
+
+namespace {
+
+using namespace std::string_literals;
+
+RenderOptions OneInch() {
+    RenderOptions options;
+    options.widthInches = options.heightInches = 1;
+    return options;
+}
+
+class SessionTest : public testing::Test {
+protected:
+    std::vector<std::string> TextsOf(std::string_view stream) { return Texts(RunStream(desk_, stream)); }
+
+    Desk desk_{OneInch()};
+};
+
+using Strings = std::vector<std::string>;
+
+TEST_F(SessionTest, LabelsComeOutOfStreams) {
+    struct Row {
+        char const* name;
+        std::string stream;
+        Strings texts;
+        std::string missing = {};
+        bool endsInFormat = false;
+    };
+    std::vector<Row> const rows = {
+        {"nothing", "", {}},
+        {"two labels", "^XA^FO10,10^FDa^FS^XZ^XA^FO10,10^FDb^FS^XZ", {"a", "b"}},
+        {"text around formats is dropped", "noise^XA^FDa^FS^XZnoise\r\n^XA^FDb^FS^XZ noise", {"a", "b"}},
+        {"a field without its end is drawn", "^XA^FDa^XZ", {"a"}},
+        {"an empty format prints nothing", "^XA^XZ^XA^FO1,1^FS^XZ", {}},
+        {"a missing end prints nothing", "^XA^FDa^FS", {}, "", true},
+        {"a stray end is ignored", "^XZ^FDlost^FS^XA^FDa^FS^XZ^XZ", {"a"}},
+        {"a format begun again throws the first away", "^XA^FDa^FS^XA^FDb^FS^XZ", {"b"}},
+        {"a cancelled format", "^XA^FDa^FS~JX^XZ^XA^FDb^FS^XZ", {"b"}},
+        {"a cancel outside a format", "~JX^XA^FDa^FS^XZ", {"a"}},
+        {"unknown commands are listed once", "^XA^ZZ1^ZZ^FDa^FS~ZY^ZZ^XZ", {"a"}, "^ZZ,~ZY"},
+        {"a wrong prefix is unknown", "^XA^HS~HS^FDa^FS~XA^XZ", {"a"}, "^HS,~XA"},
+        {"lower case", "^xa^fo1,1^fda^fs^xz", {"a"}},
+        {"other characters", "^XA^CC!!FDa!FS!CD;!FO1;1!FDb;c!FS!XZ", {"a"}},
+        {"characters last beyond a label", "~CT+^CC/^XA/XA/FDa/FS+PS/XZ", {"a"}},
+        {"a stored format prints only when recalled",
+         "^XA^DFR:T.ZPL^FS^FO1,1^FN1^FS^XZ^XA^XFR:T.ZPL^FN1^FDx^FS^XZ^XA^XFT^FN1^FDy^FS^XZ",
+         {"x", "y"}},
+        {"a format that is not stored adds nothing", "^XA^XFR:NONE.ZPL^FDa^FS^XZ", {"a"}},
+        {"names never leave their folder", "^XA^DFR:../../T.ZPL^FDa^FS^XZ^XA^XFR:../../T.ZPL^FDb^FS^XZ", {"b"}},
+        {"a saved picture that is not printed", "^XA^FDa^FS^ISR:P.GRF,N^XZ^XA^XGR:P.GRF^FS^XZ", {""}},
+        {"a byte order mark", "\xEF\xBB\xBF^XA^CI28^FD\xC3\xA9^FS^XZ", {"\xC3\xA9"}},
+    };
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.name);
+        StreamRun const run = RunStream(desk_, row.stream);
+        EXPECT_EQ(Texts(run), row.texts);
+        EXPECT_EQ(run.missing, row.missing);
+        EXPECT_EQ(run.endsInFormat, row.endsInFormat);
+    }
+}
+
+TEST_F(SessionTest, ReturnsEachLabelWithTheRestOfTheInput) {
+    auto const session = desk_.MakeSession();
+    std::string const stream = "^XA^FDa^FS^XZ^XA^FDb^FS^XZ";
+    auto const first = session->Consume(stream, false, true);
+    ASSERT_TRUE(first.label);
+    EXPECT_EQ(first.remaining, "^XA^FDb^FS^XZ");
+    auto const none = session->Consume("", false, true);
+    EXPECT_TRUE(none.allCommandsKnown);
+    EXPECT_FALSE(none.label);
+}
+
+TEST_F(SessionTest, InControlOnlyModeNothingIsRecorded) {
+    auto const session = desk_.MakeSession();
+    auto const result = session->Consume("^XA^FDa^FS~PS^XZ", true, true);
+    EXPECT_TRUE(result.allCommandsKnown);
+    EXPECT_FALSE(result.label);
+}
+
+TEST_F(SessionTest, QuantityCountsForItsOwnFormat) {
+    auto const run = RunStream(desk_, "^XA^PQ3^FDa^FS^XZ^XA^FDb^FS^XZ^XA^PQ0^FDc^FS^XZ^PQ9^XA^FDd^FS^XZ");
+    std::vector<unsigned> copies;
+    for (auto const& label : run.labels) copies.push_back(label.copies);
+    EXPECT_EQ(copies, (std::vector<unsigned>{3, 1, 1, 1}));
+    EXPECT_EQ(desk_.Model().GetLifetimeZplScriptsCountProperty()->Get(), 6U);
+}
+
+TEST_F(SessionTest, SetUpLastsFromLabelToLabelAndTheFormatDoesNot) {
+    auto const run = RunStream(desk_, "^XA^PW100^LL60^FDa^FS^XZ^XA^FDb^FS^XZ~JR^XA^FDc^FS^XZ");
+    ASSERT_EQ(run.labels.size(), 3U);
+    EXPECT_EQ(run.labels[0].width, 100U);
+    EXPECT_EQ(run.labels[1].width, 100U);
+    EXPECT_EQ(run.labels[1].height, 60U);
+    EXPECT_EQ(run.labels[2].width, 203U);
+    EXPECT_EQ(run.labels[0].rows.size(), run.labels[1].rows.size());
+}
+
+TEST_F(SessionTest, AStoredFormatKeepsItsBytes) {
+    RunStream(desk_, "^XA^CC+^DFE:KEEP.ZPL+FS+FO1,2+GFB,3,3,1,^\r,+FDa,b+TA010+FS+XZ");
+    EXPECT_EQ(ReadRegularFile(AppSettings::GetInstance().FormatsDir() / "E/KEEP.ZPL"),
+              "^FS^FO1,2^GFB,3,3,1,^\r,^FDa,b^FS");
+}
+
+TEST_F(SessionTest, ANumberOutOfRangeLeavesAsAnException) {
+    auto const session = desk_.MakeSession();
+    EXPECT_THROW(session->Consume("^XA^FO10,10^PW2147483648^FDa^FS^XZ", false, true), std::out_of_range);
+    EXPECT_THROW(desk_.MakeSession()->Consume("^XA^PQ2147483648", false, true), std::out_of_range);
+}
+
+TEST_F(SessionTest, LaterCopiesGoOnAndTheFirstStartsAnew) {
+    auto const session = desk_.MakeSession();
+    std::string const stream = "^XA^PQ3^FO10,10^A0N,40,40^FDa^FS^XZ";
+    auto result = session->Consume(stream, false, true);
+    Zpl::Label label = std::get<1>(*result.label);
+    unsigned width = 0;
+    unsigned height = 0;
+    std::vector<std::vector<std::uint8_t>> pages;
+    for (unsigned const copy : {0U, 1U, 2U, 0U}) {
+        label.RenderLabel("", copy, copy, false);
+        pages.push_back(session->Target().GetPageBitmap(width, height));
+    }
+    EXPECT_EQ(pages[0], pages[3]);
+    EXPECT_EQ(pages[0], pages[1]);
+    EXPECT_GT(std::accumulate(pages[0].begin(), pages[0].end(), 0U), 0U);
+}
+
+}  // namespace
