@@ -1,8 +1,18 @@
 #include "labels/Job.h"
 
 #include <algorithm>
+#include <string>
+
+#include "foundation/Log.h"
 
 namespace Zpl {
+
+namespace {
+
+/// A pause behind each of a hundred million labels is legal to ask for, and must not fill the memory.
+constexpr std::size_t MostPauses = 1'000'000;
+
+}  // namespace
 
 Job::Job(std::vector<Label> labels, std::function<void()> closeNetwork, bool flag)
     : labels_(std::move(labels)), closeNetwork_(std::move(closeNetwork)), flag_(flag) {}
@@ -30,7 +40,14 @@ unsigned Job::Quantity() const {
 void Job::Start(std::string_view jobName) {
     if (labels_.empty()) return;
     std::vector<unsigned> pauses;
-    for (auto next = NextPauseIndex(0); next; next = NextPauseIndex(*next)) pauses.push_back(*next);
+    for (auto next = NextPauseIndex(0); next; next = NextPauseIndex(*next)) {
+        if (pauses.size() == MostPauses) {
+            Log::Report(LogTopic::Limit,
+                        "the job pauses more than " + std::to_string(MostPauses) + " times; later pauses are left out");
+            break;
+        }
+        pauses.push_back(*next);
+    }
 
     std::vector<PageRangeRfidOperations> tagOperations;
     unsigned first = 0;

@@ -25,7 +25,7 @@ TEST(Findings, NameThePlaceInTheStream) {
                   "to the left, so "
                   "the page may differ",
                   "byte 17, line 3, column 10: command ~JS is not known (backfeed sequence): no effect on the page",
-                  "byte 99, line 3, column 14: command ~\\xC3\\xA9 is not known and was left out",
+                  "byte 99, line 3, column 13: command ~\\xC3\\xA9 is not known and was left out",
                   "label 2: a notice",
               }));
 }

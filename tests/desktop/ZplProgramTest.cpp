@@ -119,26 +119,30 @@ TEST_F(ZplProgram, EndsWithTheCodeAndTheLineThatFit) {
              {"unknown command", "^XA^ZZ^FDx^FS^XZ", "", 0, 1, "byte 3, line 1, column 4: command ^ZZ is not known"},
              {"unknown command under --strict", "^XA^ZZ^FDx^FS^XZ", "--strict", 3, 1, "^ZZ"},
              {"nothing found under --strict", fine, "--strict", 0, 1, ""},
-             {"a number past 32 bits when drawn", "^XA^PW99999999999^FDx^FS^XZ" + fine, "", 0, 1,
+             {"a number past 32 bits when drawn", "^XA^FB99999999999^FDx^FS^XZ" + fine, "", 0, 1,
               "a number is out of range"},
              {"a number past 32 bits when read", fine + "^XA^PQ2147483648^FDx^FS^XZ" + fine, "", 0, 2,
               "a number is out of range"},
              {"millions of copies", "^XA^PQ99999999^FDx^FS^XZ", "--copies 3", 0, 3, "of 99999999 copies 3 are drawn"},
              {"the largest group count", "^XA^PQ2,99999999,99999999^FDx^FS^XZ", "", 0, 2, ""},
              {"a pause behind each of millions", "^XA^PQ99999999,1^FDx^FS^XZ", "--copies 1", 0, 1,
-              "of 99999999 copies"},
+              nullptr},
              {"a counted graphic that is not there", fine + "^XA^GFB,4294967295,4294967295,1,0123456789", "", 0, 1,
               "ends inside a format"},
              {"a graphic of impossible size", "^XA^GFA,9,2147483647,2147483647,FF^FS^XZ" + fine, "", 0, 1, "large"},
-             {"text that is not UTF-8", "^XA^CI28^FD\xC3(\xFF\xFE^FS^XZ" + fine, "", 0, 2, nullptr},
+             {"text that is not UTF-8", "^XA^CI28^FD\xC3(\xFF^FS^XZ" + fine, "", 0, 2, nullptr},
          }) {
         SCOPED_TRACE(row.name);
         auto const run = Render(row.stream, row.options);
         EXPECT_EQ(run.code, row.code);
         EXPECT_EQ(Files().size(), row.pages);
-        if (row.line && *row.line) EXPECT_THAT(run.err, HasSubstr(row.line));
-        if (row.line && !*row.line) EXPECT_EQ(run.err, "");
-        if (row.line && *row.line) EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+        std::string_view const line = row.line ? row.line : "";
+        if (!line.empty()) {
+            EXPECT_THAT(run.err, HasSubstr(line));
+            EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+        } else if (row.line) {
+            EXPECT_EQ(run.err, "");
+        }
         for (auto const& file : Files()) std::filesystem::remove_all(folder_ / file);
     }
 }
@@ -148,7 +152,7 @@ TEST_F(ZplProgram, LimitsThePageAndNotTheStream) {
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(Files().size(), 2U);
     EXPECT_THAT(run.out, HasSubstr("in-2.png  100 x 100"));
-    EXPECT_THAT(run.err, HasSubstr("dots"));
+    EXPECT_THAT(run.err, HasSubstr("too large"));
 }
 
 TEST_F(ZplProgram, DrawsTwoMillionFields) {
@@ -200,7 +204,7 @@ TEST_F(ZplProgram, ChecksWithoutDrawing) {
     EXPECT_EQ(run.out, "label 1: 4 copies, ends at byte 25, says box\n");
     EXPECT_THAT(run.err, HasSubstr("byte 0, line 1, column 1: command ~JS is not known (backfeed sequence)"));
     EXPECT_THAT(run.err, HasSubstr("label 1, byte 21, line 2, column 1: command ^LS is not known"));
-    EXPECT_THAT(run.err, HasSubstr("label 2, byte 37, line 2, column 17: the stream ends inside a format"));
+    EXPECT_THAT(run.err, HasSubstr("label 2, byte 38, line 2, column 18: the stream ends inside a format"));
     EXPECT_TRUE(Files().empty());
     EXPECT_EQ(Run("check in.zpl --strict").code, 3);
 }

@@ -106,14 +106,14 @@ TEST_F(SessionTest, SetUpLastsFromLabelToLabelAndTheFormatDoesNot) {
 }
 
 TEST_F(SessionTest, AStoredFormatKeepsItsBytes) {
-    RunStream(desk_, "^XA^CC+^DFE:KEEP.ZPL+FS+FO1,2+GFB,3,3,1,^\r,+FDa,b+TA010+FS+XZ");
+    RunStream(desk_, "^XA^CC++DFE:KEEP.ZPL+FS+FO1,2+GFB,3,3,1,^\r,+FDa,b+TA010+FS+XZ");
     EXPECT_EQ(ReadRegularFile(AppSettings::GetInstance().FormatsDir() / "E/KEEP.ZPL"),
               "^FS^FO1,2^GFB,3,3,1,^\r,^FDa,b^FS");
 }
 
 TEST_F(SessionTest, ANumberOutOfRangeLeavesAsAnException) {
     auto const session = desk_.MakeSession();
-    EXPECT_THROW(session->Consume("^XA^FO10,10^PW2147483648^FDa^FS^XZ", false, true), std::out_of_range);
+    EXPECT_THROW(session->Consume("^XA^FO10,10^FB2147483648^FDa^FS^XZ", false, true), std::out_of_range);
     EXPECT_THROW(desk_.MakeSession()->Consume("^XA^PQ2147483648", false, true), std::out_of_range);
 }
 
