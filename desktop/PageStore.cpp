@@ -25,9 +25,8 @@ PageStore::PageStore(RenderOptions const& options, std::string const& input)
     std::error_code error;
     std::filesystem::create_directories(folder_, error);
     if (error) throw CannotWrite(folder_, error);
-    auto* const process = PrintEngine::Printing::PrintProcessHandler::GetInstance();
     if (options.keepJob) {
-        process->SetJobsFolder(folder_);
+        PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetJobsFolder(folder_);
         return;
     }
     try {
@@ -35,7 +34,6 @@ PageStore::PageStore(RenderOptions const& options, std::string const& input)
     } catch (std::system_error const& failure) {
         throw CannotWrite(folder_, failure.code());
     }
-    process->SetJobsFolder(work_->Path());
 }
 
 std::filesystem::path PageStore::NextPath() const {

@@ -23,6 +23,9 @@ public:
     /// Moves or converts the page that the print engine wrote as `file`; gives its final path.
     std::filesystem::path Keep(std::filesystem::path const& file);
 
+    /// Where the print engine writes pages.
+    std::filesystem::path const& WorkFolder() const { return work_->Path(); }
+
     /// The final path that the next page gets.
     std::filesystem::path NextPath() const;
 

@@ -77,28 +77,30 @@ private:
     void RenderOne(FinishedLabel finished) {
         unsigned const quantity = finished.label.Quantity();
         unsigned const copies = CopiesToDraw(quantity, finished.number);
-        Zpl::Job job({std::move(finished.label)}, {}, finished.hasTagOperations);
-        Start(job, finished.text);
         for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
-            if (!RenderPage(job, copy, finished.number)) break;
-            Report({store_.Keep(job.JobPath() / std::to_string(copy)), 0, 0, finished.number, copy + 1, quantity});
+            bool const drawn = Draw(store_.NextPath(), finished.number, [&] {
+                finished.label.RenderLabel(store_.WorkFolder(), copy, copy, copy + 1 == quantity);
+            });
+            if (!drawn) break;
+            Report(
+                {store_.Keep(store_.WorkFolder() / std::to_string(copy)), 0, 0, finished.number, copy + 1, quantity});
         }
-        std::error_code error;
-        std::filesystem::remove_all(job.JobPath(), error);
     }
 
     void RenderJob() {
         std::vector<unsigned> quantities;
         for (auto const& label : kept_) quantities.push_back(label.Quantity());
         Zpl::Job job(std::move(kept_), {}, jobFlag_);
-        Start(job, jobName_);
+        job.Start(jobName_);
+        CheckFile(options_.outputFolder);
         unsigned page = 0;
         for (std::size_t i = 0; i < quantities.size(); ++i) {
             auto const number = static_cast<unsigned>(i + 1);
             unsigned const copies = CopiesToDraw(quantities[i], number);
             for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
-                if (!RenderPage(job, page + copy, number)) break;
-                Report({job.JobPath() / std::to_string(page + copy), 0, 0, number, copy + 1, quantities[i]});
+                auto const file = job.JobPath() / std::to_string(page + copy);
+                if (!Draw(file, number, [&] { job.RenderLabel(page + copy); })) break;
+                Report({file, 0, 0, number, copy + 1, quantities[i]});
             }
             page += quantities[i];
         }
@@ -106,20 +108,17 @@ private:
         CheckFile(job.JobPath());
     }
 
-    void Start(Zpl::Job& job, std::string const& name) {
-        job.Start(name);
-        CheckFile(options_.outputFolder);
-    }
-
-    /// False if the page could not be drawn; the label is given up then.
-    bool RenderPage(Zpl::Job& job, unsigned page, unsigned label) {
+    /// Runs `render`, which makes the page that ends as `file`. False if it could not be drawn; the label is given up
+    /// then.
+    template <typename Render>
+    bool Draw(std::filesystem::path const& file, unsigned label, Render&& render) {
         try {
-            job.RenderLabel(page);
+            render();
         } catch (std::exception const& error) {
             findings_.AddNotice(Explain(error) + "; its pages from here on are dropped", label);
             return false;
         }
-        CheckFile(options_.keepJob ? job.JobPath() / std::to_string(page) : store_.NextPath());
+        CheckFile(file);
         return true;
     }
 

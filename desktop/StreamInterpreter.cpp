@@ -22,7 +22,8 @@ void StreamInterpreter::OpenSession(std::uint64_t base) {
 }
 
 void StreamInterpreter::Run(TakeLabel const& take) {
-    Log::SetSink([this](LogTopic topic, std::string_view text) { findings_.AddReport(topic, std::string(text), labels_ + 1); });
+    Log::SetSink(
+        [this](LogTopic topic, std::string_view text) { findings_.AddReport(topic, std::string(text), labels_ + 1); });
     std::uint64_t base = 0;
     OpenSession(base);
     for (std::string_view rest = stream_; !rest.empty();) {

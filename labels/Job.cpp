@@ -15,26 +15,26 @@ constexpr std::size_t MostPauses = 1'000'000;
 }  // namespace
 
 Job::Job(std::vector<Label> labels, std::function<void()> closeNetwork, bool flag)
-    : labels_(std::move(labels)), closeNetwork_(std::move(closeNetwork)), flag_(flag) {}
+    : labels_(std::move(labels)), closeNetwork_(std::move(closeNetwork)), flag_(flag) {
+    extents_.reserve(labels_.size());
+    for (auto const& label : labels_) {
+        extents_.push_back({quantity_, label.Quantity(), label.PauseGroupQuantity(), label.PauseAfterSet()});
+        quantity_ += extents_.back().quantity;
+    }
+}
 
 Job::Place Job::Find(unsigned page) const {
-    unsigned base = 0;
-    for (std::size_t i = 0; i < labels_.size(); ++i) {
-        unsigned const quantity = labels_[i].Quantity();
-        if (page < base + quantity) return {i, base, page - base};
-        base += quantity;
-    }
-    return {labels_.size(), base, page - base};
+    // The last label that begins at or before the page. Labels without pages share their base with the next one, which
+    // stands behind them.
+    auto const after = std::upper_bound(extents_.begin(), extents_.end(), page,
+                                        [](unsigned wanted, Extent const& extent) { return wanted < extent.base; });
+    if (page >= quantity_ || after == extents_.begin()) return {labels_.size(), quantity_, page - quantity_};
+    auto const index = static_cast<std::size_t>(after - extents_.begin()) - 1;
+    return {index, extents_[index].base, page - extents_[index].base};
 }
 
 Label const* Job::LabelOf(Place const& place) const {
     return place.label < labels_.size() ? &labels_[place.label] : nullptr;
-}
-
-unsigned Job::Quantity() const {
-    unsigned pages = 0;
-    for (auto const& label : labels_) pages += label.Quantity();
-    return pages;
 }
 
 void Job::Start(std::string_view jobName) {
@@ -51,9 +51,10 @@ void Job::Start(std::string_view jobName) {
 
     std::vector<PageRangeRfidOperations> tagOperations;
     unsigned first = 0;
-    for (auto const& label : labels_) {
-        unsigned const pages = std::max(label.Quantity(), 1U);
-        if (label.HasRfidOperations()) tagOperations.push_back({first, first + pages - 1, label.GetRfidOperations()});
+    for (std::size_t i = 0; i < labels_.size(); ++i) {
+        unsigned const pages = std::max(extents_[i].quantity, 1U);
+        if (labels_[i].HasRfidOperations())
+            tagOperations.push_back({first, first + pages - 1, labels_[i].GetRfidOperations()});
         first += pages;
     }
     jobPath_ = labels_.front().StartJob(jobName, Quantity(), pauses, flag_, tagOperations);
@@ -65,24 +66,21 @@ void Job::End() {
 
 std::optional<unsigned> Job::NextPauseIndex(unsigned page) const {
     Place const place = Find(page);
-    Label const* const label = LabelOf(place);
-    if (!label) return std::nullopt;
+    if (place.label == extents_.size()) return std::nullopt;
 
-    unsigned const quantity = label->Quantity();
-    if (unsigned const group = label->PauseGroupQuantity(); group != 0) {
+    auto const& [base, quantity, group, pauseAfter] = extents_[place.label];
+    if (group != 0) {
         // Counted in 64 bits: a group may be as large as a number can be.
         std::uint64_t const next = std::uint64_t{group} * (1 + place.copy / group);
-        if (quantity >= next) return static_cast<unsigned>(place.base + next);
+        if (quantity >= next) return static_cast<unsigned>(base + next);
     }
-    if (label->PauseAfterSet()) return place.base + quantity;
+    if (pauseAfter) return base + quantity;
 
-    unsigned position = place.base + quantity;
-    for (std::size_t i = place.label + 1; i < labels_.size(); ++i) {
-        unsigned const following = labels_[i].Quantity();
-        unsigned const group = labels_[i].PauseGroupQuantity();
-        if (group != 0 && following >= group) return position + group;
-        if (labels_[i].PauseAfterSet()) return position + following;
-        position += following;
+    for (std::size_t i = place.label + 1; i < extents_.size(); ++i) {
+        auto const& following = extents_[i];
+        if (following.pauseGroup != 0 && following.quantity >= following.pauseGroup)
+            return following.base + following.pauseGroup;
+        if (following.pauseAfter) return following.base + following.quantity;
     }
     return std::nullopt;
 }
@@ -103,8 +101,8 @@ bool Job::IsFormatBoundry(unsigned page) const {
 bool Job::IsLastPageOfJob(unsigned page) const {
     if (labels_.empty()) return false;
     Place const place = Find(page);
-    if (!LabelOf(place)) return labels_.back().Quantity() == 1;
-    return place.label + 1 == labels_.size() && place.copy + 1 == labels_[place.label].Quantity();
+    if (!LabelOf(place)) return extents_.back().quantity == 1;
+    return place.label + 1 == labels_.size() && place.copy + 1 == extents_[place.label].quantity;
 }
 
 void Job::SendEndOfFormatNetworkResponses(unsigned page) const {

@@ -24,7 +24,7 @@ public:
     std::filesystem::path const& JobPath() const { return jobPath_; }
 
     /// Number of pages, in 32-bit arithmetic.
-    unsigned Quantity() const;
+    unsigned Quantity() const { return quantity_; }
     /// The page count after which printing pauses next, seen from `page`.
     std::optional<unsigned> NextPauseIndex(unsigned page) const;
     void RenderLabel(unsigned page);
@@ -48,8 +48,19 @@ private:
     Place Find(unsigned page) const;
     Label const* LabelOf(Place const& place) const;
 
+    /// What the page arithmetic needs of a label. None of it changes from copy to copy, so it is read once: a job may
+    /// hold many thousands of labels, and each page is looked up.
+    struct Extent {
+        unsigned base;  ///< pages before the label
+        unsigned quantity;
+        unsigned pauseGroup;
+        bool pauseAfter;
+    };
+
     std::filesystem::path jobPath_;
     std::vector<Label> labels_;
+    std::vector<Extent> extents_;  // one a label
+    unsigned quantity_ = 0;
     std::function<void()> closeNetwork_;
     bool flag_;
 };
