@@ -3,6 +3,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <stdexcept>
 #include <string>
 
 #include "propertybus/Property.h"
@@ -10,12 +11,17 @@
 /// Owns the properties of this process. Embedded: nothing is published to a server.
 class PublishingPropertyManager {
 public:
-    /// Makes the property, or gives the one that has this identifier already. T is a property class.
+    /// Makes the property, or gives the one that has this identifier already. T is a property class; std::logic_error if the
+    /// existing one is of another.
     template <typename T, typename... Args>
     std::shared_ptr<T> Create(PropertyName name, Args&&... args) {
         std::lock_guard const lock(mutex_);
         auto& entry = properties_[name.identifier];
-        if (auto existing = std::dynamic_pointer_cast<T>(entry)) return existing;
+        if (entry) {
+            auto existing = std::dynamic_pointer_cast<T>(entry);
+            if (!existing) throw std::logic_error("property " + name.identifier + " exists with another type");
+            return existing;
+        }
         auto made = std::make_shared<T>(std::move(name), std::forward<Args>(args)...);
         entry = made;
         return made;

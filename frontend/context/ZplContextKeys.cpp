@@ -22,7 +22,7 @@ ContextKey<char> const ClockIndicator1;
 ContextKey<char> const ClockIndicator2;
 ContextKey<char> const ClockIndicator3;
 ContextKey<std::chrono::system_clock::time_point> const TimeAtRender;
-ContextKey<std::string> const CultureId(std::string(ZplContextDefaults::CultureId));
+ContextKey<std::string> const CultureId(std::string{ZplContextDefaults::CultureId});
 ContextKey<struct TimeMode> const TimeMode;
 ContextKey<unsigned> const PrintQuantity(ZplContextDefaults::PrintQuantity);
 ContextKey<unsigned> const SerialNumberReplications;

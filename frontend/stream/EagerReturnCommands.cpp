@@ -43,16 +43,12 @@ constexpr CommandIdentifier EagerReturnCommands[] = {
 
 }  // namespace
 
-bool CommandIdentifier::Fits(std::string_view command, bool isControl) const {
-    if (command.size() < 2 || ToAsciiUpper(command[0]) != letters[0] || ToAsciiUpper(command[1]) != letters[1]) {
-        return false;
-    }
-    return prefix == Prefix::Either || isControl == (prefix == Prefix::Control);
-}
-
 CommandIdentifier const* FindEagerReturnCommand(std::string_view command, bool isControl) {
-    auto const* const row =
-        std::find_if(std::begin(EagerReturnCommands), std::end(EagerReturnCommands),
-                     [&](CommandIdentifier const& candidate) { return candidate.Fits(command, isControl); });
-    return row == std::end(EagerReturnCommands) ? nullptr : row;
+    if (command.size() < 2) return nullptr;
+    char const letters[] = {ToAsciiUpper(command[0]), ToAsciiUpper(command[1])};
+    for (auto const& row : EagerReturnCommands) {
+        if (row.letters[0] != letters[0] || row.letters[1] != letters[1]) continue;
+        if (row.prefix == Either || isControl == (row.prefix == Control)) return &row;
+    }
+    return nullptr;
 }

@@ -17,10 +17,8 @@ struct CommandIdentifier {
     std::string_view letters;  ///< two, upper case
     /// Decides by the only argument so far; null: delivered at the second letter.
     ArgumentMatchOperation (*argumentMatch)(std::string_view argument);
-
-    /// Whether the command of these letters (two or more bytes, in either case) and this prefix is meant.
-    bool Fits(std::string_view command, bool isControl) const;
 };
 
-/// The row of the eager command, or null if the command waits for the next prefix like most.
+/// The row of the command of these letters (in either case; only the first two count) and this prefix, or null if it
+/// waits for the next prefix like most.
 CommandIdentifier const* FindEagerReturnCommand(std::string_view command, bool isControl);

@@ -70,8 +70,12 @@ bool UtfStateMachine::CouldBeUtf8Bom() const {
 }
 
 void UtfStateMachine::SkipSingleBytes(std::string_view run) {
-    if (run.size() > bytes_.size()) run.remove_prefix(run.size() - bytes_.size());
-    for (char const byte : run) Push(static_cast<std::uint8_t>(byte));
+    if (run.size() < bytes_.size()) {
+        for (char const byte : run) Push(static_cast<std::uint8_t>(byte));
+        return;
+    }
+    std::copy(run.end() - bytes_.size(), run.end(), bytes_.begin());
+    size_ = static_cast<std::uint8_t>(bytes_.size());
 }
 
 void UtfStateMachine::Push(std::uint8_t byte) {

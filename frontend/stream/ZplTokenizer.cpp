@@ -1,7 +1,5 @@
 #include "frontend/stream/ZplTokenizer.h"
 
-#include <algorithm>
-
 #include "frontend/stream/Ascii.h"
 
 std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(std::string_view input,

@@ -22,7 +22,9 @@ constexpr std::size_t UsualParameterCount = 4;
 bool IsLineEnd(char32_t character) { return character == U'\r' || character == U'\n'; }
 
 // These change the syntax itself, so they take one character, whatever it is, and end without a prefix.
-bool TakesOneCharacter(std::string_view command) { return command == "CT" || command == "CC" || command == "CD"; }
+bool TakesOneCharacter(std::string_view command) {
+    return command.size() == 2 && command[0] == 'C' && (command[1] == 'T' || command[1] == 'C' || command[1] == 'D');
+}
 
 /// The number of raw bytes that follow the parameters so far, if they announce a binary graphic field.
 std::optional<std::uint32_t> AnnouncedBinaryCount(std::string_view command,
@@ -71,6 +73,7 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeLetter(char32_t cha
     // Counted in bytes: one letter beyond 7 bits is a command by itself, and an unknown one.
     if (command_.size() < 2) return nullptr;
     state_ = ZplTokenizerState::Parameters;
+    eager_ = FindEagerReturnCommand(command_, isControl_);
     return HandleEagerReturnCommand();
 }
 
@@ -104,8 +107,7 @@ void ZplTokenizerStateMachine::EnterBinaryMode() {
 std::size_t ZplTokenizerStateMachine::ConsumePlainRun(std::string_view text, char32_t formatPrefix,
                                                       char32_t controlPrefix, char32_t delimiter) {
     bool const idle = state_ == ZplTokenizerState::Idle;
-    bool const collecting = state_ == ZplTokenizerState::Parameters && !TakesOneCharacter(command_) &&
-                            FindEagerReturnCommand(command_, isControl_) == nullptr;
+    bool const collecting = state_ == ZplTokenizerState::Parameters && !eager_ && !TakesOneCharacter(command_);
     if (!idle && !collecting) return 0;
 
     auto const endsRun = [&](char byte) {
@@ -134,12 +136,11 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Flush() { return command_.
 
 std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::HandleEagerReturnCommand() {
     using Operation = CommandIdentifier::ArgumentMatchOperation;
-    auto const* const row = FindEagerReturnCommand(command_, isControl_);
-    if (!row) return nullptr;
+    if (!eager_) return nullptr;
 
     auto operation = Operation::Return;
-    if (row->argumentMatch && parameters_.empty()) operation = Operation::Continue;
-    if (row->argumentMatch && parameters_.size() == 1) operation = row->argumentMatch(parameters_[0]);
+    if (eager_->argumentMatch && parameters_.empty()) operation = Operation::Continue;
+    if (eager_->argumentMatch && parameters_.size() == 1) operation = eager_->argumentMatch(parameters_[0]);
     switch (operation) {
         case Operation::Return: return Reset(ZplTokenizerState::Idle);
         case Operation::ReturnCopy: return std::make_unique<ZplCommand>(ZplCommand{command_, isControl_, parameters_});
@@ -149,8 +150,12 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::HandleEagerReturnCommand()
 }
 
 std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::TakeCommand() {
-    return std::make_unique<ZplCommand>(
-        ZplCommand{std::exchange(command_, {}), std::exchange(isControl_, false), std::exchange(parameters_, {})});
+    auto command = std::make_unique<ZplCommand>();
+    command->command.swap(command_);
+    command->parameters.swap(parameters_);
+    command->isControl = std::exchange(isControl_, false);
+    eager_ = nullptr;
+    return command;
 }
 
 // After a flush there may be no parameter to go on with.

@@ -10,6 +10,8 @@
 #include "frontend/stream/Encoding.h"
 #include "frontend/stream/ZplCommand.h"
 
+struct CommandIdentifier;
+
 enum class ZplTokenizerState : std::uint32_t {
     Idle = 0,        ///< between commands; everything but a prefix is thrown away
     Parameters = 1,  ///< the letters are read, parameters are being collected
@@ -56,4 +58,5 @@ private:
     bool isControl_ = false;
     std::vector<std::string> parameters_;
     std::uint32_t binaryRemaining_ = 0;
+    CommandIdentifier const* eager_ = nullptr;  // the row of the command whose letters are read; null: none
 };

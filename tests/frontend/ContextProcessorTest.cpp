@@ -7,7 +7,7 @@
 
 #include "frontend/context/Setting.h"
 #include "tests/support/CommandDump.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/TemporaryDirectory.h"
 
 namespace {
 
@@ -146,7 +146,7 @@ TEST(ContextProcessor, StartsAndEndsFormats) {
 }
 
 TEST(ContextProcessor, RecallsStoredFormats) {
-    TemporaryFolder const folder;
+    TemporaryDirectory const folder;
     std::ofstream(folder.Path() / "A.ZPL", std::ios::binary) << "^XA^FO1,2\r\n^GFB,1,2,1,^^^FDa,b^FS~SD30.5 ^XZ^FN1";
     ContextProcessor processor(folder.Path());
     processor.AddFormatCommand({"CI", false, {"28"}});

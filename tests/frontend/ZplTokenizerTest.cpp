@@ -143,8 +143,8 @@ TEST(ZplTokenizer, CopiesCountedBinaryRuns) {
             {"other commands", "^FDB,10,4,2,ab^", "^FD[B][10][4][2][ab]"},
             {"either prefix", "~GFB,1,1,1,^", "~GF[B][1][1][1][^]"},
             {"no byte order mark inside", "^GFB,1,3,1,\xEF\xBB\xBF^FD\xE4^", "^GF[B][1][3][1][EF BB BF] ^FD[E4]"},
-            {"a mark that ends behind the run", "^GFB,1,2,1,\xEF\xBB\xBF^FD\xC3\xA4^",
-             "^GF[B][1][2][1][EF BB] ^FD[C3 A4]"},
+            {"a mark that ends behind the run", "^GFB,1,2,1,\xEF\xBB\xBF^FD\xE4 abcd^",
+             "^GF[B][1][2][1][EF BB] ^FD[ d]"},
         },
         Encoding::SingleByte);
 }
@@ -154,8 +154,8 @@ TEST(ZplTokenizer, FollowsByteOrderMarks) {
     std::string const utf16be = "\xFE\xFF" + Utf16(u"^FDäő^XZ", true);
     ExpectAtEveryCut(
         {
-            {"UTF-8", "\xEF\xBB\xBF^FD\xC3\xA4^", "^FD[C3 A4]"},
-            {"single bytes without a mark", "^FD\xC3\xA4^", "^FD[C3 A4]"},
+            {"UTF-8, told by what a stray byte costs", "\xEF\xBB\xBF^FD\xC3\xA4\xE4 abcd^", "^FD[C3 A4 20 64]"},
+            {"single bytes without a mark", "^FD\xC3\xA4\xE4 ab^", "^FD[C3 A4 E4 20 61 62]"},
             {"UTF-16, low byte first", utf16le, "^FD[C3 A4 C5 91] ^XZ"},
             {"UTF-16, high byte first", utf16be, "^FD[C3 A4 C5 91] ^XZ"},
             {"inside a parameter its last byte is kept", "^FDa\xEF\xBB\xBF\xC3\xA4^", "^FD[61 EF BB C2 BF C3 A4]"},
@@ -194,14 +194,14 @@ TEST(ZplTokenizer, FlushesAtTheEnd) {
 TEST(ZplTokenizer, GoesOnBehindAFlush) {
     ZplTokenizer tokenizer;
     std::string dump;
-    for (std::string_view const chunk : {"^FO1", "2,3^FS", "^GFB,1,3,1,a", "bc^XZ"}) {
+    for (std::string_view const chunk : {"^FO1", "2,3^FS", "^GFB,1,3,1,a", "bc^XZ", "~SD1", "55^PQ"}) {
         for (std::size_t position = 0; position < chunk.size();) {
             auto const [encoding, command] =
                 tokenizer.TokenizeString(chunk, position, '^', '~', ',', true, Encoding::SingleByte);
             if (command) dump += Dump(*command) + ' ';
         }
     }
-    EXPECT_EQ(dump, "^FO[1] ^[2][3] ^FS ^ ^GF[B][1][3][1][a] ^[bc] ^XZ ");
+    EXPECT_EQ(dump, "^FO[1] ^[2][3] ^FS ^ ^GF[B][1][3][1][a] ^[bc] ^XZ ~SD[1] ^[55] ^PQ ");
 }
 
 TEST(ZplTokenizer, TellsWhereCommandsWereOpened) {

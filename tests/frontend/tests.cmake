@@ -1,3 +1,4 @@
+zpl_add_test(frontend/CommandTableTest)
 zpl_add_test(frontend/ContextProcessorTest)
 zpl_add_test(frontend/ObjectNameTest)
 zpl_add_test(frontend/UtfStateMachineTest)
