@@ -9,7 +9,6 @@
 
 namespace Scripting {
 
-using PrintEngine::Drawing::Ink;
 using PrintEngine::Fonts::Typeface;
 using PrintEngine::Text::TakeCharacter;
 using PrintEngine::Text::TextFrame;

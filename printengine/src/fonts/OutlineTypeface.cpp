@@ -10,7 +10,7 @@ namespace PrintEngine::Fonts {
 
 namespace {
 
-constexpr std::size_t MaxRememberedAdvances = 16 * 1024;
+constexpr std::size_t MaxRememberedAdvances = 16384;
 
 // Shape of the box that stands for a character no font has, in parts of an em's width.
 constexpr double BoxAdvance = 0.6;

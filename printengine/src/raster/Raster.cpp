@@ -6,7 +6,7 @@ namespace PrintEngine::Drawing {
 
 namespace {
 
-constexpr std::size_t ChunkWords = 16 * 1024;
+constexpr std::size_t ChunkWords = 16384;
 
 /// Words that row `y` may have: see the class comment.
 int WordLimit(int y) {
