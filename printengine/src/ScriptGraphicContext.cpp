@@ -1,5 +1,7 @@
 #include "Scripting/ScriptGraphicContext.h"
 
+#include <algorithm>
+
 #include "printengine/src/ScriptGraphicContextState.h"
 #include "printengine/src/fonts/FontFiles.h"
 
@@ -25,11 +27,6 @@ void ScriptGraphicContext::StartNewJob() {
 
 void ScriptGraphicContext::LoadPart(PrintEngine::PartManagement::LabelPart const& part) { state_->part = part; }
 
-void ScriptGraphicContext::SetupForPrintJob() {
-    state_->layout = state_->LayoutOf(0, 0);
-    StartLabel();
-}
-
 std::string const& ScriptGraphicContext::FileError() const { return state_->fileError; }
 
 Extent ScriptGraphicContext::PageSize() const { return state_->pageSize; }
@@ -50,8 +47,8 @@ void ScriptGraphicContext::SetTextFlow(ScriptTextFlow flow) { state_->textStyle.
 
 void ScriptGraphicContext::SelectFont(std::string_view font, unsigned magnificationX, unsigned magnificationY) {
     state_->font = font;
-    state_->textStyle.magnificationX = magnificationX;
-    state_->textStyle.magnificationY = magnificationY;
+    state_->textStyle.magnificationX = std::min(magnificationX, PrintEngine::Text::MaxMagnification);
+    state_->textStyle.magnificationY = std::min(magnificationY, PrintEngine::Text::MaxMagnification);
 }
 
 }  // namespace Scripting

@@ -18,27 +18,32 @@ namespace {
 /// Why a file cannot be written in the folder of a job that could not be made.
 std::string NoFolderMessage() { return std::make_error_code(std::errc::no_such_file_or_directory).message(); }
 
+/// The size of a page as far as it can be drawn.
+Extent Drawable(Extent page) {
+    Extent result;
+    result.width = std::min(page.width, Raster::MaxWidth);
+    result.height =
+        static_cast<int>(std::min<std::int64_t>({page.height, Raster::MaxHeight, Raster::MaxDots / result.width}));
+    return result;
+}
+
+std::string Text(Extent page) { return std::to_string(page.width) + " x " + std::to_string(page.height); }
+
 }  // namespace
 
-PageLayout ScriptGraphicContext::State::LayoutOf(unsigned width, unsigned length) const {
+Extent ScriptGraphicContext::State::PixelsOf(unsigned width, unsigned length) const {
     double const dpi = printerContext->PrinterDpi().Value();
     auto const pixels = [&](unsigned dots, double inches) {
         double const exact = dots ? dots * Scale().Factor() : inches * dpi;
         return static_cast<int>(std::lround(std::clamp(exact, 1.0, double{1 << 28})));
     };
-    PageLayout result;
-    int const fullWidth = pixels(width, part.GetWidth());
-    int const fullHeight = pixels(length, part.GetHeight());
-    result.width = std::min(fullWidth, Raster::MaxWidth);
-    result.height =
-        static_cast<int>(std::min<std::int64_t>({fullHeight, Raster::MaxHeight, Raster::MaxDots / result.width}));
-    if (result.width != fullWidth || result.height != fullHeight) {
-        PrintProcessHandler::GetInstance()->Warn("page of " + std::to_string(fullWidth) + " x " +
-                                                 std::to_string(fullHeight) + " pixels is too large, only " +
-                                                 std::to_string(result.width) + " x " + std::to_string(result.height) +
-                                                 " are drawn");
-    }
-    return result;
+    return {pixels(width, part.GetWidth()), pixels(length, part.GetHeight())};
+}
+
+void ScriptGraphicContext::SetupForPrintJob() {
+    Extent const page = Drawable(state_->PixelsOf(0, 0));
+    state_->layout = {.width = page.width, .height = page.height};
+    StartLabel();
 }
 
 std::string ScriptGraphicContext::StartJob(std::string_view jobName, unsigned, std::vector<unsigned> const&, bool,
@@ -79,9 +84,7 @@ void ScriptGraphicContext::SetLabelOriginX(unsigned x) { state_->originX = stati
 void ScriptGraphicContext::SetLabelOriginY(unsigned y) { state_->originY = static_cast<int>(y); }
 
 void ScriptGraphicContext::SetLabelLength(unsigned length) {
-    int const width = state_->layout.width;
-    state_->layout = state_->LayoutOf(0, length);
-    state_->layout.width = width;
+    state_->layout.height = Drawable(state_->PixelsOf(0, length)).height;
 }
 
 void ScriptGraphicContext::RequestCut(unsigned) {
@@ -94,7 +97,14 @@ void ScriptGraphicContext::SetSuppressBackfeed(bool) {
 
 void ScriptGraphicContext::EndLabel(LabelSettings const& settings) {
     State& state = *state_;
-    state.layout = state.LayoutOf(settings.labelWidth, settings.labelLength);
+    Extent const wanted = state.PixelsOf(settings.labelWidth, settings.labelLength);
+    Extent const page = Drawable(wanted);
+    if (page != wanted) {
+        PrintProcessHandler::GetInstance()->Warn("a page of " + Text(wanted) + " pixels is too large, only " +
+                                                 Text(page) + " are drawn");
+    }
+    state.layout.width = page.width;
+    state.layout.height = page.height;
     state.layout.turned = !settings.upright;
     state.layout.mirrored = settings.mirror;
     state.layout.enlargement = static_cast<int>(std::clamp(settings.formatScale, 1u, 64u));
@@ -140,9 +150,8 @@ std::vector<std::uint8_t> ScriptGraphicContext::GetPageBitmap(unsigned& width, u
     height = static_cast<unsigned>(plain.height);
     std::size_t const rowBytes = PrintEngine::Pages::PackedRowBytes(plain.width);
     std::vector<std::uint8_t> rows(rowBytes * height);
-    std::vector<PrintEngine::Drawing::Word> scratch;
-    for (int y = 0; y < plain.height; ++y)
-        ComposeRow(state_->raster, plain, y, scratch, rows.data() + rowBytes * static_cast<std::size_t>(y));
+    PrintEngine::Pages::PageComposer composer(state_->raster, plain, true);
+    for (int y = 0; y < plain.height; ++y) composer.Write(y, rows.data() + rowBytes * static_cast<std::size_t>(y));
     return rows;
 }
 

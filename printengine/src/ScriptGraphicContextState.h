@@ -30,8 +30,8 @@ struct ScriptGraphicContext::State {
     /// A box of dots, given by its corners on the label, in pixels of the page.
     PrintEngine::Drawing::PixelBox PixelBoxOf(std::int64_t left, std::int64_t top, std::int64_t right,
                                               std::int64_t bottom) const;
-    /// The page's plain shape: `width` and `length` in dots, 0 for those of the label part.
-    PrintEngine::Pages::PageLayout LayoutOf(unsigned width, unsigned length) const;
+    /// The size of a page in pixels: `width` and `length` are dots, 0 for those of the label part.
+    Extent PixelsOf(unsigned width, unsigned length) const;
     /// Takes note that something is drawn, and of the first text.
     void NoteContent(std::string_view text = {});
     /// Draws texts by `paint(painter)`, so that overlapping characters are inverted once.

@@ -9,7 +9,6 @@
 
 namespace Scripting {
 
-using PrintEngine::Drawing::Ink;
 using PrintEngine::Fonts::Typeface;
 using PrintEngine::Text::TakeCharacter;
 using PrintEngine::Text::TextFrame;
@@ -20,8 +19,11 @@ namespace {
 /// Of a label's text, so much names its job.
 constexpr std::size_t MaxLabelText = 64;
 
-/// An em of a TrueType font in dots, at every resolution.
-double TrueTypeEm(double pointSize) { return pointSize / 0.331; }
+/// An em of a TrueType font in dots, at every resolution; at most far more than a page.
+double TrueTypeEm(double pointSize) {
+    double const em = pointSize / 0.331;
+    return em > 0 ? std::min(em, 1e6) : 0;
+}
 
 /// The size of a TrueType line: the same for all texts of a font and size.
 struct TrueTypeLine {
@@ -31,7 +33,7 @@ struct TrueTypeLine {
 
 TrueTypeLine LineOf(double lineHeight, double pointSize) {
     TrueTypeLine line;
-    line.height = static_cast<int>(std::lround(std::min(1e6, lineHeight * TrueTypeEm(pointSize))));
+    line.height = static_cast<int>(std::lround(lineHeight * TrueTypeEm(pointSize)));
     line.ascent = line.height - static_cast<int>(std::lround(0.37 * line.height));
     return line;
 }

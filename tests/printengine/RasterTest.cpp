@@ -97,6 +97,7 @@ TEST(RasterTest, ResetLeavesNothingBehind) {
     Raster raster;
     raster.Reset(100, 100);
     for (int round = 0; round < 3; ++round) {
+        raster.Fill(3, 3, 90, 90, Ink::Black);
         raster.Fill(0, 0, 500, 500, Ink::Black);
         raster.Reset(100 + round % 2, 100);
         EXPECT_EQ(raster.Top(), raster.Bottom());

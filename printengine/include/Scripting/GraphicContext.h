@@ -57,7 +57,7 @@ struct LabelSettings {
     unsigned printMode = 0;       ///< tear-off 0, cutter 1, peel-off 2, applicator 3
     bool upright = true;          ///< false turns the page by 180 degrees
     bool mirror = false;          ///< true mirrors the page left to right
-    bool useStoredImage = false;  ///< true starts the next label from this label's picture
+    bool useStoredImage = false;  ///< true starts the labels that follow this page from its picture
     unsigned formatScale = 1;     ///< every drawn dot becomes this many dots in both directions
     int adjustY = 0;              ///< dots by which the finished page moves down; negative moves it up
     friend bool operator==(LabelSettings const&, LabelSettings const&) = default;

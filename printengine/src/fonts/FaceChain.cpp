@@ -12,7 +12,7 @@ namespace PrintEngine::Fonts {
 namespace {
 
 // More distinct missing characters than this come only from a stream that is not text.
-constexpr std::size_t MaxRemembered = 16 * 1024;
+constexpr std::size_t MaxRemembered = 16384;
 
 void Warn(std::string const& line) { Printing::PrintProcessHandler::GetInstance()->Warn(line); }
 
@@ -37,7 +37,8 @@ Face* FaceStore::Open(std::filesystem::path const& file) {
     return at->second.get();
 }
 
-FaceChain::FaceChain(FaceStore& store, std::string font, std::filesystem::path file, std::vector<std::string> fileNames)
+FaceChain::FaceChain(FaceStore& store, std::string font, std::filesystem::path const& file,
+                     std::vector<std::string> fileNames)
     : store_(store), font_(std::move(font)) {
     if (!file.empty()) links_.push_back({file, file.filename().string()});
     for (std::string& name : fileNames) links_.push_back({{}, std::move(name)});

@@ -31,7 +31,8 @@ private:
 class FaceChain {
 public:
     /// `file` is a path set for the font, or empty; `fileNames` are looked for below the system font folder.
-    FaceChain(FaceStore& store, std::string font, std::filesystem::path file, std::vector<std::string> fileNames);
+    FaceChain(FaceStore& store, std::string font, std::filesystem::path const& file,
+              std::vector<std::string> fileNames);
 
     struct Found {
         Face* face = nullptr;  ///< null if no font has the character

@@ -17,6 +17,11 @@ constexpr std::size_t MaxTrueType = 256;
 
 constexpr char const* AnyIdeographs = "NotoSansCJK*";
 
+/// No em is larger than this, in dots: far more than a page, and small enough to be counted with.
+constexpr double MaxEm = 1e6;
+
+double Bounded(double em) { return em > 0 ? std::min(em, MaxEm) : 0; }
+
 /// The size of an em in dots. Prepared fonts are given half the points at 600 dpi.
 double EmOf(double pointSize, unsigned designDpi) { return pointSize / 0.331 * (designDpi == 600 ? 2 : 1); }
 
@@ -99,7 +104,7 @@ std::string TrueTypeCacheCreator::Cache::Prepare(std::string_view name, Scriptin
         preparedOrder_.pop_front();
     }
     int const descent = std::min(metrics.descent, metrics.cellHeight);
-    Fonts::OutlineSize const size{EmOf(metrics.pointSize, designDpi) * metrics.widthPercent / 100, 0,
+    Fonts::OutlineSize const size{Bounded(EmOf(metrics.pointSize, designDpi) * metrics.widthPercent / 100), 0,
                                   metrics.cellHeight - descent, descent};
     std::string prepared = std::string(name) + Format("#%u", ++serial_);
     prepared_[prepared] = std::make_unique<Fonts::OutlineTypeface>(ScalableChain(name), size, metrics.expectedWidth);
@@ -110,6 +115,8 @@ std::string TrueTypeCacheCreator::Cache::Prepare(std::string_view name, Scriptin
 
 Fonts::Typeface& TrueTypeCacheCreator::Cache::TrueType(std::string_view font, double emWidth, double emHeight) {
     DropIfFontFilesChanged();
+    emWidth = Bounded(emWidth);
+    emHeight = Bounded(emHeight);
     std::string const key = std::string(font) + Format("|%.6g|%.6g", emWidth, emHeight);
     if (auto const known = trueType_.find(key); known != trueType_.end()) return *known->second;
     if (trueType_.size() >= MaxTrueType) trueType_.clear();

@@ -10,13 +10,13 @@ namespace PrintEngine::Fonts {
 
 namespace {
 
-constexpr std::size_t MaxRememberedAdvances = 16 * 1024;
+constexpr std::size_t MaxRememberedAdvances = 16384;
 
 // Shape of the box that stands for a character no font has, in parts of an em's width.
 constexpr double BoxAdvance = 0.6;
 constexpr double BoxWidth = 0.5;
 
-int In64ths(double pixels) { return static_cast<int>(std::lround(std::min(pixels, 1e7) * 64)); }
+std::int32_t In64ths(double pixels) { return static_cast<std::int32_t>(std::lround(std::min(pixels, 1e7) * 64)); }
 
 }  // namespace
 
@@ -62,7 +62,7 @@ GlyphBitmap const* OutlineTypeface::Glyph(char32_t character, double pixelsX, do
 
 GlyphBitmap OutlineTypeface::MissingBox(double pixelsX, double pixelsY) const {
     GlyphBitmap bitmap;
-    double const em = size_.emWidth * pixelsX;
+    double const em = std::min(size_.emWidth * pixelsX, 16384.0);
     bitmap.left = static_cast<int>(em * (BoxAdvance - BoxWidth) / 2);
     bitmap.width = static_cast<int>(std::clamp(em * BoxWidth, 1.0, 8192.0));
     bitmap.height = bitmap.above = static_cast<int>(std::clamp(size_.ascent * pixelsY, 1.0, 8192.0));

@@ -32,7 +32,7 @@ std::filesystem::path MakeJobFolder(std::filesystem::path const& jobsFolder, std
     std::string const name = HarmlessName(jobName) + "-" + std::to_string(::getpid()) + "-";
     for (;;) {
         // Folders of an earlier process of the same id may still lie there.
-        std::filesystem::path const path = jobsFolder / (name + std::to_string(++serial));
+        std::filesystem::path path = jobsFolder / (name + std::to_string(++serial));
         if (std::filesystem::create_directory(path, error)) return path;
         if (error && error != std::errc::file_exists) return {};
     }

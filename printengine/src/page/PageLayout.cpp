@@ -35,31 +35,33 @@ void MirrorRow(std::span<Word> row, int width) {
 
 }  // namespace
 
-void ComposeRow(Drawing::Raster const& raster, PageLayout const& layout, int row, std::vector<Word>& scratch,
-                std::uint8_t* out) {
-    std::size_t const bytes = PackedRowBytes(layout.width);
-    int const shifted = row - layout.shiftDown;
-    int const upright = layout.turned ? layout.height - 1 - shifted : shifted;
+PageComposer::PageComposer(Drawing::Raster const& raster, PageLayout const& layout, bool inkBit)
+    : raster_(raster), layout_(layout), inkBit_(inkBit), words_(WordsFor(layout.width)) {}
+
+void PageComposer::Write(int row, std::uint8_t* out) {
+    std::size_t const bytes = PackedRowBytes(layout_.width);
+    int const shifted = row - layout_.shiftDown;
+    int const upright = layout_.turned ? layout_.height - 1 - shifted : shifted;
     auto const source =
-        shifted < 0 || shifted >= layout.height ? std::span<Word const>{} : raster.Row(upright / layout.enlargement);
+        shifted < 0 || shifted >= layout_.height ? std::span<Word const>{} : raster_.Row(upright / layout_.enlargement);
     if (source.empty()) {
-        std::memset(out, 0, bytes);
+        std::memset(out, inkBit_ ? 0 : 0xFF, bytes);
         return;
     }
 
-    std::size_t const words = WordsFor(layout.width);
-    scratch.assign(words, 0);
-    auto const visible = source.first(std::min(source.size(), words));
-    if (layout.enlargement > 1) {
-        Widen(visible, static_cast<std::size_t>(layout.enlargement), scratch);
+    auto const visible = source.first(std::min(source.size(), words_.size()));
+    if (layout_.enlargement > 1) {
+        std::fill(words_.begin(), words_.end(), 0);
+        Widen(visible, static_cast<std::size_t>(layout_.enlargement), words_);
     } else {
-        std::copy(visible.begin(), visible.end(), scratch.begin());
+        std::fill(std::copy(visible.begin(), visible.end(), words_.begin()), words_.end(), 0);
     }
-    int const beyond = static_cast<int>(words) * WordBits - layout.width;
-    scratch.back() &= ~Word{0} << beyond;
-    if (layout.mirrored != layout.turned) MirrorRow(scratch, layout.width);
-    for (Word& word : scratch) word = Drawing::BigEndian(word);
-    std::memcpy(out, scratch.data(), bytes);
+    int const beyond = static_cast<int>(words_.size()) * WordBits - layout_.width;
+    words_.back() &= ~Word{0} << beyond;
+    if (layout_.mirrored != layout_.turned) MirrorRow(words_, layout_.width);
+    Word const flip = inkBit_ ? 0 : ~Word{0};
+    for (Word& word : words_) word = Drawing::BigEndian(word ^ flip);
+    std::memcpy(out, words_.data(), bytes);
 }
 
 }  // namespace PrintEngine::Pages

@@ -14,15 +14,26 @@ struct PageLayout {
     bool turned = false;    ///< by 180 degrees
     bool mirrored = false;  ///< left to right
     int enlargement = 1;    ///< pixels that each drawn pixel becomes, in both directions
-    int shiftDown = 0;      ///< of the page when it is turned and mirrored; negative is up
+    int shiftDown = 0;      ///< of the turned and mirrored page; negative is up
 };
 
 /// Bytes of a row of packed pixels.
 inline std::size_t PackedRowBytes(int width) { return static_cast<std::size_t>(width + 7) / 8; }
 
-/// Writes one row of the finished page, counted from the top, into `out` (PackedRowBytes): packed most significant bit
-/// first, a set bit is black, bits right of the page are 0. `scratch` is reused from row to row.
-void ComposeRow(Drawing::Raster const& raster, PageLayout const& layout, int row, std::vector<Drawing::Word>& scratch,
-                std::uint8_t* out);
+/// Makes the rows of a finished page, counted from the top.
+class PageComposer {
+public:
+    /// `inkBit` is the bit that black pixels get.
+    PageComposer(Drawing::Raster const& raster, PageLayout const& layout, bool inkBit);
+
+    /// Writes a row into `out` (PackedRowBytes), most significant bit first; bits right of the page are those of paper.
+    void Write(int row, std::uint8_t* out);
+
+private:
+    Drawing::Raster const& raster_;
+    PageLayout const& layout_;
+    bool inkBit_;
+    std::vector<Drawing::Word> words_;
+};
 
 }  // namespace PrintEngine::Pages

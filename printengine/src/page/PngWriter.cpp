@@ -52,12 +52,12 @@ std::string const& PngWriter::Encode(Drawing::Raster const& raster, PageLayout c
     if (rows_.capacity() > KeptBytes) std::vector<std::uint8_t>().swap(rows_);
     if (file_.capacity() > KeptBytes) std::string().swap(file_);
     rows_.resize(rowBytes * static_cast<std::size_t>(layout.height));
+    // In a greyscale picture of one bit, 1 is white.
+    PageComposer composer(raster, layout, false);
     for (int y = 0; y < layout.height; ++y) {
         std::uint8_t* const row = rows_.data() + static_cast<std::size_t>(y) * rowBytes;
         row[0] = 0;  // filter type None
-        ComposeRow(raster, layout, y, scratch_, row + 1);
-        // In a greyscale picture of one bit, 1 is white.
-        for (std::size_t i = 1; i < rowBytes; ++i) row[i] = static_cast<std::uint8_t>(~row[i]);
+        composer.Write(y, row + 1);
     }
 
     file_ = "\x89PNG\r\n\x1a\n"sv;

@@ -28,7 +28,6 @@ private:
     };
 
     std::unique_ptr<libdeflate_compressor, FreeCompressor> compressor_;
-    std::vector<Drawing::Word> scratch_;
     std::vector<std::uint8_t> rows_;
     std::string file_;
 };

@@ -1,16 +1,12 @@
 #include "printengine/src/raster/Raster.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstring>
-
-#include "printengine/src/raster/Bits.h"
 
 namespace PrintEngine::Drawing {
 
 namespace {
 
-constexpr std::size_t ChunkWords = 16 * 1024;
+constexpr std::size_t ChunkWords = 16384;
 
 /// Words that row `y` may have: see the class comment.
 int WordLimit(int y) {
@@ -25,16 +21,6 @@ void Apply(Word& word, Word mask) {
 }
 
 }  // namespace
-
-Word BitRows::Fetch(int row, int index) const {
-    std::uint8_t const* const source =
-        bytes + static_cast<std::size_t>(row) * stride + static_cast<std::size_t>(index) * 8;
-    int const bits = std::min(width - index * WordBits, WordBits);
-    Word word = 0;
-    std::memcpy(&word, source, static_cast<std::size_t>(bits + 7) / 8);
-    word = BigEndian(word);
-    return bits < WordBits ? word & ~(~Word{0} >> bits) : word;
-}
 
 void Raster::Reset(int width, int height) {
     for (int y = top_; y < bottom_; ++y) {
@@ -86,6 +72,8 @@ bool Raster::Extend(int y, int lastWord) {
     auto const room = std::max({static_cast<std::size_t>(lastWord) + 1, std::size_t{line.room} * 2, blockStride_});
     Word* const words = Allocate(room);
     std::copy_n(line.words, line.used, words);
+    // The place it had belongs to the same row of the next page.
+    std::fill_n(line.words, line.used, Word{0});
     line.words = words;
     line.room = static_cast<std::uint32_t>(room);
     return true;
@@ -185,13 +173,11 @@ void Raster::BlitLevel(BitRows const& picture, int x, int y, bool upsideDown) {
     for (int row = firstRow; row < lastRow; ++row) {
         int const source = upsideDown ? picture.height - 1 - row : row;
         for (int i = 0; i < words; ++i) {
+            int const column = upsideDown ? x + picture.width - (i + 1) * WordBits : x + i * WordBits;
+            if (column <= -WordBits || column >= MaxWidth) continue;
             Word const bits = picture.Fetch(source, i);
             if (bits == 0) continue;
-            if (upsideDown) {
-                Put<Mode>(x + picture.width - (i + 1) * WordBits, y + row, Reversed(bits));
-            } else {
-                Put<Mode>(x + i * WordBits, y + row, bits);
-            }
+            Put<Mode>(column, y + row, upsideDown ? Reversed(bits) : bits);
         }
     }
 }
@@ -203,6 +189,8 @@ void Raster::BlitTurned(BitRows const& picture, int x, int y, bool clockwise) {
     Word block[WordBits];
     for (int top = 0; top < picture.height; top += WordBits) {
         int const rows = std::min(WordBits, picture.height - top);
+        int const left = clockwise ? x + picture.height - top - WordBits : x + top;
+        if (left <= -WordBits || left >= MaxWidth) continue;
         for (int column = 0; column < columns; ++column) {
             Word any = 0;
             for (int row = 0; row < WordBits; ++row) {
@@ -217,19 +205,19 @@ void Raster::BlitTurned(BitRows const& picture, int x, int y, bool clockwise) {
                 int const u = column * WordBits + j;
                 int const row = y + (clockwise ? u : picture.width - 1 - u);
                 if (row < 0 || row >= MaxHeight) continue;
-                if (clockwise) {
-                    Put<Mode>(x + picture.height - top - WordBits, row, Reversed(block[j]));
-                } else {
-                    Put<Mode>(x + top, row, block[j]);
-                }
+                Put<Mode>(left, row, clockwise ? Reversed(block[j]) : block[j]);
             }
         }
     }
 }
 
 void Raster::Blit(BitRows const& picture, int x, int y, int degrees, Ink ink) {
+    bool const isUpended = degrees == 90 || degrees == 270;
+    int const width = isUpended ? picture.height : picture.width;
+    int const height = isUpended ? picture.width : picture.height;
+    if (x >= MaxWidth || y >= MaxHeight || x + width <= 0 || y + height <= 0) return;
     auto const draw = [&]<Ink Mode>() {
-        if (degrees == 90 || degrees == 270) {
+        if (isUpended) {
             BlitTurned<Mode>(picture, x, y, degrees == 90);
         } else {
             BlitLevel<Mode>(picture, x, y, degrees == 180);

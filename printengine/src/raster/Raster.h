@@ -1,10 +1,14 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <span>
 #include <vector>
+
+#include "printengine/src/raster/Bits.h"
 
 namespace PrintEngine::Drawing {
 
@@ -23,7 +27,20 @@ struct BitRows {
     int height = 0;  ///< pixels
 
     /// Pixels 64 * index and following of a row; what lies right of the picture reads as 0.
-    Word Fetch(int row, int index) const;
+    Word Fetch(int row, int index) const {
+        std::uint8_t const* const source =
+            bytes + static_cast<std::size_t>(row) * stride + static_cast<std::size_t>(index) * 8;
+        int const bits = std::min(width - index * WordBits, WordBits);
+        Word word = 0;
+        // Rows that are padded to whole words are read at once.
+        if (static_cast<std::size_t>(index) * 8 + 8 <= stride) {
+            std::memcpy(&word, source, sizeof word);
+        } else {
+            std::memcpy(&word, source, static_cast<std::size_t>(bits + 7) / 8);
+        }
+        word = BigEndian(word);
+        return bits < WordBits ? word & ~(~Word{0} >> bits) : word;
+    }
 };
 
 /// The 1-bit raster of a page. It has no fixed size, because a label is drawn before its size is known: a row begins to

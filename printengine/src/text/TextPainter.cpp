@@ -28,7 +28,7 @@ int MeasureWidth(Fonts::Typeface& typeface, std::string_view text, unsigned magn
     std::int64_t width = 0;
     std::int64_t count = 0;
     for (; !text.empty(); ++count) width += typeface.Advance(TakeCharacter(text));
-    return count == 0 ? 0 : Clamped(width * magnification + (count - 1) * spacing);
+    return count == 0 ? 0 : Clamped(width * std::min(magnification, MaxMagnification) + (count - 1) * spacing);
 }
 
 TextPainter::TextPainter(Drawing::Raster& raster, Drawing::PixelScale const& scale, Fonts::GlyphCache& glyphs,

@@ -11,6 +11,9 @@
 
 namespace PrintEngine::Text {
 
+/// More than this enlarges every font beyond every page.
+inline constexpr unsigned MaxMagnification = 1 << 16;
+
 /// Line heights in dots for text that runs downwards, at magnification 1. Characters never touch the next one's
 /// capitals.
 int CharacterLineHeight(Fonts::Typeface const& typeface);
