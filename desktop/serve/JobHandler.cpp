@@ -5,6 +5,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <QtCore/QThread>
 #include <algorithm>
 #include <cerrno>
 #include <system_error>
@@ -90,7 +91,8 @@ JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& sock
 
     // Properties are delivered on a thread of the bus; everything else happens on this one.
     command_->AddCallback([this](std::shared_ptr<Property> const& changed) {
-        if (!changed->ValueText().empty()) return;
+        // The value may have moved on when this thread's own write is told.
+        if (QThread::currentThread() == thread() || !changed->ValueText().empty()) return;
         QMetaObject::invokeMethod(
             this,
             [this] {
