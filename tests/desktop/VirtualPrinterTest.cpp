@@ -1,5 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
+#include "foundation/Json.h"
+#include "propertybus/PropertyIdentifiers.h"
 #include "tests/support/VirtualPrinterProcess.h"
 
 // The printer with its three processes, as a user runs it.
@@ -82,17 +87,54 @@ TEST(VirtualPrinter, TakesStreamsHoweverTheyAreSent) {
     ::close(silent);
 }
 
-TEST(VirtualPrinter, GoesOnWhenAProcessIsKilled) {
-    VirtualPrinterProcess printer({"--speed", "0"});
-    std::size_t kept = 0;
-    for (char const* const name : {"propertyserver", "zplhost", "propertyserver", "zplhost"}) {
-        printer.Print(Label("before"));
-        ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() == kept + 1; })) << printer.Log();
-        printer.KillChild(name);
-        printer.Print(Label("after"));
-        ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() == kept + 2; })) << name << '\n' << printer.Log();
-        kept += 2;
+/// The number of labels ever taken in, as the archive has it.
+unsigned LifetimeCount(std::filesystem::path const& folder) {
+    unsigned count = 0;
+    std::string const text = ReadRegularFile(folder / "state/zplhost/ZplHostArchive.json");
+    bool const whole = ReadJsonSettings(text, [&](std::string_view name, std::string_view value) {
+        if (name == PropertyNames::ZPLLifetimeScriptCount)
+            count = static_cast<unsigned>(std::stoul(std::string(value)));
+    });
+    EXPECT_TRUE(whole || text.empty()) << text;
+    return count;
+}
+
+// tests/soak/kill-rounds runs many more rounds.
+TEST(VirtualPrinter, GoesOnWhenProcessesAreKilled) {
+    char const* const rounds = std::getenv("ZPL_SOAK_ROUNDS");
+    char const* const seed = std::getenv("ZPL_SOAK_SEED");
+    std::mt19937 random(seed ? static_cast<unsigned>(std::atoi(seed)) : 1);
+    TemporaryDirectory const folder;
+    auto printer = std::make_unique<VirtualPrinterProcess>(std::vector<std::string>{"--speed", "0"}, folder.Path());
+    unsigned count = 0;
+    for (int round = 0, most = rounds ? std::atoi(rounds) : 6; round < most; ++round) {
+        printer->Print(Label("load", 200));
+        std::this_thread::sleep_for(std::chrono::milliseconds(random() % 120));
+        unsigned const victim = random() % 3;
+        SCOPED_TRACE("round " + std::to_string(round) + ", victim " + std::to_string(victim));
+        if (victim == 0) printer->KillChild("propertyserver");
+        if (victim == 1) printer->KillChild("zplhost");
+        if (victim == 2) {
+            auto const children = printer->Children();
+            printer->End(SIGKILL);
+            ASSERT_TRUE(printer->Until([&] {
+                return std::none_of(children.begin(), children.end(),
+                                    [](pid_t child) { return ::kill(child, 0) == 0; });
+            })) << "the others end in order";
+            printer = std::make_unique<VirtualPrinterProcess>(std::vector<std::string>{"--speed", "0"}, folder.Path());
+        }
+        std::string const name = "mark" + std::to_string(round);
+        ASSERT_TRUE(printer->Until([&] {
+            // What was on its way to a killed process may be lost; what is sent later never is.
+            printer->Print(Label(name));
+            return printer->UntilFor(std::chrono::seconds(3),
+                                     [&] { return printer->Log().find('/' + name + '-') != std::string::npos; });
+        })) << printer->Log();
+        unsigned const now = LifetimeCount(folder.Path());
+        EXPECT_GE(now, count);
+        count = now;
     }
+    EXPECT_EQ(printer->End(SIGTERM), 0);
 }
 
 }  // namespace

@@ -23,7 +23,11 @@
 /// `zpl serve` with its processes, in a folder of its own.
 class VirtualPrinterProcess {
 public:
-    explicit VirtualPrinterProcess(std::vector<std::string> options = {}) {
+    /// Without a folder it has one of its own; a folder that several share is used by one after the other.
+    explicit VirtualPrinterProcess(std::vector<std::string> options = {}, std::filesystem::path folder = {})
+        : folder_(folder.empty() ? own_.Path() : std::move(folder)) {
+        std::error_code ignored;
+        std::filesystem::remove(folder_ / "log", ignored);
         std::vector<std::string> words = {ZPL_PROGRAM,       "serve", "--listen",      "127.0.0.1:0", "--state",
                                           folder_ / "state", "--out", folder_ / "out", "--size",      "1x1in"};
         words.insert(words.end(), options.begin(), options.end());
@@ -34,7 +38,7 @@ public:
             ::dup2(toChild[0], 0);
             if (!std::freopen((folder_ / "log").c_str(), "w", stdout)) ::_exit(1);
             ::dup2(1, 2);
-            ::setenv("TMPDIR", folder_.Path().c_str(), 1);
+            ::setenv("TMPDIR", folder_.c_str(), 1);
             std::vector<char*> list;
             for (auto& word : words) list.push_back(word.data());
             list.push_back(nullptr);
@@ -61,10 +65,15 @@ public:
         process_ = 0;
         return status;
     }
+    std::vector<pid_t> Children() const {
+        std::vector<pid_t> found;
+        std::ifstream children("/proc/" + std::to_string(process_) + "/task/" + std::to_string(process_) + "/children");
+        for (pid_t child = 0; children >> child;) found.push_back(child);
+        return found;
+    }
     /// Kills a process of the printer, so that it has no say in it.
     void KillChild(std::string const& name) const {
-        std::ifstream children("/proc/" + std::to_string(process_) + "/task/" + std::to_string(process_) + "/children");
-        for (pid_t child = 0; children >> child;) {
+        for (pid_t const child : Children()) {
             std::string comm;
             std::ifstream("/proc/" + std::to_string(child) + "/comm") >> comm;
             if (comm == name) ::kill(child, SIGKILL);
@@ -95,7 +104,7 @@ public:
     std::string Log() const { return ReadRegularFile(folder_ / "log"); }
     std::vector<std::filesystem::path> Kept() const { return List(folder_ / "out"); }
     std::vector<std::filesystem::path> Jobs() const {
-        for (auto const& entry : List(folder_.Path())) {
+        for (auto const& entry : List(folder_)) {
             if (entry.filename().string().starts_with("zpl-serve-")) return List(entry / "jobs");
         }
         return {};
@@ -113,9 +122,13 @@ public:
     }
 
     static testing::AssertionResult Until(std::function<bool()> const& holds) {
-        auto const end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        return UntilFor(std::chrono::seconds(20), holds);
+    }
+    static testing::AssertionResult UntilFor(std::chrono::seconds time, std::function<bool()> const& holds) {
+        auto const end = std::chrono::steady_clock::now() + time;
         while (!holds()) {
-            if (std::chrono::steady_clock::now() > end) return testing::AssertionFailure() << "not within 20 seconds";
+            if (std::chrono::steady_clock::now() > end)
+                return testing::AssertionFailure() << "not within " << time.count() << " seconds";
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
         }
         return testing::AssertionSuccess();
@@ -133,7 +146,8 @@ private:
         return names;
     }
 
-    TemporaryDirectory folder_;
+    TemporaryDirectory own_;
+    std::filesystem::path folder_;
     pid_t process_ = 0;
     int terminal_ = -1;
     int port_ = 0;
