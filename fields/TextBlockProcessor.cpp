@@ -7,7 +7,7 @@
 #include "fields/TextBlockLayout.h"
 #include "fields/TextElementProcessor.h"
 #include "fields/TextFont.h"
-#include "fields/Utf8.h"
+#include "frontend/context/Utf8Text.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore::Sketching {
@@ -66,7 +66,7 @@ private:
     Dots Measure(char32_t character) const {
         auto const& font = block_.font;
         if (font.isBitmap) return Dots{block_.target.GetCharacterWidth(font.drawName, character)} * font.magnificationX;
-        auto const text = TextProcessing::FromCodePoints({&character, 1});
+        auto const text = FromCodePoints({&character, 1});
         return block_.target.MeasureTrueTypeText(font.drawName, text, 0, font.pointSize, font.widthPercent).width;
     }
 
@@ -130,7 +130,7 @@ private:
     }
 
     void PrintAt(std::u32string_view codePoints, Dots x, Dots y) {
-        std::string text = TextProcessing::FromCodePoints(codePoints);
+        std::string text = FromCodePoints(codePoints);
         if (block_.font.isBitmap) block_.target.PrepareText(block_.font.drawName, text);
         if (text.empty()) return;
         TextMeasures measures = block_.line;
@@ -152,7 +152,7 @@ void DrawBlock(Block& block, std::string_view text) {
     if (block.width > 0) {
         BlockShape const shape{block.width, block.indent, block.run.spacing, [&](char32_t c) { return advance(c); }};
         Dots index = 0;
-        BreakIntoLines(TextProcessing::ToCodePoints(text), shape, [&](BlockLine const& line) {
+        BreakIntoLines(ToCodePoints(text), shape, [&](BlockLine const& line) {
             if (index >= block.lineCount && !block.overprints) return false;
             printer.Print(line, index++);
             return true;

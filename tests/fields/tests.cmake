@@ -1,0 +1,6 @@
+zpl_add_test(fields/FieldDataTest)
+zpl_add_test(fields/FieldOriginTest)
+zpl_add_test(fields/FontsTest)
+zpl_add_test(fields/GeometryTest)
+zpl_add_test(fields/TextBlockTest)
+zpl_add_test(fields/UnitConversionTest)
