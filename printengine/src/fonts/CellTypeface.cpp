@@ -28,23 +28,34 @@ constexpr std::size_t MaxRememberedCells = 4096;
 /// Accented capitals stand out above the cell; whatever is lower than this many ascents is fitted into it.
 constexpr double HighestFitted = 1.15;
 
-/// Squeezes what lies outside of the rows [-descent, ascent) into them; strokes between the baseline and the height of
-/// lower case stay where they are. Units of the outline are 1/64 dot.
-void FitRows(FT_Outline& outline, int ascent, int descent, double lowerCaseHeight) {
+/// Changes the heights of an outline's points, in 1/64 dot above the baseline.
+template <typename Change>
+void ChangeHeights(FT_Outline& outline, Change change) {
+    for (short i = 0; i < outline.n_points; ++i)
+        outline.points[i].y = std::lround(change(static_cast<double>(outline.points[i].y)));
+}
+
+/// Fits an outline into the rows above and below the baseline, so that lines of cells do not touch. What reaches too
+/// high is squeezed above `knee` (dots), what reaches too low below the baseline. In a cell without rows below the
+/// baseline a character stands on it as a whole.
+void FitRows(FT_Outline& outline, int ascent, int descent, double knee) {
     FT_BBox box;
     FT_Outline_Get_CBox(&outline, &box);
     double const top = ascent * 64.0;
     double const bottom = descent * 64.0;
-    double const knee = std::min(lowerCaseHeight * 64, top);
     double const above = static_cast<double>(box.yMax);
     double const below = static_cast<double>(-box.yMin);
-    bool const squeezesTop = above > top && above < top * HighestFitted;
-    bool const squeezesBottom = bottom > 0 && below > bottom;
-    for (short i = 0; i < outline.n_points; ++i) {
-        FT_Pos& y = outline.points[i].y;
-        if (squeezesTop && y > knee) y = std::lround(knee + (y - knee) * (top - knee) / (above - knee));
-        if (squeezesBottom && y < 0) y = std::lround(y * bottom / below);
+    if (bottom == 0 && below > 32) {
+        double const raise = std::ceil(below / 64) * 64;
+        double const shrink = std::min(1.0, top / (above + raise));
+        ChangeHeights(outline, [&](double y) { return (y + raise) * shrink; });
+        return;
     }
+    if (bottom > 0 && below > bottom) ChangeHeights(outline, [&](double y) { return y < 0 ? y * bottom / below : y; });
+    if (above <= top || above >= top * HighestFitted) return;
+    double const fixed = std::min(knee * 64, top);
+    ChangeHeights(outline,
+                  [&](double y) { return y > fixed ? fixed + (y - fixed) * (top - fixed) / (above - fixed) : y; });
 }
 
 char32_t Capital(char32_t character) {
@@ -136,16 +147,13 @@ GlyphBitmap CellTypeface::Draw(char32_t character) {
 GlyphBitmap CellTypeface::DrawInCell(Face& face, unsigned glyph, double emWidth, double emHeight) {
     GlyphBitmap bitmap;
     // Instructions for few pixels help only at the size that the cell was laid out for.
-    if (!cell_.hinted || emHeight != cell_.emHeight) {
-        face.Render(glyph, emWidth, emHeight, bitmap);
-        return bitmap;
-    }
-    face.RenderHinted(
-        glyph, emWidth, emHeight,
-        [&](FT_Outline& outline) {
-            FitRows(outline, cell_.ascent, cell_.height - cell_.ascent, face.LowerCaseHeight() * emHeight);
-        },
-        bitmap);
+    bool const isHinted = cell_.hinted && emHeight == cell_.emHeight;
+    FT_Outline_* const outline =
+        isHinted ? face.LoadHintedOutline(glyph, emWidth, emHeight) : face.LoadOutline(glyph, emWidth, emHeight);
+    if (!outline) return bitmap;
+    // Hinted strokes at the height of small letters lie on whole rows, and stay there.
+    FitRows(*outline, cell_.ascent, cell_.height - cell_.ascent, isHinted ? face.LowerCaseHeight() * emHeight : 0);
+    face.Paint(*outline, bitmap);
     return bitmap;
 }
 

@@ -50,10 +50,15 @@ double Face::Advance(unsigned glyph) const {
 }
 
 bool Face::Render(unsigned glyph, double emWidth, double emHeight, GlyphBitmap& bitmap) {
-    if (!(emWidth > 0 && emHeight > 0)) return true;
     if (emWidth > MaxEm || emHeight > MaxEm) return false;
-    if (FT_Load_Glyph(face_, glyph, FT_LOAD_NO_SCALE) != 0) return true;
-    if (face_->glyph->format != FT_GLYPH_FORMAT_OUTLINE) return true;
+    FT_Outline_* const outline = LoadOutline(glyph, emWidth, emHeight);
+    return !outline || Paint(*outline, bitmap);
+}
+
+FT_Outline_* Face::LoadOutline(unsigned glyph, double emWidth, double emHeight) {
+    bool const isSize = emWidth > 0 && emHeight > 0 && emWidth <= MaxEm && emHeight <= MaxEm;
+    if (!isSize || FT_Load_Glyph(face_, glyph, FT_LOAD_NO_SCALE) != 0) return nullptr;
+    if (face_->glyph->format != FT_GLYPH_FORMAT_OUTLINE) return nullptr;
     FT_Outline& outline = face_->glyph->outline;
     double const scaleX = emWidth * 64 / face_->units_per_EM;
     double const scaleY = emHeight * 64 / face_->units_per_EM;
@@ -61,10 +66,10 @@ bool Face::Render(unsigned glyph, double emWidth, double emHeight, GlyphBitmap& 
         outline.points[i].x = std::lround(static_cast<double>(outline.points[i].x) * scaleX);
         outline.points[i].y = std::lround(static_cast<double>(outline.points[i].y) * scaleY);
     }
-    return Paint(outline, bitmap);
+    return &outline;
 }
 
-FT_Outline_* Face::LoadHinted(unsigned glyph, double emWidth, double emHeight) {
+FT_Outline_* Face::LoadHintedOutline(unsigned glyph, double emWidth, double emHeight) {
     if (FT_Set_Char_Size(face_, std::lround(emWidth * 64), std::lround(emHeight * 64), 0, 0) != 0) return nullptr;
     if (FT_Load_Glyph(face_, glyph, FT_LOAD_TARGET_MONO | FT_LOAD_NO_BITMAP) != 0) return nullptr;
     return face_->glyph->format == FT_GLYPH_FORMAT_OUTLINE ? &face_->glyph->outline : nullptr;

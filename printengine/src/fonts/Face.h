@@ -45,25 +45,20 @@ public:
     double Advance(unsigned glyph) const;
 
     /// Draws a glyph at an em of these many pixels. Unhinted: the picture is as exact as its advance, at any ratio of
-    /// width to height. False if it would be larger than a page can
-    /// be; the bitmap stays empty if the glyph has no ink.
+    /// width to height. False if it would be larger than a page can be; the bitmap stays empty if there is no ink.
     bool Render(unsigned glyph, double emWidth, double emHeight, GlyphBitmap& bitmap);
-    /// Draws a glyph by the font's own instructions for few pixels. `fitOutline` may move the points (1/64 pixel, y up)
-    /// before the picture is made.
-    template <typename FitOutline>
-    bool RenderHinted(unsigned glyph, double emWidth, double emHeight, FitOutline fitOutline, GlyphBitmap& bitmap) {
-        FT_Outline_* const outline = LoadHinted(glyph, emWidth, emHeight);
-        if (!outline) return false;
-        fitOutline(*outline);
-        return Paint(*outline, bitmap);
-    }
+
+    /// The outline of a glyph at an em of these many pixels, in 1/64 pixel with y upwards; null if it has none. Hinted
+    /// it follows the font's own instructions for few pixels. It may be changed before it is painted, and is valid
+    /// until the next call.
+    FT_Outline_* LoadOutline(unsigned glyph, double emWidth, double emHeight);
+    FT_Outline_* LoadHintedOutline(unsigned glyph, double emWidth, double emHeight);
+    bool Paint(FT_Outline_& outline, GlyphBitmap& bitmap);
 
 private:
     Face(FT_LibraryRec_* library, FT_FaceRec_* face);
 
     double HeightOf(char32_t character, double otherwise);
-    FT_Outline_* LoadHinted(unsigned glyph, double emWidth, double emHeight);
-    bool Paint(FT_Outline_& outline, GlyphBitmap& bitmap);
 
     FT_LibraryRec_* library_;
     FT_FaceRec_* face_;

@@ -105,7 +105,7 @@ void FillDiagonal(Raster& raster, PixelBox box, int thickness, bool leansRight, 
         if (places > rows) {
             // Flatter than 45 degrees: all places that the line passes within the row.
             first = row * places / rows;
-            last = (row + 1) * places / rows - 1;
+            last = ((row + 1) * places + rows - 1) / rows - 1;
         }
         if (leansRight) {
             std::int64_t const mirrored = places - 1 - last;

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <array>
+
+namespace Barcode::Encoder {
+
+/// ISO/IEC 15417, table 1: widths in modules of bar, space, bar, space, bar, space of the symbol characters 0 to 105.
+/// Written as one decimal number each. 103, 104 and 105 start a symbol in subset A, B and C.
+inline constexpr std::array<int, 106> Code128Patterns{
+    212222, 222122, 222221, 121223, 121322, 131222, 122213, 122312, 132212, 221213, 221312, 231212, 112232, 122132,
+    122231, 113222, 123122, 123221, 223211, 221132, 221231, 213212, 223112, 312131, 311222, 321122, 321221, 312212,
+    322112, 322211, 212123, 212321, 232121, 111323, 131123, 131321, 112313, 132113, 132311, 211313, 231113, 231311,
+    112133, 112331, 132131, 113123, 113321, 133121, 313121, 211331, 231131, 213113, 213311, 213131, 311123, 311321,
+    331121, 312113, 312311, 332111, 314111, 221411, 431111, 111224, 111422, 121124, 121421, 141122, 141221, 112214,
+    112412, 122114, 122411, 142112, 142211, 241211, 221114, 413111, 241112, 134111, 111242, 121142, 121241, 114212,
+    124112, 124211, 411212, 421112, 421211, 212141, 214121, 412121, 111143, 111341, 131141, 114113, 114311, 411113,
+    411311, 113141, 114131, 311141, 411131, 211412, 211214, 211232};
+
+/// The stop character, which ends with a bar.
+inline constexpr int Code128StopPattern = 2331112;
+
+/// True when every pattern is 11 modules wide and no two are alike.
+constexpr bool AreCode128PatternsSound() {
+    for (std::size_t i = 0; i < Code128Patterns.size(); ++i) {
+        int width = 0;
+        for (int rest = Code128Patterns[i]; rest != 0; rest /= 10) width += rest % 10;
+        if (width != 11) return false;
+        for (std::size_t j = 0; j < i; ++j) {
+            if (Code128Patterns[i] == Code128Patterns[j]) return false;
+        }
+    }
+    return true;
+}
+static_assert(AreCode128PatternsSound());
+
+}  // namespace Barcode::Encoder

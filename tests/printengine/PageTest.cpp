@@ -1,0 +1,175 @@
+#include <png.h>
+
+#include <cmath>
+#include <cstdio>
+
+#include "tests/printengine/DeskFixture.h"
+
+using Scripting::LabelSettings;
+
+namespace {
+
+struct DecodedPage {
+    Picture picture;
+    int dpi = 0;
+};
+
+/// Reads a page file with libpng.
+DecodedPage Decode(std::filesystem::path const& path) {
+    DecodedPage page;
+    std::FILE* const file = std::fopen(path.c_str(), "rb");
+    EXPECT_NE(file, nullptr) << path;
+    if (!file) return page;
+    png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png_create_info_struct(png);
+    png_init_io(png, file);
+    png_read_png(png, info, PNG_TRANSFORM_IDENTITY, nullptr);
+    int const width = static_cast<int>(png_get_image_width(png, info));
+    int const height = static_cast<int>(png_get_image_height(png, info));
+    EXPECT_EQ(png_get_bit_depth(png, info), 1);
+    EXPECT_EQ(png_get_color_type(png, info), PNG_COLOR_TYPE_GRAY);
+    page.dpi = static_cast<int>(std::lround(png_get_pixels_per_meter(png, info) * 0.0254));
+    page.picture = Picture(width, height);
+    png_bytepp const rows = png_get_rows(png, info);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x) page.picture.At(x, y) = !(rows[y][x / 8] >> (7 - x % 8) & 1);
+    png_destroy_read_struct(&png, &info, nullptr);
+    std::fclose(file);
+    return page;
+}
+
+}  // namespace
+
+class PageTest : public DeskFixture {
+protected:
+    /// Draws a lopsided label, and ends it with these settings.
+    static void DrawLabel(Scripting::ScriptGraphicContext& target, LabelSettings const& settings) {
+        target.StartLabel();
+        target.DrawBox(3, 5, 40, 20, 4, 6);
+        target.DrawDiagonal(50, 30, 60, 25, 5, true);
+        target.SelectFont("A", 2, 2);
+        target.DrawText(10, 60, "Page", Left, 0, false, false);
+        target.EndLabel(settings);
+    }
+
+    Picture Rendered(Scripting::ScriptGraphicContext& target) {
+        std::filesystem::create_directories(folder);
+        target.RenderPage(folder, 7, true);
+        EXPECT_EQ(target.FileError(), "");
+        return Decode(folder / "7").picture;
+    }
+};
+
+TEST_F(PageTest, FileHoldsTheDotsAndTheResolution) {
+    for (unsigned const dpi : {203u, 300u, 600u}) {
+        auto const target = Target(0.7, 0.55, dpi);
+        DrawLabel(*target, {});
+        EXPECT_EQ(Rendered(*target), Drawn(*target)) << dpi;
+        EXPECT_EQ(Decode(folder / "7").dpi, static_cast<int>(dpi));
+        EXPECT_EQ(target->PageSize(), (Scripting::Extent{static_cast<int>(std::lround(0.7 * dpi)),
+                                                         static_cast<int>(std::lround(0.55 * dpi))}));
+    }
+}
+
+TEST_F(PageTest, TurnsMirrorsAndMovesTheFinishedPage) {
+    auto const target = Target(0.7, 0.5);
+    for (unsigned const width : {101u, 128u, 142u, 8u}) {
+        LabelSettings settings;
+        settings.labelWidth = width;
+        settings.labelLength = 90;
+        DrawLabel(*target, settings);
+        Picture const plain = Rendered(*target);
+        ASSERT_EQ(plain, Drawn(*target));
+        ASSERT_EQ(plain.width, static_cast<int>(width));
+
+        settings.upright = false;
+        DrawLabel(*target, settings);
+        EXPECT_EQ(Rendered(*target), plain.Turned(180)) << width;
+        settings.mirror = true;
+        DrawLabel(*target, settings);
+        EXPECT_EQ(Rendered(*target), plain.Turned(180).Mirrored()) << width;
+        settings.adjustY = -12;
+        DrawLabel(*target, settings);
+        EXPECT_EQ(Rendered(*target), plain.Turned(180).Mirrored().Cropped(0, 12, plain.width, plain.height)) << width;
+        settings = {.labelLength = 90, .labelWidth = width, .adjustY = 20};
+        DrawLabel(*target, settings);
+        EXPECT_EQ(Rendered(*target), plain.Cropped(0, -20, plain.width, plain.height)) << width;
+    }
+}
+
+TEST_F(PageTest, FormatScaleEnlargesEveryDot) {
+    auto const target = Target(0.7, 0.55);
+    DrawLabel(*target, {});
+    Picture const plain = Drawn(*target);
+    DrawLabel(*target, {.formatScale = 2});
+    Picture const large = Rendered(*target);
+    for (int y = 0; y < plain.height; ++y)
+        for (int x = 0; x < plain.width; ++x) ASSERT_EQ(large.At(x, y), plain.At(x / 2, y / 2)) << x << ", " << y;
+}
+
+TEST_F(PageTest, InkBeyondTheLabelPartIsThereWhenThePageTurnsOutLarger) {
+    auto const target = Target(0.5, 0.5);
+    target->StartLabel();
+    target->DrawBox(900, 4000, 10, 10, 10, 0);
+    target->SetLabelLength(4100);
+    target->EndLabel({.labelLength = 4100, .labelWidth = 1000});
+    EXPECT_EQ(Rendered(*target).InkBox(), (std::array{900, 4000, 910, 4010}));
+}
+
+TEST_F(PageTest, TooLongAPageIsRefusedWithAWarning) {
+    auto const target = Target(4, 6);
+    target->StartLabel();
+    target->EndLabel({.labelLength = 4'000'000'000u, .labelWidth = 32000});
+    Picture const page = Rendered(*target);
+    EXPECT_EQ(page.width, 32000);
+    EXPECT_EQ(page.height, (64 << 20) / 32000);
+    EXPECT_EQ(warnings.size(), 1u);
+}
+
+TEST_F(PageTest, StoredImageLiesUnderTheNextPage) {
+    auto const target = Target(0.5, 0.5);
+    auto const box = [&](int x, bool keep) {
+        target->StartLabel();
+        target->DrawBox(x, 0, 10, 10, 10, 0);
+        target->EndLabel({.useStoredImage = keep});
+    };
+    box(0, true);
+    Rendered(*target);
+    box(50, true);  // drawn, and not rendered: leaves no trace
+    box(20, false);
+    EXPECT_EQ(Rendered(*target).InkBox(), (std::array{0, 0, 30, 10}));
+    box(40, false);
+    EXPECT_EQ(Rendered(*target).InkBox(), (std::array{40, 0, 50, 10}));
+}
+
+TEST_F(PageTest, OriginMovesWhatIsDrawnAfterIt) {
+    auto const target = Target(1, 1);
+    target->StartLabel();
+    target->DrawBox(0, 0, 5, 5, 5, 0);
+    target->SetLabelOriginX(100);
+    target->SetLabelOriginY(static_cast<unsigned>(-10));
+    target->DrawBox(0, 20, 5, 5, 5, 0);
+    target->EndLabel({});
+    Picture const page = Drawn(*target);
+    EXPECT_EQ(page.Cropped(0, 0, 50, 50).InkBox(), (std::array{0, 0, 5, 5}));
+    EXPECT_EQ(page.Cropped(50, 0, 100, 50).InkBox(), (std::array{50, 10, 55, 15}));
+}
+
+TEST_F(PageTest, ContentAndTextOfALabel) {
+    auto const target = Target(1, 1);
+    EXPECT_FALSE(target->HasContent());
+    target->DrawBox(0, 0, 0, 5, 5, 0);
+    target->DrawText(0, 0, "", Left, 0, false, false);
+    EXPECT_FALSE(target->HasContent());
+    target->DrawBox(0, 0, 5, 5, 5, 0);
+    EXPECT_TRUE(target->HasContent());
+    EXPECT_EQ(target->GetLabelText(), "");
+    std::string text;
+    for (int i = 0; i < 70; ++i) text += "\xC3\xA4";
+    target->DrawText(0, 0, text, Left, 0, false, false);
+    target->DrawText(0, 0, "second", Left, 0, false, false);
+    EXPECT_EQ(target->GetLabelText(), text.substr(0, 128));
+    target->StartLabel();
+    EXPECT_FALSE(target->HasContent());
+    EXPECT_EQ(target->GetLabelText(), "");
+}

@@ -1,0 +1,13 @@
+find_package(PNG REQUIRED)
+find_package(ZXing REQUIRED)
+zpl_add_test(printengine/Code128EncoderTest)
+zpl_add_test(printengine/FontTest)
+zpl_add_test(printengine/ImageTest)
+zpl_add_test(printengine/JobFolderTest)
+zpl_add_test(printengine/PageTest)
+zpl_add_test(printengine/RasterTest)
+zpl_add_test(printengine/ShapesTest)
+zpl_add_test(printengine/TextTest)
+# These tests look behind the public headers, so they hold the engine's objects and leave the library out.
+target_link_options(test_printengine PRIVATE -Wl,--as-needed)
+target_link_libraries(test_printengine PRIVATE printengine_objects PNG::PNG ZXing::ZXing)
