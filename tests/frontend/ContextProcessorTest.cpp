@@ -1,0 +1,160 @@
+#include "frontend/context/ContextProcessor.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <string>
+
+#include "frontend/context/Setting.h"
+#include "tests/support/CommandDump.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace {
+
+ContextKey<int> const Number(7);
+ContextKey<std::string> const Word("none");
+
+ContextProcessor MakeProcessor() {
+    ContextProcessor processor("");
+    processor.SetSystemContext(std::make_shared<Context>(ContextProcessor::SystemContext));
+    for (auto const& name :
+         {ContextProcessor::FormatContext, ContextProcessor::LabelContext, ContextProcessor::ElementContext}) {
+        processor.CreateContext(name);
+    }
+    return processor;
+}
+
+std::string Dump(FormatCommands const& commands) {
+    std::string dump;
+    for (auto const& command : commands) dump += Dump(command);
+    return dump;
+}
+
+}  // namespace
+
+TEST(Context, MakesEntriesFromTheDefault) {
+    Context context("name");
+    EXPECT_EQ(context.Find(Number), nullptr);
+    EXPECT_TRUE(context.IsEmpty());
+    EXPECT_EQ(context[Number], 7);
+    context[Number] = 8;
+    EXPECT_EQ(*context.Find(Number), 8);
+    EXPECT_FALSE(context.HasValue(Word));
+    context.Clear();
+    EXPECT_FALSE(context.HasValue(Number));
+}
+
+TEST(Context, CopiesEveryValue) {
+    Context context("name");
+    context[Word] = "first";
+    Context const copy = context;
+    context[Word] = "second";
+    EXPECT_EQ(copy.GetContextName(), "name");
+    EXPECT_EQ(*copy.Find(Word), "first");
+}
+
+TEST(ContextProcessor, TheValueSetLastIsSeen) {
+    auto const& format = ContextProcessor::FormatContext;
+    auto const& element = ContextProcessor::ElementContext;
+    auto const& system = ContextProcessor::SystemContext;
+    ContextProcessor processor = MakeProcessor();
+    EXPECT_EQ(processor.at(Number), 7);
+    for (auto const& name : {system, format, element}) EXPECT_TRUE(processor.GetContext(name)->IsEmpty()) << name;
+
+    processor.set(element, Number, 1);
+    processor.set(format, Number, 2);
+    EXPECT_EQ(processor.at(Number), 2);
+    processor.ClearContext(format);
+    EXPECT_EQ(processor.at(Number), 1);  // shadowed, not erased
+
+    processor.set(format, Number, 3);
+    processor.set(element, Number, 4);
+    EXPECT_EQ(processor.at(Number), 4);
+    processor.ClearContext(element);
+    EXPECT_EQ(processor.at(Number), 7);  // the format's value is gone with the field
+
+    processor.set(format, Number, 5);
+    processor.set(system, Number, 6);
+    EXPECT_EQ(processor.at(Number), 6);
+    EXPECT_FALSE(processor.GetContext(format)->HasValue(Number));
+}
+
+TEST(ContextProcessor, IgnoresContextsThatAreNotThere) {
+    ContextProcessor processor = MakeProcessor();
+    processor.set("No Context", Number, 1);
+    processor.PopCurrentContext();
+    processor.set(ContextProcessor::ElementContext, Number, 1);
+    processor.ClearContext(ContextProcessor::ElementContext);
+    EXPECT_EQ(processor.at(Number), 7);
+    EXPECT_EQ(processor.GetContext(ContextProcessor::ElementContext), nullptr);
+}
+
+TEST(ContextProcessor, TheStackEndsInTheSystemContext) {
+    ContextProcessor processor = MakeProcessor();
+    EXPECT_EQ(processor.GetCurrentContext().GetContextName(), ContextProcessor::ElementContext);
+    for (int i = 0; i < 4; ++i) processor.PopCurrentContext();
+    EXPECT_EQ(&processor.GetCurrentContext(), processor.GetSystemContext().get());
+
+    // A context that exists already comes back as it stands, and pops with its first name.
+    processor.CreateContext("A")[Number] = 1;
+    EXPECT_EQ(processor.CreateContext("A")[Number], 1);
+}
+
+TEST(ContextProcessor, CopiesShareOnlyTheSystemContext) {
+    ContextProcessor processor = MakeProcessor();
+    processor.set(ContextProcessor::FormatContext, Number, 1);
+    processor.set(ContextProcessor::SystemContext, Word, std::string("before"));
+    processor.AddFormatCommand({"XA", false, {}});
+    processor.SetCurrentLabelNumber(3);
+    ContextProcessor const copy = processor;
+    ContextProcessor const clone = processor.DeepClone();
+
+    processor.set(ContextProcessor::FormatContext, Number, 2);
+    processor.set(ContextProcessor::SystemContext, Word, std::string("after"));
+    processor.AddFormatCommand({"FS", false, {}});
+
+    EXPECT_EQ(copy.at(Number), 1);
+    EXPECT_EQ(copy.at(Word), "after");
+    EXPECT_EQ(clone.at(Number), 1);
+    EXPECT_EQ(clone.at(Word), "before");
+    EXPECT_EQ(clone.GetContext(ContextProcessor::SystemContext), clone.GetSystemContext().get());
+    EXPECT_EQ(Dump(copy.GetFormatCommands()), "^XA");
+    EXPECT_EQ(Dump(processor.GetFormatCommands()), "^XA^FS");
+    EXPECT_EQ(copy.CurrentLabelNumber(), 3U);
+}
+
+TEST(ContextProcessor, StoresSettingsWhereTheyAreSeen) {
+    ContextProcessor processor = MakeProcessor();
+    processor.set(ContextProcessor::FormatContext, Number, 1);
+    StoreSetting(processor.GetCurrentContext(), processor, Number, 2);
+    EXPECT_EQ(processor.at(Number), 2);
+
+    Context foreign(ContextProcessor::ElementContext);
+    StoreSetting(foreign, processor, Number, 3);
+    EXPECT_EQ(processor.at(Number), 2);
+    EXPECT_EQ(foreign[Number], 3);
+}
+
+TEST(ContextProcessor, StartsAndEndsFormats) {
+    ContextProcessor processor = MakeProcessor();
+    processor.AddFormatCommand({"XA", false, {}});
+    processor.EndFormat();
+    EXPECT_TRUE(processor.IsFormatComplete());
+    processor.StartFormat();
+    EXPECT_FALSE(processor.IsFormatComplete());
+    EXPECT_TRUE(processor.GetFormatCommands().empty());
+}
+
+TEST(ContextProcessor, RecallsStoredFormats) {
+    TemporaryFolder const folder;
+    std::ofstream(folder.Path() / "A.ZPL", std::ios::binary) << "^XA^FO1,2\r\n^GFB,1,2,1,^^^FDa,b^FS~SD30.5 ^XZ^FN1";
+    ContextProcessor processor(folder.Path());
+    processor.AddFormatCommand({"CI", false, {"28"}});
+
+    processor.RecallFormat("B.ZPL");
+    processor.RecallFormat("");  // a folder
+    EXPECT_EQ(Dump(processor.GetFormatCommands()), "^CI[28]");
+    processor.RecallFormat("A.ZPL");
+    EXPECT_EQ(Dump(processor.GetFormatCommands()),
+              "^CI[28]^XA^FO[1][2]^GF[B][1][2][1][^^]^FD[a][b]^FS~SD[30]~SD[30.5]^XZ^FN[1]");
+}

@@ -1,0 +1,8 @@
+zpl_add_test(frontend/ContextProcessorTest)
+zpl_add_test(frontend/ObjectNameTest)
+zpl_add_test(frontend/UtfStateMachineTest)
+zpl_add_test(frontend/Utf8TextTest)
+zpl_add_test(frontend/ZplCodePageConverterTest)
+zpl_add_test(frontend/ZplParseTest)
+zpl_add_test(frontend/ZplTokenizerTest)
+zpl_add_test(frontend/ZplTokenizerTwinTest)

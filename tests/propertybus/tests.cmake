@@ -1,0 +1,1 @@
+zpl_add_test(propertybus/PropertyTest)
