@@ -45,17 +45,21 @@ std::string SubsetCTransform(std::string_view run, bool ucc) {
 /// Characters of subset A are sent as pairs of digits, the values of the symbology; anything else as itself.
 std::string SubsetATransform(std::string_view run) {
     constexpr int FirstControlValue = 64;
-    constexpr int LastControlValue = 95;
+    constexpr int LastValue = 95;
     std::string result;
     for (std::size_t i = 0; i < run.size(); ++i) {
         bool const isPair = IsAsciiDigit(run[i]) && i + 1 < run.size() && IsAsciiDigit(run[i + 1]);
-        int const value = isPair ? (run[i] - '0') * 10 + (run[i + 1] - '0') : LastControlValue + 1;
-        if (value <= LastControlValue) {
-            result += static_cast<char>(value < FirstControlValue ? value + ' ' : value - FirstControlValue);
-            ++i;
-        } else if (static_cast<unsigned char>(run[i]) < 128) {
-            result += run[i];
+        if (!isPair) {
+            if (IsAscii(run[i])) result += run[i];
+            continue;
         }
+        int const value = (run[i] - '0') * 10 + (run[i + 1] - '0');
+        if (value > LastValue) {
+            result += run.substr(i, 2);
+        } else {
+            result += static_cast<char>(value < FirstControlValue ? value + ' ' : value - FirstControlValue);
+        }
+        ++i;
     }
     return result;
 }

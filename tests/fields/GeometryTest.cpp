@@ -12,7 +12,7 @@
 using namespace ZplCore;
 
 namespace ZplCore {
-void PrintTo(ZplPoint p, std::ostream* out) { *out << "(" << p.x << ", " << p.y << ")"; }
+inline void PrintTo(ZplPoint p, std::ostream* out) { *out << "(" << p.x << ", " << p.y << ")"; }
 }  // namespace ZplCore
 
 namespace {
