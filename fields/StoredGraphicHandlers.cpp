@@ -46,7 +46,7 @@ bool UploadGraphicsHandler::HandleCommand(Context&, ZplCommand const& command, C
 
 bool ImageSaveHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
     if (auto const name = ParseName(command)) {
-        ZplContextKeys::ISMetaData const save{name->Path().string(), ZplParse<bool>(command, 1).ValueOr(true)};
+        ZplContextKeys::ISMetaData const save{name->Text(), ZplParse<bool>(command, 1).ValueOr(true)};
         processor.set(ContextProcessor::FormatContext, ZplContextKeys::ImageSave, save);
     }
     return true;

@@ -19,6 +19,8 @@ struct ObjectName {
     /// Whether `text` names a device itself.
     static bool NamesDevice(std::string_view text) { return text.size() >= 2 && text[1] == ':'; }
 
+    /// The name as commands write it: `R:NAME.EXT`.
+    std::string Text() const { return std::string(1, device) + ":" + name + "." + extension; }
     /// The place of the object below a storage folder: `R/NAME.EXT`.
     std::filesystem::path Path() const;
 

@@ -110,10 +110,10 @@ TEST(StoredGraphics, ImageSaveNamesThePictureOfTheLabel) {
     FieldBench bench;
     bench.Run("^ISE:label.grf,N");
     auto const& save = bench.processor.at(ZplContextKeys::ImageSave);
-    EXPECT_EQ(save.path, "E/LABEL.GRF");
+    EXPECT_EQ(save.path, "E:LABEL.GRF");
     EXPECT_FALSE(save.print);
     bench.Run("^IS");
-    EXPECT_EQ(bench.processor.at(ZplContextKeys::ImageSave), (ZplContextKeys::ISMetaData{"R/UNKNOWN.GRF", true}));
+    EXPECT_EQ(bench.processor.at(ZplContextKeys::ImageSave), (ZplContextKeys::ISMetaData{"R:UNKNOWN.GRF", true}));
 }
 
 }  // namespace
