@@ -8,6 +8,7 @@
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/Ascii.h"
 #include "frontend/stream/ZplParse.h"
 
 namespace {
@@ -17,12 +18,10 @@ void StoreData(Context& current, std::string raw, ContextProcessor& processor) {
                  ZplCore::FieldDataHelper::ProcessHexAndClockData(std::move(raw), processor));
 }
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 /// The leading digits as a number; no value without a digit in front, or past what a number can hold.
 ZplParseResult<unsigned> ParseFieldNumber(std::string const& text) {
     unsigned number = 0;
-    if (text.empty() || !IsDigit(text.front())) return {};
+    if (text.empty() || !IsAsciiDigit(text.front())) return {};
     auto const result = std::from_chars(text.data(), text.data() + text.size(), number);
     if (result.ec != std::errc()) return {};
     return number;

@@ -8,6 +8,7 @@
 #include "fields/UnitConversion.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ZplContextKeys.h"
+#include "frontend/stream/Ascii.h"
 
 namespace ZplCore {
 
@@ -34,11 +35,9 @@ struct ResidentFont {
 };
 constexpr ResidentFont ResidentFonts[] = {{"TT0003M_", "0"}};
 
-char ToUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
 std::string ToUpper(std::string_view text) {
     std::string upper(text);
-    std::transform(upper.begin(), upper.end(), upper.begin(), [](char c) { return ToUpper(c); });
+    std::transform(upper.begin(), upper.end(), upper.begin(), [](char c) { return ToAsciiUpper(c); });
     return upper;
 }
 

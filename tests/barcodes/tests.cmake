@@ -1,0 +1,3 @@
+zpl_add_test(barcodes/BarcodeFrameTest)
+zpl_add_test(barcodes/Code128Test)
+zpl_add_test(barcodes/GraphicHelperTest)
