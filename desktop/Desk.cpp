@@ -41,7 +41,14 @@ void Desk::StartStream() {
     systemContext_ = std::make_shared<Context>(ContextProcessor::SystemContext);
     systemContext_->Set(ZplContextKeys::CodePageConverter, ZplCodePageConverter(0));
     model_->ResetStreamCharacters();
-    printerContext_ = std::make_shared<PrinterContext>(*model_, printerDpi_, designDpi_, clock_);
+    PrinterContext::Requests requests;
+    requests.sendToHost = hostReceiver_;
+    printerContext_ = std::make_shared<PrinterContext>(*model_, printerDpi_, designDpi_, clock_, std::move(requests));
+}
+
+void Desk::SetHostReceiver(std::function<void(std::string_view)> receiver) {
+    hostReceiver_ = std::move(receiver);
+    StartStream();
 }
 
 std::unique_ptr<Zpl::Host::Session> Desk::MakeSession() {
