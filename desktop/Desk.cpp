@@ -21,11 +21,20 @@ TemporaryFolder::~TemporaryFolder() {
     std::filesystem::remove_all(path_, error);
 }
 
+namespace {
+
+std::shared_ptr<Clock const> MakeClock(RenderOptions const& options) {
+    if (options.time) return std::make_shared<FixedClock>(*options.time);
+    return std::make_shared<LocalClock>();
+}
+
+}  // namespace
+
 Desk::Desk(RenderOptions const& options)
     : storage_(std::filesystem::temp_directory_path(), "zpl-"),
       model_(ZPLProcessorInterface::Create(std::make_shared<PublishingPropertyManager>(), nullptr)),
       handlers_(Features::Exists(FeatureNames::rfidEncoderSupport), Features::Exists(FeatureNames::disablePausing)),
-      clock_(std::make_shared<SystemClock>()),
+      clock_(MakeClock(options)),
       printerDpi_(options.printerDpi),
       designDpi_(options.designDpi) {
     AppSettings::GetInstance().SetStorageDir(storage_.Path());
