@@ -87,8 +87,9 @@ BitmapFontInfo ScaleCachedFont(FontName const& name, ContextProcessor const& pro
         TrueTypeUtils::ScaleZPLFont(letter, std::max(height, 1U), width, Scripting::Dpi(DesignDpi(processor)));
     auto const& target = processor.GetGraphicContext();
     if (!target) return {name, 1, 1};
-    return {target->PrepareScaledFont(TrueTypeUtils::Font0Name, info, TrueTypeUtils::IsSupportedFont0Character, {}), 1,
-            1};
+    return {target->PrepareScaledFont(TrueTypeUtils::Font0Name, info, TrueTypeUtils::IsSupportedFont0Character,
+                                      TrueTypeUtils::GetZplStringLength),
+            1, 1};
 }
 
 /// How often the base cell of `base` dots times `scale` goes into `requested` dots, rounded, 1 to 10, times `scale`.

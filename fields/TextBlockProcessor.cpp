@@ -27,12 +27,12 @@ struct Block {
     TextRun run;
     Align alignment = Align::Left;
     Dots width = 0;
-    Dots indent = 0;          ///< of all lines but the first
+    Dots indent = 0;          ///< of all lines of a paragraph but the first
     Dots pitch = 0;           ///< from one line to the next
     Dots lineCount = 1;       ///< that the block has room for
     bool overprints = false;  ///< surplus lines are drawn over the last one; otherwise they are left out
 
-    Dots Extent() const { return (lineCount - 1) * pitch; }
+    Dots Extent() const { return std::max<Dots>(lineCount - 1, 0) * pitch; }
 };
 
 /// Keeps the first line of a block that turns back at its origin, or the last one of a block that stands on its base,
@@ -84,7 +84,7 @@ public:
     LinearTransform const& Transform() const { return transform_; }
 
     void Print(BlockLine const& line, Dots index) {
-        Dots const indent = index == 0 ? 0 : block_.indent;
+        Dots const indent = line.beginsParagraph ? 0 : block_.indent;
         Dots const available = block_.width - indent;
         Dots const y = std::min(index, block_.lineCount - 1) * block_.pitch;
         if (block_.alignment == Align::Justified && !line.endsParagraph &&
@@ -202,8 +202,7 @@ void TextElementProcessor::ProcessTextBlock(Context&, ContextProcessor& processo
     if (text.empty()) return;
     target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
     Block block = MakeBlock(*target, processor);
-    // A block lower than one line still shows its first.
-    block.lineCount = std::max<Dots>(Dots{height} / std::max<Dots>(block.pitch, 1), 1);
+    block.lineCount = Dots{height} / std::max<Dots>(block.pitch, 1);
     DrawBlock(block, text);
 }
 

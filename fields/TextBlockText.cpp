@@ -48,8 +48,7 @@ std::string TextBlockText(std::string_view text) {
             break;
         }
         auto const sequence = text.substr(1, close - 1);
-        if (sequence == "<") plain += '<';
-        if (sequence == "-") plain += "\xC2\xAD";
+        if (sequence == "<" || sequence == "< ") plain += '<';
         text.remove_prefix(close + 1);
     }
     std::replace(plain.begin(), plain.end(), '\r', '\n');

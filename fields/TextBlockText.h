@@ -13,8 +13,8 @@ namespace ZplCore::Sketching {
 /// backslash.
 std::string FieldBlockText(std::string_view data, ContextProcessor const& processor);
 
-/// The text of a text block, from UTF-8: `<<>` stands for a less-than sign, `<->` for a soft hyphen, and other
-/// sequences between the two brackets for nothing. A bracket that is never closed is text.
+/// The text of a text block, from UTF-8: `<<>` and `<< >` stand for a less-than sign, and other sequences
+/// between the two brackets for nothing. A bracket that is never closed is text.
 std::string TextBlockText(std::string_view text);
 
 }  // namespace ZplCore::Sketching

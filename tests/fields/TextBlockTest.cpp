@@ -36,6 +36,7 @@ TEST(TextBlockLayout, BreaksLines) {
         {"long word", U"abcdefg hi", {3, 0, 0, {}}, "abc|def|g|hi#"},
         {"long word behind a short one", U"a bcdefg", {3, 0, 0, {}}, "a|bcd|efg#"},
         {"no room at all", U"ab", {0, 0, 0, {}}, "a|b#"},
+        {"indent ends with the paragraph", U"aaaa bb\ncccc", {4, 2, 0, {}}, "aaaa|bb#cccc#"},
         {"indent shortens further lines", U"aaaa bb cc", {4, 2, 0, {}}, "aaaa|bb|cc#"},
         {"soft hyphen at a break", U"ab\u00ADcd", {3, 0, 0, {}}, "ab-|cd#"},
         {"soft hyphen inside a line", U"ab\u00ADcd", {4, 0, 0, {}}, "abcd#"},
@@ -62,6 +63,8 @@ constexpr DrawRow FieldBlocks[] = {
      "text 0,0 'a' A 1x1\ntext 30,0 'b' A 1x1\ntext 60,0 'c' A 1x1\ntext 0,20 'defg h' A 1x1\n"},
     {"hanging indent", "^FO5,5^FB60,3,0,L,20^FDone two six^FS",
      "text 5,5 'one' A 1x1\ntext 25,25 'two' A 1x1\ntext 25,45 'six' A 1x1\n"},
+    {"hanging indent begins again with each paragraph", "^FO5,5^FB60,9,0,L,20^FDone two\\&six ten^FS",
+     "text 5,5 'one' A 1x1\ntext 25,25 'two' A 1x1\ntext 5,45 'six' A 1x1\ntext 25,65 'ten' A 1x1\n"},
     {"negative indent is none", "^FO5,5^FB30,2,0,L,-3^FDone two^FS", "text 5,5 'one' A 1x1\ntext 5,25 'two' A 1x1\n"},
     {"escapes", "^FO0,0^FB200,9^FDa\\&b\\\\c\\-d\\^FS", "text 0,0 'a' A 1x1\ntext 0,20 'b\\cd\\' A 1x1\n"},
     {"line feeds in hex", "^FO0,0^FB200,9^FH^FDa_0Ab_00c^FS", "text 0,0 'a' A 1x1\ntext 0,20 'bc' A 1x1\n"},
@@ -90,9 +93,9 @@ TEST(FieldBlock, Draws) { ExpectDrawings(FieldBlocks); }
 
 constexpr DrawRow TextBlocks[] = {
     {"lines that fit", "^FO5,5^TBN,30,59^FDone two six^FS", "text 5,5 'one' A 1x1\ntext 5,25 'two' A 1x1\n"},
-    {"a low block shows one line", "^FO5,5^TBN,30,5^FDone two^FS", "text 5,5 'one' A 1x1\n"},
+    {"a block lower than a line shows none", "^FO5,5^TBN,30,19^FDone two^FS", ""},
     {"without width one character a line", "^FO5,5^TBN,,40^FDabc^FS", "text 5,5 'a' A 1x1\ntext 5,25 'b' A 1x1\n"},
-    {"sequences", "^FO0,0^TBN,300,90^FDa<<>b<->c<x>d<e^FS", "text 0,0 'a<bcd<e' A 1x1\n"},
+    {"sequences", "^FO0,0^TBN,300,90^FDa<<>b<->c<x>d<< >e<f^FS", "text 0,0 'a<bcd<e<f' A 1x1\n"},
     {"turned", "^FO100,10^TBR,30,40^FDone two^FS",
      "text 120,10 'one' A 1x1 turned 90\ntext 100,10 'two' A 1x1 turned 90\n"},
 };

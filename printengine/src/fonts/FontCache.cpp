@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "printengine/src/fonts/CellTypeface.h"
+#include "printengine/src/fonts/EmSize.h"
 #include "printengine/src/fonts/OutlineTypeface.h"
 
 namespace PrintEngine::Printing {
@@ -21,9 +22,6 @@ constexpr char const* AnyIdeographs = "NotoSansCJK*";
 constexpr double MaxEm = 1e6;
 
 double Bounded(double em) { return em > 0 ? std::min(em, MaxEm) : 0; }
-
-/// The size of an em in dots. Prepared fonts are given half the points at 600 dpi.
-double EmOf(double pointSize, unsigned designDpi) { return pointSize / 0.331 * (designDpi == 600 ? 2 : 1); }
 
 template <typename... Values>
 std::string Format(char const* format, Values... values) {
@@ -62,7 +60,7 @@ Fonts::FaceChain& TrueTypeCacheCreator::Cache::Chain(std::string_view font, std:
 Fonts::FaceChain& TrueTypeCacheCreator::Cache::ScalableChain(std::string_view font) {
     // All scalable letters are drawn by the font of letter 0, unless their own name has a file.
     std::string_view const name = Fonts::FontFiles::Process().FileSetFor(font).empty() ? "0" : font;
-    return Chain(name, {"RobotoCondensed-Bold.ttf", "DejaVuSans-Bold.ttf", "DejaVuSans.ttf", AnyIdeographs});
+    return Chain(name, {Fonts::Font0File, "DejaVuSans-Bold.ttf", "DejaVuSans.ttf", AnyIdeographs});
 }
 
 Fonts::FaceChain& TrueTypeCacheCreator::Cache::TrueTypeChain(std::string_view font) {
@@ -104,8 +102,8 @@ std::string TrueTypeCacheCreator::Cache::Prepare(std::string_view name, Scriptin
         preparedOrder_.pop_front();
     }
     int const descent = std::min(metrics.descent, metrics.cellHeight);
-    Fonts::OutlineSize const size{Bounded(EmOf(metrics.pointSize, designDpi) * metrics.widthPercent / 100), 0,
-                                  metrics.cellHeight - descent, descent};
+    Fonts::OutlineSize const size{Bounded(Fonts::PreparedEm(metrics.pointSize, designDpi) * metrics.widthPercent / 100),
+                                  0, metrics.cellHeight - descent, descent};
     std::string prepared = std::string(name) + Format("#%u", ++serial_);
     prepared_[prepared] = std::make_unique<Fonts::OutlineTypeface>(ScalableChain(name), size, metrics.expectedWidth);
     preparedOrder_.push_back(parameters);

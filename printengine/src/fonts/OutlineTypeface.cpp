@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
+#include "printengine/src/fonts/EmSize.h"
 #include "printengine/src/raster/Raster.h"
 
 namespace PrintEngine::Fonts {
@@ -40,7 +41,7 @@ int OutlineTypeface::MeasureAdvance(char32_t character) {
     unsigned const expected = expectedWidth_ ? expectedWidth_(character) : 0;
     if (expected != 0) return static_cast<int>(std::min(expected, 1u << 20));
     auto const [face, glyph] = faces_.Find(character);
-    return static_cast<int>(std::lround(std::min(1e6, (face ? face->Advance(glyph) : BoxAdvance) * size_.emWidth)));
+    return AdvanceInDots(face ? face->Advance(glyph) : BoxAdvance, size_.emWidth);
 }
 
 GlyphBitmap const* OutlineTypeface::Glyph(char32_t character, double pixelsX, double pixelsY, GlyphCache& cache) {
