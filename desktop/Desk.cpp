@@ -21,11 +21,11 @@ TemporaryFolder::~TemporaryFolder() {
     std::filesystem::remove_all(path_, error);
 }
 
-Desk::Desk(RenderOptions const& options)
+Desk::Desk(RenderOptions const& options, std::shared_ptr<Clock const> clock)
     : storage_(std::filesystem::temp_directory_path(), "zpl-"),
       model_(ZPLProcessorInterface::Create(std::make_shared<PublishingPropertyManager>(), nullptr)),
       handlers_(Features::Exists(FeatureNames::rfidEncoderSupport), Features::Exists(FeatureNames::disablePausing)),
-      clock_(std::make_shared<SystemClock>()),
+      clock_(std::move(clock)),
       printerDpi_(options.printerDpi),
       designDpi_(options.designDpi) {
     AppSettings::GetInstance().SetStorageDir(storage_.Path());

@@ -30,7 +30,7 @@ private:
 /// handlers, the fonts, and a store for formats and graphics that lives as long as the desk.
 class Desk {
 public:
-    explicit Desk(RenderOptions const& options);
+    explicit Desk(RenderOptions const& options, std::shared_ptr<Clock const> clock = std::make_shared<SystemClock>());
 
     /// A stream begins, with nothing left over from the one before but what is stored.
     void StartStream();
