@@ -21,11 +21,20 @@ TemporaryFolder::~TemporaryFolder() {
     std::filesystem::remove_all(path_, error);
 }
 
-Desk::Desk(RenderOptions const& options, std::shared_ptr<Clock const> clock)
+namespace {
+
+std::shared_ptr<Clock const> MakeClock(RenderOptions const& options) {
+    if (options.time) return std::make_shared<FixedClock>(*options.time);
+    return std::make_shared<LocalClock>();
+}
+
+}  // namespace
+
+Desk::Desk(RenderOptions const& options)
     : storage_(std::filesystem::temp_directory_path(), "zpl-"),
       model_(ZPLProcessorInterface::Create(std::make_shared<PublishingPropertyManager>(), nullptr)),
       handlers_(Features::Exists(FeatureNames::rfidEncoderSupport), Features::Exists(FeatureNames::disablePausing)),
-      clock_(std::move(clock)),
+      clock_(MakeClock(options)),
       printerDpi_(options.printerDpi),
       designDpi_(options.designDpi) {
     AppSettings::GetInstance().SetStorageDir(storage_.Path());
@@ -41,7 +50,14 @@ void Desk::StartStream() {
     systemContext_ = std::make_shared<Context>(ContextProcessor::SystemContext);
     systemContext_->Set(ZplContextKeys::CodePageConverter, ZplCodePageConverter(0));
     model_->ResetStreamCharacters();
-    printerContext_ = std::make_shared<PrinterContext>(*model_, printerDpi_, designDpi_, clock_);
+    PrinterContext::Requests requests;
+    requests.sendToHost = hostReceiver_;
+    printerContext_ = std::make_shared<PrinterContext>(*model_, printerDpi_, designDpi_, clock_, std::move(requests));
+}
+
+void Desk::SetHostReceiver(std::function<void(std::string_view)> receiver) {
+    hostReceiver_ = std::move(receiver);
+    StartStream();
 }
 
 std::unique_ptr<Zpl::Host::Session> Desk::MakeSession() {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <string_view>
 
 #include "PrintEngine/Printing/TrueTypeCacheCreator.h"
 #include "desktop/CommandLine.h"
@@ -30,12 +32,14 @@ private:
 /// handlers, the fonts, and a store for formats and graphics that lives as long as the desk.
 class Desk {
 public:
-    explicit Desk(RenderOptions const& options, std::shared_ptr<Clock const> clock = std::make_shared<SystemClock>());
+    explicit Desk(RenderOptions const& options);
 
     /// A stream begins, with nothing left over from the one before but what is stored.
     void StartStream();
     /// A session for the stream under way.
     std::unique_ptr<Zpl::Host::Session> MakeSession();
+    /// Takes what streams that begin from now on send back to their sender; without a receiver it is dropped.
+    void SetHostReceiver(std::function<void(std::string_view)> receiver);
     ZPLProcessorInterface& Model() { return *model_; }
 
 private:
@@ -46,6 +50,7 @@ private:
     std::shared_ptr<Clock const> clock_;
     Scripting::Dpi printerDpi_;
     Scripting::Dpi designDpi_;
+    std::function<void(std::string_view)> hostReceiver_;
     std::shared_ptr<Context> systemContext_;
     std::shared_ptr<PrinterContext> printerContext_;
 };

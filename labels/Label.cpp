@@ -62,6 +62,9 @@ std::optional<std::string> Label::ProcessLabel(unsigned copyIndex, bool forcePag
 void Label::StartLabel() {
     processor_.ClearContext(ContextProcessor::ElementContext);
     processor_.ClearContext(ContextProcessor::LabelContext);
+    if (processor_.at(ZplContextKeys::TimeMode).everyCopy) {
+        processor_.set(ContextProcessor::LabelContext, TimeAtRender, processor_.GetPrinterContext()->Now());
+    }
     auto& target = *processor_.GetGraphicContext();
     target.StartLabel();
     target.SetLabelOriginX(processor_.at(LabelOriginX));

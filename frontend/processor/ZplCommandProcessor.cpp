@@ -137,6 +137,9 @@ void ZplCommandProcessor::ProcessControlCommands() {
 
 Zpl::Label ZplCommandProcessor::ProcessLabelCommands() {
     ProcessControlCommands();
+    // Frozen with the rest of the state, so that all copies show one time, whenever they are drawn.
+    contextProcessor_.set(ContextProcessor::FormatContext, ZplContextKeys::TimeAtRender,
+                          contextProcessor_.GetPrinterContext()->Now());
     Zpl::Label label(contextProcessor_, handlerPool_);
     contextProcessor_.PopCurrentContext();
     IncrementLifetimeScriptCount(label.Quantity());

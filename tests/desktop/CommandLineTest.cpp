@@ -49,6 +49,8 @@ TEST(CommandLine, SaysWhatIsWrongInOneLine) {
              {{"--format", "gif"}, "png, pbm or pdf"},
              {{"--copies", "0"}, "from 1 to"},
              {{"--copies", "-1"}, "from 1 to"},
+             {{"--time", "2026-02-30T00:00:00"}, "--time is"},
+             {{"--time", "2026-02-03T00:00"}, "--time is"},
              {{"--font", "Z"}, "LETTER=FILE"},
              {{"--frobnicate"}, "unknown option --frobnicate"},
          }) {

@@ -46,8 +46,7 @@ TEST(TextPictures, Font0IsAsWideAsItsTables) {
         for (unsigned const width : {height / 2, height * 3 / 4, height, height * 3 / 2, height * 2}) {
             if (width < 10) continue;
             auto const expected = TrueTypeUtils::CreateFont0ExpectedWidths(width);
-            std::string const font =
-                "^FO0,20^A0N," + std::to_string(height) + "," + std::to_string(width) + "^FD";
+            std::string const font = "^FO0,20^A0N," + std::to_string(height) + "," + std::to_string(width) + "^FD";
             auto const right = [&](std::string const& text) {
                 return DrawPages(*desk, Page(font + text + "^FS")).at(0).InkBox()[2];
             };

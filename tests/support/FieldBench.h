@@ -24,6 +24,7 @@ class FieldBench {
 public:
     explicit FieldBench(unsigned designDpi = 203, unsigned printerDpi = 0)
         : printer(std::make_shared<FakePrinterContext>(printerDpi ? printerDpi : designDpi, designDpi)) {
+        processor.SetCurrentLabelNumber(0);  // as for the first copy of a label
         processor.SetSystemContext(std::make_shared<Context>(ContextProcessor::SystemContext));
         processor.SetPrinterContext(printer);
         processor.SetGraphicContext(target);

@@ -3,21 +3,20 @@
 #include "tests/printengine/Picture.h"
 #include "tests/support/StreamRun.h"
 
-/// A desk for pages that look the same on every machine and every day: 2026-01-02 03:04:05, local time.
+/// A desk for pages that look the same on every machine and every day: 2026-01-02 03:04:05.
 inline std::unique_ptr<Desk> MakeStillDesk(unsigned dpi = 203) {
-    ::setenv("TZ", "UTC", 1);
     RenderOptions options;
     options.designDpi = options.printerDpi = dpi;
     using namespace std::chrono_literals;
     auto const time = std::chrono::sys_days(std::chrono::year(2026) / 1 / 2) + 3h + 4min + 5s;
-    return std::make_unique<Desk>(options, std::make_shared<FixedClock>(time));
+    options.time = time;
+    return std::make_unique<Desk>(options);
 }
 
 /// What is drawn on each label of a stream.
 inline std::vector<Picture> DrawPages(Desk& desk, std::string_view stream) {
     std::vector<Picture> pages;
     for (auto const& label : RunStream(desk, stream).labels)
-        pages.push_back(
-            Picture::FromPacked(label.rows, static_cast<int>(label.width), static_cast<int>(label.height)));
+        pages.push_back(Picture::FromPacked(label.rows, static_cast<int>(label.width), static_cast<int>(label.height)));
     return pages;
 }

@@ -13,10 +13,10 @@
 ^FO333,368^GB304,170,1^FS^FO335,370^A0N,28,26^FB300,5,0,R,0^FDAn inter\-nation\-al\-ly hyphen\-at\-ed para\-graph^FS
 ^FO658,368^GB304,170,1^FS^FO660,370^A0N,28,26^FB300,5,0,C,0^FDAn inter\-nation\-al\-ly hyphen\-at\-ed para\-graph^FS
 ^FO983,368^GB304,170,1^FS^FO985,370^A0N,28,26^FB300,5,0,J,0^FDAn inter\-nation\-al\-ly hyphen\-at\-ed para\-graph^FS
-^FO8,548^GB304,170,1^FS^FO10,550^A0N,28,26^FB300,3,0,L,0^FDThe quick brown fox jumps over the lazy dog, and back again.^FS
-^FO333,548^GB304,170,1^FS^FO335,550^A0N,28,26^FB300,3,0,R,0^FDThe quick brown fox jumps over the lazy dog, and back again.^FS
-^FO658,548^GB304,170,1^FS^FO660,550^A0N,28,26^FB300,3,0,C,0^FDThe quick brown fox jumps over the lazy dog, and back again.^FS
-^FO983,548^GB304,170,1^FS^FO985,550^A0N,28,26^FB300,3,0,J,0^FDThe quick brown fox jumps over the lazy dog, and back again.^FS
+^FO8,548^GB304,170,1^FS^FO10,550^A0N,28,26^FB300,2,0,L,0^FDThe quick brown fox jumps over the lazy dog, and back again.^FS
+^FO333,548^GB304,170,1^FS^FO335,550^A0N,28,26^FB300,2,0,R,0^FDThe quick brown fox jumps over the lazy dog, and back again.^FS
+^FO658,548^GB304,170,1^FS^FO660,550^A0N,28,26^FB300,2,0,C,0^FDThe quick brown fox jumps over the lazy dog, and back again.^FS
+^FO983,548^GB304,170,1^FS^FO985,550^A0N,28,26^FB300,2,0,J,0^FDThe quick brown fox jumps over the lazy dog, and back again.^FS
 ^FO8,728^GB304,170,1^FS^FO10,730^A0N,28,26^FB300,6,0,L,40^FDThe quick brown fox jumps over the lazy dog, and back again.\&Next one starts at the edge again.^FS
 ^FO333,728^GB304,170,1^FS^FO335,730^A0N,28,26^FB300,6,0,R,40^FDThe quick brown fox jumps over the lazy dog, and back again.\&Next one starts at the edge again.^FS
 ^FO658,728^GB304,170,1^FS^FO660,730^A0N,28,26^FB300,6,0,C,40^FDThe quick brown fox jumps over the lazy dog, and back again.\&Next one starts at the edge again.^FS

@@ -1,5 +1,5 @@
 ^FX Scripts in a cached, a bitmap and a TrueType font; what no installed font has is a box.
-^XA^CI28^PW1300^LL620
+^XA^CI28^PW800^LL540
 ^FO20,20^A0N,40,36^FDÀÉÎÕÜ àéîõü çñßøåæœ ŁŐŘŠŽ ąęśžž €£§°^FS
 ^FO20,75^A0N,40,36^FDΑΒΓΔ αβγδ Ωώ ЖЩЯ жщя Україна № 5^FS
 ^FO20,130^A0N,40,36^FDTiếng Việt, ½ × ± ≤ ≥, 中文 日本 한국 あ^FS
