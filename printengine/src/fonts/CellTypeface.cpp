@@ -13,8 +13,8 @@ namespace PrintEngine::Fonts {
 namespace {
 
 constexpr std::array<CellFont, 7> CellFonts{{
-    // letter, width, height, ascent, gap, capitals only, hinted, em width, em height, file
-    {'A', 5, 9, 7, 1, false, true, 10, 10, "DejaVuSansMono.ttf"},
+    // letter, width, height, ascent, gap, capitals only, hinted, em width, em height, file, strike
+    {'A', 5, 9, 7, 1, false, true, 10, 10, "DejaVuSansMono.ttf", "6x9.pcf.gz"},
     {'B', 7, 11, 11, 2, true, true, 15, 15, "DejaVuSansMono-Bold.ttf"},
     {'D', 10, 18, 14, 2, false, true, 20, 19, "DejaVuSansMono.ttf"},
     {'E', 20, 41, 34, 0, false, false, 0, 0, "OCRB.otf"},
@@ -104,7 +104,8 @@ CellFont const* FindCellFont(std::string_view font) {
     return found == CellFonts.end() ? nullptr : &*found;
 }
 
-CellTypeface::CellTypeface(CellFont const& cell, FaceChain& faces) : cell_(cell), faces_(faces) {}
+CellTypeface::CellTypeface(CellFont const& cell, FaceChain& faces, Strike* strike)
+    : cell_(cell), faces_(faces), strike_(strike) {}
 
 int CellTypeface::Advance(char32_t character) { return IsControl(character) ? 0 : cell_.width + cell_.gap; }
 
@@ -116,6 +117,7 @@ GlyphBitmap const& CellTypeface::Cell(char32_t character) {
 }
 
 GlyphBitmap CellTypeface::Draw(char32_t character) {
+    if (GlyphBitmap bitmap; strike_ && strike_->Load(character, bitmap)) return bitmap;
     auto const [face, glyph] = faces_.Find(character);
     if (!face) {
         // An empty cell's outline, as wide as the letters.

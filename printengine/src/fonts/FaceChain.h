@@ -8,6 +8,7 @@
 
 #include "printengine/src/fonts/Face.h"
 #include "printengine/src/fonts/FontFiles.h"
+#include "printengine/src/fonts/Strike.h"
 
 namespace PrintEngine::Fonts {
 
@@ -21,10 +22,15 @@ public:
 
     /// Null if there is no such file or it is no font.
     Face* Open(std::filesystem::path const& file);
+    /// Null if there is no such file or it holds no bitmaps.
+    Strike* OpenStrike(std::filesystem::path const& file);
 
 private:
+    bool HasLibrary();
+
     FT_LibraryRec_* library_ = nullptr;
     std::map<std::filesystem::path, std::unique_ptr<Face>> faces_;
+    std::map<std::filesystem::path, std::unique_ptr<Strike>> strikes_;
 };
 
 /// The files that draw a font: the first draws what it can, the next ones the characters that those before lack.

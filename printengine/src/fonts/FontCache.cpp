@@ -77,7 +77,11 @@ Fonts::Typeface& TrueTypeCacheCreator::Cache::Find(std::string_view font) {
     if (!typeface) {
         Fonts::FaceChain& faces =
             Chain({&cell->letter, 1}, {cell->file, "DejaVuSansMono.ttf", "DejaVuSans.ttf", AnyIdeographs});
-        typeface = std::make_unique<Fonts::CellTypeface>(*cell, faces);
+        // A file that somebody has set for the letter draws all of it.
+        auto& files = Fonts::FontFiles::Process();
+        bool const isSet = !files.FileSetFor({&cell->letter, 1}).empty();
+        Fonts::Strike* const strike = cell->strike && !isSet ? faces_.OpenStrike(files.Find(cell->strike)) : nullptr;
+        typeface = std::make_unique<Fonts::CellTypeface>(*cell, faces, strike);
     }
     return *typeface;
 }

@@ -8,7 +8,7 @@ namespace PrintEngine::Fonts {
 namespace {
 
 /// Where the fonts that every label can use lie below the system font folder.
-constexpr std::array<std::string_view, 12> UsualPlaces{
+constexpr std::array<std::string_view, 13> UsualPlaces{
     "truetype/roboto/unhinted/RobotoCondensed-Bold.ttf",
     "truetype/roboto/unhinted/RobotoCondensed-Regular.ttf",
     "truetype/roboto/unhinted/RobotoTTF/Roboto-Regular.ttf",
@@ -21,6 +21,7 @@ constexpr std::array<std::string_view, 12> UsualPlaces{
     "truetype/dejavu/DejaVuSerif-Bold.ttf",
     "opentype/ocr-b/OCRB.otf",
     "truetype/ocr-a/OCRA.ttf",
+    "X11/misc/6x9.pcf.gz",
 };
 
 std::string LowerCase(std::string_view text) {
