@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
+#include "fields/Fonts.h"
 #include "foundation/AppSettings.h"
 #include "foundation/Features.h"
 #include "foundation/Log.h"
@@ -41,6 +42,7 @@ Desk::Desk(RenderOptions const& options)
     model_->PartManager().SetInstalledPart({options.widthInches, options.heightInches});
     auto* const process = PrintEngine::Printing::PrintProcessHandler::GetInstance();
     process->InitializeOffscreenDrawing();
+    ZplCore::UseFontFilesOfSettings();
     for (auto const& [font, file] : options.fonts) process->SetFontFile(font, file);
     process->SetWarningReceiver([](std::string_view line) { Log::Report(LogTopic::Font, std::string(line)); });
     StartStream();

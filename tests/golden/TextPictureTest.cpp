@@ -1,6 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include <fstream>
+
+#include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "fields/TrueTypeUtils.h"
+#include "foundation/AppSettings.h"
 #include "frontend/context/Utf8Text.h"
 #include "tests/support/PagePictures.h"
 
@@ -130,6 +136,41 @@ TEST(TextPictures, BadTextDrawsWhatItCan) {
         ASSERT_EQ(pages.size(), 1U) << row.name;
         EXPECT_EQ(pages[0].CountBlack() > 25, row.hasInk) << row.name;
     }
+}
+
+TEST(TextPictures, FilesDrawLettersAndNames) {
+    std::string const serif = "/usr/share/fonts/truetype/dejavu/DejaVuSerif.ttf";
+    std::string const broken = "examples/shipping-label.zpl";
+    auto const draw = [](std::string const& letter, std::string const& file, std::string const& font) {
+        RenderOptions options;
+        if (!letter.empty()) options.fonts = {{letter, file}};
+        Desk desk(options);
+        // The files of this desk are those of the process, until the next one sets its own.
+        Picture const page = DrawPages(desk, Page("^FO10,10" + font + "N,60,60^FDRag1^FS")).at(0);
+        PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetFontFile(letter, {});
+        return page;
+    };
+    Picture const plain = draw("", "", "^A0");
+    for (std::string const letter : {"0", "P", "G", "M"}) {
+        std::string const font = "^A" + letter;
+        EXPECT_NE(draw(letter, serif, font), draw("", "", font)) << letter;
+        EXPECT_GT(draw(letter, "nowhere.ttf", font).CountBlack(), 100) << letter;
+        EXPECT_GT(draw(letter, broken, font).CountBlack(), 100) << letter;
+    }
+    EXPECT_EQ(draw("P", serif, "^A0"), plain);
+    EXPECT_EQ(draw("0", broken, "^A0").InkBox()[1], plain.InkBox()[1]);  // another font stands in at the same place
+}
+
+TEST(TextPictures, SettingsNameFontFiles) {
+    auto const folder = std::filesystem::temp_directory_path() / ("fonts-" + std::to_string(::getpid()));
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "s.json")
+        << R"({"FontFiles": "x;=y;SHOP.TTF=/usr/share/fonts/truetype/dejavu/DejaVuSerif.ttf"})";
+    ASSERT_TRUE(AppSettings::GetInstance().LoadFile(folder / "s.json"));
+    std::filesystem::remove_all(folder);
+    auto const desk = MakeStillDesk();
+    EXPECT_EQ(DrawPages(*desk, Page("^FO10,10^A@N,60,60,E:SHOP.TTF^FDRag1^FS")),
+              DrawPages(*desk, Page("^FO10,10^A@N,60,60,E:DEJAVUSERIF.TTF^FDRag1^FS")));
 }
 
 }  // namespace

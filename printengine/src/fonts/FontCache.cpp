@@ -105,11 +105,15 @@ std::string TrueTypeCacheCreator::Cache::Prepare(std::string_view name, Scriptin
         preparedNames_.erase(oldest);
         preparedOrder_.pop_front();
     }
+    Fonts::FaceChain& chain = ScalableChain(name);
+    // The measured widths are those of one file; any other has its own.
+    auto const expectedWidth =
+        chain.IsDrawnBy(Fonts::Font0File) ? metrics.expectedWidth : std::function<unsigned(char32_t)>();
     int const descent = std::min(metrics.descent, metrics.cellHeight);
     Fonts::OutlineSize const size{Bounded(Fonts::PreparedEm(metrics.pointSize, designDpi) * metrics.widthPercent / 100),
                                   0, metrics.cellHeight - descent, descent};
     std::string prepared = std::string(name) + Format("#%u", ++serial_);
-    prepared_[prepared] = std::make_unique<Fonts::OutlineTypeface>(ScalableChain(name), size, metrics.expectedWidth);
+    prepared_[prepared] = std::make_unique<Fonts::OutlineTypeface>(chain, size, expectedWidth);
     preparedOrder_.push_back(parameters);
     preparedNames_[std::move(parameters)] = prepared;
     return prepared;
