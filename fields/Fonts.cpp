@@ -140,8 +140,10 @@ bool IsFont0(FontName const& name) { return name == "0"; }
 
 bool IsTrueTypeFont(FontName const& name, ContextProcessor const& processor) {
     auto const& fonts = processor.at(ZplContextKeys::TrueTypeFonts);
-    return std::any_of(fonts.begin(), fonts.end(),
-                       [upper = ToUpper(name)](std::string const& font) { return ToUpper(font) == upper; });
+    auto const isSameLetter = [](char a, char b) { return ToAsciiUpper(a) == ToAsciiUpper(b); };
+    return std::any_of(fonts.begin(), fonts.end(), [&](std::string const& font) {
+        return font.size() == name.size() && std::equal(font.begin(), font.end(), name.begin(), isSameLetter);
+    });
 }
 
 FontName ToFontName(std::string_view objectName) {
