@@ -1,12 +1,11 @@
 #include "desktop/Desk.h"
 
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstdlib>
 #include <system_error>
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
+#include "fields/Fonts.h"
 #include "foundation/AppSettings.h"
 #include "foundation/Features.h"
 #include "foundation/Log.h"
@@ -44,12 +43,8 @@ Desk::Desk(RenderOptions const& options)
     model_->PartManager().SetInstalledPart({options.widthInches, options.heightInches});
     auto* const process = PrintEngine::Printing::PrintProcessHandler::GetInstance();
     process->InitializeOffscreenDrawing();
-    for (auto const& [font, file] : options.fonts) {
-        if (::access(file.c_str(), R_OK) != 0) {
-            throw UsageError("cannot read the font " + file + ": " + std::generic_category().message(errno));
-        }
-        process->SetFontFile(font, file);
-    }
+    ZplCore::UseFontFilesOfSettings();
+    for (auto const& [font, file] : options.fonts) process->SetFontFile(font, file);
     process->SetWarningReceiver([](std::string_view line) { Log::Report(LogTopic::Font, std::string(line)); });
     StartStream();
 }

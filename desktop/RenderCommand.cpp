@@ -1,3 +1,6 @@
+#include <unistd.h>
+
+#include <cerrno>
 #include <csignal>
 #include <optional>
 #include <set>
@@ -173,6 +176,13 @@ ExitCode ForEachInput(RenderOptions const& options, RenderReport& report, One&& 
     return code.value_or(ExitCode::NoLabel);
 }
 
+void RefuseMissingFonts(RenderOptions const& options) {
+    for (auto const& [font, file] : options.fonts) {
+        if (::access(file.c_str(), R_OK) == 0) continue;
+        throw UsageError("cannot read the font " + file + ": " + std::generic_category().message(errno));
+    }
+}
+
 /// Inputs from different folders may have one name, and their pages would overwrite each other.
 void RefuseEqualStems(RenderOptions const& options) {
     std::set<std::string> stems;
@@ -210,6 +220,7 @@ ExitCode Worse(ExitCode earlier, ExitCode code) {
 
 ExitCode RunRender(RenderOptions const& options) {
     RefuseEqualStems(options);
+    RefuseMissingFonts(options);
     StopOnInterrupt();
     Desk desk(options);
     RenderReport report(options.json);

@@ -56,6 +56,8 @@ constexpr FontRow Rows[] = {
     {203, "^CWz,E:TT0003M_.FNT^AZN,30,20", "cell30x20"},
     {203, "^CWA,R:MISSING.TTF^AA", "A 1x1"},
     {203, "^A@N,30,20,E:TT0003M_.FNT", "cell30x20"},
+    {203, "^A@N,41,20,R:OCRB.FNT", "E 1x1"},
+    {203, "^A@N,30,19,Z:OCR-A.FNT", "H 1x1"},
     {203, "^A@N,30,20,E:MISSING.TTF", "A 4x3"},
 };
 

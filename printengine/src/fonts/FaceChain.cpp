@@ -71,6 +71,10 @@ Face* FaceChain::Primary() {
     return nullptr;
 }
 
+bool FaceChain::IsDrawnBy(std::string_view fileName) {
+    return !links_.empty() && At(0) != nullptr && links_[0].name == fileName;
+}
+
 FaceChain::Found FaceChain::Find(char32_t character) {
     Face* const primary = Primary();
     if (!primary) return {};

@@ -47,6 +47,8 @@ public:
     Found Find(char32_t character);
     /// The first font that can be opened; null if none can.
     Face* Primary();
+    /// Whether the file of this name is the one that draws what it can.
+    bool IsDrawnBy(std::string_view fileName);
 
 private:
     Face* At(std::size_t index);

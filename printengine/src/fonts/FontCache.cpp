@@ -43,6 +43,7 @@ void TrueTypeCacheCreator::Cache::DropIfFontFilesChanged() {
     cells_.clear();
     preparedNames_.clear();
     prepared_.clear();
+    lastPrepared_ = prepared_.end();
     preparedOrder_.clear();
     trueType_.clear();
     glyphs_.Clear();
@@ -70,7 +71,12 @@ Fonts::FaceChain& TrueTypeCacheCreator::Cache::TrueTypeChain(std::string_view fo
 
 Fonts::Typeface& TrueTypeCacheCreator::Cache::Find(std::string_view font) {
     DropIfFontFilesChanged();
-    if (auto const prepared = prepared_.find(font); prepared != prepared_.end()) return *prepared->second;
+    // One text asks for its font many times.
+    if (lastPrepared_ != prepared_.end() && lastPrepared_->first == font) return *lastPrepared_->second;
+    if (auto const prepared = prepared_.find(font); prepared != prepared_.end()) {
+        lastPrepared_ = prepared;
+        return *prepared->second;
+    }
     Fonts::CellFont const* cell = Fonts::FindCellFont(font);
     if (!cell) cell = Fonts::FindCellFont("A");
     std::unique_ptr<Fonts::Typeface>& typeface = cells_[cell->letter];
@@ -94,22 +100,28 @@ std::string TrueTypeCacheCreator::Cache::Prepare(std::string_view name, Scriptin
                                                  unsigned designDpi) {
     DropIfFontFilesChanged();
     // Functions cannot be compared: the same sizes stand for the same advances.
-    std::string parameters = std::string(name) + Format("|%.6g|%.6g|%u|%u|%u|%u|%d", metrics.pointSize,
-                                                        metrics.widthPercent, metrics.cellHeight, metrics.descent,
-                                                        metrics.cellWidth, designDpi, metrics.expectedWidth ? 1 : 0);
+    std::string parameters(name);
+    for (double const value : {metrics.pointSize, metrics.widthPercent, metrics.cellHeight * 1.0, metrics.descent * 1.0,
+                               metrics.cellWidth * 1.0, designDpi * 1.0, metrics.expectedWidth ? 1.0 : 0.0})
+        parameters.append(reinterpret_cast<char const*>(&value), sizeof value);
     if (auto const known = preparedNames_.find(parameters); known != preparedNames_.end()) return known->second;
 
     if (preparedOrder_.size() >= MaxPrepared) {
         auto const oldest = preparedNames_.find(preparedOrder_.front());
+        lastPrepared_ = prepared_.end();
         prepared_.erase(oldest->second);
         preparedNames_.erase(oldest);
         preparedOrder_.pop_front();
     }
+    Fonts::FaceChain& chain = ScalableChain(name);
+    // The measured widths are those of one file; any other has its own.
+    auto const expectedWidth =
+        chain.IsDrawnBy(Fonts::Font0File) ? metrics.expectedWidth : std::function<unsigned(char32_t)>();
     int const descent = std::min(metrics.descent, metrics.cellHeight);
     Fonts::OutlineSize const size{Bounded(Fonts::PreparedEm(metrics.pointSize, designDpi) * metrics.widthPercent / 100),
                                   0, metrics.cellHeight - descent, descent};
     std::string prepared = std::string(name) + Format("#%u", ++serial_);
-    prepared_[prepared] = std::make_unique<Fonts::OutlineTypeface>(ScalableChain(name), size, metrics.expectedWidth);
+    prepared_[prepared] = std::make_unique<Fonts::OutlineTypeface>(chain, size, expectedWidth);
     preparedOrder_.push_back(parameters);
     preparedNames_[std::move(parameters)] = prepared;
     return prepared;

@@ -101,8 +101,7 @@ std::vector<std::string> FontFiles::Names() const {
     std::vector<std::string> names;
     for (std::string_view const place : UsualPlaces) names.emplace_back(FileNameOf(place));
     for (auto const& [name, file] : set_) {
-        // A single character is a font letter, and no file's name.
-        if (name.size() > 1 && std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
+        if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
     }
     return names;
 }

@@ -24,7 +24,7 @@ public:
     /// The path of a file of that name, letter case set aside, below the folder; empty if there is none. A name that
     /// ends with '*' stands for the first file whose name begins so.
     std::filesystem::path Find(std::string_view fileName);
-    /// Names by which a label can ask for a font file.
+    /// Names and font letters by which a label can ask for a font file.
     std::vector<std::string> Names() const;
     /// Changes whenever an earlier answer may no longer hold.
     unsigned Version() const { return version_; }
