@@ -33,7 +33,7 @@ ValidationStatus MaxiCodeEncoder::Validate(std::string const& data, unsigned mod
     if (data.size() < ClassAndCountry + PostalCodeLength(mode)) return ValidationStatus::TooShort;
     auto const digits = std::string_view(data).substr(0, ClassAndCountry + (mode == PostalMode ? 9 : 0));
     return std::all_of(digits.begin(), digits.end(), IsAsciiDigit) ? ValidationStatus::Valid
-                                                                            : ValidationStatus::InvalidCharacter;
+                                                                   : ValidationStatus::InvalidCharacter;
 }
 
 Model::MaxiCodeBarcodeModel MaxiCodeEncoder::Encode(std::string const& data, unsigned mode, unsigned index,

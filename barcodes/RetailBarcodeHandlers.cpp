@@ -2,6 +2,7 @@
 
 #include "barcodes/BarcodeFrame.h"
 #include "barcodes/BarcodeParameters.h"
+#include "barcodes/Gs1DatabarBarcodeHandler.h"
 #include "barcodes/RetailRendering.h"
 #include "barcodes/RetailText.h"
 #include "frontend/context/Setting.h"

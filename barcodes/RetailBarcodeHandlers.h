@@ -1,6 +1,6 @@
 #pragma once
 
-#include "barcodes/UndrawnBarcodeHandler.h"
+#include "frontend/handlers/CommandHandler.h"
 
 class CommandHandlerPool;
 
@@ -23,12 +23,6 @@ public:
 class Ean13BarcodeHandler : public HandlerFor<CommandId("BE")> {
 public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
-};
-
-/// `^BR`: GS1 DataBar.
-class Gs1DatabarBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BR")> {
-public:
-    Gs1DatabarBarcodeHandler() : UndrawnBarcodeHandler("GS1 DataBar") {}
 };
 
 /// `^BS`: the supplements of two and of five digits. h, f, g, both flags on unless switched off.

@@ -1,12 +1,14 @@
 #include "barcodes/StackedBarcodeHandlers.h"
 
 #include <algorithm>
+#include <cctype>
 
 #include "Barcode/Encoder/ModuleEncoder.h"
 #include "Barcode/Encoder/PDF417Encoder.h"
 #include "barcodes/BarcodeFrame.h"
 #include "barcodes/BarcodeParameters.h"
 #include "barcodes/Memoizer.h"
+#include "barcodes/RowSymbols.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -91,7 +93,88 @@ void RenderMicroPdf(ContextProcessor& processor, unsigned rowHeight, unsigned mo
     DrawStacked(processor, encode(data, MicroPdfColumns[mode]), rowHeight);
 }
 
+/// The error if the model has no rows, which says that the data do not fit.
+bool HasRows(ContextProcessor& processor, StackedBarcodeModel const& model) {
+    if (model.GetRows() != 0) return true;
+    bool const isEmpty = processor.at(ZplContextKeys::FieldData).empty();
+    HandleBarcodeError(
+        processor, *GetBarcodeErrorMessage(isEmpty ? ValidationStatus::TooShort : ValidationStatus::InvalidCharacter),
+        false);
+    return false;
+}
+
+void RenderCode49(ContextProcessor& processor, std::optional<unsigned> multiplier, char line) {
+    if (!processor.GetGraphicContext()) return;
+    processor.GetGraphicContext()->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
+    std::string const data = processor.at(ZplContextKeys::FieldData);
+    auto const model = Code49Encoder::Encode(ConvertToUpper(data));
+    if (!HasRows(processor, model)) return;
+    auto const style = LinearBarcodeStyle::Fixed(processor, line != 'N', line == 'A');
+    auto const resolution = SketchResolution::Of(processor);
+    DrawSketchWithLine(
+        processor,
+        Scripting::GraphicHelper::SketchCode49Barcode(model, multiplier.value_or(style.height) * style.narrow,
+                                                      style.narrow, resolution.printer, resolution.design),
+        style, data);
+}
+
+struct CodaBlockOptions {
+    std::optional<unsigned> rowHeight;  ///< modules
+    unsigned columns;
+    unsigned rows;
+};
+
+void RenderCodaBlock(ContextProcessor& processor, CodaBlockOptions const& options) {
+    if (!processor.GetGraphicContext()) return;
+    auto const& data = processor.at(ZplContextKeys::FieldData);
+    auto const model = CodaBlockFEncoder::Encode(data, options.columns, options.rows);
+    if (!HasRows(processor, model)) return;
+    unsigned const module = processor.at(ZplContextKeys::BarcodeModuleWidth);
+    unsigned const shared = processor.at(ZplContextKeys::BarcodeHeight) / model.GetRows();
+    auto const resolution = SketchResolution::Of(processor);
+    auto const symbol = Scripting::GraphicHelper::SketchCodaBlockFEBarcode(
+        model, options.rowHeight ? *options.rowHeight * module : shared, module, resolution.printer, resolution.design);
+    RenderSimpleBarcode(processor, *symbol.rows, symbol.logicalWidth, symbol.logicalHeight, symbol.bitmapWidth);
+}
+
+char UpperLetter(ZplCommand const& command, std::size_t index, char fallback) {
+    return static_cast<char>(
+        std::toupper(static_cast<unsigned char>(ZplParse<char>(command, index).ValueOr(fallback))));
+}
+
+std::optional<unsigned> Optional(ZplParseResult<unsigned> const& parsed) {
+    return parsed ? std::optional(*parsed) : std::nullopt;
+}
+
 }  // namespace
+
+bool Code49BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    StoreBarcodeOrientation(current, command, processor);
+    auto const multiplier = Optional(ZplParse<unsigned>(command, 1));
+    char const line = UpperLetter(command, 2, 'N');
+    char const drawn = line == 'A' || line == 'B' ? line : 'N';
+    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderCode49(at, multiplier, drawn); };
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
+    return true;
+}
+
+bool CodaBlockBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    StoreBarcodeOrientation(current, command, processor);
+    if (UpperLetter(command, 5, 'F') == 'A') {
+        StoreUndrawnBarcode(current, processor, "CODABLOCK A", isReported_);
+        return true;
+    }
+    CodaBlockOptions const options{
+        Optional(ZplParse<unsigned>(command, 1)),
+        ZplParse<unsigned>(command, 3)
+            .Where([](unsigned n) { return n >= 2 && n <= 62; })
+            .Map([](unsigned n) { return std::max(n, 4U); })
+            .ValueOr(0),
+        ZplParse<unsigned>(command, 4).Where([](unsigned n) { return n >= 1 && n <= 44; }).ValueOr(0)};
+    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderCodaBlock(at, options); };
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
+    return true;
+}
 
 bool Pdf417BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     StoreBarcodeOrientation(current, command, processor);
