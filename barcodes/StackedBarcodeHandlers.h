@@ -12,10 +12,10 @@ public:
     Code49BarcodeHandler() : UndrawnBarcodeHandler("Code 49") {}
 };
 
-/// `^B7`: PDF417.
-class Pdf417BarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("B7")> {
+/// `^B7`: PDF417. Row height in dots, security level, columns, rows, truncation.
+class Pdf417BarcodeHandler : public HandlerFor<CommandId("B7")> {
 public:
-    Pdf417BarcodeHandler() : UndrawnBarcodeHandler("PDF417") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
 /// `^BB`: CODABLOCK.
@@ -24,10 +24,10 @@ public:
     CodaBlockBarcodeHandler() : UndrawnBarcodeHandler("CODABLOCK") {}
 };
 
-/// `^BF`: MicroPDF417.
-class MicroPdfBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BF")> {
+/// `^BF`: MicroPDF417. Row height in dots, mode.
+class MicroPdfBarcodeHandler : public HandlerFor<CommandId("BF")> {
 public:
-    MicroPdfBarcodeHandler() : UndrawnBarcodeHandler("MicroPDF417") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
 /// `^BT`: TLC39.

@@ -122,6 +122,8 @@ RenderOptions ParseRenderOptions(std::vector<std::string> const& arguments) {
             if (i + 1 == arguments.size()) throw UsageError(option + " needs a value");
             return arguments[++i];
         };
+        bool const isFlag = option == "--job" || option == "--json" || option == "--strict" || option == "--help";
+        if (attached && isFlag) throw UsageError(option + " takes no value");
         if (option == "--")
             onlyInputs = true;
         else if (option == "--dpi")

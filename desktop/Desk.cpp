@@ -1,5 +1,8 @@
 #include "desktop/Desk.h"
 
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdlib>
 #include <system_error>
 
@@ -43,7 +46,12 @@ Desk::Desk(RenderOptions const& options)
     auto* const process = PrintEngine::Printing::PrintProcessHandler::GetInstance();
     process->InitializeOffscreenDrawing();
     ZplCore::UseFontFilesOfSettings();
-    for (auto const& [font, file] : options.fonts) process->SetFontFile(font, file);
+    for (auto const& [font, file] : options.fonts) {
+        if (::access(file.c_str(), R_OK) != 0) {
+            throw UsageError("cannot read the font " + file + ": " + std::generic_category().message(errno));
+        }
+        process->SetFontFile(font, file);
+    }
     process->SetWarningReceiver([](std::string_view line) { Log::Report(LogTopic::Font, std::string(line)); });
     StartStream();
 }

@@ -15,7 +15,8 @@ using Scripting::PrinterContextInterface;
 
 constexpr unsigned MostLabels = 99'999'999;
 
-/// `^CC`, `^CD`, `^CT`: one of the stream's three characters. It must be printable (the blank is) and differ from the other two.
+/// `^CC`, `^CD`, `^CT`: one of the stream's three characters. It must be printable (the blank is) and differ from the
+/// other two.
 template <std::uint64_t Id, char (PrinterContextInterface::*First)() const,
           char (PrinterContextInterface::*Second)() const, void (PrinterContextInterface::*Set)(char)>
 class ChangeCharacterHandler : public HandlerFor<Id, Either, Immediate> {

@@ -31,12 +31,18 @@ std::string Character(char c) { return std::string(1, c); }
 
 void PrintReportLabel(ContextProcessor& processor, std::string const& title, Lines const& lines) {
     if (processor.GetContext(ContextProcessor::LabelContext)) return;
-    while (!processor.IsStackEmpty()) processor.PopCurrentContext();
-    for (auto const* name :
-         {&ContextProcessor::FormatContext, &ContextProcessor::LabelContext, &ContextProcessor::ElementContext}) {
-        processor.CreateContext(*name).Clear();
-    }
-    processor.StartFormat();
+    processor.BeginFormat();
+    // The report is to be read, whatever the stream has set up; in the format's own context this counts for it alone.
+    auto const plain = [&](auto const& key) { processor.set(ContextProcessor::FormatContext, key, key.defaultValue); };
+    plain(ZplContextKeys::UnitOfMeasure);
+    plain(ZplContextKeys::DpiScaleFactor);
+    plain(ZplContextKeys::FormatScale);
+    plain(ZplContextKeys::LabelOriginX);
+    plain(ZplContextKeys::LabelOriginY);
+    plain(ZplContextKeys::LabelReversePrint);
+    plain(ZplContextKeys::FieldOrientation);
+    plain(ZplContextKeys::PrintOrientation);
+    plain(ZplContextKeys::MirrorLabel);
 
     constexpr unsigned Inches = 4;
     unsigned const width = Inches * processor.GetPrinterContext()->DesignDpi().Value();

@@ -35,6 +35,13 @@ void ContextProcessor::ClearContext(std::string const& name) {
     if (Context* context = GetContext(name)) context->Clear();
 }
 
+void ContextProcessor::BeginFormat() {
+    contextStack_.clear();
+    contexts_.clear();
+    for (auto const* name : {&FormatContext, &LabelContext, &ElementContext}) CreateContext(*name);
+    StartFormat();
+}
+
 void ContextProcessor::StartFormat() {
     formatCommands_.Clear();
     formatComplete_ = false;

@@ -41,10 +41,11 @@ public:
     Context& GetCurrentContext();
     /// Takes the top off the stack and destroys its context; nothing on an empty stack.
     void PopCurrentContext();
-    bool IsStackEmpty() const { return contextStack_.empty(); }
     /// Empties a context and leaves it on the stack; nothing if there is none of that name.
     void ClearContext(std::string const& name);
 
+    /// Makes the contexts of a format anew, all empty, whatever stands on the stack, and starts the format.
+    void BeginFormat();
     void StartFormat();
     void EndFormat() { formatComplete_ = true; }
     void ResetFormatComplete() { formatComplete_ = false; }

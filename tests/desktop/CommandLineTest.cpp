@@ -51,6 +51,7 @@ TEST(CommandLine, SaysWhatIsWrongInOneLine) {
              {{"--copies", "-1"}, "from 1 to"},
              {{"--time", "2026-02-30T00:00:00"}, "--time is"},
              {{"--time", "2026-02-03T00:00"}, "--time is"},
+             {{"--json=no"}, "takes no value"},
              {{"--font", "Z"}, "LETTER=FILE"},
              {{"--frobnicate"}, "unknown option --frobnicate"},
          }) {

@@ -61,13 +61,13 @@ TEST(ClockFields, InFieldData) {
              {"^SL,4^FC%^FD%A, %d. %B^FS", "Montag, 09. März"},
              {"^CI28^SL,4^FC%^FD%b^FS", "Mär"},
              {"^CI27^KL2^FC%^FD%a^FS", "lun"},
-             {"^ST12,31,2030,11,59,58,P^FC%^FD%Y-%m-%d %H:%M^FS", "2026-03-09 14:05"},
+             {"^ST12,31,2030,11,59,58,P^FC%^FD%Y-%m-%d %H:%M^FS", "2030-12-31 23:59"},
          }) {
         EXPECT_EQ(Texts(RunStream(desk, "^XA^FO9,9" + std::string(row.fields) + "^XZ")),
                   std::vector<std::string>{row.text})
             << row.fields;
     }
-    // A clock that is set counts from the next format on.
+    // A clock that is set goes on from there in the next format.
     EXPECT_EQ(Texts(RunStream(desk, "^XA^ST12,31,2030,11,59,58,P^XZ^XA^FO9,9^FC%^FD%Y-%m-%d %H:%M:%S^FS^XZ")),
               std::vector<std::string>{"2030-12-31 23:59:58"});
 }

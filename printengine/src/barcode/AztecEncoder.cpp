@@ -60,10 +60,11 @@ void EncodeWithPercentage(PublishedSymbol& symbol, std::string const& text, unsi
     if (symbol.Encode(text) != ValidationStatus::Valid) return;
     auto const side = static_cast<unsigned>(symbol.Columns());
     unsigned dataBits = 0;
-    for (unsigned count = 1; count <= 32 && dataBits == 0; ++count) {
+    for (unsigned count = 1; count <= 32; ++count) {
         for (bool const isCompact : {true, false}) {
-            if (Layers const layers{count, isCompact}; (!isCompact || count <= 4) && layers.Side() >= side)
-                dataBits = layers.Bits() / 2;
+            Layers const layers{count, isCompact};
+            bool const exists = !isCompact || count <= 4;
+            if (exists && layers.Side() == side) dataBits = std::max(dataBits, layers.Bits() / 2);
         }
     }
     symbol->option_1 = 0;

@@ -27,6 +27,8 @@ PublishedSymbol::PublishedSymbol(int symbology) : symbol_(ZBarcode_Create()) {
 ValidationStatus PublishedSymbol::Encode(std::string_view text) {
     if (text.empty()) return ValidationStatus::TooShort;
     if (text.size() > ZINT_MAX_DATA_LEN) return ValidationStatus::TooLong;
+    // The library paints over what an earlier attempt left.
+    if (symbol_->rows != 0) ZBarcode_Clear(symbol_.get());
     auto const status = StatusOf(ZBarcode_Encode(symbol_.get(), reinterpret_cast<unsigned char const*>(text.data()),
                                                  static_cast<int>(text.size())));
     if (status != ValidationStatus::Valid) symbol_->rows = symbol_->width = 0;

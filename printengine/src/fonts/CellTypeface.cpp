@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::array<CellFont, 7> CellFonts{{
     // letter, width, height, ascent, gap, capitals only, hinted, em width, em height, file, strike
-    {'A', 5, 9, 7, 1, false, true, 10, 10, "DejaVuSansMono.ttf", "6x9.pcf.gz"},
+    {'A', 5, 9, 7, 1, false, true, 10, 10, "DejaVuSansMono.ttf", "6x10.pcf.gz"},
     {'B', 7, 11, 11, 2, true, true, 15, 15, "DejaVuSansMono-Bold.ttf"},
     {'D', 10, 18, 14, 2, false, true, 20, 19, "DejaVuSansMono.ttf"},
     {'E', 20, 41, 34, 0, false, false, 0, 0, "OCRB.otf"},
@@ -63,6 +63,17 @@ char32_t Capital(char32_t character) {
     // Latin-1, whose small letters follow the capitals at a distance of 32.
     bool const isSmall = character >= 0xE0 && character <= 0xFE && character != 0xF7;
     return isSmall ? character - 0x20 : character;
+}
+
+/// Takes the empty rows off the top of a picture.
+void TrimTop(GlyphBitmap& bitmap) {
+    auto const ink =
+        std::find_if(bitmap.bytes.begin(), bitmap.bytes.end(), [](std::uint8_t byte) { return byte != 0; });
+    auto const rows = static_cast<int>((ink - bitmap.bytes.begin()) / static_cast<std::ptrdiff_t>(bitmap.RowBytes()));
+    bitmap.bytes.erase(bitmap.bytes.begin(),
+                       bitmap.bytes.begin() + rows * static_cast<std::ptrdiff_t>(bitmap.RowBytes()));
+    bitmap.above -= rows;
+    bitmap.height -= rows;
 }
 
 /// Makes each pixel a block, whose edges are rounded from the same place for every glyph, the pen and the baseline.
@@ -117,7 +128,12 @@ GlyphBitmap const& CellTypeface::Cell(char32_t character) {
 }
 
 GlyphBitmap CellTypeface::Draw(char32_t character) {
-    if (GlyphBitmap bitmap; strike_ && strike_->Load(character, bitmap)) return bitmap;
+    if (GlyphBitmap bitmap; strike_ && strike_->Load(character, bitmap)) {
+        TrimTop(bitmap);
+        // Only accents stand out above the cell.
+        if (character < 0x7F) bitmap.above = std::min(bitmap.above, cell_.ascent);
+        return bitmap;
+    }
     auto const [face, glyph] = faces_.Find(character);
     if (!face) {
         // An empty cell's outline, as wide as the letters.

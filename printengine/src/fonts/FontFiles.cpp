@@ -21,7 +21,7 @@ constexpr std::array<std::string_view, 13> UsualPlaces{
     "truetype/dejavu/DejaVuSerif-Bold.ttf",
     "opentype/ocr-b/OCRB.otf",
     "truetype/ocr-a/OCRA.ttf",
-    "X11/misc/6x9.pcf.gz",
+    "X11/misc/6x10.pcf.gz",
 };
 
 std::string LowerCase(std::string_view text) {
@@ -54,7 +54,11 @@ void FontFiles::SetFolder(std::filesystem::path const& folder) {
 }
 
 void FontFiles::SetFile(std::string font, std::filesystem::path file) {
-    set_[std::move(font)] = std::move(file);
+    if (file.empty()) {
+        set_.erase(font);
+    } else {
+        set_[std::move(font)] = std::move(file);
+    }
     ++version_;
 }
 
