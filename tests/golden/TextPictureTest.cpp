@@ -142,12 +142,11 @@ TEST(TextPictures, FilesDrawLettersAndNames) {
     std::string const serif = "/usr/share/fonts/truetype/dejavu/DejaVuSerif.ttf";
     std::string const broken = "examples/shipping-label.zpl";
     auto const draw = [](std::string const& letter, std::string const& file, std::string const& font) {
-        RenderOptions options;
-        if (!letter.empty()) options.fonts = {{letter, file}};
-        Desk desk(options);
-        // The files of this desk are those of the process, until the next one sets its own.
+        auto* const process = PrintEngine::Printing::PrintProcessHandler::GetInstance();
+        Desk desk{RenderOptions{}};
+        process->SetFontFile(letter, file);
         Picture const page = DrawPages(desk, Page("^FO10,10" + font + "N,60,60^FDRag1^FS")).at(0);
-        PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetFontFile(letter, {});
+        process->SetFontFile(letter, {});
         return page;
     };
     Picture const plain = draw("", "", "^A0");

@@ -54,7 +54,11 @@ void FontFiles::SetFolder(std::filesystem::path const& folder) {
 }
 
 void FontFiles::SetFile(std::string font, std::filesystem::path file) {
-    set_[std::move(font)] = std::move(file);
+    if (file.empty()) {
+        set_.erase(font);
+    } else {
+        set_[std::move(font)] = std::move(file);
+    }
     ++version_;
 }
 

@@ -16,7 +16,8 @@ public:
     static FontFiles& Process();
 
     void SetFolder(std::filesystem::path const& folder);
-    /// The file that draws a font letter or an object name, instead of the one that does by default.
+    /// The file that draws a font letter or an object name, instead of the one that does by default; an empty path
+    /// gives the font back to that one.
     void SetFile(std::string font, std::filesystem::path file);
 
     /// The file set for a font; empty if none is.
