@@ -9,7 +9,8 @@ ContextProcessor::ContextProcessor(std::filesystem::path formatsFolder) : format
 
 Context& ContextProcessor::CreateContext(std::string const& name) {
     contextStack_.push_back(name);
-    return contexts_.try_emplace(name, name).first->second;
+    if (Context* const existing = FindOnStack(name)) return *existing;
+    return contexts_.emplace_back(name);
 }
 
 Context* ContextProcessor::GetContext(std::string const& name) {
@@ -17,17 +18,18 @@ Context* ContextProcessor::GetContext(std::string const& name) {
 }
 
 Context const* ContextProcessor::GetContext(std::string const& name) const {
-    if (auto const found = contexts_.find(name); found != contexts_.end()) return &found->second;
+    if (Context const* const found = FindOnStack(name)) return found;
     return systemContext_ && systemContext_->GetContextName() == name ? systemContext_.get() : nullptr;
 }
 
 Context& ContextProcessor::GetCurrentContext() {
-    return contextStack_.empty() ? *systemContext_ : contexts_.at(contextStack_.back());
+    return contextStack_.empty() ? *systemContext_ : *FindOnStack(contextStack_.back());
 }
 
 void ContextProcessor::PopCurrentContext() {
     if (contextStack_.empty() || contexts_.empty()) return;
-    contexts_.erase(contextStack_.back());
+    std::erase_if(contexts_,
+                  [this](Context const& context) { return context.GetContextName() == contextStack_.back(); });
     contextStack_.pop_back();
 }
 
@@ -74,7 +76,7 @@ bool ContextProcessor::PrepareSet(std::string const& contextName, std::uint64_t 
     if (!GetContext(contextName)) return false;
     for (auto const& name : contextStack_) {
         if (name == contextName) break;
-        if (auto const found = contexts_.find(name); found != contexts_.end()) found->second.Erase(keyId);
+        if (Context* const context = FindOnStack(name)) context->Erase(keyId);
     }
     return true;
 }

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "frontend/context/Context.h"
@@ -83,12 +83,25 @@ public:
     ContextProcessor DeepClone() const;
 
 private:
+    /// The context of that name among those of the stack, or null.
+    Context const* FindOnStack(std::string const& name) const {
+        for (auto const& context : contexts_) {
+            if (context.GetContextName() == name) return &context;
+        }
+        return nullptr;
+    }
+    Context* FindOnStack(std::string const& name) {
+        return const_cast<Context*>(std::as_const(*this).FindOnStack(name));
+    }
+
     /// Whether a context of that name exists; erases `keyId` from the stack's contexts that are searched before it.
     bool PrepareSet(std::string const& contextName, std::uint64_t keyId);
 
     std::filesystem::path formatsFolder_;
     std::vector<std::string> contextStack_;  // oldest first
-    std::unordered_map<std::string, Context> contexts_;
+    /// A handful at most: they are found faster by comparing names than by hashing them. A reference to one holds until
+    /// the next is created or popped.
+    std::vector<Context> contexts_;
     std::shared_ptr<Scripting::GraphicContext> graphicContext_;
     std::shared_ptr<Scripting::PrinterContextInterface> printerContext_;
     std::shared_ptr<Context> systemContext_;
@@ -100,9 +113,9 @@ private:
 template <typename T>
 T const& ContextProcessor::at(ContextKey<T> const& key) const {
     for (auto const& name : contextStack_) {
-        auto const found = contexts_.find(name);
-        if (found == contexts_.end()) continue;
-        if (T const* value = found->second.Find(key)) return *value;
+        Context const* const context = FindOnStack(name);
+        if (!context) continue;
+        if (T const* value = context->Find(key)) return *value;
     }
     if (systemContext_) {
         if (T const* value = systemContext_->Find(key)) return *value;
