@@ -18,29 +18,63 @@ void Property::NotifyChanged() {
     for (auto const& callback : callbacks) callback(shared_from_this());
 }
 
-bool StringProperty::SetValueText(std::string const& text) {
-    Set(text);
+void Property::ConnectWriter(Writer writer) {
+    std::lock_guard const lock(mutex_);
+    writer_ = std::move(writer);
+}
+
+bool Property::Admit(bool differs, Origin origin, std::string const& text) {
+    // What arrives while a write is under way was written before that write was taken, and will be replaced by it.
+    if (origin == Origin::Bus && writesUnderWay_ > 0) return false;
+    bool const countsAnyway = origin == Origin::Process ? everyWriteCounts_ : everyDeliveryCounts_;
+    if (!differs && !countsAnyway) return false;
+    if (origin == Origin::Process && writer_) {
+        ++writesUnderWay_;
+        writer_(text);
+    }
+    return true;
+}
+
+void Property::NoteTaken() {
+    std::lock_guard const lock(mutex_);
+    if (writesUnderWay_ > 0) --writesUnderWay_;
+}
+
+void Property::Resend() {
+    std::string const value = ValueText();
+    std::lock_guard const lock(mutex_);
+    if (writesUnderWay_ == 0 || !writer_) return;
+    writesUnderWay_ = 1;
+    writer_(value);
+}
+
+bool StringProperty::Take(std::string const& text, Origin origin) {
+    Store(text, origin);
     return true;
 }
 
 std::string BoolProperty::ValueText() const { return TarvoBoolToString(Get()); }
 
-bool BoolProperty::SetValueText(std::string const& text) {
+bool BoolProperty::Take(std::string const& text, Origin origin) {
     if (text != "true" && text != "false") return false;
-    Set(text == "true");
+    Store(text == "true", origin);
     return true;
 }
 
-void UInt32Property::Set(std::uint32_t value) { TypedProperty::Set(std::clamp(value, low_, high_)); }
+void UInt32Property::Set(std::uint32_t value) { Store(std::clamp(value, low_, high_), Origin::Process); }
 
 std::string UInt32Property::ValueText() const { return std::to_string(Get()); }
 
-bool UInt32Property::SetValueText(std::string const& text) {
+bool UInt32Property::Take(std::string const& text, Origin origin) {
     std::uint32_t value = 0;
     auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc() || end != text.data() + text.size()) return false;
-    Set(value);
+    Store(std::clamp(value, low_, high_), origin);
     return true;
 }
+
+std::string PropertyText(std::string const& value) { return value; }
+std::string PropertyText(bool value) { return TarvoBoolToString(value); }
+std::string PropertyText(std::uint32_t value) { return std::to_string(value); }
 
 std::string TarvoBoolToString(bool value) { return value ? "true" : "false"; }

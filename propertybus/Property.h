@@ -20,9 +20,15 @@ struct PropertyName {
 
 /// A named value with callbacks for its changes. Made and shared by a property manager. Any thread may read, write and
 /// add callbacks; callbacks run on the thread that writes, after the lock is released.
+///
+/// On the bus a property has one value, which the property server holds. A write of this process counts here at once
+/// and is on its way to the server until the server says that it is taken; values of other writers that arrive
+/// meanwhile are older and are passed over. So all holders of a property end with the same value.
 class Property : public std::enable_shared_from_this<Property> {
 public:
     using Callback = std::function<void(std::shared_ptr<Property>)>;
+    /// Carries a value of this process to the bus; must not call back into the property. False if there is no link.
+    using Writer = std::function<bool(std::string const& value)>;
 
     explicit Property(PropertyName name) : name_(std::move(name)) {}
     virtual ~Property() = default;
@@ -34,10 +40,32 @@ public:
 
     /// The value as it travels on the bus.
     virtual std::string ValueText() const = 0;
-    /// Takes a value from the bus; false, and nothing changed, if the text is none of the property's type.
-    virtual bool SetValueText(std::string const& text) = 0;
+    /// Takes a value given as text; false, and nothing changed, if the text is none of the property's type.
+    bool SetValueText(std::string const& text) { return Take(text, Origin::Process); }
+
+    /// "string", "bool" or "uint32".
+    virtual char const* Kind() const = 0;
+
+    /// With it, a write of the value that is there already tells the callbacks and the bus too. What the bus says again
+    /// counts only for the owner, who is told of writes and of nothing else.
+    void SetEveryWriteCounts(bool isOwner) {
+        everyWriteCounts_ = true;
+        everyDeliveryCounts_ = isOwner;
+    }
+    void ConnectWriter(Writer writer);
+    /// Takes a value that the server sent.
+    bool TakeFromBus(std::string const& text) { return Take(text, Origin::Bus); }
+    /// The server has taken one write of this process.
+    void NoteTaken();
+    /// The link is new: sends the value again if a write of it may be lost.
+    void Resend();
 
 protected:
+    enum class Origin { Process, Bus };
+
+    virtual bool Take(std::string const& text, Origin origin) = 0;
+    /// To be called under the lock before a value is stored; says whether it is stored, and tells the bus.
+    bool Admit(bool differs, Origin origin, std::string const& text);
     void NotifyChanged();
 
     mutable std::mutex mutex_;
@@ -45,7 +73,15 @@ protected:
 private:
     PropertyName const name_;
     std::vector<Callback> callbacks_;
+    Writer writer_;
+    unsigned writesUnderWay_ = 0;
+    bool everyWriteCounts_ = false;
+    bool everyDeliveryCounts_ = false;
 };
+
+std::string PropertyText(std::string const& value);
+std::string PropertyText(bool value);
+std::string PropertyText(std::uint32_t value);
 
 /// A property of one type. Set tells the callbacks only when the value changes.
 template <typename T>
@@ -58,10 +94,13 @@ public:
         return value_;
     }
 
-    void Set(T value) {
+    void Set(T value) { Store(std::move(value), Origin::Process); }
+
+protected:
+    void Store(T value, Origin origin) {
         {
             std::lock_guard const lock(mutex_);
-            if (value_ == value) return;
+            if (!Admit(value_ != value, origin, PropertyText(value))) return;
             value_ = std::move(value);
         }
         NotifyChanged();
@@ -75,7 +114,10 @@ class StringProperty : public TypedProperty<std::string> {
 public:
     using TypedProperty::TypedProperty;
     std::string ValueText() const override { return Get(); }
-    bool SetValueText(std::string const& text) override;
+    char const* Kind() const override { return "string"; }
+
+protected:
+    bool Take(std::string const& text, Origin origin) override;
 };
 
 /// Text "true" or "false" on the bus.
@@ -83,7 +125,10 @@ class BoolProperty : public TypedProperty<bool> {
 public:
     using TypedProperty::TypedProperty;
     std::string ValueText() const override;
-    bool SetValueText(std::string const& text) override;
+    char const* Kind() const override { return "bool"; }
+
+protected:
+    bool Take(std::string const& text, Origin origin) override;
 };
 
 /// Decimal text on the bus. A value outside the limits is brought to the nearer one.
@@ -95,7 +140,10 @@ public:
 
     void Set(std::uint32_t value);
     std::string ValueText() const override;
-    bool SetValueText(std::string const& text) override;
+    char const* Kind() const override { return "uint32"; }
+
+protected:
+    bool Take(std::string const& text, Origin origin) override;
 
 private:
     std::uint32_t const low_;

@@ -1,6 +1,9 @@
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 
+#include "PrintEngine/Printing/JobFileSystemStrings.h"
+#include "PrintEngine/Printing/JobMetaData.h"
 #include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "foundation/Files.h"
 #include "printengine/src/ScriptGraphicContextState.h"
@@ -11,6 +14,7 @@ namespace Scripting {
 using PrintEngine::Drawing::Ink;
 using PrintEngine::Drawing::Raster;
 using PrintEngine::Pages::PageLayout;
+using PrintEngine::Printing::JobMetaData;
 using PrintEngine::Printing::PrintProcessHandler;
 
 namespace {
@@ -46,11 +50,23 @@ void ScriptGraphicContext::SetupForPrintJob() {
     StartLabel();
 }
 
-std::string ScriptGraphicContext::StartJob(std::string_view jobName, unsigned, std::vector<unsigned> const&, bool,
-                                           std::vector<PageRangeRfidOperations> const&, std::optional<int>, bool) {
+std::string ScriptGraphicContext::StartJob(std::string_view jobName, unsigned totalPages,
+                                           std::vector<unsigned> const& pauseIndices, bool flag,
+                                           std::vector<PageRangeRfidOperations> const&, std::optional<int> density,
+                                           bool pauseAfterJob) {
     std::error_code error;
     auto const path =
         PrintEngine::Pages::MakeJobFolder(PrintProcessHandler::GetInstance()->JobsFolder(), jobName, error);
+    auto const now = std::chrono::system_clock::now().time_since_epoch();
+    JobMetaData const metaData{
+        .jobName = std::string(jobName),
+        .totalPages = totalPages,
+        .pauseIndices = pauseIndices,
+        .flag = flag,
+        .density = density,
+        .pauseAfterJob = pauseAfterJob,
+        .serial = static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count())};
+    if (!error) error = metaData.Write(path);
     state_->fileError = error ? error.message() : std::string();
     return path.string();
 }
@@ -60,7 +76,7 @@ void ScriptGraphicContext::EndJob(std::filesystem::path const& jobPath) {
         state_->fileError = NoFolderMessage();
         return;
     }
-    std::error_code const error = WriteFileAtomically(jobPath / "TransferDone", {});
+    std::error_code const error = WriteFileAtomically(jobPath / JobFileSystemStrings::TransferDoneFileName, {});
     state_->fileError = error ? error.message() : std::string();
 }
 
@@ -139,7 +155,9 @@ void ScriptGraphicContext::RenderPage(std::filesystem::path const& jobPath, unsi
     if (!state.fileError.empty()) {
         PrintProcessHandler::GetInstance()->Warn("page " + std::to_string(pageNumber) +
                                                  " cannot be written: " + state.fileError);
+        return;
     }
+    PrintProcessHandler::GetInstance()->NotePage(pageNumber);
 }
 
 std::vector<std::uint8_t> ScriptGraphicContext::GetPageBitmap(unsigned& width, unsigned& height) const {

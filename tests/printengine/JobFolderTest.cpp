@@ -38,7 +38,7 @@ TEST_F(JobFolderTest, HoldsPagesAndTheMarkOfTheEndAndNothingElse) {
     target->EndJob(path);
     std::set<std::string> names;
     for (auto const& entry : std::filesystem::directory_iterator(path)) names.insert(entry.path().filename());
-    EXPECT_EQ(names, (std::set<std::string>{"0", "12", "TransferDone"}));
+    EXPECT_EQ(names, (std::set<std::string>{"0", "12", "MetaData", "TransferDone"}));
 }
 
 TEST_F(JobFolderTest, FailuresAreTold) {

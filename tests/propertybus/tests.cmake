@@ -1,1 +1,2 @@
 zpl_add_test(propertybus/PropertyTest)
+zpl_add_test(propertybus/PiclMessageTest)

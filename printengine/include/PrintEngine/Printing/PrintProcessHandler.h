@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "Scripting/Api.h"
 
@@ -16,6 +17,15 @@ public:
 
     /// Makes the drawing of pages ready that no screen shows. Cheap when called again.
     void InitializeOffscreenDrawing();
+
+    /// Resolution of the print head, in dots per inch.
+    void SetPrinterDPI(unsigned dpi) { printerDpi_ = dpi; }
+    unsigned PrinterDPI() const { return printerDpi_; }
+    /// Is told the index of each page that has been written into a job folder.
+    void SetPageReceiver(std::function<void(unsigned)> receiver) { pageReceiver_ = std::move(receiver); }
+    void NotePage(unsigned page) const {
+        if (pageReceiver_) pageReceiver_(page);
+    }
 
     /// The folder below which each job gets its own.
     void SetJobsFolder(std::filesystem::path folder);
@@ -34,6 +44,8 @@ private:
 
     std::filesystem::path jobsFolder_;
     std::function<void(std::string_view)> receiver_;
+    std::function<void(unsigned)> pageReceiver_;
+    unsigned printerDpi_ = 203;
 };
 
 }  // namespace PrintEngine::Printing

@@ -1,0 +1,162 @@
+#include "desktop/bus/PropertyServer.h"
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <system_error>
+#include <vector>
+
+#include "foundation/DebugZones.h"
+
+namespace {
+
+[[noreturn]] void Fail(std::string const& what) { throw std::system_error(errno, std::generic_category(), what); }
+
+sockaddr_un AddressOf(std::string const& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof address.sun_path) {
+        errno = ENAMETOOLONG;
+        Fail(path);
+    }
+    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
+    return address;
+}
+
+bool IsServed(sockaddr_un const& address) {
+    int const probe = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    bool const served = ::connect(probe, reinterpret_cast<sockaddr const*>(&address), sizeof address) == 0;
+    ::close(probe);
+    return served;
+}
+
+int Listen(std::filesystem::path const& path) {
+    std::filesystem::create_directories(path.parent_path());
+    sockaddr_un const address = AddressOf(path.string());
+    if (IsServed(address)) {
+        errno = EADDRINUSE;
+        Fail(path.string());
+    }
+    ::unlink(path.c_str());
+    int const listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    mode_t const before = ::umask(0177);
+    bool const bound = ::bind(listener, reinterpret_cast<sockaddr const*>(&address), sizeof address) == 0;
+    ::umask(before);
+    if (!bound || ::listen(listener, 32) != 0) {
+        int const error = errno;
+        ::close(listener);
+        errno = error;
+        Fail(path.string());
+    }
+    return listener;
+}
+
+bool IsOwnUser(int descriptor) {
+    ucred credentials{};
+    socklen_t size = sizeof credentials;
+    return ::getsockopt(descriptor, SOL_SOCKET, SO_PEERCRED, &credentials, &size) == 0 &&
+           credentials.uid == ::geteuid();
+}
+
+}  // namespace
+
+PropertyServer::PropertyServer(std::filesystem::path socketPath, std::filesystem::path archive)
+    : socketPath_(std::move(socketPath)),
+      listener_(Listen(socketPath_)),
+      store_(std::move(archive), [this](int peer, PiclMessage const& message) { Send(peer, message); }) {}
+
+PropertyServer::~PropertyServer() {
+    for (auto const& [descriptor, link] : links_) ::close(descriptor);
+    ::close(listener_);
+    ::unlink(socketPath_.c_str());
+}
+
+void PropertyServer::Run(int stop) {
+    std::vector<pollfd> descriptors;
+    for (;;) {
+        descriptors.assign({{stop, POLLIN, 0}, {listener_, POLLIN, 0}});
+        for (auto const& [descriptor, link] : links_)
+            descriptors.push_back({descriptor, static_cast<short>(link.output.empty() ? POLLIN : POLLIN | POLLOUT), 0});
+        if (::poll(descriptors.data(), descriptors.size(), -1) < 0) continue;
+        if (descriptors[0].revents) return;
+        for (std::size_t i = 2; i < descriptors.size(); ++i) {
+            auto const& entry = descriptors[i];
+            auto& link = links_.at(entry.fd);
+            if (entry.revents & (POLLIN | POLLHUP | POLLERR)) Read(entry.fd, link);
+        }
+        if (descriptors[1].revents) Accept();
+        for (auto& [descriptor, link] : links_) Flush(descriptor, link);
+        RemoveDropped();
+    }
+}
+
+void PropertyServer::Accept() {
+    int const descriptor = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+    if (descriptor < 0) return;
+    if (!IsOwnUser(descriptor) || links_.size() >= MostPeers) {
+        DebugLog(Warning, "a peer of another user, or one too many, is refused");
+        ::close(descriptor);
+        return;
+    }
+    links_.emplace(descriptor, Link());
+}
+
+void PropertyServer::Read(int descriptor, Link& link) {
+    char buffer[64 * 1024];
+    ssize_t const count = ::recv(descriptor, buffer, sizeof buffer, 0);
+    if (count < 0 && (errno == EAGAIN || errno == EINTR)) return;
+    if (count <= 0) {
+        link.dropped = true;
+        return;
+    }
+    unsigned const skipped = link.lines.Append({buffer, static_cast<std::size_t>(count)}, [&](std::string_view line) {
+        if (auto const message = PiclMessage::Parse(line)) return store_.Handle(descriptor, *message);
+        Send(descriptor, {.type = PiclMessage::Type::Refused, .value = "a line is no message"});
+    });
+    if (skipped > 0) Send(descriptor, {.type = PiclMessage::Type::Refused, .value = "a line is too long"});
+}
+
+void PropertyServer::Send(int descriptor, PiclMessage const& message) {
+    auto const found = links_.find(descriptor);
+    if (found == links_.end() || found->second.dropped) return;
+    auto& link = found->second;
+    link.output.push_back(message.Text() + '\n');
+    link.queued += link.output.back().size();
+    if (link.queued <= MostQueued) return;
+    DebugLog(Warning, "a peer that takes nothing is dropped");
+    link.dropped = true;
+}
+
+void PropertyServer::Flush(int descriptor, Link& link) {
+    while (!link.output.empty() && !link.dropped) {
+        auto const& line = link.output.front();
+        ssize_t const count = ::send(descriptor, line.data() + link.written, line.size() - link.written, MSG_NOSIGNAL);
+        if (count < 0) {
+            link.dropped = errno != EAGAIN && errno != EINTR;
+            return;
+        }
+        link.written += static_cast<std::size_t>(count);
+        if (link.written < line.size()) return;
+        link.queued -= line.size();
+        link.written = 0;
+        link.output.pop_front();
+    }
+}
+
+void PropertyServer::RemoveDropped() {
+    std::vector<int> dropped;
+    for (auto const& [descriptor, link] : links_) {
+        if (link.dropped) dropped.push_back(descriptor);
+    }
+    for (int const descriptor : dropped) {
+        links_.erase(descriptor);
+        // The descriptor stays open, and so its number taken, until nobody is told about it any more.
+        store_.Remove(descriptor);
+        ::close(descriptor);
+    }
+}

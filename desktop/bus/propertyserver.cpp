@@ -1,0 +1,31 @@
+#include <signal.h>
+#include <sys/signalfd.h>
+
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+
+#include "desktop/bus/PropertyServer.h"
+#include "foundation/AppSettings.h"
+
+// usage: propertyserver SOCKET ARCHIVE
+int main(int argc, char** argv) {
+    if (argc != 3) {
+        std::fputs("usage: propertyserver SOCKET ARCHIVE\n", stderr);
+        return 2;
+    }
+    AppSettings::GetInstance().SetComponentName("propertyserver");
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    sigaddset(&signals, SIGINT);
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+    try {
+        std::filesystem::create_directories(std::filesystem::path(argv[2]).parent_path());
+        PropertyServer(argv[1], argv[2]).Run(signalfd(-1, &signals, SFD_CLOEXEC));
+    } catch (std::exception const& error) {
+        std::fprintf(stderr, "propertyserver: %s\n", error.what());
+        return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,152 @@
+#include "jobhost/JobQueue.h"
+
+#include <algorithm>
+#include <string>
+
+namespace Zpl::Host {
+
+namespace {
+
+constexpr unsigned FirstSpan = 25;  // pages rendered when a job arrives
+constexpr unsigned Span = 100;      // pages rendered from the page that prints on
+
+using Jobs = std::vector<QueueJob>;
+
+Jobs::iterator Find(Jobs& jobs, std::filesystem::path const& path) {
+    return std::find_if(jobs.begin(), jobs.end(), [&](QueueJob const& job) { return job.JobPath() == path; });
+}
+
+void Call(std::function<void()> const& function) {
+    if (function) function();
+}
+
+void AnswerFormatBefore(QueueJob const& job, unsigned page) {
+    if (job.IsFormatBoundry(page)) job.SendEndOfFormatNetworkResponses(page - 1);
+}
+
+}  // namespace
+
+void JobQueue::RenderFrom(QueueJob& job, unsigned page, bool printOnDemand) {
+    if (printOnDemand) {
+        job.RenderPrintOnDemand(page);
+    } else {
+        job.Render(page, Span, stop_);
+    }
+}
+
+void JobQueue::Enqueue(Job const& job, std::string_view jobName, bool printOnDemand) {
+    Q_EMIT dispatcher_.Dispatch([this, job, name = std::string(jobName), printOnDemand](Jobs& jobs) {
+        QueueJob& added = jobs.emplace_back(job);
+        added.Start(name);
+        if (added.IsWaitingOnRfidReadResponse(0)) return;
+        if (printOnDemand) {
+            added.RenderPrintOnDemand(0);
+        } else {
+            added.Render(0, FirstSpan, stop_);
+        }
+    });
+}
+
+void JobQueue::Handle(JobStatusChangedEvent const& event, bool printOnDemand, std::function<void()> const& onPaused) {
+    switch (event.status) {
+        case JobStatusChangedEvent::Streaming: return HandleStreaming(event.path, event.page, printOnDemand);
+        case JobStatusChangedEvent::Paused:
+        case JobStatusChangedEvent::PrintError: return HandlePaused(event.path, event.page, onPaused);
+        case JobStatusChangedEvent::Done: return HandleDone(event.path, event.page);
+        case JobStatusChangedEvent::RfidReadResponses:
+            return HandleNewRfidReadResponse(event.path, event.page, event.responses, printOnDemand);
+        default: return;
+    }
+}
+
+void JobQueue::HandleStreaming(std::filesystem::path const& path, unsigned page, bool printOnDemand) {
+    Q_EMIT dispatcher_.Dispatch([this, path, page, printOnDemand](Jobs& jobs) {
+        if (stop_) return;
+        auto const job = Find(jobs, path);
+        if (job == jobs.end()) return;
+        RenderFrom(*job, page, printOnDemand);
+        AnswerFormatBefore(*job, page);
+    });
+}
+
+void JobQueue::HandlePaused(std::filesystem::path const& path, unsigned page, std::function<void()> const& onPaused) {
+    stop_.store(true, std::memory_order_release);
+    Q_EMIT dispatcher_.Dispatch([this, path, page, onPaused](Jobs& jobs) {
+        stop_ = false;
+        auto const job = Find(jobs, path);
+        if (job == jobs.end()) return;
+        job->DeleteTransferDone();
+        Call(onPaused);
+        job->DeletePages();
+        job->RenderThumbnail(page);
+    });
+}
+
+void JobQueue::HandleUnpauseRequested(std::filesystem::path const& jobPath, unsigned page, bool printOnDemand,
+                                      std::function<void()> const& updateMetaData,
+                                      std::function<void()> const& resetPrinter,
+                                      std::function<void()> const& signalPrinting) {
+    Q_EMIT dispatcher_.Dispatch(
+        [this, jobPath, page, printOnDemand, updateMetaData, resetPrinter, signalPrinting](Jobs& jobs) {
+            auto const job = Find(jobs, jobPath);
+            if (job == jobs.end()) return;
+            if (job->Quantity() <= page) {
+                // There is nothing left to render: the driver is told to go on here, and once more below.
+                job->End();
+                Call(signalPrinting);
+            }
+            Call(updateMetaData);
+            job->DeletePages();
+            Call(resetPrinter);
+            Call(signalPrinting);
+            RenderFrom(*job, page, printOnDemand);
+            AnswerFormatBefore(*job, page);
+        });
+}
+
+void JobQueue::HandleNewRfidReadResponse(std::filesystem::path const& path, unsigned page,
+                                         std::vector<RfidReadResponse> const& responses, bool printOnDemand) {
+    Q_EMIT dispatcher_.Dispatch([this, path, page, responses, printOnDemand](Jobs& jobs) {
+        auto const job = Find(jobs, path);
+        if (job == jobs.end()) return;
+        job->SetRfidReadResponse(page, responses);
+        RenderFrom(*job, page, printOnDemand);
+    });
+}
+
+void JobQueue::HandleDone(std::filesystem::path const& path, unsigned page) {
+    Q_EMIT dispatcher_.Dispatch([path, page](Jobs& jobs) {
+        auto const job = Find(jobs, path);
+        if (job == jobs.end()) return;
+        if (job->IsLastPageOfJob(page)) job->SendEndOfFormatNetworkResponses(page);
+        job->CloseNetwork();
+        job->DeleteJobFolder();
+        jobs.erase(job);
+    });
+}
+
+void JobQueue::CancelAll() {
+    Q_EMIT dispatcher_.Dispatch([](Jobs& jobs) {
+        for (auto const& job : jobs) job.DeleteJobFolder();
+        jobs.clear();
+    });
+}
+
+void JobQueue::Cleanup() {
+    Q_EMIT dispatcher_.Dispatch([](Jobs& jobs) {
+        std::vector<std::filesystem::path> gone;
+        for (auto const& job : jobs) {
+            std::error_code error;
+            auto const type = std::filesystem::status(job.JobPath(), error).type();
+            if (type == std::filesystem::file_type::none || type == std::filesystem::file_type::not_found)
+                gone.push_back(job.JobPath());
+        }
+        for (auto const& path : gone) {
+            auto const job = Find(jobs, path);
+            job->CloseNetwork();
+            jobs.erase(job);
+        }
+    });
+}
+
+}  // namespace Zpl::Host

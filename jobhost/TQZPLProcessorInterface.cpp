@@ -1,0 +1,179 @@
+#include "jobhost/TQZPLProcessorInterface.h"
+
+#include "PrintEngine/Printing/PrintProcessHandler.h"
+#include "foundation/AppSettings.h"
+#include "foundation/DebugZones.h"
+#include "foundation/Features.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "jobhost/model/RfidReadResponses.h"
+#include "labels/Job.h"
+
+using PrintEngine::Printing::PrintProcessHandler;
+using zpl::NetworkResponse;
+
+TQZPLProcessorInterface::TQZPLProcessorInterface(std::unique_ptr<Zpl::Host::JobQueueInterface> queue)
+    : systemContext_(std::make_shared<Context>(ContextProcessor::SystemContext)),
+      handlerPool_(Features::Exists(FeatureNames::rfidEncoderSupport), Features::Exists(FeatureNames::disablePausing)),
+      queue_(std::move(queue)) {
+    systemContext_->Set(ZplContextKeys::CodePageConverter, ZplCodePageConverter(0));
+    connect(this, &TQZPLProcessorInterface::zplCommandToProcessChanged, this, &TQZPLProcessorInterface::Consume,
+            Qt::AutoConnection);
+}
+
+TQZPLProcessorInterface::~TQZPLProcessorInterface() = default;
+
+/// The property is held weakly: its own callback must not keep it.
+template <typename T, typename React>
+void TQZPLProcessorInterface::OnChange(std::shared_ptr<T> const& property, React react) {
+    property->AddCallback([react, value = std::weak_ptr<T>(property)](std::shared_ptr<Property> const&) {
+        if (auto const changed = value.lock()) react(changed->Get());
+    });
+}
+
+void TQZPLProcessorInterface::ConnectModel(std::shared_ptr<TQZPLProcessorInterface> const& self,
+                                           std::shared_ptr<ZPLProcessorInterface> model,
+                                           std::shared_ptr<Scripting::PrinterContextInterface> printerContext) {
+    self->model_ = std::move(model);
+    self->printerContext_ = std::move(printerContext);
+    self->pauseController_.emplace(*self->queue_, *self->model_, *self->printerContext_);
+
+    auto const command = self->model_->GetCommandToProcessProperty();
+    std::weak_ptr<TQZPLProcessorInterface> const weak = self;
+    self->OnChange(command, [weak](std::string const& value) {
+        if (auto const strong = weak.lock()) Q_EMIT strong->zplCommandToProcessChanged(QString::fromStdString(value));
+    });
+    self->OnChange(self->model_->GetResponseToProcessProperty(), [weak](std::string const& value) {
+        if (auto const strong = weak.lock()) Q_EMIT strong->zplResponseToProcessChanged(QString::fromStdString(value));
+    });
+    if (auto const value = command->Get(); !value.empty())
+        Q_EMIT self->zplCommandToProcessChanged(QString::fromStdString(value));
+}
+
+void TQZPLProcessorInterface::InitCallbacks() {
+    auto& model = *model_;
+    OnChange(model.GetPrintJobStatusProperty(),
+             [this](std::string const& text) { HandleEvent(statusReducer_.StatusChanged(text)); });
+    OnChange(model.GetCurrentJobPathProperty(),
+             [this](std::string const& text) { HandleEvent(statusReducer_.PathChanged(text)); });
+    OnChange(model.GetCurrentPrintingPageProperty(),
+             [this](unsigned page) { HandleEvent(statusReducer_.PageChanged(page)); });
+    OnChange(model.GetPrintingStoppedProperty(), [this](bool stopped) {
+        printingStopped_ = stopped;
+        if (stopped) queue_->CancelAll();
+    });
+    OnChange(model.GetCancelAllZPLJobsProperty(), [this](bool cancel) {
+        if (!cancel) return;
+        model_->SetCancelAllJobs(true);
+        queue_->CancelAll();
+        model_->SetCancelAllZplJobs(false);
+    });
+    OnChange(model.GetZplUnPauseProperty(), [this](unsigned page) {
+        if (page == ZPLProcessorInterface::NoUnPause) return;
+        pauseController_->UnPause(page);
+        model_->SetZplUnPause(ZPLProcessorInterface::NoUnPause);
+    });
+    OnChange(model.GetRfidReadCommandResponseProp(), [this](std::string const& text) {
+        auto responses = ParseRfidReadResponses(text);
+        if (responses) HandleEvent(statusReducer_.NewRfidReadResponse(std::move(*responses)));
+    });
+    OnChange(model.GetCanSendCurrentJobToPrintResponse(), [this](std::string const& text) {
+        if (text == "false") queue_->Cleanup();
+    });
+}
+
+void TQZPLProcessorInterface::HandleEvent(std::optional<Zpl::Host::JobStatusChangedEvent> const& event) {
+    if (!event) return;
+    DebugLog(PrintJob, event->path.string() + ": status " + std::to_string(event->status) + ", page " +
+                           std::to_string(event->page));
+    queue_->Handle(*event, model_->PrintOnDemandToggle(), [printer = printerContext_] { printer->Reset(); });
+}
+
+void TQZPLProcessorInterface::SetServerAgent(std::shared_ptr<PICLServerAgent> agent) {
+    serverAgent_ = std::move(agent);
+    auto* const process = PrintProcessHandler::GetInstance();
+    process->SetPrinterDPI(printerContext_->PrinterDpi().Value());
+    process->SetWarningReceiver([](std::string_view line) { DebugLog(Warning, std::string(line)); });
+    process->SetPageReceiver(
+        [](unsigned page) { DebugLog(PerformanceLogging, "page " + std::to_string(page) + " is rendered"); });
+}
+
+QString TQZPLProcessorInterface::zplCommandToProcess() const {
+    return model_ ? QString::fromStdString(model_->GetCommandToProcessProperty()->Get()) : QString();
+}
+
+QString TQZPLProcessorInterface::zplResponseToProcess() const {
+    return model_ ? QString::fromStdString(model_->GetResponseToProcessProperty()->Get()) : QString();
+}
+
+void TQZPLProcessorInterface::SetzplCommandToProcess(QString const& value) {
+    if (value == zplCommandToProcess()) return;
+    // The property's own callback emits the change.
+    model_->GetCommandToProcessProperty()->Set(value.toStdString());
+}
+
+void TQZPLProcessorInterface::Consume(QString zplToProcess) {
+    // The echo of the property being cleared.
+    if (zplToProcess.isEmpty()) return;
+    PrintProcessHandler::GetInstance()->InitializeOffscreenDrawing();
+    try {
+        auto const packet = Zpl::Host::Packet::Parse(zplToProcess.toStdString());
+        if (packet) {
+            bool const isLast = packet->Command == Zpl::Host::Packet::EndOfStream;
+            if (!session_ && !packet->payload.empty()) OpenSession();
+            model_->SetNetworkResponseState(NetworkResponse::Status::Processing, std::nullopt);
+            ConsumePayload(packet->payload, isLast);
+            if (isLast) FinishStream();
+        } else {
+            DebugLog(Warning, "a packet that cannot be read is dropped");
+        }
+    } catch (std::exception const& error) {
+        DebugLog(Error, std::string("a packet is given up: ") + error.what());
+    }
+    SetzplCommandToProcess({});
+}
+
+void TQZPLProcessorInterface::OpenSession() {
+    session_.emplace(*model_, systemContext_, fontCache_, printerContext_, handlerPool_);
+}
+
+void TQZPLProcessorInterface::ConsumePayload(std::string_view payload, bool isLast) {
+    try {
+        while (!payload.empty()) {
+            auto result = session_->Consume(payload, printingStopped_, isLast);
+            payload = result.remaining;
+            if (!result.label) continue;
+            auto& [name, label] = *result.label;
+            if (jobName_.empty()) jobName_ = std::move(name);
+            if (result.hasRfidOperations) jobFlag_ = true;
+            labels_.push_back(std::move(label));
+        }
+    } catch (std::exception const& error) {
+        // The labels that are finished are kept; the stream goes on with the next packet on a fresh session.
+        DebugLog(Error, std::string("the rest of a packet is dropped: ") + error.what());
+        OpenSession();
+    }
+}
+
+void TQZPLProcessorInterface::FinishStream() {
+    if (labels_.empty()) {
+        model_->SetNetworkResponseState(NetworkResponse::Status::Done, std::nullopt);
+    } else if (AppSettings::GetInstance().RunningOnTarget()) {
+        auto const onJobClosed = [model = model_] {
+            model->SetNetworkResponseState(NetworkResponse::Status::Done, std::nullopt);
+        };
+        queue_->Enqueue(Zpl::Job(std::move(labels_), onJobClosed, jobFlag_), jobName_, model_->PrintOnDemandToggle());
+    } else {
+        RenderInLine();
+    }
+    labels_.clear();
+    jobName_.clear();
+    session_.reset();
+    jobFlag_ = false;
+}
+
+void TQZPLProcessorInterface::RenderInLine() {
+    Zpl::Job job(std::move(labels_), {}, jobFlag_);
+    job.Start(jobName_);
+    for (unsigned page = 0; page < job.Quantity(); ++page) job.RenderLabel(page);
+    job.End();
+}

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <atomic>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "PrintEngine/Printing/TrueTypeCacheCreator.h"
+#include "frontend/handlers/CommandHandlerPool.h"
+#include "jobhost/model/JobQueueInterface.h"
+#include "jobhost/model/JobStatusPropertyChangeReducer.h"
+#include "jobhost/model/Packet.h"
+#include "jobhost/model/Session.h"
+#include "jobhost/model/ZPLProcessorInterface.h"
+#include "jobhost/model/ZplPauseController.h"
+
+class Property;
+
+/// The door of the host: takes the packets of print streams, collects their labels into jobs, and turns what the print
+/// driver reports into calls of the job queue. Lives on the main thread; property callbacks come from the thread that
+/// delivers properties and touch only the reducer, one flag and the queue.
+class TQZPLProcessorInterface : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString zplCommandToProcess READ zplCommandToProcess WRITE SetzplCommandToProcess NOTIFY
+                   zplCommandToProcessChanged)
+    Q_PROPERTY(QString zplResponseToProcess READ zplResponseToProcess NOTIFY zplResponseToProcessChanged)
+
+public:
+    explicit TQZPLProcessorInterface(std::unique_ptr<Zpl::Host::JobQueueInterface> queue);
+    ~TQZPLProcessorInterface() override;
+
+    /// `self` is what keeps this object. A packet that is waiting already is taken.
+    static void ConnectModel(std::shared_ptr<TQZPLProcessorInterface> const& self,
+                             std::shared_ptr<ZPLProcessorInterface> model,
+                             std::shared_ptr<Scripting::PrinterContextInterface> printerContext);
+    void InitCallbacks();
+    void SetServerAgent(std::shared_ptr<PICLServerAgent> agent);
+
+    QString zplCommandToProcess() const;
+    QString zplResponseToProcess() const;
+    void SetzplCommandToProcess(QString const& value);
+
+Q_SIGNALS:
+    void zplCommandToProcessChanged(QString value);
+    void zplResponseToProcessChanged(QString value);
+
+public Q_SLOTS:
+    /// Takes one packet, and clears the property when it is done with: that is the sender's leave to send the next.
+    void Consume(QString zplToProcess);
+
+private:
+    void OpenSession();
+    void ConsumePayload(std::string_view payload, bool isLast);
+    void FinishStream();
+    void RenderInLine();
+    template <typename T, typename React>
+    void OnChange(std::shared_ptr<T> const& property, React react);
+    void HandleEvent(std::optional<Zpl::Host::JobStatusChangedEvent> const& event);
+
+    std::atomic<bool> printingStopped_{false};
+    std::shared_ptr<Context> systemContext_;
+    PrintEngine::Printing::TrueTypeCacheCreator fontCache_;
+    CommandHandlerPool handlerPool_;
+    std::optional<Zpl::Host::Session> session_;
+    std::string jobName_;
+    std::vector<Zpl::Label> labels_;
+    bool jobFlag_ = false;
+    std::shared_ptr<ZPLProcessorInterface> model_;
+    std::shared_ptr<Scripting::PrinterContextInterface> printerContext_;
+    std::unique_ptr<Zpl::Host::JobQueueInterface> queue_;
+    Zpl::Host::JobStatusPropertyChangeReducer statusReducer_;
+    std::optional<ZplPauseController> pauseController_;
+    std::shared_ptr<PICLServerAgent> serverAgent_;
+};

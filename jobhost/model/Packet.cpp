@@ -1,0 +1,49 @@
+#include "jobhost/model/Packet.h"
+
+#include <rapidjson/document.h>
+
+#include "foundation/Base64.h"
+#include "foundation/Json.h"
+
+namespace Zpl::Host {
+
+namespace {
+
+std::optional<std::uint8_t> LowByte(rapidjson::Document const& header, char const* name) {
+    auto const member = header.FindMember(name);
+    if (member == header.MemberEnd() || !member->value.IsNumber()) return std::nullopt;
+    auto const& value = member->value;
+    if (value.IsUint64()) return static_cast<std::uint8_t>(value.GetUint64());
+    if (value.IsInt64()) return static_cast<std::uint8_t>(value.GetInt64());
+    // A fraction is cut off. What no 64-bit number can hold has no low bits to keep.
+    constexpr double Limit = 9.2e18;
+    double const number = value.GetDouble();
+    if (!(number > -Limit && number < Limit)) return std::nullopt;
+    return static_cast<std::uint8_t>(static_cast<std::int64_t>(number));
+}
+
+}  // namespace
+
+std::optional<Packet> Packet::Parse(std::string const& text) {
+    auto const bytes = Base64::Decode(text);
+    if (!bytes) return std::nullopt;
+    auto const brace = bytes->find('}');
+    if (brace == std::string::npos) return std::nullopt;
+
+    rapidjson::Document header;
+    // Iterative: a header of many brackets must not use up the stack.
+    header.Parse<rapidjson::kParseIterativeFlag>(bytes->data(), brace + 1);
+    if (header.HasParseError() || !header.IsObject()) return std::nullopt;
+    auto const session = LowByte(header, "SessionId");
+    auto const command = LowByte(header, "Command");
+    if (!session || !command) return std::nullopt;
+    return Packet{*session, *command, bytes->substr(brace + 1)};
+}
+
+std::string Packet::Text() const {
+    JsonWriter header;
+    header.StartObject().Key("SessionId").Int(SessionId).Key("Command").Int(Command).EndObject();
+    return Base64::Encode(header.Text() + payload);
+}
+
+}  // namespace Zpl::Host

@@ -1,0 +1,19 @@
+#include "jobhost/model/RfidReadResponses.h"
+
+#include <rapidjson/document.h>
+
+std::optional<std::vector<RfidReadResponse>> ParseRfidReadResponses(std::string_view text) {
+    rapidjson::Document document;
+    document.Parse<rapidjson::kParseIterativeFlag>(text.data(), text.size());
+    if (document.HasParseError() || !document.IsArray()) return std::nullopt;
+    std::vector<RfidReadResponse> responses;
+    for (auto const& entry : document.GetArray()) {
+        if (!entry.IsObject()) return std::nullopt;
+        auto const number = entry.FindMember("FieldNumber");
+        auto const data = entry.FindMember("Data");
+        if (number == entry.MemberEnd() || !number->value.IsUint()) return std::nullopt;
+        if (data == entry.MemberEnd() || !data->value.IsString()) return std::nullopt;
+        responses.push_back({number->value.GetUint(), {data->value.GetString(), data->value.GetStringLength()}});
+    }
+    return responses;
+}

@@ -1,0 +1,202 @@
+#include "propertybus/DefaultPropertyManager.h"
+
+#include "foundation/DebugZones.h"
+#include "propertybus/ThreadFactory.h"
+
+namespace {
+
+std::string Name(PropertyAddress const& address) { return address.component + '/' + address.property; }
+
+}  // namespace
+
+DefaultPropertyManager::~DefaultPropertyManager() { StopThread(); }
+
+void DefaultPropertyManager::StartThread() {
+    {
+        std::lock_guard const lock(mutex_);
+        if (running_ || !threads_) return;
+        running_ = true;
+        stopping_ = false;
+    }
+    thread_ = threads_->StartThread("properties", [this] { Run(); });
+}
+
+void DefaultPropertyManager::StopThread() {
+    {
+        std::lock_guard const lock(mutex_);
+        if (!running_) return;
+        running_ = false;
+        stopping_ = true;
+    }
+    wakeDelivery_.notify_all();
+    threads_->Join(thread_);
+}
+
+void DefaultPropertyManager::SetSender(Sender sender) {
+    std::lock_guard const lock(senderMutex_);
+    sender_ = std::move(sender);
+}
+
+bool DefaultPropertyManager::Send(PiclMessage const& message) {
+    std::lock_guard const lock(senderMutex_);
+    return sender_ && sender_(message);
+}
+
+void DefaultPropertyManager::Run() {
+    std::unique_lock lock(mutex_);
+    while (!stopping_) {
+        std::function<void()> next;
+        if (!work_.empty()) {
+            next = std::move(work_.front());
+            work_.pop_front();
+        } else if (!laterWork_.empty() && laterWork_.begin()->first <= std::chrono::steady_clock::now()) {
+            next = std::move(laterWork_.begin()->second);
+            laterWork_.erase(laterWork_.begin());
+        } else if (!laterWork_.empty()) {
+            wakeDelivery_.wait_until(lock, laterWork_.begin()->first);
+            continue;
+        } else {
+            wakeDelivery_.wait(lock);
+            continue;
+        }
+        lock.unlock();
+        try {
+            next();
+        } catch (std::exception const& error) {
+            DebugLog(Error, std::string("a property callback failed: ") + error.what());
+        }
+        next = nullptr;
+        lock.lock();
+    }
+}
+
+void DefaultPropertyManager::RunLater(std::chrono::milliseconds pause, std::function<void()> work) {
+    {
+        std::lock_guard const lock(mutex_);
+        laterWork_.emplace(std::chrono::steady_clock::now() + pause, std::move(work));
+    }
+    wakeDelivery_.notify_all();
+}
+
+void DefaultPropertyManager::Post(PiclMessage message) {
+    {
+        std::lock_guard const lock(mutex_);
+        work_.emplace_back([this, message = std::move(message)] { Deliver(message); });
+    }
+    wakeDelivery_.notify_all();
+}
+
+void DefaultPropertyManager::PostLinkUp() {
+    {
+        std::lock_guard const lock(mutex_);
+        work_.emplace_back([this] { AnnounceAll(); });
+    }
+    wakeDelivery_.notify_all();
+}
+
+std::shared_ptr<Property> DefaultPropertyManager::FindOnBus(PropertyAddress const& address) const {
+    std::lock_guard const lock(mutex_);
+    auto const found = entries_.find(address);
+    return found == entries_.end() ? nullptr : found->second.property;
+}
+
+bool DefaultPropertyManager::ConnectToBus(PropertyAddress const& address, std::shared_ptr<Property> property, Role role,
+                                          bool archived) {
+    property->ConnectWriter([this, address](std::string const& value) {
+        return Send({.type = PiclMessage::Type::Set, .address = address, .value = value});
+    });
+    Entry entry;
+    {
+        std::lock_guard const lock(mutex_);
+        auto& known = entries_[address];
+        known.property = std::move(property);
+        known.role = role;
+        known.archived = archived;
+        known.answered = false;
+        entry = known;
+    }
+    return Announce(address, entry);
+}
+
+bool DefaultPropertyManager::Announce(PropertyAddress const& address, Entry const& entry) {
+    if (entry.role == Role::Owner) {
+        auto const& property = *entry.property;
+        return Send({PiclMessage::Type::Publish, address, property.ValueText(), property.Name().label, property.Kind(),
+                     entry.archived});
+    }
+    return Send({.type = PiclMessage::Type::Subscribe, .address = address});
+}
+
+void DefaultPropertyManager::AnnounceAll() {
+    std::map<PropertyAddress, Entry> entries;
+    {
+        std::lock_guard const lock(mutex_);
+        entries = entries_;
+    }
+    for (auto const& [address, entry] : entries) {
+        // What this process wrote goes first: an older value that somebody else still holds must not undo it.
+        if (entry.property && entry.role == Role::Follower) entry.property->Resend();
+    }
+    for (auto const& [address, entry] : entries) {
+        Announce(address, entry);
+        if (entry.property && entry.role == Role::Owner) entry.property->Resend();
+    }
+}
+
+void DefaultPropertyManager::Deliver(PiclMessage const& message) {
+    if (message.type == PiclMessage::Type::Refused) {
+        DebugLog(PropertyWarning, "the property server refused: " + message.value);
+        return;
+    }
+    std::shared_ptr<Property> property = FindOnBus(message.address);
+    if (message.type == PiclMessage::Type::Taken) {
+        if (property) property->NoteTaken();
+        return;
+    }
+    bool const hasValue = message.type == PiclMessage::Type::Changed;
+    if (property && hasValue) {
+        DebugLog(Property, Name(message.address) + " = " + message.value.substr(0, 80));
+        if (!property->TakeFromBus(message.value))
+            DebugLog(PropertyWarning, Name(message.address) + " was given a value that is none of its kind");
+    }
+    {
+        std::lock_guard const lock(mutex_);
+        auto& entry = entries_[message.address];
+        entry.answered = true;
+        entry.available = hasValue;
+    }
+    stateChanged_.notify_all();
+}
+
+bool DefaultPropertyManager::WaitForAnswer(PropertyAddress const& address, std::chrono::milliseconds timeout) {
+    std::unique_lock lock(mutex_);
+    return running_ &&
+           stateChanged_.wait_for(lock, timeout, [&] { return waitingCancelled_ || entries_[address].answered; }) &&
+           entries_[address].answered;
+}
+
+bool DefaultPropertyManager::WaitUntilAvailable(PropertyAddress const& address, std::chrono::milliseconds timeout) {
+    std::unique_lock lock(mutex_);
+    bool const isNew = !entries_.contains(address);
+    entries_[address];
+    if (isNew) {
+        lock.unlock();
+        Send({.type = PiclMessage::Type::Subscribe, .address = address});
+        lock.lock();
+    }
+    auto const isDone = [&] { return waitingCancelled_ || entries_[address].available; };
+    if (timeout == std::chrono::milliseconds::max()) {
+        stateChanged_.wait(lock, isDone);
+    } else {
+        stateChanged_.wait_for(lock, timeout, isDone);
+    }
+    return entries_[address].available;
+}
+
+void DefaultPropertyManager::CancelWaiting() {
+    {
+        std::lock_guard const lock(mutex_);
+        waitingCancelled_ = true;
+    }
+    stateChanged_.notify_all();
+}

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <thread>
+
+#include "propertybus/PICLServerAgent.h"
+#include "propertybus/Property.h"
+
+class ThreadFactory;
+
+/// The properties that this process has on the bus, its own and others', and the thread that delivers what the server
+/// says of them: one message after the other, in the order of their arrival. Callbacks of values from the bus run on
+/// it.
+class DefaultPropertyManager {
+public:
+    /// Puts a message into the way of the server; false if there is no link.
+    using Sender = std::function<bool(PiclMessage const&)>;
+
+    explicit DefaultPropertyManager(ThreadFactory* threads) : threads_(threads) {}
+    virtual ~DefaultPropertyManager();
+
+    /// Starts delivery; once.
+    void StartThread();
+    /// Ends delivery; what has not been delivered is dropped.
+    void StopThread();
+
+    /// Set before anything is published; the sender outlives the manager's use of it, or is taken away by an empty one.
+    void SetSender(Sender sender);
+
+    /// Queues what the link received. Any thread.
+    void Post(PiclMessage message);
+    /// The link is new: says everything again. Any thread.
+    void PostLinkUp();
+
+    /// The property at an address, if this process has it.
+    std::shared_ptr<Property> FindOnBus(PropertyAddress const& address) const;
+
+    /// As in PICLServerAgent.
+    bool WaitUntilAvailable(PropertyAddress const& address, std::chrono::milliseconds timeout);
+    void CancelWaiting();
+
+protected:
+    enum class Role { Owner, Follower };
+    /// False if there is no link yet: the property is announced when there is one.
+    bool ConnectToBus(PropertyAddress const& address, std::shared_ptr<Property> property, Role role, bool archived);
+    /// Waits for the server's answer to a subscription.
+    bool WaitForAnswer(PropertyAddress const& address, std::chrono::milliseconds timeout);
+    /// Has `work` run on the delivering thread after the pause.
+    void RunLater(std::chrono::milliseconds pause, std::function<void()> work);
+
+private:
+    struct Entry {
+        std::shared_ptr<Property> property;  ///< null if this process only waits for it
+        Role role = Role::Follower;
+        bool archived = false;
+        bool answered = false;
+        bool available = false;
+    };
+
+    bool Send(PiclMessage const& message);
+    bool Announce(PropertyAddress const& address, Entry const& entry);
+    void Run();
+    void Deliver(PiclMessage const& message);
+    void AnnounceAll();
+
+    ThreadFactory* threads_;
+    std::thread::id thread_;
+    mutable std::mutex mutex_;
+    std::condition_variable wakeDelivery_;
+    std::condition_variable stateChanged_;
+    std::deque<std::function<void()>> work_;
+    std::multimap<std::chrono::steady_clock::time_point, std::function<void()>> laterWork_;
+    std::map<PropertyAddress, Entry> entries_;
+    bool stopping_ = false;
+    bool running_ = false;
+    bool waitingCancelled_ = false;
+    std::mutex senderMutex_;
+    Sender sender_;
+};

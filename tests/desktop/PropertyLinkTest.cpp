@@ -1,0 +1,194 @@
+#include <gtest/gtest.h>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <condition_variable>
+#include <thread>
+
+#include "desktop/bus/PropertyServer.h"
+#include "foundation/DebugZones.h"
+#include "propertybus/PICLIF.h"
+#include "propertybus/PublishingPropertyManager.h"
+#include "propertybus/ThreadFactory.h"
+#include "tests/support/TemporaryDirectory.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A server on a thread, which can be stopped and started again.
+class Server {
+public:
+    explicit Server(std::filesystem::path const& folder) : stop_(::eventfd(0, 0)) {
+        auto server = std::make_unique<PropertyServer>(folder / "socket", folder / "archive");
+        thread_ = std::thread([this, server = std::move(server)]() mutable {
+            server->Run(stop_);
+            server.reset();
+        });
+    }
+    ~Server() {
+        std::uint64_t const one = 1;
+        EXPECT_EQ(::write(stop_, &one, sizeof one), 8);
+        thread_.join();
+        ::close(stop_);
+    }
+
+private:
+    int stop_;
+    std::thread thread_;
+};
+
+/// One process on the bus.
+struct Peer {
+    Peer(std::filesystem::path const& folder, std::string const& component, std::string const& socket = "socket")
+        : properties(
+              std::make_shared<PublishingPropertyManager>(threads, 0, 1, component, folder / (component + ".json"))),
+          link(threads, properties) {
+        properties->StartThread();
+        link.Connect(folder / socket);
+    }
+    ~Peer() {
+        link.Disconnect();
+        properties->StopThread();
+    }
+    ThreadFactory threads{5};
+    std::shared_ptr<PublishingPropertyManager> properties;
+    PICLIF link;
+};
+
+/// Waits until the property has the value.
+template <typename T, typename V>
+testing::AssertionResult Becomes(std::shared_ptr<T> const& property, V const& value) {
+    auto const end = std::chrono::steady_clock::now() + 10s;
+    while (property->Get() != value) {
+        if (std::chrono::steady_clock::now() > end) return testing::AssertionFailure() << property->ValueText();
+        std::this_thread::sleep_for(1ms);
+    }
+    return testing::AssertionSuccess();
+}
+
+class PropertyLinkTest : public testing::Test {
+protected:
+    PropertyLinkTest() { debugZoneWarning = false; }
+    ~PropertyLinkTest() override { debugZoneWarning = true; }
+
+    TemporaryDirectory folder_;
+    PropertyName const name_{"P", "label", "G"};
+};
+
+TEST_F(PropertyLinkTest, CarriesValuesBothWays) {
+    Server const server(folder_.Path());
+    Peer owner(folder_.Path(), "A");
+    auto const own = owner.properties->Create<StringProperty>(name_, "first");
+    Peer other(folder_.Path(), "B");
+    ASSERT_TRUE(PICLGetSetHelper::WaitUntilPropertyAvailable(*other.link.GetServerAgent(), "A", "G", "P"));
+    auto const followed = other.properties->Follow<StringProperty>("A", ExternalAppRegistration::Plain, name_, "");
+    EXPECT_EQ(followed->Get(), "first") << "the value is there when following begins";
+    own->Set("second \xC3\xA9\n");
+    EXPECT_TRUE(Becomes(followed, "second \xC3\xA9\n"));
+    followed->Set("third");
+    EXPECT_TRUE(Becomes(own, "third"));
+    other.link.GetServerAgent()->SetProperty("A", "G", "P", "fourth");
+    EXPECT_TRUE(Becomes(own, "fourth"));
+    EXPECT_EQ(followed->Get(), "fourth");
+}
+
+TEST_F(PropertyLinkTest, AllEndWithTheSameValueWhoeverWrites) {
+    Server const server(folder_.Path());
+    Peer owner(folder_.Path(), "A");
+    Peer other(folder_.Path(), "B");
+    auto const own = owner.properties->Create<UInt32Property>(name_, 0U);
+    auto const followed = other.properties->Follow<UInt32Property>("A", ExternalAppRegistration::Plain, name_, 0U);
+    std::thread writer([&] {
+        for (unsigned i = 1; i <= 3000; ++i) followed->Set(2 * i);
+    });
+    for (unsigned i = 1; i <= 3000; ++i) own->Set(2 * i + 1);
+    writer.join();
+    Peer judge(folder_.Path(), "C");
+    auto const end = std::chrono::steady_clock::now() + 10s;
+    while (own->Get() != followed->Get() && std::chrono::steady_clock::now() < end) std::this_thread::sleep_for(1ms);
+    std::this_thread::sleep_for(20ms);
+    auto const third = judge.properties->Follow<UInt32Property>("A", ExternalAppRegistration::Plain, name_, 0U);
+    EXPECT_EQ(own->Get(), followed->Get());
+    EXPECT_EQ(own->Get(), third->Get());
+}
+
+TEST_F(PropertyLinkTest, SurvivesTheServer) {
+    auto server = std::make_unique<Server>(folder_.Path());
+    Peer owner(folder_.Path(), "A");
+    auto const own = owner.properties->Create<StringProperty>(name_, "a");
+    Peer other(folder_.Path(), "B");
+    auto const followed = other.properties->Follow<StringProperty>("A", ExternalAppRegistration::Plain, name_, "");
+    server.reset();
+    own->Set("while it is away");
+    other.link.GetServerAgent()->SetProperty("A", "G", "Q", "kept");
+    server = std::make_unique<Server>(folder_.Path());
+    EXPECT_TRUE(Becomes(followed, "while it is away"));
+    followed->Set("back");
+    EXPECT_TRUE(Becomes(own, "back"));
+    auto const late = owner.properties->Create<StringProperty>(PropertyName{"Q", "", "G"}, "");
+    EXPECT_TRUE(Becomes(late, "kept"));
+}
+
+TEST_F(PropertyLinkTest, WritesOfAFollowerReachAnOwnerThatComesLater) {
+    auto server = std::make_unique<Server>(folder_.Path());
+    Peer other(folder_.Path(), "B");
+    auto const followed = other.properties->Follow<StringProperty>("A", ExternalAppRegistration::Plain, name_, "");
+    server.reset();
+    followed->Set("cleared");
+    server = std::make_unique<Server>(folder_.Path());
+    Peer owner(folder_.Path(), "A");
+    auto const own = owner.properties->Create<StringProperty>(name_, "old");
+    EXPECT_TRUE(Becomes(own, "cleared"));
+}
+
+TEST_F(PropertyLinkTest, ArchivedValuesComeBackWithoutTheServer) {
+    for (unsigned start = 0; start < 3; ++start) {
+        Peer owner(folder_.Path(), "A");
+        auto const own = owner.properties->CreateArchived<UInt32Property>(name_, 7U);
+        EXPECT_EQ(own->Get(), 7U + start);
+        own->Set(own->Get() + 1);
+    }
+}
+
+TEST_F(PropertyLinkTest, WaitingCanBeCancelled) {
+    Server const server(folder_.Path());
+    Peer peer(folder_.Path(), "A");
+    std::thread canceller([&] { peer.link.GetServerAgent()->CancelWaiting(); });
+    EXPECT_FALSE(PICLGetSetHelper::WaitUntilPropertyAvailable(*peer.link.GetServerAgent(), "X", "G", "P"));
+    canceller.join();
+}
+
+TEST_F(PropertyLinkTest, OnlyItsUserMayOpenTheSocketAndOnlyOneServes) {
+    Server const server(folder_.Path());
+    struct stat status {};
+    ASSERT_EQ(::stat((folder_ / "socket").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600U);
+    EXPECT_THROW(PropertyServer(folder_ / "socket", folder_ / "archive"), std::system_error);
+}
+
+TEST_F(PropertyLinkTest, GarbageOfOnePeerIsNothingToTheOthers) {
+    Server const server(folder_.Path());
+    Peer owner(folder_.Path(), "A");
+    auto const own = owner.properties->Create<StringProperty>(name_, "a");
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    (folder_ / "socket").string().copy(address.sun_path, sizeof address.sun_path - 1);
+    std::vector<int> peers;
+    for (std::string const& bytes : {std::string("\0\xFF{\n\n[[[[\n", 10), std::string(100'000, '['),
+                                     std::string("{\"type\":\"set\"}\n"), std::string(3'000'000, 'x')}) {
+        peers.push_back(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0));
+        ASSERT_EQ(::connect(peers.back(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+        EXPECT_GT(::send(peers.back(), bytes.data(), bytes.size(), MSG_NOSIGNAL), 0);
+    }
+    Peer other(folder_.Path(), "B");
+    auto const followed = other.properties->Follow<StringProperty>("A", ExternalAppRegistration::Plain, name_, "");
+    own->Set("still");
+    EXPECT_TRUE(Becomes(followed, "still"));
+    for (int const peer : peers) ::close(peer);
+}
+
+}  // namespace
