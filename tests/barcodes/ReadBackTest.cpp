@@ -47,6 +47,14 @@ SymbolRow const Areas[] = {
     {"Aztec, 80 per cent", BarcodeFormat::Aztec, "^BOo,m,N,80", "Aztec 123 text", {}},
     {"PDF417", BarcodeFormat::PDF417, "^B7o,8,3", "PDF417 carries more text than bars do", {}},
     {"PDF417, 4 columns", BarcodeFormat::PDF417, "^B7o,8,2,4", "Four columns", {}},
+    {"DataBar", BarcodeFormat::DataBar, "^BRo,1,m", "0100123456789", "01001234567894"},
+    {"DataBar truncated", BarcodeFormat::DataBar, "^BRo,2,m", "0100123456789", "01001234567894"},
+    {"DataBar stacked", BarcodeFormat::DataBar, "^BRo,3,m", "0100123456789", "01001234567894"},
+    {"DataBar stacked omnidirectional", BarcodeFormat::DataBar, "^BRo,4,m,2", "0100123456789", "01001234567894"},
+    {"DataBar expanded", BarcodeFormat::DataBarExpanded, "^BRo,6,m", "01900123456789083103001750",
+     "(01)90012345678908(3103)001750"},
+    {"DataBar expanded, 4 segments", BarcodeFormat::DataBarExpanded, "^BRo,6,m,1,1,4", "01900123456789083103001750",
+     "(01)90012345678908(3103)001750"},
     {"PDF417 truncated", BarcodeFormat::PDF417, "^B7o,8,2,4,,Y", "Without its right side", {}},
 };
 
@@ -178,6 +186,16 @@ TEST(ReadBack, EveryDataMatrixSize) {
                                           std::to_string(rows) + "^FD123456^FS^XZ");
         EXPECT_EQ(page.Read(BarcodeFormat::DataMatrix), "123456") << columns << "x" << rows;
     }
+}
+
+TEST(ReadBack, Gs1128BelowItsComponent) {
+    auto const page = LabelPage::Draw("^XA^FO40,40^BRN,11,3,1,60^FD0109501101530003|10ABC^FS^XZ");
+    EXPECT_EQ(page.Read(BarcodeFormat::Code128), "0109501101530003");
+}
+
+TEST(ReadBack, MaxiCodeOfCarriers) {
+    auto const page = LabelPage::Draw("^XA^FO90,90^BD2^FD001840152382802[)>_1E01_1D961Z00004951^FS^XZ");
+    EXPECT_EQ(page.Read(BarcodeFormat::MaxiCode, true).substr(0, 9), "152382802");
 }
 
 TEST(ReadBack, MaxiCode) {

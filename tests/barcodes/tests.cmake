@@ -1,3 +1,4 @@
+zpl_add_test(barcodes/BadBarcodesTest)
 zpl_add_test(barcodes/BarcodeFrameTest)
 zpl_add_test(barcodes/Code128Test)
 zpl_add_test(barcodes/GraphicHelperTest)
