@@ -72,11 +72,17 @@ ContextProcessor ContextProcessor::DeepClone() const {
     return clone;
 }
 
-bool ContextProcessor::PrepareSet(std::string const& contextName, std::uint64_t keyId) {
-    if (!GetContext(contextName)) return false;
-    for (auto const& name : contextStack_) {
-        if (name == contextName) break;
-        if (Context* const context = FindOnStack(name)) context->Erase(keyId);
+void ContextProcessor::EraseBefore(Context const& context, std::uint64_t keyId) {
+    if (contexts_.size() == contextStack_.size()) {
+        for (auto& earlier : contexts_) {
+            if (&earlier == &context) return;
+            earlier.Erase(keyId);
+        }
+        return;
     }
-    return true;
+    for (auto const& name : contextStack_) {
+        Context* const earlier = FindOnStack(name);
+        if (earlier == &context) return;
+        if (earlier) earlier->Erase(keyId);
+    }
 }

@@ -67,6 +67,13 @@ public:
     template <typename T>
     void set(std::string const& contextName, ContextKey<T> const& key, T value);
 
+    /// The same for a context that a handler was given. One that is none of this processor's own is written directly.
+    template <typename T>
+    void set(Context& context, ContextKey<T> const& key, T value) {
+        if (Owns(context)) EraseBefore(context, key.id);
+        context.Set(key, std::move(value));
+    }
+
     void SetCurrentLabelNumber(unsigned number) { currentLabelNumber_ = number; }
     unsigned CurrentLabelNumber() const { return currentLabelNumber_; }
 
@@ -94,8 +101,13 @@ private:
         return const_cast<Context*>(std::as_const(*this).FindOnStack(name));
     }
 
-    /// Whether a context of that name exists; erases `keyId` from the stack's contexts that are searched before it.
-    bool PrepareSet(std::string const& contextName, std::uint64_t keyId);
+    bool Owns(Context const& context) const {
+        bool const onStack =
+            !contexts_.empty() && &context >= contexts_.data() && &context < contexts_.data() + contexts_.size();
+        return onStack || &context == systemContext_.get();
+    }
+    /// Erases a key from the contexts that are searched before `context`.
+    void EraseBefore(Context const& context, std::uint64_t keyId);
 
     std::filesystem::path formatsFolder_;
     std::vector<std::string> contextStack_;  // oldest first
@@ -112,10 +124,17 @@ private:
 
 template <typename T>
 T const& ContextProcessor::at(ContextKey<T> const& key) const {
-    for (auto const& name : contextStack_) {
-        Context const* const context = FindOnStack(name);
-        if (!context) continue;
-        if (T const* value = context->Find(key)) return *value;
+    // With every name on the stack once, the contexts stand in the order of the stack.
+    if (contexts_.size() == contextStack_.size()) {
+        for (auto const& context : contexts_) {
+            if (T const* value = context.Find(key)) return *value;
+        }
+    } else {
+        for (auto const& name : contextStack_) {
+            Context const* const context = FindOnStack(name);
+            if (!context) continue;
+            if (T const* value = context->Find(key)) return *value;
+        }
     }
     if (systemContext_) {
         if (T const* value = systemContext_->Find(key)) return *value;
@@ -125,5 +144,8 @@ T const& ContextProcessor::at(ContextKey<T> const& key) const {
 
 template <typename T>
 void ContextProcessor::set(std::string const& contextName, ContextKey<T> const& key, T value) {
-    if (PrepareSet(contextName, key.id)) GetContext(contextName)->Set(key, std::move(value));
+    Context* const context = GetContext(contextName);
+    if (!context) return;
+    EraseBefore(*context, key.id);
+    context->Set(key, std::move(value));
 }

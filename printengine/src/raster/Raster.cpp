@@ -227,7 +227,7 @@ void Raster::BlitTurned(BitRows const& picture, int x, int y, bool clockwise) {
             if (any == 0) continue;
             Transpose(block);
             // Row j of the block is now column 64 * column + j of the picture, its top pixel leftmost.
-            for (int j = 0; j < WordBits; ++j) {
+            for (int j = 0; j < std::min(WordBits, picture.width - column * WordBits); ++j) {
                 if (block[j] == 0) continue;
                 int const u = column * WordBits + j;
                 int const row = y + (clockwise ? u : picture.width - 1 - u);
