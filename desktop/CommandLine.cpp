@@ -163,6 +163,7 @@ std::string_view GeneralHelp() {
 
   zpl render FILE...   draw every page of a stream into picture files
   zpl check FILE...    tell what a stream holds and what is wrong with it, without drawing
+  zpl serve            a virtual printer that any program can print to
   zpl COMMAND --help   all options of a command
 
 Try:  ./zpl render examples/shipping-label.zpl

@@ -1,8 +1,11 @@
+#include <unistd.h>
+
 #include <cstdio>
 #include <string>
 #include <vector>
 
 #include "desktop/Commands.h"
+#include "foundation/AppSettings.h"
 
 namespace {
 
@@ -11,12 +14,24 @@ int Print(std::string_view text, std::FILE* stream, ExitCode code) {
     return static_cast<int>(code);
 }
 
+/// Becomes the virtual printer, a program of its own beside this one.
+int Serve(std::vector<std::string> const& arguments) {
+    std::string program = (AppSettings::GetInstance().AppBin() / "zpl-serve").string();
+    std::vector<std::string> words = arguments;
+    std::vector<char*> list{program.data()};
+    for (auto& word : words) list.push_back(word.data());
+    list.push_back(nullptr);
+    ::execv(program.c_str(), list.data());
+    throw UsageError("cannot run " + program);
+}
+
 int Run(std::vector<std::string> arguments) {
     if (arguments.empty()) return Print(GeneralHelp(), stderr, ExitCode::Usage);
     std::string const command = arguments.front();
     arguments.erase(arguments.begin());
     if (command == "--help" || command == "-h" || command == "help")
         return Print(GeneralHelp(), stdout, ExitCode::Success);
+    if (command == "serve") return Serve(arguments);
     bool const render = command == "render";
     if (!render && command != "check") throw UsageError("unknown command " + command + "; zpl --help lists them");
 

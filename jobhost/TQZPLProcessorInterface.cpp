@@ -1,5 +1,7 @@
 #include "jobhost/TQZPLProcessorInterface.h"
 
+#include <QtCore/QThread>
+
 #include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "foundation/AppSettings.h"
 #include "foundation/DebugZones.h"
@@ -40,7 +42,11 @@ void TQZPLProcessorInterface::ConnectModel(std::shared_ptr<TQZPLProcessorInterfa
     auto const command = self->model_->GetCommandToProcessProperty();
     std::weak_ptr<TQZPLProcessorInterface> const weak = self;
     self->OnChange(command, [weak](std::string const& value) {
-        if (auto const strong = weak.lock()) Q_EMIT strong->zplCommandToProcessChanged(QString::fromStdString(value));
+        auto const strong = weak.lock();
+        // When the clearing of a packet is told here, the next packet may stand in the property already; that one is
+        // told by its own change.
+        if (!strong || (strong->isWritingCommand_ && QThread::currentThread() == strong->thread())) return;
+        Q_EMIT strong->zplCommandToProcessChanged(QString::fromStdString(value));
     });
     self->OnChange(self->model_->GetResponseToProcessProperty(), [weak](std::string const& value) {
         if (auto const strong = weak.lock()) Q_EMIT strong->zplResponseToProcessChanged(QString::fromStdString(value));
@@ -107,8 +113,10 @@ QString TQZPLProcessorInterface::zplResponseToProcess() const {
 
 void TQZPLProcessorInterface::SetzplCommandToProcess(QString const& value) {
     if (value == zplCommandToProcess()) return;
-    // The property's own callback emits the change.
+    isWritingCommand_ = true;
     model_->GetCommandToProcessProperty()->Set(value.toStdString());
+    isWritingCommand_ = false;
+    Q_EMIT zplCommandToProcessChanged(value);
 }
 
 void TQZPLProcessorInterface::Consume(QString zplToProcess) {

@@ -68,6 +68,7 @@ private:
     std::string jobName_;
     std::vector<Zpl::Label> labels_;
     bool jobFlag_ = false;
+    std::atomic<bool> isWritingCommand_{false};
     std::shared_ptr<ZPLProcessorInterface> model_;
     std::shared_ptr<Scripting::PrinterContextInterface> printerContext_;
     std::unique_ptr<Zpl::Host::JobQueueInterface> queue_;

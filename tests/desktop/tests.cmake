@@ -7,3 +7,7 @@ target_compile_definitions(test_desktop PRIVATE ZPL_PROGRAM="$<TARGET_FILE:zpl>"
 zpl_add_test(desktop/PropertyStoreTest)
 zpl_add_test(desktop/PropertyLinkTest)
 target_link_libraries(test_desktop PRIVATE propertyserving)
+zpl_add_test(desktop/VirtualPrinterTest)
+add_dependencies(test_desktop zpl-serve)
+zpl_add_test(desktop/StreamWatchTest)
+target_link_libraries(test_desktop PRIVATE zplserving)

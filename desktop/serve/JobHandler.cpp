@@ -1,0 +1,277 @@
+#include "desktop/serve/JobHandler.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <QtCore/QThread>
+#include <algorithm>
+#include <cerrno>
+#include <system_error>
+
+#include "foundation/Base64.h"
+#include "foundation/DebugZones.h"
+#include "jobhost/model/Packet.h"
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+namespace {
+
+constexpr auto QuietTime = 100ms;
+constexpr auto DownloadQuietTime = 2s;         // for commands that bring data along
+constexpr auto StallTime = 30s;                // for a stream that is open and breaks off
+constexpr std::size_t PieceSize = 64 * 1024;   // bytes of one packet
+constexpr std::size_t OpenSize = 256 * 1024;   // a stream of more is opened before it is complete
+constexpr std::size_t MostBuffered = 1 << 20;  // bytes of one connection; then it is not read any more
+constexpr std::size_t JobSize = 1 << 20;       // a stream of more becomes several jobs
+constexpr std::size_t MostAnswers = 1 << 20;   // bytes that wait for a client to read them
+constexpr std::size_t MostConnections = 500;
+constexpr unsigned MostJobs = 16;  // handed over and not yet done
+
+}  // namespace
+
+struct JobHandler::Connection {
+    Connection(int descriptor, StreamWatch streamWatch) : socket(descriptor), watch(std::move(streamWatch)) {}
+    ~Connection() {
+        // One of them may be the reason for this call.
+        for (auto* const notifier : {readNotifier.release(), writeNotifier.release()}) {
+            notifier->setEnabled(false);
+            notifier->deleteLater();
+        }
+        ::close(socket);
+    }
+
+    int socket;
+    StreamWatch watch;
+    std::unique_ptr<QSocketNotifier> readNotifier;
+    std::unique_ptr<QSocketNotifier> writeNotifier;
+    std::string buffer;
+    std::uint64_t received = 0;  // bytes since the watch was made
+    std::uint64_t jobBytes = 0;  // handed over of the open stream
+    Clock::time_point lastRead = Clock::now();
+    std::uint8_t session = 0;
+    bool ended = false;   // the client sends no more
+    bool broken = false;  // nor reads any more
+    std::string answers;
+};
+
+JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& socket, std::string const& host,
+                       unsigned port)
+    : bus_(threads, ComponentIdentifiers::JobHandler, socket) {
+    namespace Group = PropertyGroups;
+    command_ = bus_.Own<StringProperty>(PropertyNames::ZPLCommandToProcess, Group::PrintOperations, "");
+    response_ = bus_.Own<StringProperty>(PropertyNames::ZPLResponseToProcess, Group::PrintOperations, "");
+    response_->SetEveryWriteCounts(true);
+    auto const follow = [&](char const* property, char const* value) {
+        return bus_.Properties().Follow<StringProperty>(ComponentIdentifiers::ZplHost, ExternalAppRegistration::Plain,
+                                                        {property, property, Group::PrintOperations}, value);
+    };
+    formatPrefix_ = follow(PropertyNames::ZPLFormatCharacter, "^");
+    controlPrefix_ = follow(PropertyNames::ZPLControlCharacter, "~");
+    delimiter_ = follow(PropertyNames::ZPLDelimiterCharacter, ",");
+
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<std::uint16_t>(port));
+    listener_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    int const on = 1;
+    ::setsockopt(listener_, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+    socklen_t size = sizeof address;
+    errno = 0;
+    if (::inet_pton(AF_INET, host.c_str(), &address.sin_addr) != 1) errno = EINVAL;
+    if (errno == EINVAL || ::bind(listener_, reinterpret_cast<sockaddr*>(&address), size) != 0 ||
+        ::listen(listener_, 256) != 0 || ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size) != 0) {
+        throw std::system_error(errno, std::generic_category(), host + ':' + std::to_string(port));
+    }
+    port_ = ntohs(address.sin_port);
+    acceptNotifier_ = std::make_unique<QSocketNotifier>(listener_, QSocketNotifier::Read);
+    connect(acceptNotifier_.get(), &QSocketNotifier::activated, this, [this] { Accept(); });
+
+    // Properties are delivered on a thread of the bus; everything else happens on this one.
+    command_->AddCallback([this](std::shared_ptr<Property> const& changed) {
+        // The value may have moved on when this thread's own write is told.
+        if (QThread::currentThread() == thread() || !changed->ValueText().empty()) return;
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                packetUnderWay_ = false;
+                Pump();
+            },
+            Qt::QueuedConnection);
+    });
+    response_->AddCallback([this](std::shared_ptr<Property> const& changed) {
+        QMetaObject::invokeMethod(
+            this, [this, text = changed->ValueText()] { TakeResponse(text); }, Qt::QueuedConnection);
+    });
+    quiet_.setSingleShot(true);
+    connect(&quiet_, &QTimer::timeout, this, [this] { Pump(); });
+}
+
+JobHandler::~JobHandler() {
+    connections_.clear();
+    acceptNotifier_.reset();
+    ::close(listener_);
+}
+
+StreamWatch JobHandler::NewWatch() const {
+    auto const character = [](StringProperty const& property, char fallback) {
+        std::string const value = property.Get();
+        return value.empty() ? fallback : value[0];
+    };
+    return {character(*formatPrefix_, '^'), character(*controlPrefix_, '~'), character(*delimiter_, ',')};
+}
+
+void JobHandler::Accept() {
+    int const descriptor = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+    if (descriptor < 0) return;
+    if (connections_.size() >= MostConnections) {
+        DebugLog(Warning, "one connection too many is refused");
+        ::close(descriptor);
+        return;
+    }
+    auto& connection = *connections_.emplace_back(std::make_unique<Connection>(descriptor, NewWatch()));
+    connection.session = ++lastSession_;
+    connection.readNotifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+    connection.writeNotifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Write);
+    connection.writeNotifier->setEnabled(false);
+    connect(connection.readNotifier.get(), &QSocketNotifier::activated, this,
+            [this, &connection] { Read(connection); });
+    connect(connection.writeNotifier.get(), &QSocketNotifier::activated, this, [this, &connection] {
+        Flush(connection);
+        Pump();
+    });
+}
+
+void JobHandler::Read(Connection& connection) {
+    char buffer[PieceSize];
+    ssize_t const count = ::recv(connection.socket, buffer, sizeof buffer, 0);
+    if (count < 0 && (errno == EAGAIN || errno == EINTR)) return;
+    if (count <= 0) {
+        connection.ended = true;
+        connection.broken = count < 0;
+        connection.readNotifier->setEnabled(false);
+    } else {
+        std::string_view const bytes(buffer, static_cast<std::size_t>(count));
+        connection.buffer += bytes;
+        connection.received += bytes.size();
+        connection.watch.Append(bytes);
+        connection.lastRead = Clock::now();
+        if (connection.buffer.size() >= MostBuffered) connection.readNotifier->setEnabled(false);
+    }
+    Pump();
+}
+
+void JobHandler::Flush(Connection& connection) {
+    while (!connection.answers.empty() && !connection.broken) {
+        ssize_t const count =
+            ::send(connection.socket, connection.answers.data(), connection.answers.size(), MSG_NOSIGNAL);
+        if (count < 0 && (errno == EAGAIN || errno == EINTR)) break;
+        if (count < 0) connection.broken = true;
+        if (count > 0) connection.answers.erase(0, static_cast<std::size_t>(count));
+    }
+    connection.writeNotifier->setEnabled(!connection.answers.empty() && !connection.broken);
+}
+
+void JobHandler::TakeResponse(std::string const& text) {
+    auto const response = zpl::NetworkResponse::Parse(text);
+    if (!response) return;
+    if (response->status == zpl::NetworkResponse::Status::Done) {
+        if (jobsUnderWay_ > 0) --jobsUnderWay_;
+        Pump();
+    }
+    if (response->status != zpl::NetworkResponse::Status::Answer || !answerTo_) return;
+    auto const bytes = Base64::Decode(response->data.value_or(""));
+    if (!bytes || answerTo_->broken) return;
+    if (answerTo_->answers.size() + bytes->size() > MostAnswers) {
+        DebugLog(Warning, "a client does not read its answers; they are dropped");
+        answerTo_->answers.clear();
+        answerTo_->broken = true;
+        return;
+    }
+    answerTo_->answers += *bytes;
+    Flush(*answerTo_);
+}
+
+void JobHandler::ForgetJobs() {
+    jobsUnderWay_ = 0;
+    Pump();
+}
+
+bool JobHandler::IsComplete(Connection const& connection) const {
+    if (connection.ended) return true;
+    if (connection.watch.InFormat() || connection.watch.InLetters()) return false;
+    auto const wanted = connection.watch.InDownload() ? Clock::duration(DownloadQuietTime) : Clock::duration(QuietTime);
+    return Clock::now() - connection.lastRead >= wanted;
+}
+
+JobHandler::Connection* JobHandler::NextReady() {
+    if (jobsUnderWay_ >= MostJobs) return nullptr;
+    for (auto next = connections_.begin(); next != connections_.end(); ++next) {
+        Connection& connection = **next;
+        if (connection.buffer.empty()) continue;
+        if (!IsComplete(connection) && connection.buffer.size() < OpenSize) continue;
+        // Whoever has had a turn stands behind the others.
+        connections_.splice(connections_.end(), connections_, next);
+        return &connection;
+    }
+    return nullptr;
+}
+
+void JobHandler::Pump() {
+    RemoveFinished();
+    if (!packetUnderWay_) {
+        if (!current_) current_ = NextReady();
+        if (current_) SendPiece(*current_);
+    }
+    // Quiet streams are looked at again; with nothing waiting the process sleeps.
+    bool const waits = std::any_of(connections_.begin(), connections_.end(),
+                                   [](auto const& entry) { return !entry->buffer.empty() && !entry->ended; });
+    if ((waits || current_) && !quiet_.isActive()) quiet_.start(QuietTime / 2);
+}
+
+void JobHandler::SendPiece(Connection& connection) {
+    auto const& buffer = connection.buffer;
+    bool const complete = IsComplete(connection);
+    std::uint64_t const handedOver = connection.received - buffer.size();
+    std::uint64_t const formatEnd = connection.watch.LastFormatEnd();
+    if (connection.jobBytes >= JobSize && formatEnd > handedOver && formatEnd - handedOver <= PieceSize)
+        return SendPacket(connection, static_cast<std::size_t>(formatEnd - handedOver), true);
+    if (buffer.size() > PieceSize) return SendPacket(connection, PieceSize, false);
+    if (complete) return SendPacket(connection, buffer.size(), true);
+    if (Clock::now() - connection.lastRead < StallTime) return;
+    DebugLog(Warning, "a stream breaks off inside a format; it is ended");
+    SendPacket(connection, buffer.size(), true);
+}
+
+void JobHandler::SendPacket(Connection& connection, std::size_t size, bool isLast) {
+    Zpl::Host::Packet packet;
+    packet.SessionId = connection.session;
+    packet.Command = isLast ? Zpl::Host::Packet::EndOfStream : 0;
+    packet.payload = connection.buffer.substr(0, size);
+    connection.buffer.erase(0, size);
+    connection.jobBytes += size;
+    // The end of a stream completes its last command only together with some bytes.
+    if (isLast && packet.payload.empty()) packet.payload = "\n";
+    answerTo_ = &connection;
+    packetUnderWay_ = true;
+    if (isLast) {
+        ++jobsUnderWay_;
+        connection.jobBytes = 0;
+        current_ = nullptr;
+    }
+    if (!connection.ended) connection.readNotifier->setEnabled(connection.buffer.size() < MostBuffered);
+    command_->Set(packet.Text());
+}
+
+void JobHandler::RemoveFinished() {
+    std::erase_if(connections_, [this](auto const& entry) {
+        Connection& connection = *entry;
+        bool const mayBeAnswered = !connection.broken && packetUnderWay_ && answerTo_ == &connection;
+        bool const done = connection.ended && connection.buffer.empty() && current_ != &connection && !mayBeAnswered &&
+                          (connection.answers.empty() || connection.broken);
+        if (done && answerTo_ == &connection) answerTo_ = nullptr;
+        return done;
+    });
+}

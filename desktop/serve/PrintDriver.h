@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QtCore/QFileSystemWatcher>
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "PrintEngine/Printing/JobMetaData.h"
+#include "desktop/serve/BusComponent.h"
+
+/// Consumes the pages of jobs as a printer does: one job after the other, page by page, each in the time that its
+/// length takes. Reports status, then path, then page, and keeps a copy of each page.
+class PrintDriver : public QObject {
+public:
+    struct Options {
+        std::filesystem::path jobsFolder;
+        std::filesystem::path outputFolder;
+        unsigned dpi = 203;
+        double speed = 6;  ///< inches a second; 0 for as fast as it goes
+        bool paused = false;
+    };
+
+    PrintDriver(ThreadFactory& threads, std::filesystem::path const& socket, Options options,
+                std::function<void()> onJobsLost, std::function<void(std::string const&)> say);
+
+    void Pause();
+    void Resume();
+    void Cancel();
+    void CancelAll();
+    /// The host is gone, and with it the jobs that it had: they are given up.
+    void GiveUpJobs();
+    std::string StatusText() const;
+
+private:
+    enum class State { Idle, Printing, Paused };
+
+    void PublishProperties();
+    void OnMain(std::shared_ptr<Property> const& property, std::function<void(std::string const&)> react);
+    void StartNext();
+    void Start(std::filesystem::path const& path, PrintEngine::Printing::JobMetaData metaData);
+    void PrintPage();
+    bool KeepPage(std::filesystem::path const& file);
+    std::chrono::milliseconds TimeOf(std::filesystem::path const& file) const;
+    void PausePrinting(char const* status);
+    void GoOn();
+    void FinishJob();
+
+    Options options_;
+    std::function<void()> onJobsLost_;
+    std::function<void(std::string const&)> say_;
+    BusComponent driver_;
+    BusComponent apps_;
+    BusComponent spooler_;
+    std::shared_ptr<StringProperty> status_;
+    std::shared_ptr<StringProperty> path_;
+    std::shared_ptr<UInt32Property> page_;
+    std::shared_ptr<UInt32Property> resumeFrom_;
+    std::shared_ptr<BoolProperty> resume_;
+    std::shared_ptr<BoolProperty> pausePrinting_;
+    std::shared_ptr<BoolProperty> cancelZpl_;
+    std::shared_ptr<BoolProperty> cancelPrint_;
+    std::shared_ptr<StringProperty> canSend_;
+    QFileSystemWatcher watcher_;
+    QTimer pageTimer_;
+    QTimer scanTimer_;
+
+    State state_ = State::Idle;
+    std::filesystem::path job_;
+    PrintEngine::Printing::JobMetaData metaData_;
+    unsigned next_ = 0;  // page to print next
+    std::set<std::filesystem::path> finished_;
+    unsigned printed_ = 0;
+};

@@ -1,0 +1,73 @@
+#include "desktop/serve/ServeOptions.h"
+
+#include <charconv>
+
+#include "desktop/CommandLine.h"
+
+namespace {
+
+template <typename T>
+T Number(std::string const& option, std::string_view text, T low, T high) {
+    T value{};
+    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() || !(value >= low) || !(value <= high))
+        throw UsageError(option + " cannot be \"" + std::string(text) + "\"");
+    return value;
+}
+
+}  // namespace
+
+ServeOptions ParseServeOptions(std::vector<std::string> const& arguments) {
+    ServeOptions options;
+    std::vector<std::string> drawing;  // what zpl render knows too
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        std::string const& option = arguments[i];
+        auto const value = [&] {
+            if (i + 1 == arguments.size()) throw UsageError(option + " needs a value");
+            return arguments[++i];
+        };
+        if (option == "--listen") {
+            std::string const address = value();
+            auto const colon = address.rfind(':');
+            if (colon != std::string::npos) options.host = address.substr(0, colon);
+            options.port = Number(option, address.substr(colon == std::string::npos ? 0 : colon + 1), 0U, 65535U);
+        } else if (option == "--out") {
+            options.outputFolder = value();
+        } else if (option == "--state") {
+            options.stateFolder = value();
+        } else if (option == "--speed") {
+            options.speed = Number(option, value(), 0.0, 1000.0);
+        } else if (option == "--pause-on-start") {
+            options.pauseOnStart = true;
+        } else if (option == "--help" || option == "-h") {
+            options.help = true;
+        } else if (option == "--dpi" || option == "--size") {
+            drawing.push_back(option);
+            drawing.push_back(value());
+        } else {
+            throw UsageError("unknown option " + option + "; zpl serve --help lists them all");
+        }
+    }
+    RenderOptions const render = ParseRenderOptions(drawing);
+    options.dpi = render.printerDpi;
+    options.widthInches = render.widthInches;
+    options.heightInches = render.heightInches;
+    return options;
+}
+
+char const* ServeHelp() {
+    return R"(usage: zpl serve [options]
+
+A virtual label printer: any program can print to it. Each page becomes a file JOB-PAGE.png.
+
+  --listen HOST:PORT  where it takes print streams (default 127.0.0.1:9100; port 0 picks a free one)
+  --out DIR           where the pages go (default: the current folder)
+  --dpi N             resolution of the printer: 203 (default), 300 or 600
+  --size WxH          size of the label part (default 4x6in)
+  --speed N           inches a second (default 6); 0 prints as fast as it goes
+  --pause-on-start    begins paused
+  --state DIR         where stored formats and counters are kept (default: the user's state folder)
+
+While it runs it takes these words on its terminal: status, pause, resume, cancel, cancel-all, quit.
+)";
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+/// The options of `zpl serve`.
+struct ServeOptions {
+    std::string host = "127.0.0.1";
+    unsigned port = 9100;
+    std::filesystem::path outputFolder = ".";
+    std::filesystem::path stateFolder;  ///< empty for the user's own
+    unsigned dpi = 203;
+    double widthInches = 4;
+    double heightInches = 6;
+    double speed = 6;
+    bool pauseOnStart = false;
+    bool help = false;
+};
+
+/// Throws UsageError.
+ServeOptions ParseServeOptions(std::vector<std::string> const& arguments);
+char const* ServeHelp();

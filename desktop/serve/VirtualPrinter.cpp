@@ -1,0 +1,155 @@
+#include "desktop/serve/VirtualPrinter.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/file.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QProcessEnvironment>
+#include <QtCore/QTimer>
+#include <cstdio>
+#include <thread>
+
+#include "foundation/AppSettings.h"
+#include "foundation/DebugZones.h"
+#include "foundation/Files.h"
+#include "foundation/Json.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto RestartPause = 200ms;
+
+void Say(std::string const& line) {
+    std::printf("%s\n", line.c_str());
+    std::fflush(stdout);
+}
+
+std::filesystem::path StateFolder(ServeOptions const& options) {
+    auto const folder = options.stateFolder.empty() ? AppSettings::GetInstance().StorageDir() / "printer"
+                                                    : std::filesystem::absolute(options.stateFolder);
+    std::filesystem::create_directories(folder / "zplhost");
+    return folder;
+}
+
+}  // namespace
+
+VirtualPrinter::Lock::Lock(std::filesystem::path const& folder)
+    : descriptor_(::open((folder / "lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+    if (descriptor_ >= 0 && ::flock(descriptor_, LOCK_EX | LOCK_NB) == 0) return;
+    ::close(descriptor_);
+    throw std::runtime_error(folder.string() + " is in use by another printer; --state DIR names another folder");
+}
+
+VirtualPrinter::Lock::~Lock() { ::close(descriptor_); }
+
+VirtualPrinter::VirtualPrinter(ServeOptions const& options)
+    : options_(options),
+      state_(StateFolder(options)),
+      lock_(state_),
+      runtime_(std::filesystem::temp_directory_path(), "zpl-serve-") {
+    auto const socket = runtime_.Path() / "bus";
+    WriteSettings();
+    Start(server_, "propertyserver",
+          {QString::fromStdString(socket.string()), QString::fromStdString((state_ / "properties.json").string())});
+    for (int i = 0; i < 500 && !std::filesystem::exists(socket); ++i) std::this_thread::sleep_for(2ms);
+    handler_ = std::make_unique<JobHandler>(threads_, socket, options_.host, options_.port);
+    driver_ = std::make_unique<PrintDriver>(
+        threads_, socket,
+        PrintDriver::Options{runtime_.Path() / "jobs", std::filesystem::absolute(options_.outputFolder), options_.dpi,
+                             options_.speed, options_.pauseOnStart},
+        [this] { handler_->ForgetJobs(); }, Say);
+    connect(&host_, &QProcess::finished, this, [this] {
+        driver_->GiveUpJobs();
+        handler_->ForgetJobs();
+    });
+    Start(host_, "../plugin/zplhost", {});
+    connect(&terminal_, &QSocketNotifier::activated, this, [this] { ReadTerminal(); });
+    if (options_.host != "127.0.0.1")
+        std::fprintf(stderr, "zpl: every machine that reaches %s can print here\n", options_.host.c_str());
+    Say("printer at " + options_.host + ":" + std::to_string(handler_->Port()) + ", pages go to " +
+        options_.outputFolder.string());
+}
+
+VirtualPrinter::~VirtualPrinter() {
+    ending_ = true;
+    EndProcess(host_);
+    handler_.reset();
+    driver_.reset();
+    EndProcess(server_);
+}
+
+void VirtualPrinter::EndProcess(QProcess& process) {
+    process.terminate();
+    if (!process.waitForFinished(5000)) process.kill();
+    process.waitForFinished(1000);
+}
+
+void VirtualPrinter::WriteSettings() const {
+    JsonWriter writer;
+    writer.StartObject().Key("RunningOnTarget").String("true");
+    writer.Key("PropertyServerSocket").String((runtime_.Path() / "bus").string());
+    writer.Key("JobsFolder").String((runtime_.Path() / "jobs").string());
+    writer.Key("LabelWidth").String(std::to_string(options_.widthInches));
+    writer.Key("LabelHeight").String(std::to_string(options_.heightInches)).EndObject();
+    auto const file = state_ / "zplhost" / (std::string(AppSettings::GetComponentNameZplHost()) + ".json");
+    if (auto const error = WriteFileAtomically(file, writer.Text()))
+        throw std::system_error(error, "cannot write " + file.string());
+}
+
+void VirtualPrinter::Start(QProcess& process, char const* program, QStringList const& arguments) {
+    auto const path = AppSettings::GetInstance().AppBin() / program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_STATE_HOME"), QString::fromStdString(state_.string()));
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    process.setProcessEnvironment(environment);
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.setStandardInputFile(QProcess::nullDevice());
+    // Whatever ends this process ends the others too.
+    process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
+    connect(&process, &QProcess::finished, this, [this, &process, name = std::string(program)] {
+        if (ending_) return;
+        DebugLog(Error, name + " has ended; it is started again");
+        QTimer::singleShot(RestartPause, this, [this, &process] {
+            if (!ending_) process.start();
+        });
+    });
+    process.start(QString::fromStdString(path.string()), arguments);
+    if (!process.waitForStarted()) throw std::runtime_error("cannot run " + path.string());
+}
+
+void VirtualPrinter::ReadTerminal() {
+    char buffer[512];
+    ssize_t const count = ::read(0, buffer, sizeof buffer);
+    // Without a terminal the printer runs on until a signal ends it.
+    if (count <= 0) return terminal_.setEnabled(false);
+    typed_.append(buffer, static_cast<std::size_t>(count));
+    for (auto end = typed_.find('\n'); end != std::string::npos; end = typed_.find('\n')) {
+        std::string const word = typed_.substr(0, end);
+        typed_.erase(0, end + 1);
+        if (!word.empty() && !Command(word)) Say("words: status, pause, resume, cancel, cancel-all, quit");
+    }
+    constexpr std::size_t LongestLine = 4096;
+    if (typed_.size() > LongestLine) typed_.clear();
+}
+
+bool VirtualPrinter::Command(std::string const& word) {
+    if (word == "status")
+        Say(driver_->StatusText());
+    else if (word == "pause")
+        driver_->Pause();
+    else if (word == "resume")
+        driver_->Resume();
+    else if (word == "cancel")
+        driver_->Cancel();
+    else if (word == "cancel-all")
+        driver_->CancelAll();
+    else if (word == "quit")
+        QCoreApplication::quit();
+    else
+        return false;
+    return true;
+}

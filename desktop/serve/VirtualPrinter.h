@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QProcess>
+#include <QtCore/QSocketNotifier>
+#include <memory>
+#include <string>
+
+#include "desktop/Desk.h"
+#include "desktop/serve/JobHandler.h"
+#include "desktop/serve/PrintDriver.h"
+#include "desktop/serve/ServeOptions.h"
+
+/// The whole printer: the property server and the host as processes of their own, which are started again when they
+/// fail, and in this process the job handler, the print driver and the terminal.
+class VirtualPrinter : public QObject {
+public:
+    /// Throws if the state folder is in use, or the address is.
+    explicit VirtualPrinter(ServeOptions const& options);
+    ~VirtualPrinter() override;
+
+    /// One typed word; false if it is none that is known.
+    bool Command(std::string const& word);
+
+private:
+    /// Holds the state folder for one printer.
+    class Lock {
+    public:
+        explicit Lock(std::filesystem::path const& folder);
+        ~Lock();
+        Lock(Lock const&) = delete;
+        Lock& operator=(Lock const&) = delete;
+
+    private:
+        int descriptor_;
+    };
+
+    void WriteSettings() const;
+    void Start(QProcess& process, char const* program, QStringList const& arguments);
+    void ReadTerminal();
+    static void EndProcess(QProcess& process);
+
+    ServeOptions const options_;
+    std::filesystem::path const state_;
+    Lock lock_;
+    TemporaryFolder runtime_;
+    ThreadFactory threads_{20};
+    QProcess server_;
+    QProcess host_;
+    std::unique_ptr<PrintDriver> driver_;
+    std::unique_ptr<JobHandler> handler_;
+    QSocketNotifier terminal_{0, QSocketNotifier::Read};
+    std::string typed_;
+    bool ending_ = false;
+};

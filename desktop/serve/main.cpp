@@ -1,0 +1,31 @@
+#include <signal.h>
+#include <sys/signalfd.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QSocketNotifier>
+#include <cstdio>
+
+#include "desktop/CommandLine.h"
+#include "desktop/serve/VirtualPrinter.h"
+#include "foundation/AppSettings.h"
+
+int main(int argc, char** argv) {
+    AppSettings::GetInstance().SetComponentName("zpl serve");
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    sigaddset(&signals, SIGINT);
+    try {
+        ServeOptions const options = ParseServeOptions({argv + 1, argv + argc});
+        if (options.help) return std::fputs(ServeHelp(), stdout) < 0 ? 2 : 0;
+        sigprocmask(SIG_BLOCK, &signals, nullptr);
+        QCoreApplication application(argc, argv);
+        QSocketNotifier ending(signalfd(-1, &signals, SFD_CLOEXEC), QSocketNotifier::Read);
+        QObject::connect(&ending, &QSocketNotifier::activated, &application, [] { QCoreApplication::quit(); });
+        VirtualPrinter printer(options);
+        return QCoreApplication::exec();
+    } catch (std::exception const& error) {
+        std::fprintf(stderr, "zpl: %s\n", error.what());
+        return 2;
+    }
+}

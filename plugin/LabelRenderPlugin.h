@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QtPlugin>
+#include <memory>
+
+#include "plugin/TQPluginInterface.h"
+
+class PrinterContext;
+class TQZPLProcessorInterface;
+class ZPLProcessorInterface;
+
+/// The plugin: makes the job queue and the door of the host, and connects them to the bus.
+class LabelRenderPlugin : public QObject, public TQPluginInterface {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "Tarvo.VexaPlugins.ZPLProcessor")
+
+public:
+    LabelRenderPlugin();
+    ~LabelRenderPlugin() override;
+
+    void Create(QString const& name, std::shared_ptr<QQmlApplicationEngine> engine) override;
+    void Init(std::shared_ptr<PublishingPropertyManager> properties, std::shared_ptr<PICLServerAgent> agent) override;
+
+private:
+    std::shared_ptr<TQZPLProcessorInterface> zplInterface_;
+    std::shared_ptr<ZPLProcessorInterface> zplModel_;
+};

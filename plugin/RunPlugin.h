@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <QtGui/QGuiApplication>
+#include <QtQml/QQmlApplicationEngine>
+#include <memory>
+#include <string>
+
+#include "foundation/AppSettings.h"
+#include "plugin/PlatformStrings.h"
+#include "plugin/SignalWatch.h"
+#include "plugin/TQApp.h"
+#include "propertybus/PICLIF.h"
+
+/// Makes the link to the property server and the plugin of class T, and takes them apart again in reverse order.
+template <typename T>
+class PluginHostApp {
+public:
+    explicit PluginHostApp(TQApp& app) : app_(app) {}
+
+    /// Property callbacks run on threads that the plugin outlives.
+    ~PluginHostApp() {
+        if (link_) link_->Disconnect();
+        app_.Properties()->StopThread();
+        plugin_.reset();
+    }
+
+    void RegisterInterfaceClasses(QGuiApplication& application, std::shared_ptr<QQmlApplicationEngine> engine) {
+        auto const& properties = app_.Properties();
+        link_ = std::make_unique<PICLIF>(app_.Threads(), properties);
+        signals_ = std::make_unique<SignalWatch>(app_.Threads(), [this, &application] {
+            link_->GetServerAgent()->CancelWaiting();
+            QMetaObject::invokeMethod(&application, &QCoreApplication::quit, Qt::QueuedConnection);
+        });
+        properties->StartThread();
+        link_->Connect(PlatformStrings::ComponentPaths::PropertyServer());
+        plugin_ = std::make_unique<T>();
+        auto const agent = link_->GetServerAgent();
+        plugin_->Create(QString(), std::move(engine));
+        plugin_->Init(properties, agent);
+    }
+
+private:
+    TQApp& app_;
+    std::unique_ptr<PICLIF> link_;
+    std::unique_ptr<SignalWatch> signals_;
+    std::unique_ptr<T> plugin_;
+};
+
+/// Runs a plugin process until its event loop ends.
+template <typename T>
+void RunPlugin(int argc, char** argv, std::string const& name, std::string const& componentId,
+               std::string const& componentLabel) {
+    SignalWatch::BlockSignals();
+    TQApp::InitializeQtSettings(name, componentId, componentLabel);
+    QGuiApplication application(argc, argv);
+    TQApp::AddLibraryPaths();
+    auto const& settings = AppSettings::GetInstance();
+    TQApp app(settings.StorageDir() / (name + ".json"), settings.AppBin() / (name + "Override.json"));
+    auto const engine = std::make_shared<QQmlApplicationEngine>();
+    PluginHostApp<T> host(app);
+    host.RegisterInterfaceClasses(application, engine);
+    QGuiApplication::exec();
+}

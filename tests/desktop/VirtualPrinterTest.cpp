@@ -1,0 +1,140 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "foundation/Json.h"
+#include "propertybus/PropertyIdentifiers.h"
+#include "tests/support/VirtualPrinterProcess.h"
+
+// The printer with its three processes, as a user runs it.
+namespace {
+
+std::string Label(std::string const& text, unsigned copies = 1) {
+    return "^XA^PQ" + std::to_string(copies) + "^FO20,20^A0N,40,40^FD" + text + "^FS^XZ";
+}
+
+TEST(VirtualPrinter, FollowsAJobOf300Pages) {
+    VirtualPrinterProcess printer({"--speed", "400", "--pause-on-start"});
+    printer.Print(Label("long", 300));
+    ASSERT_TRUE(printer.Until([&] { return printer.Pages() == 25; }));
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_EQ(printer.Pages(), 25U) << "nothing more is rendered before printing begins";
+    printer.Type("resume");
+    std::size_t most = 0;
+    ASSERT_TRUE(printer.Until([&] {
+        most = std::max(most, printer.Pages());
+        return printer.Kept().size() >= 150;
+    }));
+    EXPECT_LE(most, 102U);
+    EXPECT_GE(most, 90U);
+
+    printer.Type("pause");
+    ASSERT_TRUE(printer.Until([&] { return printer.Log().find("paused before page") != std::string::npos; }));
+    EXPECT_TRUE(printer.Until([&] { return printer.Pages() <= 2; })) << "only the preview's pages are left";
+    std::size_t const kept = printer.Kept().size();
+    printer.Type("resume");
+    ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() == 300 && printer.Jobs().empty(); }));
+    EXPECT_LT(kept, 300U);
+
+    printer.Print(Label("again"));
+    EXPECT_TRUE(printer.Until([&] { return printer.Kept().size() == 301; }));
+    EXPECT_EQ(printer.End(SIGTERM), 0);
+}
+
+TEST(VirtualPrinter, CancelsJobs) {
+    VirtualPrinterProcess printer({"--speed", "10"});
+    for (int i = 0; i < 3; ++i) printer.Print(Label("job", 1000));
+    ASSERT_TRUE(printer.Until([&] { return printer.Jobs().size() == 3 && printer.Kept().size() >= 2; }));
+    printer.Type("cancel");
+    ASSERT_TRUE(printer.Until([&] { return printer.Jobs().size() == 2; }));
+    std::size_t const kept = printer.Kept().size();
+    ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() > kept + 2; })) << "the next job prints";
+    printer.Type("cancel-all");
+    ASSERT_TRUE(printer.Until([&] { return printer.Jobs().empty(); }));
+    printer.Print(Label("after"));
+    EXPECT_TRUE(printer.Until([&] { return printer.Log().find("/after-") != std::string::npos; }));
+}
+
+TEST(VirtualPrinter, TakesStreamsHoweverTheyAreSent) {
+    VirtualPrinterProcess printer({"--speed", "0"});
+    int const slow = printer.Connect();
+    int const silent = printer.Connect();
+    printer.Write(slow, "^XA^FO20,20^FDsl");
+    printer.Print(Label("quick"));
+    EXPECT_TRUE(printer.Until([&] { return printer.Kept().size() == 1; })) << "a slow sender holds up nobody";
+    std::this_thread::sleep_for(std::chrono::milliseconds(150));
+    for (char const letter : std::string("ow^FS^X")) {
+        printer.Write(slow, std::string(1, letter));
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(150));
+    printer.Write(slow, "Z");
+    EXPECT_TRUE(printer.Until([&] { return printer.Kept().size() == 2; })) << "it prints without hanging up";
+    EXPECT_NE(printer.Log().find("/slow-"), std::string::npos);
+    printer.Write(slow, Label("more"));
+    EXPECT_TRUE(printer.Until([&] { return printer.Kept().size() == 3; }));
+
+    std::vector<int> clients;
+    for (int i = 0; i < 200; ++i) clients.push_back(printer.Connect());
+    for (int const client : clients) printer.Write(client, Label("c"));
+    for (int const client : clients) ::close(client);
+    EXPECT_TRUE(printer.Until([&] { return printer.Kept().size() == 203; }));
+    printer.Print(std::string(3'000'000, '\xFF').append("^XA^FB2147483648^XZ"));
+    printer.Print(Label("last"));
+    EXPECT_TRUE(printer.Until([&] { return printer.Kept().size() == 204; }));
+    ::close(slow);
+    ::close(silent);
+}
+
+/// The number of labels ever taken in, as the archive has it.
+unsigned LifetimeCount(std::filesystem::path const& folder) {
+    unsigned count = 0;
+    std::string const text = ReadRegularFile(folder / "state/zplhost/ZplHostArchive.json");
+    bool const whole = ReadJsonSettings(text, [&](std::string_view name, std::string_view value) {
+        if (name == PropertyNames::ZPLLifetimeScriptCount)
+            count = static_cast<unsigned>(std::stoul(std::string(value)));
+    });
+    EXPECT_TRUE(whole || text.empty()) << text;
+    return count;
+}
+
+// tests/soak/kill-rounds runs many more rounds.
+TEST(VirtualPrinter, GoesOnWhenProcessesAreKilled) {
+    char const* const rounds = std::getenv("ZPL_SOAK_ROUNDS");
+    char const* const seed = std::getenv("ZPL_SOAK_SEED");
+    std::mt19937 random(seed ? static_cast<unsigned>(std::atoi(seed)) : 1);
+    TemporaryDirectory const folder;
+    auto printer = std::make_unique<VirtualPrinterProcess>(std::vector<std::string>{"--speed", "0"}, folder.Path());
+    unsigned count = 0;
+    for (int round = 0, most = rounds ? std::atoi(rounds) : 6; round < most; ++round) {
+        printer->Print(Label("load", 200));
+        std::this_thread::sleep_for(std::chrono::milliseconds(random() % 120));
+        unsigned const victim = random() % 3;
+        SCOPED_TRACE("round " + std::to_string(round) + ", victim " + std::to_string(victim));
+        if (victim == 0) printer->KillChild("propertyserver");
+        if (victim == 1) printer->KillChild("zplhost");
+        if (victim == 2) {
+            auto const children = printer->Children();
+            printer->End(SIGKILL);
+            ASSERT_TRUE(printer->Until([&] {
+                return std::none_of(children.begin(), children.end(),
+                                    [](pid_t child) { return ::kill(child, 0) == 0; });
+            })) << "the others end in order";
+            printer = std::make_unique<VirtualPrinterProcess>(std::vector<std::string>{"--speed", "0"}, folder.Path());
+        }
+        std::string const name = "mark" + std::to_string(round);
+        ASSERT_TRUE(printer->Until([&] {
+            // What was on its way to a killed process may be lost; what is sent later never is.
+            printer->Print(Label(name));
+            return printer->UntilFor(std::chrono::seconds(3),
+                                     [&] { return printer->Log().find('/' + name + '-') != std::string::npos; });
+        })) << printer->Log();
+        unsigned const now = LifetimeCount(folder.Path());
+        EXPECT_GE(now, count);
+        count = now;
+    }
+    EXPECT_EQ(printer->End(SIGTERM), 0);
+}
+
+}  // namespace
