@@ -54,4 +54,12 @@ std::string ConvertToUpper(std::string text) {
     return text;
 }
 
+BarcodeTransform KeepCharacters(std::string_view alphabet) {
+    return [alphabet = std::string(alphabet)](std::string const& text) {
+        std::string kept = text;
+        std::erase_if(kept, [&](char c) { return alphabet.find(c) == std::string::npos; });
+        return kept;
+    };
+}
+
 }  // namespace ZplCore

@@ -75,13 +75,10 @@ LinearBarcodeStyle LinearBarcodeStyle::Fixed(ContextProcessor const& processor, 
     return {narrow, 2 * narrow, processor.at(ZplContextKeys::BarcodeHeight), printLine, lineAbove};
 }
 
-void DrawLinearBarcode(ContextProcessor& processor, Barcode::Model::LinearBarcodeModel const& model,
-                       LinearBarcodeStyle const& style, std::string const& interpretation) {
+void DrawSketchWithLine(ContextProcessor& processor, Scripting::SketchedBitmap const& symbol,
+                        LinearBarcodeStyle const& style, std::string const& interpretation) {
     auto const& target = processor.GetGraphicContext();
     if (!target) return;
-    auto const resolution = SketchResolution::Of(processor);
-    auto const symbol = Scripting::GraphicHelper::SketchLinearBarcode(model, style.narrow, style.wide, style.height,
-                                                                      resolution.printer, resolution.design);
     int const width = static_cast<int>(symbol.logicalWidth);
     int const height = static_cast<int>(symbol.logicalHeight);
     auto const transform = GetFieldLocalToGlobalTransform(processor, width, height, {});
@@ -91,6 +88,15 @@ void DrawLinearBarcode(ContextProcessor& processor, Barcode::Model::LinearBarcod
               transform * ZplPoint(), processor.at(ZplContextKeys::FieldOrientation),
               static_cast<unsigned>(symbol.logicalWidth), static_cast<unsigned>(symbol.logicalHeight), false);
     if (style.printLine) DrawInterpretationLine(processor, *target, transform, style, symbol, interpretation);
+}
+
+void DrawLinearBarcode(ContextProcessor& processor, Barcode::Model::LinearBarcodeModel const& model,
+                       LinearBarcodeStyle const& style, std::string const& interpretation) {
+    auto const resolution = SketchResolution::Of(processor);
+    DrawSketchWithLine(processor,
+                       Scripting::GraphicHelper::SketchLinearBarcode(model, style.narrow, style.wide, style.height,
+                                                                     resolution.printer, resolution.design),
+                       style, interpretation);
 }
 
 ZplContextKeys::RenderFunction LinearBarcodeRenderFunction(bool printLine, bool lineAbove, BarcodeValidate validate,

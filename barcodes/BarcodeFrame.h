@@ -4,12 +4,15 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "Barcode/Encoder/ValidationStatus.h"
 #include "Barcode/Model/BarcodeModels.h"
 #include "Scripting/Dpi.h"
 #include "Scripting/GraphicContext.h"
 #include "barcodes/GraphicHelper.h"
+#include "barcodes/PostalModels.h"
 #include "fields/FieldTransform.h"
 #include "frontend/context/ZplValueTypes.h"
 
@@ -53,6 +56,33 @@ struct LinearBarcodeStyle {
 void DrawLinearBarcode(ContextProcessor& processor, Barcode::Model::LinearBarcodeModel const& model,
                        LinearBarcodeStyle const& style, std::string const& interpretation);
 
+/// Places and draws a sketched symbol and its line, magnified by the module width, and stores where the next field
+/// starts.
+void DrawSketchWithLine(ContextProcessor& processor, Scripting::SketchedBitmap const& symbol,
+                        LinearBarcodeStyle const& style, std::string const& interpretation);
+
+/// The frames of postal symbols: as the linear one, with bars of two heights and of four states. Data of four states
+/// have no repair. `barSpacing` is the width of a bar in dots.
+using PostalEncode = std::function<Barcode::Model::USPS2StateBarcodeModel(std::string const&)>;
+using IntelligentMailEncode = std::function<Barcode::Model::IntelligentMailBarcodeModel(std::string const&)>;
+ZplContextKeys::RenderFunction USPSBarcodeRenderFunction(bool printLine, bool lineAbove, BarcodeValidate validate,
+                                                         PostalEncode encode, BarcodeTransform inputTransform,
+                                                         InterpretationText interpretationText,
+                                                         unsigned long barSpacing, BarcodeTransform invalidTransform);
+ZplContextKeys::RenderFunction IntelligentMailRenderFunction(bool printLine, bool lineAbove, BarcodeValidate validate,
+                                                             IntelligentMailEncode encode,
+                                                             BarcodeTransform inputTransform,
+                                                             InterpretationText interpretationText);
+
+/// The frame of EAN and UPC: data that `validate` refuses are always drawn as an error, and `render` draws the model
+/// with the groups of digits that `split` makes of the field data and the check digit.
+using NotchedRender =
+    std::function<void(Barcode::Model::LinearBarcodeModel&, ContextProcessor&, std::vector<std::string> const&)>;
+using NotchedSplit = std::function<std::vector<std::string>(std::string const& data, std::string const& checkDigit)>;
+ZplContextKeys::RenderFunction NotchedBarcodeRenderFunction(BarcodeValidate validate, LinearEncode encode,
+                                                            NotchedRender render, NotchedSplit split,
+                                                            BarcodeTransform inputTransform);
+
 /// Places and draws the bitmap of a symbol that has no line, and stores where the next field starts.
 void RenderSimpleBarcode(ContextProcessor& processor, std::vector<std::uint8_t> const& bitmap,
                          unsigned long logicalWidth, unsigned long logicalHeight, unsigned long bitmapWidth);
@@ -82,6 +112,15 @@ unsigned ClampMagnificationFactor(Scripting::Dpi dpi, unsigned value, unsigned l
 InterpretationText AddGuardsAndAppendCheckDigit(bool appendCheckDigit, char leading, char trailing,
                                                 BarcodeTransform transform);
 std::string ConvertToUpper(std::string text);
+/// Leaves out every character that is not in `alphabet`.
+BarcodeTransform KeepCharacters(std::string_view alphabet);
+
+namespace Code39 {
+
+/// In upper case, without what the symbology lacks; start and stop characters that a host sent are lacking too.
+std::string TransformInvalidInput(std::string const& text);
+
+}  // namespace Code39
 
 /// What is printed in place of a symbol; nothing for valid data.
 std::optional<std::string> GetBarcodeErrorMessage(BarcodeStatus status);

@@ -3,6 +3,7 @@
 
 #include "barcodes/Code128Text.h"
 #include "barcodes/Modx.h"
+#include "frontend/stream/Ascii.h"
 
 namespace ZplCore::Code128::ModeD {
 
@@ -11,7 +12,6 @@ namespace {
 using Barcode::Encoder::Code128EncodeMode;
 using Barcode::Encoder::Code128Encoder;
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 /// What people put around identifiers and between groups.
 bool IsDecoration(char c) { return c == '(' || c == ')' || c == ' '; }
 
@@ -81,7 +81,7 @@ private:
         std::string digits;
         for (std::size_t i = position_; i < data_.size() && digits.size() < count; ++i) {
             if (IsDecoration(data_[i])) continue;
-            if (!IsDigit(data_[i])) break;
+            if (!IsAsciiDigit(data_[i])) break;
             digits += data_[i];
             end = i + 1;
         }

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "barcodes/Modx.h"
+#include "frontend/stream/Ascii.h"
 
 namespace ZplCore::Code128 {
 
@@ -13,7 +14,6 @@ using Barcode::Algorithm::MODX::GenerateUPCCheckDigit;
 
 enum class Subset { A = 1, B = 2, C = 3 };
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsPrint(char c) { return c >= ' ' && c <= '~'; }
 bool IsAsciiControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; }
 
@@ -32,7 +32,7 @@ std::string SubsetCTransform(std::string_view run, bool ucc) {
     std::string result;
     std::string group;
     for (char const c : run) {
-        if (IsDigit(c)) {
+        if (IsAsciiDigit(c)) {
             group += c;
             continue;
         }
@@ -45,17 +45,21 @@ std::string SubsetCTransform(std::string_view run, bool ucc) {
 /// Characters of subset A are sent as pairs of digits, the values of the symbology; anything else as itself.
 std::string SubsetATransform(std::string_view run) {
     constexpr int FirstControlValue = 64;
-    constexpr int LastControlValue = 95;
+    constexpr int LastValue = 95;
     std::string result;
     for (std::size_t i = 0; i < run.size(); ++i) {
-        bool const isPair = IsDigit(run[i]) && i + 1 < run.size() && IsDigit(run[i + 1]);
-        int const value = isPair ? (run[i] - '0') * 10 + (run[i + 1] - '0') : LastControlValue + 1;
-        if (value <= LastControlValue) {
-            result += static_cast<char>(value < FirstControlValue ? value + ' ' : value - FirstControlValue);
-            ++i;
-        } else if (static_cast<unsigned char>(run[i]) < 128) {
-            result += run[i];
+        bool const isPair = IsAsciiDigit(run[i]) && i + 1 < run.size() && IsAsciiDigit(run[i + 1]);
+        if (!isPair) {
+            if (IsAscii(run[i])) result += run[i];
+            continue;
         }
+        int const value = (run[i] - '0') * 10 + (run[i + 1] - '0');
+        if (value > LastValue) {
+            result += run.substr(i, 2);
+        } else {
+            result += static_cast<char>(value < FirstControlValue ? value + ' ' : value - FirstControlValue);
+        }
+        ++i;
     }
     return result;
 }
@@ -121,7 +125,7 @@ std::string ContainerDigits(std::string_view data) {
     constexpr std::size_t Length = 19;
     std::string digits;
     for (char const c : data) {
-        if (IsDigit(c) && digits.size() < Length) digits += c;
+        if (IsAsciiDigit(c) && digits.size() < Length) digits += c;
     }
     return digits;
 }
@@ -181,7 +185,7 @@ std::string ModeA::HRTextTransform(std::string const& data) {
 Barcode::Encoder::ValidationStatus ModeU::Validate(std::string_view data) {
     using Barcode::Encoder::ValidationStatus;
     constexpr std::size_t Length = 19;
-    if (!std::all_of(data.begin(), data.end(), IsDigit)) return ValidationStatus::InvalidCharacter;
+    if (!std::all_of(data.begin(), data.end(), IsAsciiDigit)) return ValidationStatus::InvalidCharacter;
     if (data.size() == Length) return ValidationStatus::Valid;
     return data.size() < Length ? ValidationStatus::TooShort : ValidationStatus::TooLong;
 }

@@ -1,83 +1,12 @@
 #include "barcodes/GraphicHelper.h"
 
 #include <algorithm>
-#include <cmath>
-#include <span>
-#include <stdexcept>
+
+#include "barcodes/BitmapPainter.h"
 
 namespace Scripting {
 
-namespace {
-
 using Barcode::Model::Block;
-using Row = std::span<std::uint8_t>;
-
-/// Dots to whole pixels.
-class PixelScale {
-public:
-    PixelScale(Dpi dpi, unsigned long designResolution)
-        : scale_(designResolution ? static_cast<double>(dpi.Value()) / static_cast<double>(designResolution) : 1) {}
-
-    std::uint64_t operator()(std::uint64_t dots) const {
-        return static_cast<std::uint64_t>(std::lround(static_cast<double>(dots) * scale_));
-    }
-
-private:
-    double scale_;
-};
-
-/// An all-white bitmap of a size in pixels.
-SketchedBitmap MakeBitmap(std::uint64_t width, std::uint64_t height) {
-    std::uint64_t const stride = (width + 7) / 8;
-    if (height != 0 && stride > GraphicHelper::MaximumBitmapBytes / height)
-        throw std::length_error("cannot create std::vector larger than max_size()");
-    SketchedBitmap bitmap;
-    bitmap.bitmapWidth = width;
-    bitmap.bitmapHeight = height;
-    bitmap.rows = std::make_unique<std::vector<std::uint8_t>>(stride * height);
-    return bitmap;
-}
-
-std::size_t Stride(SketchedBitmap const& bitmap) { return (bitmap.bitmapWidth + 7) / 8; }
-
-Row RowAt(SketchedBitmap& bitmap, std::size_t y) {
-    return Row(*bitmap.rows).subspan(y * Stride(bitmap), Stride(bitmap));
-}
-
-/// Sets the pixels from `begin` up to `end` of a row: one mask for the first byte, one for the last, 0xFF between.
-void PaintRun(Row row, std::uint64_t begin, std::uint64_t end) {
-    end = std::min<std::uint64_t>(end, row.size() * 8);
-    if (begin >= end) return;
-    std::size_t const firstByte = begin / 8;
-    std::size_t const lastByte = (end - 1) / 8;
-    auto const firstMask = static_cast<std::uint8_t>(0xFF >> begin % 8);
-    auto const lastMask = static_cast<std::uint8_t>(0xFF << (7 - (end - 1) % 8));
-    if (firstByte == lastByte) {
-        row[firstByte] |= firstMask & lastMask;
-        return;
-    }
-    row[firstByte] |= firstMask;
-    std::fill(row.begin() + static_cast<std::ptrdiff_t>(firstByte) + 1,
-              row.begin() + static_cast<std::ptrdiff_t>(lastByte), std::uint8_t{0xFF});
-    row[lastByte] |= lastMask;
-}
-
-void PaintBlocks(Row row, std::vector<Block> const& blocks, std::uint64_t narrow, std::uint64_t wide) {
-    std::uint64_t x = 0;
-    for (Block const block : blocks) {
-        std::uint64_t const width = block.wide ? wide : narrow;
-        if (block.black) PaintRun(row, x, x + width);
-        x += width;
-    }
-}
-
-/// Copies row `first` over the `count` - 1 rows below it.
-void RepeatRow(SketchedBitmap& bitmap, std::size_t first, std::size_t count) {
-    Row const source = RowAt(bitmap, first);
-    for (std::size_t y = 1; y < count; ++y) std::copy(source.begin(), source.end(), RowAt(bitmap, first + y).begin());
-}
-
-}  // namespace
 
 std::uint64_t GraphicHelper::GetLinearRowWidth(std::vector<Block> const& blocks, std::uint64_t narrow,
                                                std::uint64_t wide) {
@@ -129,7 +58,7 @@ SketchedBitmap GraphicHelper::SketchMatrixBarcode(Barcode::Model::MatrixBarcodeM
     bitmap.logicalHeight = cells.size() * std::uint64_t{cellSize};
     if (bitmap.rows->empty()) return bitmap;
     for (std::size_t r = 0; r < cells.size(); ++r) {
-        Row const row = RowAt(bitmap, r * pixelCell);
+        BitmapRow const row = RowAt(bitmap, r * pixelCell);
         for (std::size_t c = 0; c < cells[r].size(); ++c) {
             if (cells[r][c]) PaintRun(row, c * pixelCell, (c + 1) * pixelCell);
         }

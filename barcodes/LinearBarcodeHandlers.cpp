@@ -1,6 +1,188 @@
 #include "barcodes/LinearBarcodeHandlers.h"
 
+#include <cctype>
+
+#include "Barcode/Encoder/LinearEncoders.h"
+#include "barcodes/BarcodeFrame.h"
+#include "barcodes/BarcodeParameters.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ZplParse.h"
+
+namespace ZplCore {
+
+std::string Code39::TransformInvalidInput(std::string const& text) {
+    return KeepCharacters("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%")(ConvertToUpper(text));
+}
+
+}  // namespace ZplCore
+
+namespace {
+
+using namespace Barcode::Encoder;
+using namespace ZplCore;
+
+constexpr std::string_view Digits = "0123456789";
+
+/// What a symbology adds to the frame.
+struct LinearSymbology {
+    BarcodeValidate validate;
+    LinearEncode encode;
+    InterpretationText line;
+    BarcodeTransform inputTransform;
+    BarcodeTransform invalidTransform;
+    bool isFixed = false;  ///< wide elements are two narrow ones, whatever the ratio
+};
+
+/// The parameters from the height on: height, line, line above.
+bool StoreLinear(Context& current, ZplCommand const& command, ContextProcessor& processor, std::size_t height,
+                 LinearSymbology symbology) {
+    StoreBarcodeOrientation(current, command, processor);
+    StoreBarcodeHeight(current, command, height, processor);
+    auto const& makeRender = symbology.isFixed ? FixedLinearBarcodeRenderFunction : LinearBarcodeRenderFunction;
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction,
+                 makeRender(ParseFlag(command, height + 1, true), ParseFlag(command, height + 2, false),
+                            std::move(symbology.validate), std::move(symbology.encode), std::move(symbology.line),
+                            std::move(symbology.inputTransform), std::move(symbology.invalidTransform)));
+    return true;
+}
+
+/// The data, transformed, and the check digits behind them if wanted.
+InterpretationText Line(bool withCheckDigits, BarcodeTransform transform) {
+    return [=](std::string const& data, std::string const& check) {
+        return transform(data) + (withCheckDigits ? check : "");
+    };
+}
+
+LinearSymbology Code39Symbology(bool withCheckDigit) {
+    return {Code39Encoder::Validate,
+            [=](std::string const& text) { return Code39Encoder::Encode(text, withCheckDigit); },
+            AddGuardsAndAppendCheckDigit(withCheckDigit, '*', '*', ZplCore::Code39::TransformInvalidInput),
+            ConvertToUpper, ZplCore::Code39::TransformInvalidInput};
+}
+
+/// Codabar's guards are also known by other letters.
+char CodabarGuard(ZplCommand const& command, std::size_t index) {
+    switch (std::toupper(static_cast<unsigned char>(ZplParse<char>(command, index).ValueOr('A')))) {
+        case 'B':
+        case 'N': return 'B';
+        case 'C':
+        case '*': return 'C';
+        case 'D':
+        case 'E': return 'D';
+        default: return 'A';
+    }
+}
+
+}  // namespace
+
+bool Code11BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    unsigned const checkDigits = ParseFlag(command, 1, false) ? 1 : 2;
+    auto const repair = KeepCharacters("0123456789-");
+    return StoreLinear(current, command, processor, 2,
+                       {Code11Encoder::Validate,
+                        [=](std::string const& text) { return Code11Encoder::Encode(text, checkDigits); },
+                        Line(false, repair),
+                        {},
+                        repair});
+}
+
+bool Interleaved2of5BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command,
+                                                  ContextProcessor& processor) {
+    bool const withCheckDigit = ParseFlag(command, 4, false);
+    auto const repair = KeepCharacters(Digits);
+    // People read the zero that makes the count even.
+    auto const even = [=](std::string const& data) {
+        std::string digits = repair(data);
+        if ((digits.size() + (withCheckDigit ? 1 : 0)) % 2 != 0) digits.insert(digits.begin(), '0');
+        return digits;
+    };
+    return StoreLinear(current, command, processor, 1,
+                       {Interleaved2of5Encoder::Validate,
+                        [=](std::string const& text) { return Interleaved2of5Encoder::Encode(text, withCheckDigit); },
+                        Line(withCheckDigit, even),
+                        {},
+                        repair});
+}
+
+bool Code39BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    return StoreLinear(current, command, processor, 2, Code39Symbology(ParseFlag(command, 1, false)));
+}
+
+bool Code93BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    auto const repair = KeepCharacters("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%&'()");
+    auto const line = [=](std::string const& data) { return repair(ConvertToUpper(data)); };
+    return StoreLinear(current, command, processor, 1,
+                       {Code93Encoder::Validate, Code93Encoder::Encode, Line(ParseFlag(command, 4, false), line),
+                        ConvertToUpper, repair, true});
+}
+
+bool Industrial2of5BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command,
+                                                 ContextProcessor& processor) {
+    auto const repair = KeepCharacters(Digits);
+    return StoreLinear(
+        current, command, processor, 1,
+        {Industrial2of5Encoder::Validate, Industrial2of5Encoder::Encode, Line(false, repair), {}, repair});
+}
+
+bool Standard2of5BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command,
+                                               ContextProcessor& processor) {
+    auto const repair = KeepCharacters(Digits);
+    return StoreLinear(current, command, processor, 1,
+                       {Standard2of5Encoder::Validate, Standard2of5Encoder::Encode, Line(false, repair), {}, repair});
+}
+
+bool AnsiCodabarBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command,
+                                              ContextProcessor& processor) {
+    char const start = CodabarGuard(command, 5);
+    char const stop = CodabarGuard(command, 6);
+    auto const repair = KeepCharacters("0123456789-$:/.+");
+    return StoreLinear(current, command, processor, 2,
+                       {CodabarEncoder::Validate,
+                        [=](std::string const& text) { return CodabarEncoder::Encode(text, start, stop); },
+                        AddGuardsAndAppendCheckDigit(false, start, stop, repair),
+                        {},
+                        repair});
+}
+
+bool LogmarsBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    StoreBarcodeOrientation(current, command, processor);
+    StoreBarcodeHeight(current, command, 1, processor);
+    auto symbology = Code39Symbology(true);
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction,
+                 LinearBarcodeRenderFunction(true, ParseFlag(command, 2, false), symbology.validate, symbology.encode,
+                                             symbology.line, symbology.inputTransform, symbology.invalidTransform));
+    return true;
+}
+
+bool MsiBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    auto checkDigits = MsiCheckDigits::Mod10;
+    switch (std::toupper(static_cast<unsigned char>(ZplParse<char>(command, 1).ValueOr('B')))) {
+        case 'A': checkDigits = MsiCheckDigits::None; break;
+        case 'C': checkDigits = MsiCheckDigits::TwoMod10; break;
+        case 'D': checkDigits = MsiCheckDigits::Mod11Mod10; break;
+        default: break;
+    }
+    // The repair keeps as many digits as the symbol holds.
+    auto const repair = [=](std::string const& data) {
+        return KeepCharacters(Digits)(data).substr(0, checkDigits == MsiCheckDigits::None ? 14 : 13);
+    };
+    return StoreLinear(current, command, processor, 2,
+                       {[=](std::string const& text) { return MsiEncoder::Validate(text, checkDigits); },
+                        [=](std::string const& text) { return MsiEncoder::Encode(text, checkDigits); },
+                        Line(ParseFlag(command, 5, false), repair),
+                        {},
+                        repair});
+}
+
+bool PlesseyBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    auto const repair = KeepCharacters("0123456789ABCDEF");
+    auto const line = [=](std::string const& data) { return repair(ConvertToUpper(data)); };
+    return StoreLinear(current, command, processor, 2,
+                       {PlesseyEncoder::Validate, PlesseyEncoder::Encode, Line(ParseFlag(command, 1, false), line),
+                        ConvertToUpper, repair});
+}
 
 void AddLinearBarcodeHandlers(CommandHandlerPool& pool) {
     pool.AddToCache<Code11BarcodeHandler>();

@@ -1,69 +1,70 @@
 #pragma once
 
-#include "barcodes/UndrawnBarcodeHandler.h"
+#include "frontend/handlers/CommandHandler.h"
 
 class CommandHandlerPool;
 
-// Symbologies of one row of bars.
+// Symbologies of one row of bars. h is the height, f whether the interpretation line is printed, g whether it stands
+// above the bars, e a check digit.
 
-/// `^B1`: Code 11.
-class Code11BarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("B1"), 2> {
+/// `^B1`: Code 11. Y for one check digit or N for two, h, f, g.
+class Code11BarcodeHandler : public HandlerFor<CommandId("B1")> {
 public:
-    Code11BarcodeHandler() : UndrawnBarcodeHandler("Code 11") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^B2`: Interleaved 2 of 5.
-class Interleaved2of5BarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("B2"), 1> {
+/// `^B2`: Interleaved 2 of 5. h, f, g, e.
+class Interleaved2of5BarcodeHandler : public HandlerFor<CommandId("B2")> {
 public:
-    Interleaved2of5BarcodeHandler() : UndrawnBarcodeHandler("Interleaved 2 of 5") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^B3`: Code 39.
-class Code39BarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("B3"), 2> {
+/// `^B3`: Code 39. e, h, f, g.
+class Code39BarcodeHandler : public HandlerFor<CommandId("B3")> {
 public:
-    Code39BarcodeHandler() : UndrawnBarcodeHandler("Code 39") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BA`: Code 93.
-class Code93BarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BA"), 1> {
+/// `^BA`: Code 93. h, f, g, whether the check digits are printed.
+class Code93BarcodeHandler : public HandlerFor<CommandId("BA")> {
 public:
-    Code93BarcodeHandler() : UndrawnBarcodeHandler("Code 93") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BI`: Industrial 2 of 5.
-class Industrial2of5BarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BI"), 1> {
+/// `^BI`: Industrial 2 of 5. h, f, g.
+class Industrial2of5BarcodeHandler : public HandlerFor<CommandId("BI")> {
 public:
-    Industrial2of5BarcodeHandler() : UndrawnBarcodeHandler("Industrial 2 of 5") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BJ`: Standard 2 of 5.
-class Standard2of5BarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BJ"), 1> {
+/// `^BJ`: Standard 2 of 5. h, f, g.
+class Standard2of5BarcodeHandler : public HandlerFor<CommandId("BJ")> {
 public:
-    Standard2of5BarcodeHandler() : UndrawnBarcodeHandler("Standard 2 of 5") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BK`: Codabar.
-class AnsiCodabarBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BK"), 2> {
+/// `^BK`: Codabar. A check digit that is never made, h, f, g, start letter, stop letter.
+class AnsiCodabarBarcodeHandler : public HandlerFor<CommandId("BK")> {
 public:
-    AnsiCodabarBarcodeHandler() : UndrawnBarcodeHandler("Codabar") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BL`: LOGMARS.
-class LogmarsBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BL"), 1> {
+/// `^BL`: LOGMARS, a Code 39 that always has its check digit. h, g.
+class LogmarsBarcodeHandler : public HandlerFor<CommandId("BL")> {
 public:
-    LogmarsBarcodeHandler() : UndrawnBarcodeHandler("LOGMARS") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BM`: MSI.
-class MsiBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BM"), 2> {
+/// `^BM`: MSI. Check digits A to D, h, f, g, whether the check digits are printed.
+class MsiBarcodeHandler : public HandlerFor<CommandId("BM")> {
 public:
-    MsiBarcodeHandler() : UndrawnBarcodeHandler("MSI") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BP`: Plessey.
-class PlesseyBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BP"), 2> {
+/// `^BP`: Plessey. Whether the check digits are printed, h, f, g.
+class PlesseyBarcodeHandler : public HandlerFor<CommandId("BP")> {
 public:
-    PlesseyBarcodeHandler() : UndrawnBarcodeHandler("Plessey") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
 void AddLinearBarcodeHandlers(CommandHandlerPool& pool);

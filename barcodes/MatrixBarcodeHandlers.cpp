@@ -1,6 +1,127 @@
 #include "barcodes/MatrixBarcodeHandlers.h"
 
+#include <cctype>
+
+#include "Barcode/Encoder/AztecEncoder.h"
+#include "barcodes/BarcodeFrame.h"
+#include "barcodes/BarcodeParameters.h"
+#include "barcodes/DataMatrixRendering.h"
+#include "barcodes/MaxiCodeRendering.h"
+#include "barcodes/Memoizer.h"
+#include "barcodes/QrFieldData.h"
+#include "fields/UnitConversion.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ZplParse.h"
+
+namespace {
+
+using namespace Barcode::Encoder;
+using namespace ZplCore;
+using Barcode::Model::MatrixBarcodeModel;
+
+constexpr unsigned MagnificationLimit = 10;
+/// Where the resolution has no default of its own; a symbol of no size is of no use.
+constexpr unsigned LeastDefaultMagnification = 2;
+
+unsigned Magnification(ZplCommand const& command, std::size_t index, ContextProcessor const& processor) {
+    unsigned const sent = ZplParse<double>(command, index).Map(ToDotsScaled(processor)).ValueOr(0);
+    unsigned const clamped = ClampMagnificationFactor(Scripting::Dpi(DesignDpi(processor)), sent, MagnificationLimit);
+    return clamped == 0 ? LeastDefaultMagnification : clamped;
+}
+
+void RenderQr(ContextProcessor& processor, unsigned magnification, char level, unsigned mask) {
+    static Memoizer<10, decltype(&QREncoder::Encode), std::string, QROptions> encode(&QREncoder::Encode);
+    auto const field = ReadQrFieldData(processor.at(ZplContextKeys::FieldData), level, mask);
+    auto const status = QREncoder::Validate(field.text, field.options);
+    RenderMatrix(
+        processor, status, [&]() -> MatrixBarcodeModel const& { return encode(field.text, field.options); },
+        magnification);
+}
+
+struct AztecOptions {
+    unsigned magnification;
+    unsigned size;
+    bool readerSetUp;
+    unsigned symbols;
+    std::string id;
+};
+
+void RenderAztec(ContextProcessor& processor, AztecOptions const& options) {
+    static Memoizer<10, decltype(&AztecEncoder::Encode), std::string, unsigned, bool, unsigned, std::string> encode(
+        &AztecEncoder::Encode);
+    std::string const& data = processor.at(ZplContextKeys::FieldData);
+    RenderMatrix(
+        processor, AztecEncoder::Validate(data, options.size, options.symbols),
+        [&]() -> MatrixBarcodeModel const& {
+            return encode(data, options.size, options.readerSetUp, options.symbols, options.id);
+        },
+        options.magnification);
+}
+
+}  // namespace
+
+bool QrCodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    // Whatever is sent, these symbols are not turned.
+    StoreSetting(current, processor, ZplContextKeys::FieldOrientation, ZplOrientation::Normal);
+    unsigned const magnification = Magnification(command, 2, processor);
+    std::string const& sentLevel = command.Parameter(3);
+    char level = sentLevel.empty() ? 'Q' : static_cast<char>(std::toupper(static_cast<unsigned char>(sentLevel[0])));
+    if (std::string_view("HQML").find(level) == std::string_view::npos) level = 'M';
+    unsigned const mask = ZplParse<unsigned>(command, 4).Where([](unsigned m) { return m <= 7; }).ValueOr(7);
+    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) {
+        RenderQr(at, magnification, level, mask);
+    };
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
+    return true;
+}
+
+bool AztecBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    StoreBarcodeOrientation(current, command, processor);
+    AztecOptions const options{Magnification(command, 1, processor), ZplParse<unsigned>(command, 3).ValueOr(0),
+                               ParseFlag(command, 4, false), ZplParse<unsigned>(command, 5).ValueOr(1),
+                               command.Parameter(6)};
+    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderAztec(at, options); };
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
+    return true;
+}
+
+bool DataMatrixBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    StoreBarcodeOrientation(current, command, processor);
+    auto const side = [&](std::size_t index) {
+        return ZplParse<unsigned>(command, index).Where([](unsigned n) { return n <= 144; }).ValueOr(0);
+    };
+    DataMatrixOptions options;
+    options.moduleSize = static_cast<unsigned>(ZplParse<int>(command, 1)
+                                                   .Map([](int size) { return static_cast<unsigned>(size); })
+                                                   .Map(ToDotsScaleOnly(processor))
+                                                   .ValueOr(0));
+    options.quality = ZplParse<unsigned>(command, 2).Where(IsDataMatrixQuality).ValueOr(0);
+    options.columns = side(3);
+    options.rows = side(4);
+    options.format = ZplParse<unsigned>(command, 5).ValueOr(6);
+    options.escape = ZplParse<char>(command, 6).ValueOr('~');
+    options.aspect = ZplParse<unsigned>(command, 7).Where([](unsigned n) { return n < 6; }).ValueOr(1);
+    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderDataMatrix(at, options); };
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
+    return true;
+}
+
+bool MaxicodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    MaxiCodeOptions options;
+    // The command has no orientation.
+    options.mode = ZplParse<unsigned>(command, 0).Where([](unsigned m) { return m >= 2 && m <= 6; }).ValueOr(2);
+    auto const count = ZplParse<unsigned>(command, 2).Where([](unsigned n) { return n >= 1 && n <= 8; }).ValueOr(1);
+    auto const index = ZplParse<unsigned>(command, 1).Where([](unsigned n) { return n >= 1 && n <= 8; }).ValueOr(1);
+    if (index <= count) {
+        options.index = index;
+        options.count = count;
+    }
+    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderMaxiCode(at, options); };
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
+    return true;
+}
 
 void AddMatrixBarcodeHandlers(CommandHandlerPool& pool) {
     pool.AddToCache<MaxicodeBarcodeHandler>();

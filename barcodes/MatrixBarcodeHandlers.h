@@ -1,33 +1,34 @@
 #pragma once
 
-#include "barcodes/UndrawnBarcodeHandler.h"
+#include "frontend/handlers/CommandHandler.h"
 
 class CommandHandlerPool;
 
 // Symbologies of cells.
 
-/// `^BD`: MaxiCode.
-class MaxicodeBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BD")> {
+/// `^BD`: MaxiCode. Mode 2 to 6, number of the symbol, number of all symbols. It has one size and stands upright.
+class MaxicodeBarcodeHandler : public HandlerFor<CommandId("BD")> {
 public:
-    MaxicodeBarcodeHandler() : UndrawnBarcodeHandler("MaxiCode") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BO`: Aztec.
-class AztecBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BO")> {
+/// `^BO`: Aztec. Magnification, extended channels, size or error correction, reader set-up, number of symbols, their
+/// name.
+class AztecBarcodeHandler : public HandlerFor<CommandId("BO")> {
 public:
-    AztecBarcodeHandler() : UndrawnBarcodeHandler("Aztec") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BQ`: QR Code.
-class QrCodeBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BQ")> {
+/// `^BQ`: QR Code. Model, magnification, error correction, mask. It always stands upright.
+class QrCodeBarcodeHandler : public HandlerFor<CommandId("BQ")> {
 public:
-    QrCodeBarcodeHandler() : UndrawnBarcodeHandler("QR Code") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BX`: Data Matrix.
-class DataMatrixBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BX")> {
+/// `^BX`: Data Matrix. Module size, quality, columns, rows, format, escape character, aspect.
+class DataMatrixBarcodeHandler : public HandlerFor<CommandId("BX")> {
 public:
-    DataMatrixBarcodeHandler() : UndrawnBarcodeHandler("Data Matrix") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
 void AddMatrixBarcodeHandlers(CommandHandlerPool& pool);

@@ -1,6 +1,72 @@
 #include "barcodes/PostalBarcodeHandlers.h"
 
+#include "Barcode/Encoder/PlanetEncoder.h"
+#include "barcodes/BarcodeFrame.h"
+#include "barcodes/BarcodeParameters.h"
+#include "barcodes/PostalEncoders.h"
+#include "barcodes/PostalSketch.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ZplParse.h"
+
+namespace {
+
+using namespace Barcode::Encoder;
+using namespace ZplCore;
+
+enum PostalType : unsigned { Postnet = 0, Planet = 1, IntelligentMail = 3 };
+
+std::string Plain(std::string const& data, std::string const&) { return data; }
+
+/// Hosts write ZIP codes with their hyphen.
+std::string OnlyDigits(std::string const& data) { return KeepCharacters("0123456789")(data); }
+
+/// Digits cut or filled up from the left to the nearest length that there is.
+template <std::size_t... Lengths>
+std::string RepairLength(std::string const& data) {
+    std::string digits = OnlyDigits(data);
+    for (std::size_t const length : {Lengths...}) {
+        if (digits.size() <= length) return std::string(length - digits.size(), '0') + digits;
+        if (length == std::max({Lengths...})) digits.resize(length);
+    }
+    return digits;
+}
+
+bool StorePostal(Context& current, ZplCommand const& command, ContextProcessor& processor, unsigned type) {
+    StoreBarcodeOrientation(current, command, processor);
+    StoreBarcodeHeight(current, command, 1, processor);
+    bool const line = ParseFlag(command, 2, true);
+    bool const above = ParseFlag(command, 3, false);
+    unsigned long const spacing = PostalBarWidth(processor);
+    ZplContextKeys::RenderFunction render;
+    switch (type) {
+        case Planet:
+            render = USPSBarcodeRenderFunction(line, above, PlanetEncoder::Validate, PlanetEncoder::Encode, OnlyDigits,
+                                               Plain, spacing, RepairLength<11, 13>);
+            break;
+        case IntelligentMail:
+            render = IntelligentMailRenderFunction(line, above, IntelligentMailEncoder::Validate,
+                                                   IntelligentMailEncoder::Encode, OnlyDigits, Plain);
+            break;
+        default:
+            render = USPSBarcodeRenderFunction(line, above, PostnetEncoder::Validate, PostnetEncoder::Encode,
+                                               OnlyDigits, Plain, spacing, RepairLength<5, 9, 11>);
+            break;
+    }
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, std::move(render));
+    return true;
+}
+
+}  // namespace
+
+bool PlanetCodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    return StorePostal(current, command, processor, Planet);
+}
+
+bool PostalBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    return StorePostal(current, command, processor, ZplParse<unsigned>(command, 4).ValueOr(Postnet));
+}
 
 void AddPostalBarcodeHandlers(CommandHandlerPool& pool) {
     pool.AddToCache<PlanetCodeBarcodeHandler>();

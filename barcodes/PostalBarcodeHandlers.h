@@ -1,21 +1,21 @@
 #pragma once
 
-#include "barcodes/UndrawnBarcodeHandler.h"
+#include "frontend/handlers/CommandHandler.h"
 
 class CommandHandlerPool;
 
-// Symbologies of postal services.
+// Symbologies of postal services. h is the height, f whether the line is printed, g whether it stands above the bars.
 
-/// `^B5`: PLANET.
-class PlanetCodeBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("B5"), 1> {
+/// `^B5`: PLANET. h, f, g.
+class PlanetCodeBarcodeHandler : public HandlerFor<CommandId("B5")> {
 public:
-    PlanetCodeBarcodeHandler() : UndrawnBarcodeHandler("PLANET") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BZ`: POSTNET and its kin.
-class PostalBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BZ"), 1> {
+/// `^BZ`: h, f, g, type: 0 POSTNET, 1 PLANET, 3 Intelligent Mail.
+class PostalBarcodeHandler : public HandlerFor<CommandId("BZ")> {
 public:
-    PostalBarcodeHandler() : UndrawnBarcodeHandler("POSTNET and its kin") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
 void AddPostalBarcodeHandlers(CommandHandlerPool& pool);

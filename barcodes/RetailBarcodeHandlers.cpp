@@ -1,6 +1,98 @@
 #include "barcodes/RetailBarcodeHandlers.h"
 
+#include "barcodes/BarcodeFrame.h"
+#include "barcodes/BarcodeParameters.h"
+#include "barcodes/Gs1DatabarBarcodeHandler.h"
+#include "barcodes/RetailRendering.h"
+#include "barcodes/RetailText.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+
+namespace {
+
+using namespace Barcode::Encoder;
+using namespace ZplCore;
+using Model = Barcode::Model::LinearBarcodeModel;
+
+bool StoreNotched(Context& current, ZplCommand const& command, ContextProcessor& processor, BarcodeValidate validate,
+                  LinearEncode encode, NotchedRender render, NotchedSplit split) {
+    StoreBarcodeOrientation(current, command, processor);
+    StoreBarcodeHeight(current, command, 1, processor);
+    StoreSetting(
+        current, processor, ZplContextKeys::FieldRenderFunction,
+        NotchedBarcodeRenderFunction(std::move(validate), std::move(encode), std::move(render), std::move(split), {}));
+    return true;
+}
+
+/// Two digits or five.
+ValidationStatus Ext5Validation(std::string const& text) {
+    auto const status = Ext5Encoder::Validate(text);
+    return text.size() == 2 ? Ext2Encoder::Validate(text) : status;
+}
+
+LinearModel EncodeExtension(std::string const& text) {
+    return text.size() == 2 ? Ext2Encoder::Encode(text) : Ext5Encoder::Encode(text);
+}
+
+}  // namespace
+
+bool Ean13BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    bool const line = ParseFlag(command, 2, true);
+    bool const above = ParseFlag(command, 3, false);
+    return StoreNotched(
+        current, command, processor, EAN13::Validate, EAN13::Encode,
+        [=](Model& model, ContextProcessor& at, TextGroups const& groups) {
+            RenderEAN13(line, above, model, at, groups);
+        },
+        EAN13::SplitUpText);
+}
+
+bool Ean8BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    bool const line = ParseFlag(command, 2, true);
+    bool const above = ParseFlag(command, 3, false);
+    return StoreNotched(
+        current, command, processor, EAN8::Validate, EAN8::Encode,
+        [=](Model& model, ContextProcessor& at, TextGroups const& groups) {
+            RenderEAN8(line, above, model, at, groups);
+        },
+        EAN8::SplitUpText);
+}
+
+bool UpcABarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    bool const line = ParseFlag(command, 2, true);
+    bool const above = ParseFlag(command, 3, false);
+    bool const check = ParseFlag(command, 4, true);
+    return StoreNotched(
+        current, command, processor, UPCA::Validate, UPCA::Encode,
+        [=](Model& model, ContextProcessor& at, TextGroups const& groups) {
+            RenderUPCA(line, above, check, model, at, groups);
+        },
+        UPCA::SplitUpText);
+}
+
+bool UpcEBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    bool const line = ParseFlag(command, 2, true);
+    bool const above = ParseFlag(command, 3, false);
+    bool const check = ParseFlag(command, 4, true);
+    return StoreNotched(
+        current, command, processor, UPCE::Validate, UPCE::Encode,
+        [=](Model& model, ContextProcessor& at, TextGroups const& groups) {
+            RenderUPCE(line, above, check, model, at, groups);
+        },
+        UPCE::SplitUpText);
+}
+
+bool UpcEanExtensionsBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command,
+                                                   ContextProcessor& processor) {
+    bool const line = ParseFlag(command, 2, true);
+    bool const above = ParseFlag(command, 3, true);
+    return StoreNotched(current, command, processor, Ext5Validation, EncodeExtension,
+                        [=](Model& model, ContextProcessor& at, TextGroups const& groups) {
+                            RenderExt(line, above, model, at, groups);
+                        },
+                        {});
+}
 
 void AddRetailBarcodeHandlers(CommandHandlerPool& pool) {
     pool.AddToCache<Ean8BarcodeHandler>();

@@ -1,45 +1,40 @@
 #pragma once
 
-#include "barcodes/UndrawnBarcodeHandler.h"
+#include "frontend/handlers/CommandHandler.h"
 
 class CommandHandlerPool;
 
-// EAN and UPC symbols, and what goes with them at the till.
+// EAN and UPC symbols, and what goes with them at the till. h is the height of the bars above the notches, f whether
+// the digits are printed, g whether they stand above the bars, e whether the check digit is among them.
 
-/// `^B8`: EAN-8.
-class Ean8BarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("B8"), 1> {
+/// `^B8`: EAN-8. h, f, g.
+class Ean8BarcodeHandler : public HandlerFor<CommandId("B8")> {
 public:
-    Ean8BarcodeHandler() : UndrawnBarcodeHandler("EAN-8") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^B9`: UPC-E.
-class UpcEBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("B9"), 1> {
+/// `^B9`: UPC-E. h, f, g, e.
+class UpcEBarcodeHandler : public HandlerFor<CommandId("B9")> {
 public:
-    UpcEBarcodeHandler() : UndrawnBarcodeHandler("UPC-E") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BE`: EAN-13.
-class Ean13BarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BE"), 1> {
+/// `^BE`: EAN-13. h, f, g.
+class Ean13BarcodeHandler : public HandlerFor<CommandId("BE")> {
 public:
-    Ean13BarcodeHandler() : UndrawnBarcodeHandler("EAN-13") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BR`: GS1 DataBar.
-class Gs1DatabarBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BR")> {
+/// `^BS`: the supplements of two and of five digits. h, f, g, both flags on unless switched off.
+class UpcEanExtensionsBarcodeHandler : public HandlerFor<CommandId("BS")> {
 public:
-    Gs1DatabarBarcodeHandler() : UndrawnBarcodeHandler("GS1 DataBar") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BS`: UPC/EAN extensions.
-class UpcEanExtensionsBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BS"), 1> {
+/// `^BU`: UPC-A. h, f, g, e.
+class UpcABarcodeHandler : public HandlerFor<CommandId("BU")> {
 public:
-    UpcEanExtensionsBarcodeHandler() : UndrawnBarcodeHandler("UPC/EAN extensions") {}
-};
-
-/// `^BU`: UPC-A.
-class UpcABarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BU"), 1> {
-public:
-    UpcABarcodeHandler() : UndrawnBarcodeHandler("UPC-A") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
 void AddRetailBarcodeHandlers(CommandHandlerPool& pool);

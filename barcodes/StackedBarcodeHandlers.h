@@ -6,28 +6,33 @@ class CommandHandlerPool;
 
 // Symbologies of several rows of bars.
 
-/// `^B4`: Code 49.
-class Code49BarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("B4")> {
+/// `^B4`: Code 49. Multiplier of the row height; line N, A above or B below; starting mode, which follows from the
+/// data.
+class Code49BarcodeHandler : public HandlerFor<CommandId("B4")> {
 public:
-    Code49BarcodeHandler() : UndrawnBarcodeHandler("Code 49") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^B7`: PDF417.
-class Pdf417BarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("B7")> {
+/// `^B7`: PDF417. Row height in dots, security level, columns, rows, truncation.
+class Pdf417BarcodeHandler : public HandlerFor<CommandId("B7")> {
 public:
-    Pdf417BarcodeHandler() : UndrawnBarcodeHandler("PDF417") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BB`: CODABLOCK.
-class CodaBlockBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BB")> {
+/// `^BB`: CODABLOCK. Row height in modules, security, characters in a row, rows, mode. Mode A is not drawn; mode E is
+/// drawn as mode F.
+class CodaBlockBarcodeHandler : public HandlerFor<CommandId("BB")> {
 public:
-    CodaBlockBarcodeHandler() : UndrawnBarcodeHandler("CODABLOCK") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
+
+private:
+    bool isReported_ = false;
 };
 
-/// `^BF`: MicroPDF417.
-class MicroPdfBarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BF")> {
+/// `^BF`: MicroPDF417. Row height in dots, mode.
+class MicroPdfBarcodeHandler : public HandlerFor<CommandId("BF")> {
 public:
-    MicroPdfBarcodeHandler() : UndrawnBarcodeHandler("MicroPDF417") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
 /// `^BT`: TLC39.

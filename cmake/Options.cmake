@@ -20,3 +20,7 @@ if(ZPL_COVERAGE)
     add_compile_options(--coverage)
     add_link_options(--coverage)
 endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    # RapidJSON's iterators compare in a way that C++20 made ambiguous.
+    add_compile_options(-Wno-ambiguous-reversed-operator)
+endif()

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 
 namespace {
 
@@ -65,6 +66,24 @@ void ApplySize(RenderOptions& options, Size const& size) {
     }
 }
 
+std::chrono::system_clock::time_point ParseTime(std::string const& text) {
+    using namespace std::chrono;
+    int y = 0;
+    unsigned mo = 0;
+    unsigned d = 0;
+    unsigned h = 0;
+    unsigned mi = 0;
+    unsigned s = 0;
+    int length = 0;
+    bool const read = std::sscanf(text.c_str(), "%4d-%2u-%2uT%2u:%2u:%2u%n", &y, &mo, &d, &h, &mi, &s, &length) == 6;
+    year_month_day const date{year(y), month(mo), day(d)};
+    bool const whole = read && static_cast<std::size_t>(length) == text.size();
+    if (!whole || !date.ok() || y < 1900 || y > 2200 || h > 23 || mi > 59 || s > 59) {
+        throw UsageError("--time is YEAR-MONTH-DAYTHOUR:MINUTE:SECOND, as 2026-03-31T14:05:00; not \"" + text + "\"");
+    }
+    return sys_days(date) + hours(h) + minutes(mi) + seconds(s);
+}
+
 PageFormat ParseFormat(std::string_view text) {
     if (text == "png") return PageFormat::Png;
     if (text == "pbm") return PageFormat::Pbm;
@@ -103,6 +122,8 @@ RenderOptions ParseRenderOptions(std::vector<std::string> const& arguments) {
             if (i + 1 == arguments.size()) throw UsageError(option + " needs a value");
             return arguments[++i];
         };
+        bool const isFlag = option == "--job" || option == "--json" || option == "--strict" || option == "--help";
+        if (attached && isFlag) throw UsageError(option + " takes no value");
         if (option == "--")
             onlyInputs = true;
         else if (option == "--dpi")
@@ -119,6 +140,8 @@ RenderOptions ParseRenderOptions(std::vector<std::string> const& arguments) {
             options.mostCopies = ParseNumber(option, value(), 1, 99'999'999);
         else if (option == "--font")
             options.fonts.push_back(ParseFont(value()));
+        else if (option == "--time")
+            options.time = ParseTime(value());
         else if (option == "--job")
             options.keepJob = true;
         else if (option == "--json")
@@ -160,6 +183,7 @@ Draws every page of each stream ("-" reads standard input) as NAME-1.png, NAME-2
   --format F          png (default), pbm or pdf
   --copies N          copies of one label that are drawn at most (default 1000)
   --font L=FILE.ttf   draws font letter L, or a named font, with this TrueType file
+  --time T            lets the clock stand still at T, as 2026-03-31T14:05:00
   --job               keeps all pages as one job folder, as the print driver takes it
   --json              prints one JSON object instead of lines
   --strict            ends with 3 if a command is unknown or a barcode was refused

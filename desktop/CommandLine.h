@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -31,8 +32,9 @@ struct RenderOptions {
     double heightInches = 6;
     std::string outputFolder = ".";
     PageFormat format = PageFormat::Png;
-    unsigned mostCopies = 1000;                              ///< copies of one label that are drawn
-    std::vector<std::pair<std::string, std::string>> fonts;  ///< font letter or object name, and file
+    unsigned mostCopies = 1000;                                 ///< copies of one label that are drawn
+    std::vector<std::pair<std::string, std::string>> fonts;     ///< font letter or object name, and file
+    std::optional<std::chrono::system_clock::time_point> time;  ///< local wall time at which the clock stands still
     bool keepJob = false;
     bool json = false;
     bool strict = false;

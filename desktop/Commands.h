@@ -14,5 +14,8 @@ ExitCode RunCheck(RenderOptions const& options);
 /// Reads a whole input; "-" is standard input. Throws UsageError if it cannot be read.
 std::string ReadInput(std::string const& name);
 
+/// The number of the signal that ended the run early; 0 if none did.
+int InterruptedBy();
+
 /// `code` unless an earlier input ended worse.
 ExitCode Worse(ExitCode earlier, ExitCode code);

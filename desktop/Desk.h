@@ -1,7 +1,9 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
+#include <string_view>
 
 #include "PrintEngine/Printing/TrueTypeCacheCreator.h"
 #include "desktop/CommandLine.h"
@@ -36,6 +38,8 @@ public:
     void StartStream();
     /// A session for the stream under way.
     std::unique_ptr<Zpl::Host::Session> MakeSession();
+    /// Takes what streams that begin from now on send back to their sender; without a receiver it is dropped.
+    void SetHostReceiver(std::function<void(std::string_view)> receiver);
     ZPLProcessorInterface& Model() { return *model_; }
 
 private:
@@ -46,6 +50,7 @@ private:
     std::shared_ptr<Clock const> clock_;
     Scripting::Dpi printerDpi_;
     Scripting::Dpi designDpi_;
+    std::function<void(std::string_view)> hostReceiver_;
     std::shared_ptr<Context> systemContext_;
     std::shared_ptr<PrinterContext> printerContext_;
 };

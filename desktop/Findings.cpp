@@ -5,6 +5,9 @@
 
 namespace {
 
+/// Past this many a person reads no more.
+constexpr std::size_t MostFindings = 1000;
+
 struct KnownElsewhere {
     std::string_view command;
     std::string_view meaning;
@@ -72,7 +75,7 @@ std::string_view Look(Table const& table, std::string_view name) {
 }
 
 /// The letters of a command as a person can read them.
-std::string Printable(std::string_view letters) {
+std::string PrintableLetters(std::string_view letters) {
     constexpr std::string_view Digits = "0123456789ABCDEF";
     std::string text;
     for (char const c : letters) {
@@ -89,6 +92,22 @@ std::string Printable(std::string_view letters) {
 
 }  // namespace
 
+std::string Printable(std::string_view text) {
+    constexpr std::string_view Digits = "0123456789ABCDEF";
+    std::string result;
+    for (char const c : text) {
+        auto const byte = static_cast<std::uint8_t>(c);
+        if (byte >= ' ' && byte != 0x7F) {
+            result += c;
+        } else {
+            result += "\\x";
+            result += Digits[byte >> 4];
+            result += Digits[byte & 15];
+        }
+    }
+    return result;
+}
+
 std::string Finding::Describe() const {
     std::string place;
     if (label != 0) place = "label " + std::to_string(label);
@@ -101,7 +120,7 @@ std::string Finding::Describe() const {
 }
 
 void Findings::AddUnknownCommand(ZplCommand const& command, std::uint64_t offset, unsigned label) {
-    std::string const name = (command.isControl ? '~' : '^') + Printable(command.command);
+    std::string const name = (command.isControl ? '~' : '^') + PrintableLetters(command.command);
     if (auto const setup = Look(SetupCommands, name); !setup.empty()) {
         Add({Finding::Kind::SetupCommand,
              "command " + name + " is not known (" + std::string(setup) + "): no effect on the page", label, offset});
@@ -116,7 +135,8 @@ void Findings::AddUnknownCommand(ZplCommand const& command, std::uint64_t offset
 }
 
 void Findings::AddReport(LogTopic topic, std::string const& text, unsigned label) {
-    Add({topic == LogTopic::BarcodeRefused ? Finding::Kind::Refused : Finding::Kind::Notice, text, label, {}});
+    bool const refused = topic == LogTopic::BarcodeRefused || topic == LogTopic::NotDrawn;
+    Add({refused ? Finding::Kind::Refused : Finding::Kind::Notice, Printable(text), label, {}});
 }
 
 void Findings::AddNotice(std::string text, unsigned label, std::optional<std::uint64_t> offset) {
@@ -124,19 +144,24 @@ void Findings::AddNotice(std::string text, unsigned label, std::optional<std::ui
 }
 
 void Findings::Add(Finding finding) {
-    // Every replay of a label says the same again.
-    if (!seen_.insert(finding.text).second) return;
+    // Every replay of a label says the same again, and an unknown command is told once for the stream.
+    bool const oncePerStream =
+        finding.kind == Finding::Kind::SetupCommand || finding.kind == Finding::Kind::UnknownCommand;
+    if (seen_.size() > MostFindings || !seen_.emplace(oncePerStream ? 0 : finding.label, finding.text).second) return;
+    if (seen_.size() > MostFindings) {
+        list_.push_back({Finding::Kind::Notice, "there is more to tell, which is left out", 0, {}});
+        return;
+    }
     if (finding.offset) {
         auto const at = static_cast<std::size_t>(std::min<std::uint64_t>(*finding.offset, stream_.size()));
-        if (at < lineOffset_) {
-            lineOffset_ = 0;
-            line_ = 1;
+        if (at < lineOffset_) lineOffset_ = lineStart_ = 0, line_ = 1;
+        for (; lineOffset_ < at; ++lineOffset_) {
+            if (stream_[lineOffset_] != '\n') continue;
+            ++line_;
+            lineStart_ = lineOffset_ + 1;
         }
-        line_ += static_cast<std::size_t>(std::count(stream_.begin() + lineOffset_, stream_.begin() + at, '\n'));
-        lineOffset_ = at;
-        auto const lineEnd = stream_.substr(0, at).rfind('\n');
         finding.line = line_;
-        finding.column = at - (lineEnd == std::string_view::npos ? 0 : lineEnd + 1) + 1;
+        finding.column = at - lineStart_ + 1;
     }
     list_.push_back(std::move(finding));
 }

@@ -31,6 +31,9 @@ struct Finding {
     std::string Describe() const;
 };
 
+/// Text for a terminal: control characters as \xNN.
+std::string Printable(std::string_view text);
+
 /// Collects what is to be told about one stream, each thing once.
 class Findings {
 public:
@@ -50,8 +53,9 @@ private:
 
     std::string_view stream_;
     std::vector<Finding> list_;
-    std::set<std::string> seen_;
+    std::set<std::pair<unsigned, std::string>> seen_;  ///< label and text
     // Findings come nearly in order of their offsets, so lines are counted on from the last one.
     std::size_t lineOffset_ = 0;
+    std::size_t lineStart_ = 0;
     std::size_t line_ = 1;
 };

@@ -12,16 +12,16 @@ OutputError CannotWrite(std::filesystem::path const& path, std::error_code const
     return OutputError("cannot write " + path.string() + ": " + error.message());
 }
 
-std::string Stem(std::string const& input) {
+}  // namespace
+
+std::string PageStem(std::string const& input) {
     if (input == "-") return "stdin";
     std::string const stem = std::filesystem::path(input).stem().string();
     return stem.empty() ? "label" : stem;
 }
 
-}  // namespace
-
 PageStore::PageStore(RenderOptions const& options, std::string const& input)
-    : folder_(options.outputFolder), stem_(Stem(input)), format_(options.format) {
+    : folder_(options.outputFolder), stem_(PageStem(input)), format_(options.format) {
     std::error_code error;
     std::filesystem::create_directories(folder_, error);
     if (error) throw CannotWrite(folder_, error);

@@ -13,6 +13,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// What the names of an input's pages begin with: the input's file name without its ending.
+std::string PageStem(std::string const& input);
+
 /// Where the pages of one input go. The print engine writes them into a hidden folder beside their final place, from
 /// where they are moved under their final names, so that nobody ever sees half a page.
 class PageStore {

@@ -1,5 +1,9 @@
+#include <unistd.h>
+
+#include <cerrno>
 #include <csignal>
 #include <optional>
+#include <set>
 
 #include "desktop/Commands.h"
 #include "desktop/PageStore.h"
@@ -16,10 +20,11 @@ volatile std::sig_atomic_t interrupted = 0;
 /// Ctrl-C ends the run behind the page under way, so that nothing half done is left.
 void StopOnInterrupt() {
     struct sigaction action {};
-    action.sa_handler = [](int) { interrupted = 1; };
+    action.sa_handler = [](int signal) { interrupted = signal; };
     action.sa_flags = static_cast<int>(SA_RESETHAND);
-    sigaction(SIGINT, &action, nullptr);
-    sigaction(SIGTERM, &action, nullptr);
+    for (int const signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &action, nullptr);
+    // A reader that goes away is noticed by the failing write.
+    std::signal(SIGPIPE, SIG_IGN);
 }
 
 /// Renders the labels of one input, each as a job of its own the moment it is finished, so that memory does not grow
@@ -38,15 +43,16 @@ public:
 
     ExitCode Run() {
         report_.StartInput(input_);
-        std::optional<std::string> failure;
+        std::exception_ptr failure;
         try {
             RenderLabels();
-        } catch (OutputError const& error) {
-            failure = error.what();
+        } catch (...) {
+            failure = std::current_exception();
         }
+        // What was finished and found is told all the same.
         progress_.Clear();
         report_.EndInput(findings_, false);
-        if (failure) throw OutputError(*failure);
+        if (failure) std::rethrow_exception(failure);
         if (options_.strict && findings_.HasFaults()) return ExitCode::Findings;
         return pages_ == 0 ? ExitCode::NoLabel : ExitCode::Success;
     }
@@ -170,14 +176,34 @@ ExitCode ForEachInput(RenderOptions const& options, RenderReport& report, One&& 
     return code.value_or(ExitCode::NoLabel);
 }
 
+void RefuseMissingFonts(RenderOptions const& options) {
+    for (auto const& [font, file] : options.fonts) {
+        if (::access(file.c_str(), R_OK) == 0) continue;
+        throw UsageError("cannot read the font " + file + ": " + std::generic_category().message(errno));
+    }
+}
+
+/// Inputs from different folders may have one name, and their pages would overwrite each other.
+void RefuseEqualStems(RenderOptions const& options) {
+    std::set<std::string> stems;
+    for (auto const& input : options.inputs) {
+        if (!options.keepJob && !stems.insert(PageStem(input)).second) {
+            throw UsageError("two inputs would both be drawn as " + PageStem(input) +
+                             "-1; draw them apart, with --out");
+        }
+    }
+}
+
 }  // namespace
 
 std::string ReadInput(std::string const& name) {
     std::string content;
-    std::error_code const error = name == "-" ? ReadFile("/dev/stdin", content) : ReadFile(name, content);
+    std::error_code const error = name == "-" ? ReadStandardInput(content) : ReadFile(name, content);
     if (error) throw UsageError("cannot read " + name + ": " + error.message());
     return content;
 }
+
+int InterruptedBy() { return interrupted; }
 
 ExitCode Worse(ExitCode earlier, ExitCode code) {
     constexpr auto rank = [](ExitCode value) {
@@ -193,6 +219,8 @@ ExitCode Worse(ExitCode earlier, ExitCode code) {
 }
 
 ExitCode RunRender(RenderOptions const& options) {
+    RefuseEqualStems(options);
+    RefuseMissingFonts(options);
     StopOnInterrupt();
     Desk desk(options);
     RenderReport report(options.json);
@@ -200,8 +228,7 @@ ExitCode RunRender(RenderOptions const& options) {
         desk.StartStream();
         return InputRenderer(options, desk, input, stream, report).Run();
     });
-    report.Finish(code);
-    return code;
+    return report.Finish(code);
 }
 
 ExitCode RunCheck(RenderOptions const& options) {
@@ -223,6 +250,5 @@ ExitCode RunCheck(RenderOptions const& options) {
         if (options.strict && findings.HasFaults()) return ExitCode::Findings;
         return labels == 0 ? ExitCode::NoLabel : ExitCode::Success;
     });
-    report.Finish(code);
-    return code;
+    return report.Finish(code);
 }

@@ -46,7 +46,7 @@ void RenderReport::Page(RenderedPage const& page) {
 void RenderReport::Label(unsigned number, std::string const& text, unsigned copies, std::uint64_t offset) {
     if (!json_) {
         std::printf("label %u: %u %s, ends at byte %llu%s%s\n", number, copies, copies == 1 ? "copy" : "copies",
-                    static_cast<unsigned long long>(offset), text.empty() ? "" : ", says ", text.c_str());
+                    static_cast<unsigned long long>(offset), text.empty() ? "" : ", says ", Printable(text).c_str());
         return;
     }
     if (!inList_) writer_.Key("labels").StartArray();
@@ -84,8 +84,12 @@ void RenderReport::Error(std::string const& line) {
     std::fprintf(stderr, "zpl: %s\n", line.c_str());
 }
 
-void RenderReport::Finish(ExitCode code) {
-    if (!json_) return;
-    writer_.EndArray().Key("exitCode").Int(static_cast<int>(code)).EndObject();
-    std::puts(writer_.Text().c_str());
+ExitCode RenderReport::Finish(ExitCode code) {
+    if (json_) {
+        writer_.EndArray().Key("exitCode").Int(static_cast<int>(code)).EndObject();
+        std::puts(writer_.Text().c_str());
+    }
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return code;
+    std::fputs("zpl: standard output cannot be written\n", stderr);
+    return ExitCode::Usage;
 }

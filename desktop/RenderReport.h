@@ -28,7 +28,8 @@ public:
     /// Ends an input. Findings about set-up commands are left out for a person unless `everything` is asked for.
     void EndInput(Findings const& findings, bool everything);
     void Error(std::string const& line);
-    void Finish(ExitCode code);
+    /// Ends the run. Standard output that could not be written makes the code ExitCode::Usage.
+    ExitCode Finish(ExitCode code);
 
 private:
     bool json_;

@@ -1,5 +1,6 @@
 #include "desktop/StreamInterpreter.h"
 
+#include <algorithm>
 #include <new>
 #include <stdexcept>
 
@@ -22,8 +23,6 @@ void StreamInterpreter::OpenSession(std::uint64_t base) {
 }
 
 void StreamInterpreter::Run(TakeLabel const& take) {
-    Log::SetSink(
-        [this](LogTopic topic, std::string_view text) { findings_.AddReport(topic, std::string(text), labels_ + 1); });
     std::uint64_t base = 0;
     OpenSession(base);
     for (std::string_view rest = stream_; !rest.empty();) {
@@ -33,8 +32,9 @@ void StreamInterpreter::Run(TakeLabel const& take) {
         } catch (std::exception const& error) {
             findings_.AddNotice(Explain(error) + "; this format is dropped", labels_ + 1,
                                 base + session_->LastCommandOffset());
-            base += session_->ConsumedBytes();
-            rest = stream_.substr(static_cast<std::size_t>(base));
+            // At least the byte that the memory ran out at, so that the run comes to an end.
+            base += std::max<std::uint64_t>(1, session_->ConsumedBytes());
+            rest = stream_.substr(std::min(stream_.size(), static_cast<std::size_t>(base)));
             OpenSession(base);
             continue;
         }
@@ -48,5 +48,4 @@ void StreamInterpreter::Run(TakeLabel const& take) {
     }
     if (session_->IsInFormat())
         findings_.AddNotice("the stream ends inside a format: ^XZ is missing", labels_ + 1, stream_.size());
-    Log::SetSink(nullptr);
 }

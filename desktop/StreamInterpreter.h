@@ -5,6 +5,7 @@
 
 #include "desktop/Desk.h"
 #include "desktop/Findings.h"
+#include "foundation/Log.h"
 
 /// What an exception thrown by a stream's content means to its sender.
 std::string Explain(std::exception const& error);
@@ -18,16 +19,18 @@ struct FinishedLabel {
     std::uint64_t offset;  ///< where its last command begins, in bytes
 };
 
-/// Runs one whole stream through the interpreter. A format with a number beyond the range of the language, or that
-/// needs more memory than there is, is dropped with a finding; what was finished stays, and the stream goes on behind
-/// it.
+/// Runs one whole stream through the interpreter, and takes the reports about it for as long as it lives. A format with
+/// a number beyond the range of the language, or that needs more memory than there is, is dropped with a finding; what
+/// was finished stays, and the stream goes on behind it.
 class StreamInterpreter {
 public:
     /// Takes a label; false ends the stream.
     using TakeLabel = std::function<bool(FinishedLabel&)>;
 
     StreamInterpreter(Desk& desk, std::string_view stream, Findings& findings)
-        : desk_(desk), stream_(stream), findings_(findings) {}
+        : desk_(desk), stream_(stream), findings_(findings), sink_([this](LogTopic topic, std::string_view text) {
+              findings_.AddReport(topic, std::string(text), labels_ + 1);
+          }) {}
 
     void Run(TakeLabel const& take);
 
@@ -42,4 +45,5 @@ private:
     Findings& findings_;
     std::unique_ptr<Zpl::Host::Session> session_;
     unsigned labels_ = 0;
+    Log::ScopedSink sink_;
 };

@@ -39,7 +39,10 @@ int Run(std::vector<std::string> arguments) {
     if (options.help) return Print(render ? RenderHelp() : CheckHelp(), stdout, ExitCode::Success);
     if (options.inputs.empty())
         throw UsageError("no input: name a file, or - for standard input; see zpl " + command + " --help");
-    return static_cast<int>(render ? RunRender(options) : RunCheck(options));
+    int const code = static_cast<int>(render ? RunRender(options) : RunCheck(options));
+    // As the shell says of a program that a signal has ended.
+    constexpr int EndedBySignal = 128;
+    return InterruptedBy() != 0 ? EndedBySignal + InterruptedBy() : code;
 }
 
 }  // namespace

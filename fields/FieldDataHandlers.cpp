@@ -5,27 +5,39 @@
 #include "Scripting/PrinterContextInterface.h"
 #include "fields/FieldDataHelper.h"
 #include "fields/FieldElement.h"
+#include "fields/SerialData.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/Ascii.h"
 #include "frontend/stream/ZplParse.h"
 
 namespace {
+
+/// Mask and step of a serial field together, in bytes.
+constexpr std::size_t LongestSerialMask = 3000;
 
 void StoreData(Context& current, std::string raw, ContextProcessor& processor) {
     StoreSetting(current, processor, ZplContextKeys::FieldData,
                  ZplCore::FieldDataHelper::ProcessHexAndClockData(std::move(raw), processor));
 }
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 /// The leading digits as a number; no value without a digit in front, or past what a number can hold.
 ZplParseResult<unsigned> ParseFieldNumber(std::string const& text) {
     unsigned number = 0;
-    if (text.empty() || !IsDigit(text.front())) return {};
+    if (text.empty() || !IsAsciiDigit(text.front())) return {};
     auto const result = std::from_chars(text.data(), text.data() + text.size(), number);
     if (result.ec != std::errc()) return {};
     return number;
+}
+
+/// Lets `count` (data of the field and serial index, to new data) change the data of the field when it ends.
+template <typename Count>
+void StoreSerializer(Context& current, ContextProcessor& processor, Count count) {
+    StoreSetting(current, processor, ZplContextKeys::SerializeFunction,
+                 ZplContextKeys::SerializeFunctionType([count](ContextProcessor& field, unsigned index) {
+                     field.set(ContextProcessor::ElementContext, ZplContextKeys::FieldData, count(field, index));
+                 }));
 }
 
 ZplContextKeys::RenderFunction FillFunction(unsigned number) {
@@ -93,10 +105,16 @@ bool FieldVariableHandler::HandleCommand(Context& current, ZplCommand const& com
 
 bool SerializationFieldHandler::HandleCommand(Context& current, ZplCommand const& command,
                                               ContextProcessor& processor) {
+    auto const serial = std::make_shared<ZplCore::SerializationFieldStringData>(ZplCore::SerializationFieldStringData{
+        processor.at(ZplContextKeys::FieldData), command.Parameter(0), command.Parameter(1)});
+    if (serial->mask.size() + serial->step.size() > LongestSerialMask) return true;
     auto fields = processor.at(ZplContextKeys::serializationFieldStringData);
-    fields.push_back(std::make_shared<ZplCore::SerializationFieldStringData>(ZplCore::SerializationFieldStringData{
-        processor.at(ZplContextKeys::FieldData), command.Parameter(0), command.Parameter(1)}));
+    fields.push_back(serial);
     StoreSetting(current, processor, ZplContextKeys::serializationFieldStringData, fields);
+    // The data is read when the field ends: it may stand behind the mask.
+    StoreSerializer(current, processor, [serial](ContextProcessor& field, unsigned index) {
+        return ZplCore::SerialData::CountByMask(field.at(ZplContextKeys::FieldData), serial->mask, serial->step, index);
+    });
     return true;
 }
 
@@ -104,6 +122,11 @@ bool SerializationDataHandler::HandleCommand(Context& current, ZplCommand const&
     constexpr std::string_view DefaultStart = "1";
     std::string const& start = command.Parameter(0);
     StoreData(current, start.empty() ? std::string(DefaultStart) : start, processor);
+    int const step = ZplParse<int>(command, 1).ValueOr(1);
+    bool const leadingZeros = ZplParse<bool>(command, 2).ValueOr(false);
+    StoreSerializer(current, processor, [step, leadingZeros](ContextProcessor& field, unsigned index) {
+        return ZplCore::SerialData::CountNumber(field.at(ZplContextKeys::FieldData), step, leadingZeros, index);
+    });
     return true;
 }
 

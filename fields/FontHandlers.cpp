@@ -1,12 +1,11 @@
 #include "fields/FontHandlers.h"
 
-#include <cctype>
-
 #include "fields/Fonts.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/Ascii.h"
 #include "frontend/stream/ZplParse.h"
 
 namespace {
@@ -28,12 +27,11 @@ void StoreOrientationAndSize(Context& current, ZplCommand const& command, Contex
     StoreSetting(current, processor, ZplContextKeys::FontWidth, width);
 }
 
-bool IsAlphanumeric(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0; }
-char ToUpper(char c) { return static_cast<char>(std::toupper(static_cast<unsigned char>(c))); }
-
 /// A font letter in upper case.
 ZplParseResult<char> ParseFontLetter(ZplCommand const& command, std::size_t index) {
-    return ZplParse<char>(command, index).Where(IsAlphanumeric).Map(ToUpper);
+    return ZplParse<char>(command, index).Map([](char c) { return ToAsciiUpper(c); }).Where([](char c) {
+        return ZplCore::ToBuiltInFont(c).has_value();
+    });
 }
 
 }  // namespace

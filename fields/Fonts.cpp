@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <cmath>
 
+#include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "Scripting/GraphicContext.h"
 #include "fields/TrueTypeUtils.h"
 #include "fields/UnitConversion.h"
+#include "foundation/AppSettings.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ZplContextKeys.h"
+#include "frontend/stream/Ascii.h"
 
 namespace ZplCore {
 
@@ -32,13 +35,16 @@ struct ResidentFont {
     std::string_view stem;
     std::string_view font;
 };
-constexpr ResidentFont ResidentFonts[] = {{"TT0003M_", "0"}};
-
-char ToUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+constexpr ResidentFont ResidentFonts[] = {
+    {"TT0003M_", "0"},                  // the scalable font of most printers
+    {"0", "0"},                         // the same, as an object
+    {"OCRA", "H"},     {"OCR-A", "H"},  // reading fonts
+    {"OCRB", "E"},     {"OCR-B", "E"},
+};
 
 std::string ToUpper(std::string_view text) {
     std::string upper(text);
-    std::transform(upper.begin(), upper.end(), upper.begin(), [](char c) { return ToUpper(c); });
+    std::transform(upper.begin(), upper.end(), upper.begin(), [](char c) { return ToAsciiUpper(c); });
     return upper;
 }
 
@@ -88,8 +94,12 @@ BitmapFontInfo ScaleCachedFont(FontName const& name, ContextProcessor const& pro
         TrueTypeUtils::ScaleZPLFont(letter, std::max(height, 1U), width, Scripting::Dpi(DesignDpi(processor)));
     auto const& target = processor.GetGraphicContext();
     if (!target) return {name, 1, 1};
-    return {target->PrepareScaledFont(TrueTypeUtils::Font0Name, info, TrueTypeUtils::IsSupportedFont0Character, {}), 1,
-            1};
+    // All cached fonts are one outline, but for a letter that a file of its own is set for.
+    std::string_view const outline =
+        IsTrueTypeFont(name, processor) ? std::string_view(name) : TrueTypeUtils::Font0Name;
+    return {target->PrepareScaledFont(outline, info, TrueTypeUtils::IsSupportedFont0Character,
+                                      TrueTypeUtils::GetZplStringLength),
+            1, 1};
 }
 
 /// How often the base cell of `base` dots times `scale` goes into `requested` dots, rounded, 1 to 10, times `scale`.
@@ -130,8 +140,10 @@ bool IsFont0(FontName const& name) { return name == "0"; }
 
 bool IsTrueTypeFont(FontName const& name, ContextProcessor const& processor) {
     auto const& fonts = processor.at(ZplContextKeys::TrueTypeFonts);
-    return std::any_of(fonts.begin(), fonts.end(),
-                       [upper = ToUpper(name)](std::string const& font) { return ToUpper(font) == upper; });
+    auto const isSameLetter = [](char a, char b) { return ToAsciiUpper(a) == ToAsciiUpper(b); };
+    return std::any_of(fonts.begin(), fonts.end(), [&](std::string const& font) {
+        return font.size() == name.size() && std::equal(font.begin(), font.end(), name.begin(), isSameLetter);
+    });
 }
 
 FontName ToFontName(std::string_view objectName) {
@@ -178,6 +190,18 @@ int TextProcessing::Get600DpiVerticalOffset(FontName const& name, Scripting::Dpi
     if (dpi != Scripting::Dpi(600) || !IsOCRFont(name)) return 0;
     int const half = static_cast<int>(magnificationY / 2);
     return orientation == ZplOrientation::Normal || orientation == ZplOrientation::BottomUp ? half : -half;
+}
+
+void UseFontFilesOfSettings() {
+    std::string const setting = AppSettings::GetInstance().Value("FontFiles");
+    for (std::string_view rest = setting; !rest.empty();) {
+        std::string_view const entry = rest.substr(0, rest.find(';'));
+        rest.remove_prefix(std::min(entry.size() + 1, rest.size()));
+        auto const equals = entry.find('=');
+        if (equals == 0 || equals == entry.npos) continue;
+        PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetFontFile(ToUpper(entry.substr(0, equals)),
+                                                                               entry.substr(equals + 1));
+    }
 }
 
 }  // namespace ZplCore

@@ -51,6 +51,10 @@ FontName TransformToZplFont(std::variant<BuiltInFont, UserFont> const& font, Con
 std::variant<BitmapFontInfo, TrueTypeFontInfo> GetFontScaleInfo(FontName const& name,
                                                                 ContextProcessor const& processor);
 
+/// Lets the files that the setting `FontFiles` names draw fonts: NAME=FILE.ttf, parted by semicolons, where NAME is a
+/// font letter or an object name without its device. Once, when the process starts.
+void UseFontFilesOfSettings();
+
 namespace TextProcessing {
 /// Added to the y (dots) of a text's render point: fonts E and H stand differently at 600 dpi.
 int Get600DpiVerticalOffset(FontName const& name, Scripting::Dpi dpi, ZplOrientation orientation,

@@ -40,7 +40,6 @@ public:
         std::size_t const room = std::min(text.size() / 2, (total_ - position_) / 2);
         std::size_t used = 0;
         std::size_t const start = position_ / 2;
-        Grow(position_ + std::min(room * 2, rowDigits_));
         for (; used < room; ++used) {
             std::uint8_t const high = Digits[static_cast<std::uint8_t>(text[used * 2])];
             std::uint8_t const low = Digits[static_cast<std::uint8_t>(text[used * 2 + 1])];

@@ -1,10 +1,10 @@
 #include "fields/StoredGraphics.h"
 
 #include <string>
-#include <system_error>
 
 #include "foundation/Files.h"
 #include "foundation/Log.h"
+#include "frontend/context/ObjectStore.h"
 
 namespace ZplCore {
 
@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::string_view Signature = "LABELPX1";
 constexpr std::size_t HeaderSize = Signature.size() + 8;
-constexpr char ReadOnlyDevice = 'Z';
 constexpr std::string_view SearchOrder = "REBAZ";
 constexpr std::string_view DefaultName = "UNKNOWN";
 constexpr std::string_view DefaultExtension = "GRF";
@@ -50,35 +49,10 @@ std::optional<Picture> Deserialize(std::string_view bytes) {
     return picture;
 }
 
-/// Bytes of all files in `folder` but `except`.
-std::uintmax_t SizeOfOthers(std::filesystem::path const& folder, std::filesystem::path const& except) {
-    std::uintmax_t total = 0;
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error)) {
-        std::error_code ignored;  // a file that vanishes meanwhile has no size
-        auto const size = entry->path() == except ? 0 : entry->file_size(ignored);
-        if (!ignored) total += size;
-    }
-    return total;
-}
-
 }  // namespace
 
 bool StoreGraphic(std::filesystem::path const& folder, ObjectName const& name, Picture const& picture) {
-    auto const path = folder / name.Path();
-    auto const refuse = [&path](LogTopic topic, std::string const& reason) {
-        Log::Report(topic, "Object " + path.filename().string() + " is not stored: " + reason);
-        return false;
-    };
-    if (name.device == ReadOnlyDevice) return refuse(LogTopic::File, "its device is read-only");
-    std::string const bytes = Serialize(picture);
-    if (SizeOfOthers(path.parent_path(), path) + bytes.size() > MaximumStoredBytes)
-        return refuse(LogTopic::Limit, "its device is full");
-    std::error_code error;
-    std::filesystem::create_directories(path.parent_path(), error);
-    if (!error) error = WriteFileAtomically(path, bytes);
-    return error ? refuse(LogTopic::File, error.message()) : true;
+    return StoreObject(folder, name, Serialize(picture));
 }
 
 std::optional<Picture> LoadGraphic(std::filesystem::path const& folder, ObjectName const& name) {

@@ -11,9 +11,6 @@
 /// one that was stored.
 namespace ZplCore {
 
-/// All pictures and formats on one device letter together take at most this many bytes.
-inline constexpr std::uintmax_t MaximumStoredBytes = 64UL * 1024 * 1024;
-
 /// Stores a picture, over an earlier object of that name. False, with a report, if it is refused or cannot be written.
 bool StoreGraphic(std::filesystem::path const& folder, ObjectName const& name, Picture const& picture);
 

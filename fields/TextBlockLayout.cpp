@@ -56,14 +56,16 @@ BlockLine MakeLine(std::u32string_view text, LineRange const& range) {
 
 void BreakIntoLines(std::u32string_view text, BlockShape const& shape,
                     std::function<bool(BlockLine const&)> const& emit) {
-    std::int64_t available = shape.width;
+    bool beginsParagraph = true;
     for (std::size_t i = 0; i < text.size();) {
         while (i < text.size() && text[i] == U' ') ++i;
         if (i == text.size()) return;
-        auto const range = FindLine(text, i, available, shape);
-        if (!emit(MakeLine(text, range))) return;
+        auto const range = FindLine(text, i, shape.width - (beginsParagraph ? 0 : shape.indent), shape);
+        BlockLine line = MakeLine(text, range);
+        line.beginsParagraph = beginsParagraph;
+        if (!emit(line)) return;
         i = range.next;
-        available = shape.width - shape.indent;
+        beginsParagraph = line.endsParagraph;
     }
 }
 

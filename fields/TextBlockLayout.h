@@ -12,13 +12,14 @@ namespace ZplCore::Sketching {
 inline constexpr char32_t SoftHyphen = 0xAD;
 
 struct BlockLine {
-    std::u32string text;         ///< without the blanks around it and without soft hyphens
+    std::u32string text;  ///< without the blanks around it and without soft hyphens
+    bool beginsParagraph = true;
     bool endsParagraph = false;  ///< ended by a line feed or by the end of the text
 };
 
 struct BlockShape {
     std::int64_t width = 0;    ///< dots
-    std::int64_t indent = 0;   ///< dots by which all lines but the first are shorter
+    std::int64_t indent = 0;   ///< dots by which all lines of a paragraph but the first are shorter
     std::int64_t spacing = 0;  ///< dots between characters
     /// Advance of a character in dots.
     std::function<std::int64_t(char32_t)> advance;

@@ -5,9 +5,10 @@
 #include "Scripting/GraphicContext.h"
 #include "fields/RenderPoints.h"
 #include "fields/TextBlockLayout.h"
+#include "fields/TextBlockText.h"
 #include "fields/TextElementProcessor.h"
 #include "fields/TextFont.h"
-#include "fields/Utf8.h"
+#include "frontend/context/Utf8Text.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore::Sketching {
@@ -26,12 +27,12 @@ struct Block {
     TextRun run;
     Align alignment = Align::Left;
     Dots width = 0;
-    Dots indent = 0;          ///< of all lines but the first
+    Dots indent = 0;          ///< of all lines of a paragraph but the first
     Dots pitch = 0;           ///< from one line to the next
     Dots lineCount = 1;       ///< that the block has room for
     bool overprints = false;  ///< surplus lines are drawn over the last one; otherwise they are left out
 
-    Dots Extent() const { return (lineCount - 1) * pitch; }
+    Dots Extent() const { return std::max<Dots>(lineCount - 1, 0) * pitch; }
 };
 
 /// Keeps the first line of a block that turns back at its origin, or the last one of a block that stands on its base,
@@ -66,7 +67,7 @@ private:
     Dots Measure(char32_t character) const {
         auto const& font = block_.font;
         if (font.isBitmap) return Dots{block_.target.GetCharacterWidth(font.drawName, character)} * font.magnificationX;
-        auto const text = TextProcessing::FromCodePoints({&character, 1});
+        auto const text = FromCodePoints({&character, 1});
         return block_.target.MeasureTrueTypeText(font.drawName, text, 0, font.pointSize, font.widthPercent).width;
     }
 
@@ -83,7 +84,7 @@ public:
     LinearTransform const& Transform() const { return transform_; }
 
     void Print(BlockLine const& line, Dots index) {
-        Dots const indent = index == 0 ? 0 : block_.indent;
+        Dots const indent = line.beginsParagraph ? 0 : block_.indent;
         Dots const available = block_.width - indent;
         Dots const y = std::min(index, block_.lineCount - 1) * block_.pitch;
         if (block_.alignment == Align::Justified && !line.endsParagraph &&
@@ -130,7 +131,7 @@ private:
     }
 
     void PrintAt(std::u32string_view codePoints, Dots x, Dots y) {
-        std::string text = TextProcessing::FromCodePoints(codePoints);
+        std::string text = FromCodePoints(codePoints);
         if (block_.font.isBitmap) block_.target.PrepareText(block_.font.drawName, text);
         if (text.empty()) return;
         TextMeasures measures = block_.line;
@@ -152,7 +153,7 @@ void DrawBlock(Block& block, std::string_view text) {
     if (block.width > 0) {
         BlockShape const shape{block.width, block.indent, block.run.spacing, [&](char32_t c) { return advance(c); }};
         Dots index = 0;
-        BreakIntoLines(TextProcessing::ToCodePoints(text), shape, [&](BlockLine const& line) {
+        BreakIntoLines(ToCodePoints(text), shape, [&](BlockLine const& line) {
             if (index >= block.lineCount && !block.overprints) return false;
             printer.Print(line, index++);
             return true;
@@ -175,60 +176,6 @@ Block MakeBlock(Scripting::GraphicContext& target, ContextProcessor& processor) 
             .run = {processor.at(ZplContextKeys::TextDirection), processor.at(ZplContextKeys::TextSpacing)},
             .width = processor.at(ZplContextKeys::TextBlockWidth),
             .pitch = line.height};
-}
-
-/// The text of a field block: its escapes as line feeds, backslashes and soft hyphens. Escapes are read in the raw
-/// bytes, since a character set can show something else in the place of the backslash.
-std::string FieldBlockText(std::string_view data, ContextProcessor const& processor) {
-    constexpr std::string_view SoftHyphenText = "\xC2\xAD";
-    std::string text;
-    std::string raw;  // bytes not yet read through the character set
-    auto const flush = [&] {
-        text += FieldText(raw, processor);
-        raw.clear();
-    };
-    for (std::size_t i = 0; i < data.size(); ++i) {
-        char const c = data[i];
-        if (c == '\0') continue;
-        bool const isEscape = c == '\\' && i + 1 < data.size();
-        if (!isEscape && c != '\n' && c != '\r') {
-            raw += c;
-            continue;
-        }
-        if (isEscape && data[i + 1] == '\\') {
-            raw += data[++i];
-            continue;
-        }
-        flush();
-        bool const isBreak = !isEscape || data[i + 1] == '&';
-        text += isBreak ? "\n" : SoftHyphenText;
-        if (isEscape) ++i;
-    }
-    flush();
-    return text;
-}
-
-/// The text of a text block: `<<>` stands for a less-than sign, `<->` for a soft hyphen, and other sequences between
-/// the two brackets for nothing. A bracket that is never closed is text.
-std::string TextBlockText(std::string_view text) {
-    std::string plain;
-    while (!text.empty()) {
-        auto const open = text.find('<');
-        plain += text.substr(0, open);
-        if (open == std::string_view::npos) break;
-        text.remove_prefix(open);
-        auto const close = text.find('>', 1);
-        if (close == std::string_view::npos) {
-            plain += text;
-            break;
-        }
-        auto const sequence = text.substr(1, close - 1);
-        if (sequence == "<") plain += '<';
-        if (sequence == "-") plain += "\xC2\xAD";
-        text.remove_prefix(close + 1);
-    }
-    std::replace(plain.begin(), plain.end(), '\r', '\n');
-    return plain;
 }
 
 }  // namespace
@@ -255,8 +202,7 @@ void TextElementProcessor::ProcessTextBlock(Context&, ContextProcessor& processo
     if (text.empty()) return;
     target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
     Block block = MakeBlock(*target, processor);
-    // A block lower than one line still shows its first.
-    block.lineCount = std::max<Dots>(Dots{height} / std::max<Dots>(block.pitch, 1), 1);
+    block.lineCount = Dots{height} / std::max<Dots>(block.pitch, 1);
     DrawBlock(block, text);
 }
 

@@ -9,7 +9,7 @@
 #include "fields/TextPlacementCorrection.h"
 #include "fields/TextRenderPoints.h"
 #include "fields/UnitConversion.h"
-#include "fields/Utf8.h"
+#include "frontend/context/Utf8Text.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore::Sketching {
@@ -98,7 +98,7 @@ DevicePoints PlaceText(TextField const& field, ContextProcessor const& processor
 std::string FieldText(std::string_view data, ContextProcessor const& processor) {
     auto const& converter = processor.at(ZplContextKeys::CodePageConverter);
     return converter.GetEncoding() == Encoding::SingleByte ? converter.ConvertThroughCodePage(data)
-                                                           : TextProcessing::HandleInvalidUTF8(data);
+                                                           : HandleInvalidUTF8(data, false);
 }
 
 bool TextElementProcessor::ProcessText(std::string text, ContextProcessor& processor) {

@@ -5,7 +5,7 @@
 
 #include "fields/Fonts.h"
 #include "fields/TrueTypeUtils.h"
-#include "fields/Utf8.h"
+#include "frontend/context/Utf8Text.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore::Sketching {
@@ -43,14 +43,14 @@ TextMeasures MeasureBitmapText(Scripting::GraphicContext const& target, TextFont
                                TextRun const& run) {
     TextMeasures m = MeasureBitmapLine(target, font);
     if (run.direction == Direction::Vertical) {
-        auto const codePoints = TextProcessing::ToCodePoints(text);
+        auto const codePoints = ToCodePoints(text);
         m.averageWidth = WidestCharacter(target, font, codePoints);
         m.width = m.averageWidth;
         m.height = StackedHeight(target, font, codePoints, run.spacing);
         return m;
     }
     int const unspaced = target.MeasureText(font.drawName, text, font.magnificationX, 0, true);
-    auto const count = std::max<std::size_t>(TextProcessing::CountCodePoints(text), 1);
+    auto const count = std::max<std::size_t>(CountCodePoints(text), 1);
     m.averageWidth = std::lround(static_cast<double>(unspaced) / static_cast<double>(count));
     m.width = std::int64_t{target.MeasureText(font.drawName, text, font.magnificationX, run.spacing, true)} +
               run.HorizontalSpacing();
@@ -159,14 +159,14 @@ TextMeasures MeasureLine(Scripting::GraphicContext const& target, TextFont const
 
 std::string ModifyTrueTypeText(std::string_view text, Direction direction) {
     if (direction == Direction::Horizontal) return std::string(text);
-    auto codePoints = TextProcessing::ToCodePoints(text);
+    auto codePoints = ToCodePoints(text);
     if (direction == Direction::Reverse) {
         std::reverse(codePoints.begin(), codePoints.end());
-        return TextProcessing::FromCodePoints(codePoints);
+        return FromCodePoints(codePoints);
     }
     std::u32string stacked;
     for (char32_t const c : codePoints) (stacked += c) += U'\n';
-    return TextProcessing::FromCodePoints(stacked);
+    return FromCodePoints(stacked);
 }
 
 void DrawPlacedText(Scripting::GraphicContext& target, ContextProcessor const& processor, TextFont const& font,

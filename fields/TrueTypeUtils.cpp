@@ -11,11 +11,6 @@ namespace {
 
 constexpr double PointsPerDot = 0.331;
 
-double FontPointSize(unsigned height, Scripting::Dpi dpi) {
-    double const points = (0.2192 * height + 0.0955) * 1.5;
-    return dpi == Scripting::Dpi(600) ? points / 2 : points;
-}
-
 std::uint16_t ToMetric(unsigned dots) {
     return static_cast<std::uint16_t>(std::min<unsigned>(dots, std::numeric_limits<std::uint16_t>::max()));
 }
@@ -27,6 +22,7 @@ Font0ScaleInfo ScaleFont0(unsigned height, unsigned width, Scripting::Dpi dpi) {
     info.cellHeight = ToMetric(height);
     info.descent = ToMetric(static_cast<unsigned>(static_cast<float>(height) * 0.33333334F) - 1);
     info.cellWidth = ToMetric(width);
+    info.expectedWidth = CreateFont0ExpectedWidths(width);
     return info;
 }
 
@@ -36,31 +32,6 @@ FontStep const* FindStep(std::array<FontStep, 10> const& steps, std::uint16_t Fo
         std::find_if(steps.rbegin(), steps.rend(), [&](FontStep const& step) { return step.*minimum <= value; });
     return found == steps.rend() ? nullptr : &*found;
 }
-
-struct CharacterRange {
-    char32_t first;
-    char32_t last;
-};
-
-// Blocks that the outline of font 0 draws.
-constexpr CharacterRange SupportedRanges[] = {
-    {0x00A0, 0x017F},  // Latin-1 supplement, Latin extended A
-    {0x0192, 0x0192},  // florin
-    {0x01FA, 0x01FF},  // Latin letters with acute
-    {0x0218, 0x021B},  // Romanian letters
-    {0x02C6, 0x02C7},  // circumflex, caron
-    {0x02D8, 0x02DD},  // spacing accents
-    {0x0384, 0x03CE},  // Greek
-    {0x0400, 0x0513},  // Cyrillic
-    {0x1E80, 0x1E85},  // Welsh letters
-    {0x1EA0, 0x1EF9},  // Vietnamese letters
-    {0x2013, 0x2022},  // dashes, quotation marks, daggers, bullet
-    {0x2026, 0x2026},  // ellipsis
-    {0x2030, 0x2030},  // per mille
-    {0x2039, 0x203A},  // angle quotation marks
-    {0x20AC, 0x20AC},  // euro
-    {0x2116, 0x2122},  // numero, trade mark
-};
 
 }  // namespace
 
@@ -79,6 +50,7 @@ Font0ScaleInfo ScaleStepFont(std::array<FontStep, 10> const& steps, unsigned def
     info.descent = heightStep.descent;
     info.cellWidth = ToMetric(target);
     info.fourthMetric = heightStep.fourthMetric;
+    info.expectedWidth = CreateFont0ExpectedWidths(target);
     return info;
 }
 
@@ -102,12 +74,5 @@ int ConvertPointSizeToHeightInDots(double pointSize) {
 }
 
 int AdjustYPos(unsigned height) { return static_cast<int>(std::lround(height * 0.19)); }
-
-bool IsSupportedFont0Character(char32_t character) {
-    if (character >= 32 && character <= 126) return true;
-    auto const range = std::lower_bound(std::begin(SupportedRanges), std::end(SupportedRanges), character,
-                                        [](CharacterRange const& r, char32_t c) { return r.last < c; });
-    return range != std::end(SupportedRanges) && range->first <= character;
-}
 
 }  // namespace TrueTypeUtils

@@ -21,10 +21,10 @@ void Features::AddFeaturesFromFile(std::filesystem::path const& file) {
     std::string const text = ReadRegularFile(file);
     rapidjson::Document document;
     document.Parse(text.data(), text.size());
-    if (document.HasParseError() || !document.IsObject()) return;
-    auto const list = document.FindMember("Features");
-    if (list == document.MemberEnd() || !list->value.IsArray()) return;
-    for (auto const& name : list->value.GetArray()) {
+    if (document.HasParseError() || !document.IsObject() || !document.HasMember("Features")) return;
+    auto const& list = document["Features"];
+    if (!list.IsArray()) return;
+    for (auto const& name : list.GetArray()) {
         if (name.IsString()) Add({name.GetString(), name.GetStringLength()});
     }
 }

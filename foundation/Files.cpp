@@ -43,26 +43,36 @@ bool WriteAll(int descriptor, std::string_view content) {
     return true;
 }
 
-}  // namespace
+/// Input without an end, as from a device of zeros, ends here.
+constexpr std::size_t LargestFile = 1024UL * 1024 * 1024;
 
-std::error_code ReadFile(std::filesystem::path const& path, std::string& content) {
+std::error_code ReadAll(int descriptor, std::string& content) {
     content.clear();
-    FileDescriptor const file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (file.Get() < 0) return LastError();
     struct stat status {};
-    if (::fstat(file.Get(), &status) == 0 && status.st_size > 0)
+    if (::fstat(descriptor, &status) == 0 && status.st_size > 0)
         content.reserve(static_cast<std::size_t>(status.st_size) + 1);
     for (;;) {
-        constexpr std::size_t Step = 64 * 1024;
+        constexpr std::size_t Step = 64UL * 1024;
         std::size_t const size = content.size();
+        if (size > LargestFile) return std::make_error_code(std::errc::file_too_large);
         std::size_t const room = content.capacity() > size ? content.capacity() - size : Step;
         content.resize(size + room);
-        ssize_t const count = ::read(file.Get(), content.data() + size, room);
+        ssize_t const count = ::read(descriptor, content.data() + size, room);
         content.resize(size + (count > 0 ? static_cast<std::size_t>(count) : 0));
         if (count == 0) return {};
         if (count < 0 && errno != EINTR) return LastError();
     }
 }
+
+}  // namespace
+
+std::error_code ReadFile(std::filesystem::path const& path, std::string& content) {
+    content.clear();
+    FileDescriptor const file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    return file.Get() < 0 ? LastError() : ReadAll(file.Get(), content);
+}
+
+std::error_code ReadStandardInput(std::string& content) { return ReadAll(STDIN_FILENO, content); }
 
 std::string ReadRegularFile(std::filesystem::path const& path) {
     std::error_code error;

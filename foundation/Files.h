@@ -11,6 +11,9 @@ std::string ReadRegularFile(std::filesystem::path const& path);
 /// Reads a whole file of any kind (also a pipe) into `content`; the error if that fails.
 std::error_code ReadFile(std::filesystem::path const& path, std::string& content);
 
+/// Reads standard input to its end into `content`; the error if that fails.
+std::error_code ReadStandardInput(std::string& content);
+
 /// Writes a file under a temporary name in the same folder and renames it, so that a reader sees all of it or nothing.
 /// On an error the temporary file is gone and an earlier file of that name stands.
 std::error_code WriteFileAtomically(std::filesystem::path const& path, std::string_view content);

@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 /// What a report is about, so that its receiver can count, filter and fail by it.
 enum class LogTopic {
@@ -23,6 +24,15 @@ using Sink = std::function<void(LogTopic, std::string_view)>;
 /// Sets the receiver of the process; an empty function drops reports. Called before streams are interpreted, or between
 /// them, on the thread that interprets them.
 void SetSink(Sink sink);
+
+/// Receives reports for its own lifetime.
+class ScopedSink {
+public:
+    explicit ScopedSink(Sink sink) { SetSink(std::move(sink)); }
+    ~ScopedSink() { SetSink(nullptr); }
+    ScopedSink(ScopedSink const&) = delete;
+    ScopedSink& operator=(ScopedSink const&) = delete;
+};
 
 /// Hands one line, without a line end, to the receiver.
 void Report(LogTopic topic, std::string const& message);

@@ -88,10 +88,11 @@ public:
 class SetDateAndTimeHandler : public HandlerFor<CommandId("ST")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
-        auto const now = processor.GetPrinterContext()->Now();
+        // From the time of the label on, and not from the clock of the machine: drawing the label again gives the same.
+        auto const now = processor.at(TimeAtRender);
         auto const today = floor<days>(now);
         year_month_day const date(today);
-        hh_mm_ss const time(floor<seconds>(now - today));
+        hh_mm_ss const clock(floor<seconds>(now - today));
 
         auto const part = [&](std::size_t index, unsigned low, unsigned high, unsigned current) {
             auto const value = ZplParse<unsigned>(command, index);
@@ -100,9 +101,9 @@ public:
         unsigned const month = part(0, 1, 12, static_cast<unsigned>(date.month()));
         unsigned const day = part(1, 1, 31, static_cast<unsigned>(date.day()));
         unsigned const year = part(2, 1998, 2097, static_cast<unsigned>(static_cast<int>(date.year())));
-        unsigned hour = part(3, 0, 23, static_cast<unsigned>(time.hours().count()));
-        unsigned const minute = part(4, 0, 59, static_cast<unsigned>(time.minutes().count()));
-        unsigned const second = part(5, 0, 59, static_cast<unsigned>(time.seconds().count()));
+        unsigned hour = part(3, 0, 23, static_cast<unsigned>(clock.hours().count()));
+        unsigned const minute = part(4, 0, 59, static_cast<unsigned>(clock.minutes().count()));
+        unsigned const second = part(5, 0, 59, static_cast<unsigned>(clock.seconds().count()));
         char const half = ZplParse<char>(command, 6).ValueOr('M');
         if ((half == 'A' || half == 'a') && hour == 12) hour = 0;
         if ((half == 'P' || half == 'p') && hour < 12) hour += 12;
@@ -110,7 +111,10 @@ public:
         year_month_day const wanted(std::chrono::year(static_cast<int>(year)), std::chrono::month(month),
                                     std::chrono::day(day));
         if (wanted.ok()) {
-            processor.GetPrinterContext()->SetNow(sys_days(wanted) + hours(hour) + minutes(minute) + seconds(second));
+            system_clock::time_point const time = sys_days(wanted) + hours(hour) + minutes(minute) + seconds(second);
+            processor.set(ContextProcessor::FormatContext, TimeAtRender, system_clock::time_point(time));
+            processor.set(ContextProcessor::SystemContext, ClockAdjustment,
+                          time - processor.GetPrinterContext()->Now());
         }
         return true;
     }

@@ -11,6 +11,7 @@ using enum ProcessingType;
 
 /// A format that recalls itself doubles with every use; past this many commands a recall is refused.
 constexpr std::size_t LongestFormat = 1'000'000;
+constexpr std::size_t LargestFormat = 64UL * 1024 * 1024;  // bytes
 
 /// The stored format that `text` names: on the device it names, else on the first that has it.
 std::optional<ObjectName> FindStoredFormat(std::string const& text, std::filesystem::path const& folder) {
@@ -29,7 +30,9 @@ std::optional<ObjectName> FindStoredFormat(std::string const& text, std::filesys
 class SaveFormatHandler : public HandlerFor<CommandId("DF"), Format, Immediate> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
-        if (auto const name = ObjectName::Parse(command.Parameter(0), 'R', "UNKNOWN", "ZPL")) {
+        auto const name = ObjectName::Parse(command.Parameter(0), 'R', "UNKNOWN", "ZPL");
+        // Under another extension it would take the place of a picture.
+        if (name && name->extension == "ZPL") {
             processor.set(ContextProcessor::FormatContext, ZplContextKeys::SavedFormatPath, name->Path().string());
         } else {
             // Its fields wait for data that only a recall brings, so it must not be printed either.
@@ -44,12 +47,7 @@ public:
 class StartFormatHandler : public HandlerFor<CommandId("XA"), Format, Immediate> {
 public:
     bool HandleCommand(Context&, ZplCommand const&, ContextProcessor& processor) override {
-        while (!processor.IsStackEmpty()) processor.PopCurrentContext();
-        for (auto const* name :
-             {&ContextProcessor::FormatContext, &ContextProcessor::LabelContext, &ContextProcessor::ElementContext}) {
-            processor.CreateContext(*name).Clear();
-        }
-        processor.StartFormat();
+        processor.BeginFormat();
         return true;
     }
 };
@@ -62,7 +60,11 @@ public:
         if (!name) return true;
         std::string const path = name->Path().string();
         processor.set(ContextProcessor::FormatContext, ZplContextKeys::RecallFormatPath, path);
-        if (processor.GetFormatCommands().size() > LongestFormat) {
+        std::error_code error;
+        auto const stored = std::filesystem::file_size(processor.FormatsFolder() / path, error);
+        auto const& commands = processor.GetFormatCommands();
+        bool const fits = error || commands.Bytes() + stored <= LargestFormat;
+        if (!fits || commands.size() > LongestFormat) {
             Log::Report(LogTopic::Limit, "the format is too long to recall " + path + " into it");
         } else {
             processor.RecallFormat(path);

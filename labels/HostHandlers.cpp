@@ -1,23 +1,104 @@
+#include <algorithm>
+
+#include "Scripting/PrinterContextInterface.h"
+#include "fields/FieldDataHelper.h"
+#include "foundation/Log.h"
+#include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ZplParse.h"
+#include "labels/HostStatus.h"
 #include "labels/LabelHandlers.h"
+#include "labels/ReportLabel.h"
 
 namespace {
 
+using namespace ZplContextKeys;
 using enum SyntacticType;
 using enum ProcessingType;
 
-/// Questions of the host and the printer's own labels: `~HS` status, `^HV` verification of fields, `~WC` and `~WL`
-/// configuration labels. They are taken in and have no answer yet.
-template <std::uint64_t Id, SyntacticType Syntax, ProcessingType Processing>
-class UnansweredHostHandler : public HandlerFor<Id, Syntax, Processing> {
+unsigned CountStoredGraphics(std::filesystem::path const& folder) {
+    std::error_code error;
+    unsigned count = 0;
+    for (std::filesystem::recursive_directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (entry->path().extension() == ".GRF") ++count;
+    }
+    return count;
+}
+
+/// `~HS`: the status of the printer, answered at once and without disturbing a format.
+class HostStatusHandler : public HandlerFor<CommandId("HS"), Control, Immediate> {
 public:
-    bool HandleCommand(Context&, ZplCommand const&, ContextProcessor&) override { return true; }
+    bool HandleCommand(Context&, ZplCommand const&, ContextProcessor& processor) override {
+        auto& printer = *processor.GetPrinterContext();
+        auto const status = printer.Status();
+        ZplCore::StreamStatus stream;
+        unsigned const length = processor.at(LabelLength);
+        stream.labelLength = length != 0 ? length : status.partLength;
+        stream.formatOpen = processor.GetContext(ContextProcessor::LabelContext) != nullptr;
+        stream.printMode = processor.at(PrintMode);
+        stream.storedGraphics = CountStoredGraphics(processor.FormatsFolder());
+        printer.SendToHost(ZplCore::HostStatusAnswer(status, stream));
+        return true;
+    }
 };
 
-class HostStatusHandler : public UnansweredHostHandler<CommandId("HS"), Control, Immediate> {};
-class HostVerificationHandler : public UnansweredHostHandler<CommandId("HV"), Format, Deferred> {};
-class PrintConfigurationLabelHandler : public UnansweredHostHandler<CommandId("WC"), Control, Immediate> {};
-class PrintNetworkConfigurationHandler : public UnansweredHostHandler<CommandId("WL"), Control, Immediate> {};
+/// `^HV`: sends back what a field number was filled with, once for the format or for every label.
+class HostVerificationHandler : public HandlerFor<CommandId("HV")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        constexpr unsigned DefaultBytes = 64;
+        constexpr unsigned MostBytes = 256;
+        constexpr std::size_t LongestFrame = 3072;
+        constexpr unsigned LastFieldNumber = 9999;
+        constexpr std::size_t MostQuestions = 1000;
+        unsigned const number = std::min(ZplParse<unsigned>(command, 0).ValueOr(0), LastFieldNumber);
+        unsigned const bytes = std::clamp(ZplParse<unsigned>(command, 1).ValueOr(DefaultBytes), 1U, MostBytes);
+        auto const frame = [&](std::size_t index) {
+            return ZplCore::FieldDataHelper::ExpandHex(command.Parameter(index), processor.at(FieldHexIndicator))
+                .substr(0, LongestFrame);
+        };
+        ResponseCallback const answer = [number, bytes, header = frame(2), termination = frame(3)](
+                                            ContextProcessor const& label) -> std::optional<std::string> {
+            auto const& values = label.at(FieldNumberValues);
+            auto const found = values.find(number);
+            if (found == values.end()) return std::nullopt;
+            return header + found->second.substr(0, bytes) + termination;
+        };
+        char const applies = ZplParse<char>(command, 4).ValueOr('F');
+        auto const& key =
+            applies == 'L' || applies == 'l' ? HostVerificationLabelCallbacks : HostVerificationFormatCallbacks;
+        // In the label's own context: each copy's replay says anew what is asked for.
+        if (Context* label = processor.GetContext(ContextProcessor::LabelContext)) {
+            auto& callbacks = (*label)[key];
+            if (callbacks.size() < MostQuestions) {
+                callbacks.push_back(answer);
+            } else {
+                Log::Report(LogTopic::Limit, "a format asks more than " + std::to_string(MostQuestions) +
+                                                 " questions; the rest is not answered");
+            }
+        }
+        return true;
+    }
+};
+
+/// `~WC`: prints the settings.
+class PrintConfigurationLabelHandler : public HandlerFor<CommandId("WC"), Control, Immediate> {
+public:
+    bool HandleCommand(Context&, ZplCommand const&, ContextProcessor& processor) override {
+        PrintReportLabel(processor, "PRINTER CONFIGURATION", ConfigurationLines(processor));
+        return true;
+    }
+};
+
+/// `~WL`: prints the network settings.
+class PrintNetworkConfigurationHandler : public HandlerFor<CommandId("WL"), Control, Immediate> {
+public:
+    bool HandleCommand(Context&, ZplCommand const&, ContextProcessor& processor) override {
+        PrintReportLabel(processor, "NETWORK CONFIGURATION", NetworkLines());
+        return true;
+    }
+};
 
 }  // namespace
 

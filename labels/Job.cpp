@@ -18,8 +18,8 @@ Job::Job(std::vector<Label> labels, std::function<void()> closeNetwork, bool fla
     : labels_(std::move(labels)), closeNetwork_(std::move(closeNetwork)), flag_(flag) {
     extents_.reserve(labels_.size());
     for (auto const& label : labels_) {
-        extents_.push_back({quantity_, label.Quantity(), label.PauseGroupQuantity(), label.PauseAfterSet()});
-        quantity_ += extents_.back().quantity;
+        extents_.push_back({pages_, label.Quantity(), label.PauseGroupQuantity(), label.PauseAfterSet()});
+        pages_ += extents_.back().quantity;
     }
 }
 
@@ -28,9 +28,10 @@ Job::Place Job::Find(unsigned page) const {
     // stands behind them.
     auto const after = std::upper_bound(extents_.begin(), extents_.end(), page,
                                         [](unsigned wanted, Extent const& extent) { return wanted < extent.base; });
-    if (page >= quantity_ || after == extents_.begin()) return {labels_.size(), quantity_, page - quantity_};
+    if (page >= pages_ || after == extents_.begin()) return {labels_.size(), Quantity(), page - Quantity()};
     auto const index = static_cast<std::size_t>(after - extents_.begin()) - 1;
-    return {index, extents_[index].base, page - extents_[index].base};
+    auto const base = static_cast<unsigned>(extents_[index].base);
+    return {index, base, page - base};
 }
 
 Label const* Job::LabelOf(Place const& place) const {
@@ -74,13 +75,14 @@ std::optional<unsigned> Job::NextPauseIndex(unsigned page) const {
         std::uint64_t const next = std::uint64_t{group} * (1 + place.copy / group);
         if (quantity >= next) return static_cast<unsigned>(base + next);
     }
-    if (pauseAfter) return base + quantity;
+    if (pauseAfter) return static_cast<unsigned>(base + quantity);
 
     for (std::size_t i = place.label + 1; i < extents_.size(); ++i) {
         auto const& following = extents_[i];
-        if (following.pauseGroup != 0 && following.quantity >= following.pauseGroup)
-            return following.base + following.pauseGroup;
-        if (following.pauseAfter) return following.base + following.quantity;
+        if (following.pauseGroup != 0 && following.quantity >= following.pauseGroup) {
+            return static_cast<unsigned>(following.base + following.pauseGroup);
+        }
+        if (following.pauseAfter) return static_cast<unsigned>(following.base + following.quantity);
     }
     return std::nullopt;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -24,7 +25,7 @@ public:
     std::filesystem::path const& JobPath() const { return jobPath_; }
 
     /// Number of pages, in 32-bit arithmetic.
-    unsigned Quantity() const { return quantity_; }
+    unsigned Quantity() const { return static_cast<unsigned>(pages_); }
     /// The page count after which printing pauses next, seen from `page`.
     std::optional<unsigned> NextPauseIndex(unsigned page) const;
     void RenderLabel(unsigned page);
@@ -51,7 +52,7 @@ private:
     /// What the page arithmetic needs of a label. None of it changes from copy to copy, so it is read once: a job may
     /// hold many thousands of labels, and each page is looked up.
     struct Extent {
-        unsigned base;  ///< pages before the label
+        std::uint64_t base;  ///< pages before the label
         unsigned quantity;
         unsigned pauseGroup;
         bool pauseAfter;
@@ -60,7 +61,7 @@ private:
     std::filesystem::path jobPath_;
     std::vector<Label> labels_;
     std::vector<Extent> extents_;  // one a label
-    unsigned quantity_ = 0;
+    std::uint64_t pages_ = 0;
     std::function<void()> closeNetwork_;
     bool flag_;
 };

@@ -62,6 +62,10 @@ std::optional<std::string> Label::ProcessLabel(unsigned copyIndex, bool forcePag
 void Label::StartLabel() {
     processor_.ClearContext(ContextProcessor::ElementContext);
     processor_.ClearContext(ContextProcessor::LabelContext);
+    if (processor_.at(ZplContextKeys::TimeMode).everyCopy) {
+        processor_.set(ContextProcessor::LabelContext, TimeAtRender,
+                       processor_.GetPrinterContext()->Now() + processor_.at(ClockAdjustment));
+    }
     auto& target = *processor_.GetGraphicContext();
     target.StartLabel();
     target.SetLabelOriginX(processor_.at(LabelOriginX));
@@ -74,7 +78,11 @@ void Label::ReplayCommands() {
     for (auto const& command : commands) {
         if (Context* label = processor_.GetContext(ContextProcessor::LabelContext)) ++(*label)[HandlerSequenceNumber];
         // A stored format may hold a command whose feature has been switched off since.
-        if (CommandHandler* handler = handlerPool_->GetCommandHandler(command.command)) {
+        CommandHandler* const handler = handlerPool_->GetCommandHandler(command.command);
+        // Immediate commands of a recalled format have run when the format ended.
+        bool const hasRun =
+            handler && handler->GetProcessingType() == ProcessingType::Immediate && !handler->IsAdditonalSaveType();
+        if (handler && !hasRun) {
             handler->HandleCommand(processor_.GetCurrentContext(), command, processor_);
         }
     }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 
 #include "fields/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -13,6 +14,7 @@ using namespace ZplContextKeys;
 constexpr unsigned LongestSide = 32000;  // dots
 constexpr int LargestTopShift = 120;     // dots
 constexpr unsigned MostRemaps = 256;
+constexpr unsigned LargestDpi = 600;
 
 /// A set-up value holds until it is changed: it goes to the system context.
 template <typename T>
@@ -117,9 +119,9 @@ public:
         auto const wanted = ZplParse<unsigned>(command, 2);
         // Only whole enlargements are made.
         if (base && wanted && *base != 0 && *wanted >= *base && *wanted % *base == 0) {
-            constexpr unsigned LargestFactor = 4;
-            if (unsigned const factor = *wanted / *base; factor <= LargestFactor)
-                Keep(processor, DpiScaleFactor, factor);
+            constexpr std::array<unsigned, 3> Bases = {150, 200, 300};
+            bool const known = std::find(Bases.begin(), Bases.end(), *base) != Bases.end();
+            if (known && *wanted <= LargestDpi) Keep(processor, DpiScaleFactor, *wanted / *base);
         }
         return true;
     }
@@ -149,7 +151,7 @@ class PrintWidthHandler : public HandlerFor<CommandId("PW")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         constexpr unsigned Narrowest = 2;  // dots
-        if (auto const width = Dots(command, 0, processor)) {
+        if (auto const width = Dots(command, 0, processor); *width != 0) {
             Keep(processor, LabelWidth, std::clamp(*width, Narrowest, LongestSide));
         }
         return true;

@@ -15,7 +15,8 @@ using Scripting::PrinterContextInterface;
 
 constexpr unsigned MostLabels = 99'999'999;
 
-/// `^CC`, `^CD`, `^CT`: one of the stream's three characters. It must be printable and differ from the other two.
+/// `^CC`, `^CD`, `^CT`: one of the stream's three characters. It must be printable (the blank is) and differ from the
+/// other two.
 template <std::uint64_t Id, char (PrinterContextInterface::*First)() const,
           char (PrinterContextInterface::*Second)() const, void (PrinterContextInterface::*Set)(char)>
 class ChangeCharacterHandler : public HandlerFor<Id, Either, Immediate> {
@@ -23,7 +24,7 @@ public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         auto& printer = *processor.GetPrinterContext();
         auto const character = ZplParse<char>(command, 0);
-        bool const printable = character && *character > ' ' && *character <= '~';
+        bool const printable = character && *character >= ' ' && *character <= '~';
         if (printable && *character != (printer.*First)() && *character != (printer.*Second)())
             (printer.*Set)(*character);
         return true;

@@ -73,7 +73,7 @@ void LabelRenderPlugin::Init(std::shared_ptr<PublishingPropertyManager> properti
     auto const dpi = std::dynamic_pointer_cast<UInt32Property>(properties->Find(PropertyNames::DotsPerInch));
     auto const printerContext = std::make_shared<PrinterContext>(
         *zplModel_, Scripting::Dpi(dpi->Get()), Scripting::Dpi(zplModel_->GetEmulatedDpiProperty()->Get()),
-        std::make_shared<SystemClock>(), RequestsTo(zplModel_, agent));
+        std::make_shared<LocalClock>(), RequestsTo(zplModel_, agent));
     TQZPLProcessorInterface::ConnectModel(zplInterface_, zplModel_, printerContext);
     zplInterface_->InitCallbacks();
     zplInterface_->SetServerAgent(agent);

@@ -9,7 +9,8 @@ ContextProcessor::ContextProcessor(std::filesystem::path formatsFolder) : format
 
 Context& ContextProcessor::CreateContext(std::string const& name) {
     contextStack_.push_back(name);
-    return contexts_.try_emplace(name, name).first->second;
+    if (Context* const existing = FindOnStack(name)) return *existing;
+    return contexts_.emplace_back(name);
 }
 
 Context* ContextProcessor::GetContext(std::string const& name) {
@@ -17,22 +18,30 @@ Context* ContextProcessor::GetContext(std::string const& name) {
 }
 
 Context const* ContextProcessor::GetContext(std::string const& name) const {
-    if (auto const found = contexts_.find(name); found != contexts_.end()) return &found->second;
+    if (Context const* const found = FindOnStack(name)) return found;
     return systemContext_ && systemContext_->GetContextName() == name ? systemContext_.get() : nullptr;
 }
 
 Context& ContextProcessor::GetCurrentContext() {
-    return contextStack_.empty() ? *systemContext_ : contexts_.at(contextStack_.back());
+    return contextStack_.empty() ? *systemContext_ : *FindOnStack(contextStack_.back());
 }
 
 void ContextProcessor::PopCurrentContext() {
     if (contextStack_.empty() || contexts_.empty()) return;
-    contexts_.erase(contextStack_.back());
+    std::erase_if(contexts_,
+                  [this](Context const& context) { return context.GetContextName() == contextStack_.back(); });
     contextStack_.pop_back();
 }
 
 void ContextProcessor::ClearContext(std::string const& name) {
     if (Context* context = GetContext(name)) context->Clear();
+}
+
+void ContextProcessor::BeginFormat() {
+    contextStack_.clear();
+    contexts_.clear();
+    for (auto const* name : {&FormatContext, &LabelContext, &ElementContext}) CreateContext(*name);
+    StartFormat();
 }
 
 void ContextProcessor::StartFormat() {
@@ -63,11 +72,17 @@ ContextProcessor ContextProcessor::DeepClone() const {
     return clone;
 }
 
-bool ContextProcessor::PrepareSet(std::string const& contextName, std::uint64_t keyId) {
-    if (!GetContext(contextName)) return false;
-    for (auto const& name : contextStack_) {
-        if (name == contextName) break;
-        if (auto const found = contexts_.find(name); found != contexts_.end()) found->second.Erase(keyId);
+void ContextProcessor::EraseBefore(Context const& context, std::uint64_t keyId) {
+    if (contexts_.size() == contextStack_.size()) {
+        for (auto& earlier : contexts_) {
+            if (&earlier == &context) return;
+            earlier.Erase(keyId);
+        }
+        return;
     }
-    return true;
+    for (auto const& name : contextStack_) {
+        Context* const earlier = FindOnStack(name);
+        if (earlier == &context) return;
+        if (earlier) earlier->Erase(keyId);
+    }
 }

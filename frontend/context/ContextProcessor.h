@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "frontend/context/Context.h"
@@ -41,10 +41,11 @@ public:
     Context& GetCurrentContext();
     /// Takes the top off the stack and destroys its context; nothing on an empty stack.
     void PopCurrentContext();
-    bool IsStackEmpty() const { return contextStack_.empty(); }
     /// Empties a context and leaves it on the stack; nothing if there is none of that name.
     void ClearContext(std::string const& name);
 
+    /// Makes the contexts of a format anew, all empty, whatever stands on the stack, and starts the format.
+    void BeginFormat();
     void StartFormat();
     void EndFormat() { formatComplete_ = true; }
     void ResetFormatComplete() { formatComplete_ = false; }
@@ -66,6 +67,13 @@ public:
     template <typename T>
     void set(std::string const& contextName, ContextKey<T> const& key, T value);
 
+    /// The same for a context that a handler was given. One that is none of this processor's own is written directly.
+    template <typename T>
+    void set(Context& context, ContextKey<T> const& key, T value) {
+        if (Owns(context)) EraseBefore(context, key.id);
+        context.Set(key, std::move(value));
+    }
+
     void SetCurrentLabelNumber(unsigned number) { currentLabelNumber_ = number; }
     unsigned CurrentLabelNumber() const { return currentLabelNumber_; }
 
@@ -82,12 +90,30 @@ public:
     ContextProcessor DeepClone() const;
 
 private:
-    /// Whether a context of that name exists; erases `keyId` from the stack's contexts that are searched before it.
-    bool PrepareSet(std::string const& contextName, std::uint64_t keyId);
+    /// The context of that name among those of the stack, or null.
+    Context const* FindOnStack(std::string const& name) const {
+        for (auto const& context : contexts_) {
+            if (context.GetContextName() == name) return &context;
+        }
+        return nullptr;
+    }
+    Context* FindOnStack(std::string const& name) {
+        return const_cast<Context*>(std::as_const(*this).FindOnStack(name));
+    }
+
+    bool Owns(Context const& context) const {
+        bool const onStack =
+            !contexts_.empty() && &context >= contexts_.data() && &context < contexts_.data() + contexts_.size();
+        return onStack || &context == systemContext_.get();
+    }
+    /// Erases a key from the contexts that are searched before `context`.
+    void EraseBefore(Context const& context, std::uint64_t keyId);
 
     std::filesystem::path formatsFolder_;
     std::vector<std::string> contextStack_;  // oldest first
-    std::unordered_map<std::string, Context> contexts_;
+    /// A handful at most: they are found faster by comparing names than by hashing them. A reference to one holds until
+    /// the next is created or popped.
+    std::vector<Context> contexts_;
     std::shared_ptr<Scripting::GraphicContext> graphicContext_;
     std::shared_ptr<Scripting::PrinterContextInterface> printerContext_;
     std::shared_ptr<Context> systemContext_;
@@ -98,10 +124,17 @@ private:
 
 template <typename T>
 T const& ContextProcessor::at(ContextKey<T> const& key) const {
-    for (auto const& name : contextStack_) {
-        auto const found = contexts_.find(name);
-        if (found == contexts_.end()) continue;
-        if (T const* value = found->second.Find(key)) return *value;
+    // With every name on the stack once, the contexts stand in the order of the stack.
+    if (contexts_.size() == contextStack_.size()) {
+        for (auto const& context : contexts_) {
+            if (T const* value = context.Find(key)) return *value;
+        }
+    } else {
+        for (auto const& name : contextStack_) {
+            Context const* const context = FindOnStack(name);
+            if (!context) continue;
+            if (T const* value = context->Find(key)) return *value;
+        }
     }
     if (systemContext_) {
         if (T const* value = systemContext_->Find(key)) return *value;
@@ -111,5 +144,8 @@ T const& ContextProcessor::at(ContextKey<T> const& key) const {
 
 template <typename T>
 void ContextProcessor::set(std::string const& contextName, ContextKey<T> const& key, T value) {
-    if (PrepareSet(contextName, key.id)) GetContext(contextName)->Set(key, std::move(value));
+    Context* const context = GetContext(contextName);
+    if (!context) return;
+    EraseBefore(*context, key.id);
+    context->Set(key, std::move(value));
 }

@@ -10,8 +10,18 @@
 /// so copies share one list until one of them is changed.
 class FormatCommands {
 public:
-    void Append(ZplCommand const& command) { Own().push_back(command); }
-    void Clear() { commands_.reset(); }
+    void Append(ZplCommand const& command) {
+        Own().push_back(command);
+        bytes_ += command.command.size();
+        for (auto const& parameter : command.parameters) bytes_ += parameter.size() + 1;
+    }
+    void Clear() {
+        commands_.reset();
+        bytes_ = 0;
+    }
+
+    /// What the commands take in a stream, about.
+    std::size_t Bytes() const { return bytes_; }
 
     std::size_t size() const { return commands_ ? commands_->size() : 0; }
     bool empty() const { return size() == 0; }
@@ -34,4 +44,5 @@ private:
     }
 
     std::shared_ptr<std::vector<ZplCommand>> commands_;
+    std::size_t bytes_ = 0;
 };

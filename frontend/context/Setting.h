@@ -8,9 +8,5 @@
 /// A context that is none of the processor's own is written directly.
 template <typename T>
 void StoreSetting(Context& context, ContextProcessor& processor, ContextKey<T> const& key, T value) {
-    if (processor.GetContext(context.GetContextName()) == &context) {
-        processor.set(context.GetContextName(), key, std::move(value));
-    } else {
-        context.Set(key, std::move(value));
-    }
+    processor.set(context, key, std::move(value));
 }

@@ -88,4 +88,5 @@ ContextKey<std::vector<ResponseCallback>> const HostVerificationFormatCallbacks;
 ContextKey<std::vector<ResponseCallback>> const HostVerificationLabelCallbacks;
 ContextKey<std::map<unsigned, std::string>> const FieldNumberValues;
 ContextKey<unsigned> const HandlerSequenceNumber;
+ContextKey<std::chrono::system_clock::duration> const ClockAdjustment(std::chrono::system_clock::duration::zero());
 }  // namespace ZplContextKeys

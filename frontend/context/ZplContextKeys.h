@@ -122,4 +122,5 @@ extern ContextKey<std::vector<ResponseCallback>> const HostVerificationFormatCal
 extern ContextKey<std::vector<ResponseCallback>> const HostVerificationLabelCallbacks;
 extern ContextKey<std::map<unsigned, std::string>> const FieldNumberValues;
 extern ContextKey<unsigned> const HandlerSequenceNumber;
+extern ContextKey<std::chrono::system_clock::duration> const ClockAdjustment;  // what a stream has moved its clock by
 }  // namespace ZplContextKeys

@@ -3,16 +3,16 @@
 #include "Scripting/GraphicContext.h"
 #include "Scripting/PrinterContextInterface.h"
 #include "foundation/AppSettings.h"
-#include "foundation/Files.h"
-#include "foundation/Log.h"
+#include "frontend/context/ObjectName.h"
+#include "frontend/context/ObjectStore.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "propertybus/Property.h"
 
 namespace {
 
-/// A stored format past this many bytes is refused.
-constexpr std::size_t LargestStoredFormat = 64U * 1024 * 1024;
+constexpr std::size_t MostMissingCommands = 1000;
+constexpr std::size_t LongestMissingList = 8 * 1024UL;
 
 bool PrefixFits(SyntacticType syntax, bool isControl) {
     return syntax == SyntacticType::Either || (syntax == SyntacticType::Control) == isControl;
@@ -129,7 +129,11 @@ void ZplCommandProcessor::ProcessControlCommands() {
     FormatCommands const commands = contextProcessor_.GetFormatCommands();
     for (auto const& command : commands) {
         CommandHandler* const handler = handlerPool_.GetCommandHandler(command.command);
-        if (handler && handler->GetProcessingType() == ProcessingType::Immediate) {
+        // What a stored format holds of these came there by field data in other characters; a format in a format has no
+        // meaning, and would grow without end.
+        bool const shapesFormats =
+            command.command == "XA" || command.command == "XZ" || command.command == "XF" || command.command == "DF";
+        if (handler && !shapesFormats && handler->GetProcessingType() == ProcessingType::Immediate) {
             handler->HandleCommand(contextProcessor_.GetCurrentContext(), command, contextProcessor_);
         }
     }
@@ -137,6 +141,10 @@ void ZplCommandProcessor::ProcessControlCommands() {
 
 Zpl::Label ZplCommandProcessor::ProcessLabelCommands() {
     ProcessControlCommands();
+    // Frozen with the rest of the state, so that all copies show one time, whenever they are drawn.
+    contextProcessor_.set(
+        ContextProcessor::FormatContext, ZplContextKeys::TimeAtRender,
+        contextProcessor_.GetPrinterContext()->Now() + contextProcessor_.at(ZplContextKeys::ClockAdjustment));
     Zpl::Label label(contextProcessor_, handlerPool_);
     contextProcessor_.PopCurrentContext();
     IncrementLifetimeScriptCount(label.Quantity());
@@ -144,21 +152,20 @@ Zpl::Label ZplCommandProcessor::ProcessLabelCommands() {
 }
 
 void ZplCommandProcessor::SaveFormatCommands(std::string const& path) {
+    auto const& commands = contextProcessor_.GetFormatCommands();
     std::string content;
-    for (auto const& command : contextProcessor_.GetFormatCommands()) {
-        content += '^';
-        content += command.command;
-        content += command.Joined(0, ',');
-        if (content.size() > LargestStoredFormat) {
-            Log::Report(LogTopic::Limit, "the format " + path + " is too large to be stored");
-            return;
-        }
+    // What no device takes need not be put together first.
+    if (commands.Bytes() <= MaximumStoredBytes) {
+        for (auto const& command : commands) content += '^' + command.command + command.Joined(0, ',');
+    } else {
+        content.resize(MaximumStoredBytes + 1);
     }
-    auto const file = contextProcessor_.FormatsFolder() / path;
-    std::error_code error;
-    std::filesystem::create_directories(file.parent_path(), error);
-    if (!error) error = WriteFileAtomically(file, content);
-    if (error) Log::Report(LogTopic::File, "the format " + path + " could not be stored: " + error.message());
+    // The path is that of an object: device folder and file name.
+    std::filesystem::path const object(path);
+    if (auto const name =
+            ObjectName::Parse(object.parent_path().string() + ":" + object.filename().string(), 'R', "", "ZPL")) {
+        StoreObject(contextProcessor_.FormatsFolder(), *name, content);
+    }
 }
 
 void ZplCommandProcessor::LoadTrueTypeFonts() {
@@ -170,8 +177,12 @@ void ZplCommandProcessor::UpdateMissingCommands(std::string const& command, bool
     if (!missingZplCommands_) return;
     // Whatever the session's characters are: the list is read by people.
     std::string const entry = (isControl ? '~' : '^') + command;
+    // A stream of garbage can hold any number of different letters: what was seen is not looked for again, and the list
+    // ends at a length that a person can read.
+    if (seenMissingCommands_.contains(entry) || seenMissingCommands_.size() >= MostMissingCommands) return;
+    seenMissingCommands_.insert(entry);
     std::string missing = missingZplCommands_->Get();
-    if (missing.find(entry) != std::string::npos) return;
+    if (missing.size() > LongestMissingList || missing.find(entry) != std::string::npos) return;
     if (!missing.empty()) missing += ',';
     missingZplCommands_->Set(missing + entry);
 }

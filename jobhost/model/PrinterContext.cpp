@@ -1,5 +1,7 @@
 #include "jobhost/model/PrinterContext.h"
 
+#include <cmath>
+
 #include "jobhost/model/ZPLProcessorInterface.h"
 
 namespace {
@@ -18,7 +20,8 @@ void Ask(std::function<void()> const& request) {
 
 PrinterContext::PrinterContext(ZPLProcessorInterface& model, Scripting::Dpi printerDpi, Scripting::Dpi designDpi,
                                std::shared_ptr<Clock const> clock, Requests requests)
-    : formatPrefix_(model.GetZPLFormatProperty()),
+    : model_(model),
+      formatPrefix_(model.GetZPLFormatProperty()),
       controlPrefix_(model.GetZPLControlProperty()),
       delimiter_(model.GetZPLDelimiterProperty()),
       printerDpi_(printerDpi),
@@ -32,6 +35,15 @@ char PrinterContext::Delimiter() const { return CharacterOf(*delimiter_, ','); }
 void PrinterContext::SetFormatPrefix(char character) { formatPrefix_->Set(std::string(1, character)); }
 void PrinterContext::SetControlPrefix(char character) { controlPrefix_->Set(std::string(1, character)); }
 void PrinterContext::SetDelimiter(char character) { delimiter_->Set(std::string(1, character)); }
+
+Scripting::PrinterStatus PrinterContext::Status() const {
+    Scripting::PrinterStatus status;
+    auto const part = model_.PartManager().GetLabelPart();
+    status.continuousMedia = part.GetIsContinuous();
+    status.partLength = static_cast<unsigned>(std::lround(part.GetHeight() * designDpi_.Value()));
+    if (requests_.status) requests_.status(status);
+    return status;
+}
 
 void PrinterContext::CancelAll() { Ask(requests_.cancelAll); }
 void PrinterContext::Pause() { Ask(requests_.pause); }

@@ -21,6 +21,8 @@ public:
         std::function<void()> start;
         std::function<void()> reset;
         std::function<void(std::string_view)> sendToHost;
+        /// Completes what the model itself cannot tell of the printer's state.
+        std::function<void(Scripting::PrinterStatus&)> status;
     };
 
     PrinterContext(ZPLProcessorInterface& model, Scripting::Dpi printerDpi, Scripting::Dpi designDpi,
@@ -43,6 +45,8 @@ public:
     bool CutsAfterLabel() const override { return true; }
     std::optional<unsigned> CutInterval() const override { return std::nullopt; }
 
+    Scripting::PrinterStatus Status() const override;
+
     void CancelAll() override;
     void Pause() override;
     void Start() override;
@@ -50,6 +54,7 @@ public:
     void SendToHost(std::string_view data) override;
 
 private:
+    ZPLProcessorInterface& model_;
     std::shared_ptr<StringProperty> formatPrefix_;
     std::shared_ptr<StringProperty> controlPrefix_;
     std::shared_ptr<StringProperty> delimiter_;

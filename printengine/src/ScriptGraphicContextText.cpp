@@ -4,6 +4,7 @@
 #include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "printengine/src/ScriptGraphicContextState.h"
 #include "printengine/src/fonts/CellTypeface.h"
+#include "printengine/src/fonts/EmSize.h"
 #include "printengine/src/fonts/FontFiles.h"
 #include "printengine/src/text/Utf8.h"
 
@@ -21,7 +22,7 @@ constexpr std::size_t MaxLabelText = 64;
 
 /// An em of a TrueType font in dots, at every resolution; at most far more than a page.
 double TrueTypeEm(double pointSize) {
-    double const em = pointSize / 0.331;
+    double const em = PrintEngine::Fonts::TrueTypeEm(pointSize);
     return em > 0 ? std::min(em, 1e6) : 0;
 }
 

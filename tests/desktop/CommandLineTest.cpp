@@ -49,6 +49,9 @@ TEST(CommandLine, SaysWhatIsWrongInOneLine) {
              {{"--format", "gif"}, "png, pbm or pdf"},
              {{"--copies", "0"}, "from 1 to"},
              {{"--copies", "-1"}, "from 1 to"},
+             {{"--time", "2026-02-30T00:00:00"}, "--time is"},
+             {{"--time", "2026-02-03T00:00"}, "--time is"},
+             {{"--json=no"}, "takes no value"},
              {{"--font", "Z"}, "LETTER=FILE"},
              {{"--frobnicate"}, "unknown option --frobnicate"},
          }) {

@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 
+#include "foundation/Files.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 
 namespace {
@@ -196,6 +197,15 @@ TEST(CommandTable, GivesFontsTimesAndSpellingsByRule) {
     EXPECT_EQ(pool.GetCommandHandler(22593), pool.GetCommandHandler("XA"));
     for (std::string_view const letters : {"", "X", "XAB", "A!", "ZZ"})
         EXPECT_EQ(pool.GetCommandHandler(letters), nullptr) << letters;
+}
+
+TEST(CommandTable, IsDocumentedCommandByCommand) {
+    std::string const page = ReadRegularFile("docs/commands.md");
+    for (auto const& row : CommandTable) {
+        bool const format = row.prefix != Control && page.find('^' + std::string(row.letters)) != std::string::npos;
+        bool const control = row.prefix != Format && page.find('~' + std::string(row.letters)) != std::string::npos;
+        EXPECT_TRUE(format || control) << row.letters;
+    }
 }
 
 }  // namespace

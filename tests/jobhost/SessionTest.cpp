@@ -134,4 +134,29 @@ TEST_F(SessionTest, LaterCopiesGoOnAndTheFirstStartsAnew) {
     EXPECT_GT(std::accumulate(pages[0].begin(), pages[0].end(), 0U), 0U);
 }
 
+TEST_F(SessionTest, SerialFieldsFollowTheCopyWhateverTheOrder) {
+    struct Row {
+        std::string field;
+        Strings texts;  // of copies 0, 1, 2, 5, 1, 0
+    };
+    for (auto const& row : std::vector<Row>{
+             {"^SN098,1,Y", {"098", "099", "100", "103", "099", "098"}},
+             {"^SN5", {"5", "6", "7", "0", "6", "5"}},
+             {"^FDAB7^SFAAd,1", {"AB7", "AB8", "AB9", "AC2", "AB8", "AB7"}},
+             {"^PQ9,0,2^SN1,1,N", {"1", "1", "2", "3", "1", "1"}},
+         }) {
+        SCOPED_TRACE(row.field);
+        std::string const stream = "^XA^PQ9^FO10,10" + row.field + "^FS^XZ";
+        auto const session = desk_.MakeSession();
+        auto result = session->Consume(stream, false, true);
+        Zpl::Label label = std::get<1>(*result.label);
+        Strings texts;
+        for (unsigned const copy : {0U, 1U, 2U, 5U, 1U, 0U}) {
+            label.RenderLabel("", copy, copy, false);
+            texts.push_back(session->Target().GetLabelText());
+        }
+        EXPECT_EQ(texts, row.texts);
+    }
+}
+
 }  // namespace

@@ -1,1 +1,3 @@
 zpl_add_test(labels/JobTest)
+zpl_add_test(labels/HostHandlersTest)
+target_link_libraries(test_labels PRIVATE zpldesk)

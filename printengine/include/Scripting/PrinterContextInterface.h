@@ -8,6 +8,19 @@
 
 namespace Scripting {
 
+/// What the printer tells a host about itself.
+struct PrinterStatus {
+    bool paperOut = false;
+    bool paused = false;
+    bool headOpen = false;
+    bool ribbonOut = false;
+    bool thermalTransfer = false;
+    bool continuousMedia = false;
+    unsigned partLength = 0;       ///< of one label of the media, in dots of the design resolution
+    unsigned formatsInBuffer = 0;  ///< jobs that wait
+    unsigned labelsRemaining = 0;  ///< of the batch being printed
+};
+
 /// The services of the printer that a print stream can ask for: its characters, resolutions and clock, and the
 /// requests that act on the machine. All calls come from the thread that interprets streams.
 class PrinterContextInterface {
@@ -37,6 +50,8 @@ public:
     virtual bool CutsAfterLabel() const = 0;
     /// How many labels pass between cuts, if the printer counts them itself; 0 stands for a cut after every label.
     virtual std::optional<unsigned> CutInterval() const = 0;
+
+    virtual PrinterStatus Status() const { return {}; }
 
     /// Requests of the stream to the machine.
     virtual void CancelAll() = 0;

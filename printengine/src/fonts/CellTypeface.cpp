@@ -13,8 +13,8 @@ namespace PrintEngine::Fonts {
 namespace {
 
 constexpr std::array<CellFont, 7> CellFonts{{
-    // letter, width, height, ascent, gap, capitals only, hinted, em width, em height, file
-    {'A', 5, 9, 7, 1, false, true, 10, 10, "DejaVuSansMono.ttf"},
+    // letter, width, height, ascent, gap, capitals only, hinted, em width, em height, file, strike
+    {'A', 5, 9, 7, 1, false, true, 10, 10, "DejaVuSansMono.ttf", "6x10.pcf.gz"},
     {'B', 7, 11, 11, 2, true, true, 15, 15, "DejaVuSansMono-Bold.ttf"},
     {'D', 10, 18, 14, 2, false, true, 20, 19, "DejaVuSansMono.ttf"},
     {'E', 20, 41, 34, 0, false, false, 0, 0, "OCRB.otf"},
@@ -65,6 +65,17 @@ char32_t Capital(char32_t character) {
     return isSmall ? character - 0x20 : character;
 }
 
+/// Takes the empty rows off the top of a picture.
+void TrimTop(GlyphBitmap& bitmap) {
+    auto const ink =
+        std::find_if(bitmap.bytes.begin(), bitmap.bytes.end(), [](std::uint8_t byte) { return byte != 0; });
+    auto const rows = static_cast<int>((ink - bitmap.bytes.begin()) / static_cast<std::ptrdiff_t>(bitmap.RowBytes()));
+    bitmap.bytes.erase(bitmap.bytes.begin(),
+                       bitmap.bytes.begin() + rows * static_cast<std::ptrdiff_t>(bitmap.RowBytes()));
+    bitmap.above -= rows;
+    bitmap.height -= rows;
+}
+
 /// Makes each pixel a block, whose edges are rounded from the same place for every glyph, the pen and the baseline.
 GlyphBitmap Magnify(GlyphBitmap const& cell, double pixelsX, double pixelsY) {
     auto const edgeX = [&](int x) { return static_cast<int>(std::lround(x * pixelsX)); };
@@ -104,7 +115,8 @@ CellFont const* FindCellFont(std::string_view font) {
     return found == CellFonts.end() ? nullptr : &*found;
 }
 
-CellTypeface::CellTypeface(CellFont const& cell, FaceChain& faces) : cell_(cell), faces_(faces) {}
+CellTypeface::CellTypeface(CellFont const& cell, FaceChain& faces, Strike* strike)
+    : cell_(cell), faces_(faces), strike_(strike) {}
 
 int CellTypeface::Advance(char32_t character) { return IsControl(character) ? 0 : cell_.width + cell_.gap; }
 
@@ -116,6 +128,12 @@ GlyphBitmap const& CellTypeface::Cell(char32_t character) {
 }
 
 GlyphBitmap CellTypeface::Draw(char32_t character) {
+    if (GlyphBitmap bitmap; strike_ && strike_->Load(character, bitmap)) {
+        TrimTop(bitmap);
+        // Only accents stand out above the cell.
+        if (character < 0x7F) bitmap.above = std::min(bitmap.above, cell_.ascent);
+        return bitmap;
+    }
     auto const [face, glyph] = faces_.Find(character);
     if (!face) {
         // An empty cell's outline, as wide as the letters.

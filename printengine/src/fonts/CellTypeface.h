@@ -15,10 +15,11 @@ struct CellFont {
     int ascent;
     int gap;  ///< dots between cells; 0 where the cell holds its gap
     bool capitalsOnly;
-    bool hinted;       ///< small cells follow the outline font's instructions for few pixels
-    double emWidth;    ///< dots; chosen so that the outline's own advance is the cell's
-    double emHeight;   ///< dots; chosen so that capitals are `ascent` rows tall; 0 computes it
-    char const* file;  ///< name of the outline's file
+    bool hinted;                   ///< small cells follow the outline font's instructions for few pixels
+    double emWidth;                ///< dots; chosen so that the outline's own advance is the cell's
+    double emHeight;               ///< dots; chosen so that capitals are `ascent` rows tall; 0 computes it
+    char const* file;              ///< name of the outline's file
+    char const* strike = nullptr;  ///< name of a file with bitmaps of just this cell, which come before the outline
 };
 
 /// The bitmap font of a letter; null if the letter is none.
@@ -27,7 +28,8 @@ CellFont const* FindCellFont(std::string_view font);
 /// A font of fixed cells. Every character is drawn once at one pixel a dot, and magnified as blocks of its dots.
 class CellTypeface : public Typeface {
 public:
-    CellTypeface(CellFont const& cell, FaceChain& faces);
+    /// `strike` may be null.
+    CellTypeface(CellFont const& cell, FaceChain& faces, Strike* strike);
 
     int Ascent() const override { return cell_.ascent; }
     int Descent() const override { return cell_.height - cell_.ascent; }
@@ -41,6 +43,7 @@ private:
 
     CellFont const& cell_;
     FaceChain& faces_;
+    Strike* strike_;
     std::unordered_map<char32_t, GlyphBitmap> cells_;
 };
 

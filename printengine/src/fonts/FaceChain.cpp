@@ -26,16 +26,25 @@ std::string CodePoint(char32_t character) {
 
 FaceStore::~FaceStore() {
     faces_.clear();
+    strikes_.clear();
     if (library_) FT_Done_FreeType(library_);
 }
 
 Face* FaceStore::Open(std::filesystem::path const& file) {
-    if (file.empty()) return nullptr;
-    if (!library_ && FT_Init_FreeType(&library_) != 0) return nullptr;
+    if (file.empty() || !HasLibrary()) return nullptr;
     auto const [at, isNew] = faces_.try_emplace(file);
     if (isNew) at->second = Face::Open(library_, file);
     return at->second.get();
 }
+
+Strike* FaceStore::OpenStrike(std::filesystem::path const& file) {
+    if (file.empty() || !HasLibrary()) return nullptr;
+    auto const [at, isNew] = strikes_.try_emplace(file);
+    if (isNew) at->second = Strike::Open(library_, file);
+    return at->second.get();
+}
+
+bool FaceStore::HasLibrary() { return library_ || FT_Init_FreeType(&library_) == 0; }
 
 FaceChain::FaceChain(FaceStore& store, std::string font, std::filesystem::path const& file,
                      std::vector<std::string> fileNames)
@@ -60,6 +69,10 @@ Face* FaceChain::Primary() {
         if (Face* const face = At(i)) return face;
     }
     return nullptr;
+}
+
+bool FaceChain::IsDrawnBy(std::string_view fileName) {
+    return !links_.empty() && At(0) != nullptr && links_[0].name == fileName;
 }
 
 FaceChain::Found FaceChain::Find(char32_t character) {

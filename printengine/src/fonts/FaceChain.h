@@ -8,6 +8,7 @@
 
 #include "printengine/src/fonts/Face.h"
 #include "printengine/src/fonts/FontFiles.h"
+#include "printengine/src/fonts/Strike.h"
 
 namespace PrintEngine::Fonts {
 
@@ -21,10 +22,15 @@ public:
 
     /// Null if there is no such file or it is no font.
     Face* Open(std::filesystem::path const& file);
+    /// Null if there is no such file or it holds no bitmaps.
+    Strike* OpenStrike(std::filesystem::path const& file);
 
 private:
+    bool HasLibrary();
+
     FT_LibraryRec_* library_ = nullptr;
     std::map<std::filesystem::path, std::unique_ptr<Face>> faces_;
+    std::map<std::filesystem::path, std::unique_ptr<Strike>> strikes_;
 };
 
 /// The files that draw a font: the first draws what it can, the next ones the characters that those before lack.
@@ -41,6 +47,8 @@ public:
     Found Find(char32_t character);
     /// The first font that can be opened; null if none can.
     Face* Primary();
+    /// Whether the file of this name is the one that draws what it can.
+    bool IsDrawnBy(std::string_view fileName);
 
 private:
     Face* At(std::size_t index);

@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "printengine/src/fonts/CellTypeface.h"
+#include "printengine/src/fonts/EmSize.h"
 #include "printengine/src/fonts/OutlineTypeface.h"
 
 namespace PrintEngine::Printing {
@@ -21,9 +22,6 @@ constexpr char const* AnyIdeographs = "NotoSansCJK*";
 constexpr double MaxEm = 1e6;
 
 double Bounded(double em) { return em > 0 ? std::min(em, MaxEm) : 0; }
-
-/// The size of an em in dots. Prepared fonts are given half the points at 600 dpi.
-double EmOf(double pointSize, unsigned designDpi) { return pointSize / 0.331 * (designDpi == 600 ? 2 : 1); }
 
 template <typename... Values>
 std::string Format(char const* format, Values... values) {
@@ -45,6 +43,7 @@ void TrueTypeCacheCreator::Cache::DropIfFontFilesChanged() {
     cells_.clear();
     preparedNames_.clear();
     prepared_.clear();
+    lastPrepared_ = prepared_.end();
     preparedOrder_.clear();
     trueType_.clear();
     glyphs_.Clear();
@@ -62,7 +61,7 @@ Fonts::FaceChain& TrueTypeCacheCreator::Cache::Chain(std::string_view font, std:
 Fonts::FaceChain& TrueTypeCacheCreator::Cache::ScalableChain(std::string_view font) {
     // All scalable letters are drawn by the font of letter 0, unless their own name has a file.
     std::string_view const name = Fonts::FontFiles::Process().FileSetFor(font).empty() ? "0" : font;
-    return Chain(name, {"RobotoCondensed-Bold.ttf", "DejaVuSans-Bold.ttf", "DejaVuSans.ttf", AnyIdeographs});
+    return Chain(name, {Fonts::Font0File, "DejaVuSans-Bold.ttf", "DejaVuSans.ttf", AnyIdeographs});
 }
 
 Fonts::FaceChain& TrueTypeCacheCreator::Cache::TrueTypeChain(std::string_view font) {
@@ -72,14 +71,23 @@ Fonts::FaceChain& TrueTypeCacheCreator::Cache::TrueTypeChain(std::string_view fo
 
 Fonts::Typeface& TrueTypeCacheCreator::Cache::Find(std::string_view font) {
     DropIfFontFilesChanged();
-    if (auto const prepared = prepared_.find(font); prepared != prepared_.end()) return *prepared->second;
+    // One text asks for its font many times.
+    if (lastPrepared_ != prepared_.end() && lastPrepared_->first == font) return *lastPrepared_->second;
+    if (auto const prepared = prepared_.find(font); prepared != prepared_.end()) {
+        lastPrepared_ = prepared;
+        return *prepared->second;
+    }
     Fonts::CellFont const* cell = Fonts::FindCellFont(font);
     if (!cell) cell = Fonts::FindCellFont("A");
     std::unique_ptr<Fonts::Typeface>& typeface = cells_[cell->letter];
     if (!typeface) {
         Fonts::FaceChain& faces =
             Chain({&cell->letter, 1}, {cell->file, "DejaVuSansMono.ttf", "DejaVuSans.ttf", AnyIdeographs});
-        typeface = std::make_unique<Fonts::CellTypeface>(*cell, faces);
+        // A file that somebody has set for the letter draws all of it.
+        auto& files = Fonts::FontFiles::Process();
+        bool const isSet = !files.FileSetFor({&cell->letter, 1}).empty();
+        Fonts::Strike* const strike = cell->strike && !isSet ? faces_.OpenStrike(files.Find(cell->strike)) : nullptr;
+        typeface = std::make_unique<Fonts::CellTypeface>(*cell, faces, strike);
     }
     return *typeface;
 }
@@ -92,22 +100,28 @@ std::string TrueTypeCacheCreator::Cache::Prepare(std::string_view name, Scriptin
                                                  unsigned designDpi) {
     DropIfFontFilesChanged();
     // Functions cannot be compared: the same sizes stand for the same advances.
-    std::string parameters = std::string(name) + Format("|%.6g|%.6g|%u|%u|%u|%u|%d", metrics.pointSize,
-                                                        metrics.widthPercent, metrics.cellHeight, metrics.descent,
-                                                        metrics.cellWidth, designDpi, metrics.expectedWidth ? 1 : 0);
+    std::string parameters(name);
+    for (double const value : {metrics.pointSize, metrics.widthPercent, metrics.cellHeight * 1.0, metrics.descent * 1.0,
+                               metrics.cellWidth * 1.0, designDpi * 1.0, metrics.expectedWidth ? 1.0 : 0.0})
+        parameters.append(reinterpret_cast<char const*>(&value), sizeof value);
     if (auto const known = preparedNames_.find(parameters); known != preparedNames_.end()) return known->second;
 
     if (preparedOrder_.size() >= MaxPrepared) {
         auto const oldest = preparedNames_.find(preparedOrder_.front());
+        lastPrepared_ = prepared_.end();
         prepared_.erase(oldest->second);
         preparedNames_.erase(oldest);
         preparedOrder_.pop_front();
     }
+    Fonts::FaceChain& chain = ScalableChain(name);
+    // The measured widths are those of one file; any other has its own.
+    auto const expectedWidth =
+        chain.IsDrawnBy(Fonts::Font0File) ? metrics.expectedWidth : std::function<unsigned(char32_t)>();
     int const descent = std::min(metrics.descent, metrics.cellHeight);
-    Fonts::OutlineSize const size{Bounded(EmOf(metrics.pointSize, designDpi) * metrics.widthPercent / 100), 0,
-                                  metrics.cellHeight - descent, descent};
+    Fonts::OutlineSize const size{Bounded(Fonts::PreparedEm(metrics.pointSize, designDpi) * metrics.widthPercent / 100),
+                                  0, metrics.cellHeight - descent, descent};
     std::string prepared = std::string(name) + Format("#%u", ++serial_);
-    prepared_[prepared] = std::make_unique<Fonts::OutlineTypeface>(ScalableChain(name), size, metrics.expectedWidth);
+    prepared_[prepared] = std::make_unique<Fonts::OutlineTypeface>(chain, size, expectedWidth);
     preparedOrder_.push_back(parameters);
     preparedNames_[std::move(parameters)] = prepared;
     return prepared;

@@ -42,6 +42,7 @@ private:
     std::map<char, std::unique_ptr<Fonts::Typeface>> cells_;
     std::map<std::string, std::string, std::less<>> preparedNames_;  ///< by parameters
     std::map<std::string, std::unique_ptr<Fonts::Typeface>, std::less<>> prepared_;
+    decltype(prepared_)::const_iterator lastPrepared_ = prepared_.end();
     std::deque<std::string> preparedOrder_;  ///< parameters, oldest first
     std::map<std::string, std::unique_ptr<Fonts::Typeface>, std::less<>> trueType_;
     Fonts::GlyphCache glyphs_;

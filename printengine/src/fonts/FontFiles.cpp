@@ -8,7 +8,7 @@ namespace PrintEngine::Fonts {
 namespace {
 
 /// Where the fonts that every label can use lie below the system font folder.
-constexpr std::array<std::string_view, 12> UsualPlaces{
+constexpr std::array<std::string_view, 13> UsualPlaces{
     "truetype/roboto/unhinted/RobotoCondensed-Bold.ttf",
     "truetype/roboto/unhinted/RobotoCondensed-Regular.ttf",
     "truetype/roboto/unhinted/RobotoTTF/Roboto-Regular.ttf",
@@ -21,6 +21,7 @@ constexpr std::array<std::string_view, 12> UsualPlaces{
     "truetype/dejavu/DejaVuSerif-Bold.ttf",
     "opentype/ocr-b/OCRB.otf",
     "truetype/ocr-a/OCRA.ttf",
+    "X11/misc/6x10.pcf.gz",
 };
 
 std::string LowerCase(std::string_view text) {
@@ -53,7 +54,11 @@ void FontFiles::SetFolder(std::filesystem::path const& folder) {
 }
 
 void FontFiles::SetFile(std::string font, std::filesystem::path file) {
-    set_[std::move(font)] = std::move(file);
+    if (file.empty()) {
+        set_.erase(font);
+    } else {
+        set_[std::move(font)] = std::move(file);
+    }
     ++version_;
 }
 
@@ -100,8 +105,7 @@ std::vector<std::string> FontFiles::Names() const {
     std::vector<std::string> names;
     for (std::string_view const place : UsualPlaces) names.emplace_back(FileNameOf(place));
     for (auto const& [name, file] : set_) {
-        // A single character is a font letter, and no file's name.
-        if (name.size() > 1 && std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
+        if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
     }
     return names;
 }

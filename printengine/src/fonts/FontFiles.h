@@ -16,7 +16,8 @@ public:
     static FontFiles& Process();
 
     void SetFolder(std::filesystem::path const& folder);
-    /// The file that draws a font letter or an object name, instead of the one that does by default.
+    /// The file that draws a font letter or an object name, instead of the one that does by default; an empty path
+    /// gives the font back to that one.
     void SetFile(std::string font, std::filesystem::path file);
 
     /// The file set for a font; empty if none is.
@@ -24,7 +25,7 @@ public:
     /// The path of a file of that name, letter case set aside, below the folder; empty if there is none. A name that
     /// ends with '*' stands for the first file whose name begins so.
     std::filesystem::path Find(std::string_view fileName);
-    /// Names by which a label can ask for a font file.
+    /// Names and font letters by which a label can ask for a font file.
     std::vector<std::string> Names() const;
     /// Changes whenever an earlier answer may no longer hold.
     unsigned Version() const { return version_; }

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
+#include "printengine/src/fonts/EmSize.h"
 #include "printengine/src/raster/Raster.h"
 
 namespace PrintEngine::Fonts {
@@ -22,7 +23,9 @@ std::int32_t In64ths(double pixels) { return static_cast<std::int32_t>(std::lrou
 
 OutlineTypeface::OutlineTypeface(FaceChain& faces, OutlineSize const& size,
                                  std::function<unsigned(char32_t)> expectedWidth)
-    : faces_(faces), size_(size), expectedWidth_(std::move(expectedWidth)) {}
+    : faces_(faces), size_(size), expectedWidth_(std::move(expectedWidth)) {
+    asciiAdvances_.fill(Unknown);
+}
 
 double OutlineTypeface::EmHeight(Face const* face) const {
     return size_.emHeight > 0 ? size_.emHeight : size_.ascent / face->CapitalHeight();
@@ -30,6 +33,10 @@ double OutlineTypeface::EmHeight(Face const* face) const {
 
 int OutlineTypeface::Advance(char32_t character) {
     if (IsControl(character)) return 0;
+    if (character < asciiAdvances_.size()) {
+        int& advance = asciiAdvances_[character];
+        return advance == Unknown ? advance = MeasureAdvance(character) : advance;
+    }
     if (auto const known = advances_.find(character); known != advances_.end()) return known->second;
     if (advances_.size() >= MaxRememberedAdvances) advances_.clear();
     return advances_[character] = MeasureAdvance(character);
@@ -40,7 +47,7 @@ int OutlineTypeface::MeasureAdvance(char32_t character) {
     unsigned const expected = expectedWidth_ ? expectedWidth_(character) : 0;
     if (expected != 0) return static_cast<int>(std::min(expected, 1u << 20));
     auto const [face, glyph] = faces_.Find(character);
-    return static_cast<int>(std::lround(std::min(1e6, (face ? face->Advance(glyph) : BoxAdvance) * size_.emWidth)));
+    return AdvanceInDots(face ? face->Advance(glyph) : BoxAdvance, size_.emWidth);
 }
 
 GlyphBitmap const* OutlineTypeface::Glyph(char32_t character, double pixelsX, double pixelsY, GlyphCache& cache) {

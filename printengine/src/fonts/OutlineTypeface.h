@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <unordered_map>
 
@@ -36,6 +37,8 @@ private:
     FaceChain& faces_;
     OutlineSize size_;
     std::function<unsigned(char32_t)> expectedWidth_;
+    static constexpr int Unknown = -1;
+    std::array<int, 128> asciiAdvances_;  ///< the most wanted ones
     std::unordered_map<char32_t, int> advances_;
 };
 

@@ -166,7 +166,34 @@ void Raster::Put(int x, int y, Word bits) {
 }
 
 template <Ink Mode>
+bool Raster::BlitGlyph(BitRows const& picture, int x, int y) {
+    if (Mode == Ink::White || picture.width > WordBits || x < 0 || x + picture.width > MaxWidth || y < 0 ||
+        picture.height <= 0 || static_cast<std::size_t>(y) + static_cast<std::size_t>(picture.height) > lines_.size()) {
+        return false;
+    }
+    auto const first = static_cast<std::uint32_t>(x / WordBits);
+    int const shift = x % WordBits;
+    std::uint32_t const last = first + (shift + picture.width > WordBits ? 1 : 0);
+    Line* const lines = lines_.data() + y;
+    for (int row = 0; row < picture.height; ++row) {
+        if (lines[row].room <= last) return false;
+    }
+    for (int row = 0; row < picture.height; ++row) {
+        Word const bits = picture.Fetch(row, 0);
+        Line& line = lines[row];
+        line.used = std::max(line.used, last + 1);
+        Apply<Mode>(line.words[first], bits >> shift);
+        if (last != first) Apply<Mode>(line.words[last], bits << (WordBits - shift));
+    }
+    bool const untouched = top_ == bottom_;
+    top_ = untouched ? y : std::min(top_, y);
+    bottom_ = untouched ? y + picture.height : std::max(bottom_, y + picture.height);
+    return true;
+}
+
+template <Ink Mode>
 void Raster::BlitLevel(BitRows const& picture, int x, int y, bool upsideDown) {
+    if (!upsideDown && BlitGlyph<Mode>(picture, x, y)) return;
     int const words = (picture.width + WordBits - 1) / WordBits;
     int const firstRow = std::max(0, -y);
     int const lastRow = std::min(picture.height, MaxHeight - y);
@@ -200,7 +227,7 @@ void Raster::BlitTurned(BitRows const& picture, int x, int y, bool clockwise) {
             if (any == 0) continue;
             Transpose(block);
             // Row j of the block is now column 64 * column + j of the picture, its top pixel leftmost.
-            for (int j = 0; j < WordBits; ++j) {
+            for (int j = 0; j < std::min(WordBits, picture.width - column * WordBits); ++j) {
                 if (block[j] == 0) continue;
                 int const u = column * WordBits + j;
                 int const row = y + (clockwise ? u : picture.width - 1 - u);

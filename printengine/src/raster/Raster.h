@@ -90,6 +90,9 @@ private:
     void Put(int x, int y, Word bits);
     template <Ink Mode>
     void BlitLevel(BitRows const& picture, int x, int y, bool upsideDown);
+    /// Draws a picture of at most one word's width upright, if all its rows have room already; false if they have not.
+    template <Ink Mode>
+    bool BlitGlyph(BitRows const& picture, int x, int y);
     template <Ink Mode>
     void BlitTurned(BitRows const& picture, int x, int y, bool clockwise);
 

@@ -1,0 +1,96 @@
+#include "barcodes/DataMatrixRendering.h"
+
+#include <algorithm>
+
+#include "Barcode/Encoder/DataMatrix200Encoder.h"
+#include "barcodes/DataMatrix0to140Encoder.h"
+#include "barcodes/Memoizer.h"
+#include "frontend/context/ZplContextKeys.h"
+
+namespace ZplCore {
+
+using namespace Barcode::Encoder;
+using Barcode::Model::MatrixBarcodeModel;
+
+namespace {
+
+void DrawMatrix(ContextProcessor& processor, MatrixBarcodeModel const& model, unsigned cellSize) {
+    auto const resolution = SketchResolution::Of(processor);
+    auto const symbol =
+        Scripting::GraphicHelper::SketchMatrixBarcode(model, cellSize, resolution.printer, resolution.design);
+    RenderSimpleBarcode(processor, *symbol.rows, symbol.logicalWidth, symbol.logicalHeight, symbol.bitmapWidth);
+}
+
+/// The module size in dots; if none was sent, one that makes the symbol as tall as the barcodes of its label.
+unsigned ModuleSize(ContextProcessor const& processor, DataMatrixOptions const& options,
+                    MatrixBarcodeModel const& model) {
+    if (options.moduleSize != 0 || model.GetCells().empty()) return options.moduleSize;
+    return std::max(1U, processor.at(ZplContextKeys::BarcodeHeight) / static_cast<unsigned>(model.GetCells().size()));
+}
+
+void CreateDataMatrix200(ContextProcessor& processor, DataMatrixOptions const& options) {
+    static Memoizer<10, decltype(&DataMatrix200Encoder::Encode), std::string, DMSize, char, unsigned> encode(
+        &DataMatrix200Encoder::Encode);
+    // One side alone is that of a square.
+    DMSize const size{options.columns ? options.columns : options.rows, options.rows ? options.rows : options.columns};
+    std::string const& data = processor.at(ZplContextKeys::FieldData);
+    auto const status = DataMatrix200Encoder::Validate(data, size, options.escape, options.aspect);
+    unsigned module = options.moduleSize;
+    auto const model = [&]() -> MatrixBarcodeModel const& {
+        auto const& made = encode(data, size, options.escape, options.aspect);
+        module = ModuleSize(processor, options, made);
+        return made;
+    };
+    if (status == ValidationStatus::Valid) model();
+    RenderMatrix(processor, status, model, module, true);
+}
+
+void CreateDataMatrix0to140(ContextProcessor& processor, DataMatrixOptions const& options) {
+    static Memoizer<10, decltype(&DataMatrix0to140Encoder::Encode), std::string, int, int, int> encode(
+        &DataMatrix0to140Encoder::Encode);
+    std::string const& data = processor.at(ZplContextKeys::FieldData);
+    bool const isSquare = options.columns == 0 || options.rows == 0 || options.columns == options.rows;
+    unsigned const size = std::max(options.columns, options.rows);
+    auto const status = isSquare ? DataMatrix0to140Encoder::Validate(data, options.quality, size, options.format)
+                                 : ValidationStatus::InvalidParameter;
+    unsigned module = options.moduleSize;
+    auto const model = [&]() -> MatrixBarcodeModel const& {
+        auto const& made =
+            encode(data, static_cast<int>(options.quality), static_cast<int>(size), static_cast<int>(options.format));
+        module = ModuleSize(processor, options, made);
+        return made;
+    };
+    if (status == ValidationStatus::Valid) model();
+    RenderMatrix(processor, status, model, module, true);
+}
+
+}  // namespace
+
+bool IsDataMatrixQuality(unsigned value) {
+    constexpr unsigned Levels[] = {0, 50, 80, 100, 140, 200};
+    return std::find(std::begin(Levels), std::end(Levels), value) != std::end(Levels);
+}
+
+void RenderDataMatrix(ContextProcessor& processor, DataMatrixOptions const& options) {
+    constexpr unsigned Ecc200 = 200;
+    if (!processor.GetGraphicContext()) return;
+    if (options.quality == Ecc200) {
+        CreateDataMatrix200(processor, options);
+    } else {
+        CreateDataMatrix0to140(processor, options);
+    }
+}
+
+void RenderMatrix(ContextProcessor& processor, BarcodeStatus status,
+                  std::function<MatrixBarcodeModel const&()> const& encode, unsigned cellSize, bool forceError) {
+    if (!processor.GetGraphicContext()) return;
+    MatrixBarcodeModel const* model = status == BarcodeStatus::Valid ? &encode() : nullptr;
+    if (model != nullptr && model->GetCells().empty()) status = BarcodeStatus::TooLong;
+    if (auto const message = GetBarcodeErrorMessage(status)) {
+        HandleBarcodeError(processor, *message, forceError);
+        return;
+    }
+    DrawMatrix(processor, *model, cellSize);
+}
+
+}  // namespace ZplCore

@@ -1,0 +1,179 @@
+#include "barcodes/Gs1Databar.h"
+
+#include <algorithm>
+
+#include "Barcode/Encoder/ModuleEncoder.h"
+#include "barcodes/BarcodeFrame.h"
+#include "barcodes/BitmapPainter.h"
+#include "barcodes/RetailText.h"
+#include "frontend/stream/Ascii.h"
+
+namespace Barcode::Encoder {
+
+namespace {
+
+using Model::GS1BarcodeModel;
+using Height = GS1BarcodeModel::Height;
+
+struct TypeRow {
+    ModuleSymbology symbology;
+    std::size_t digits;  ///< of the linear part; 0 for element strings
+    Height height;       ///< of rows whose height the symbology leaves open
+    unsigned modules;
+};
+
+/// In the order of the command's numbers; heights by ISO/IEC 24724.
+constexpr TypeRow Types[] = {
+    {ModuleSymbology::DataBarOmnidirectional, 13, Height::Modules, 33},
+    {ModuleSymbology::DataBarOmnidirectional, 13, Height::Modules, 13},
+    {ModuleSymbology::DataBarStacked, 13, Height::Modules, 7},
+    {ModuleSymbology::DataBarStackedOmnidirectional, 13, Height::Modules, 33},
+    {ModuleSymbology::DataBarLimited, 13, Height::Modules, 10},
+    {ModuleSymbology::DataBarExpanded, 0, Height::Modules, 34},
+    {ModuleSymbology::UPCA, 11, Height::Bars, 0},
+    {ModuleSymbology::UPCE, 7, Height::Bars, 0},
+    {ModuleSymbology::EAN, 12, Height::Bars, 0},
+    {ModuleSymbology::EAN, 7, Height::Bars, 0},
+    {ModuleSymbology::GS1128, 0, Height::Bars, 0},
+    {ModuleSymbology::GS1128, 0, Height::Bars, 0},
+};
+
+/// GS1 General Specifications, table 7.8.5-2: identifiers by their first two digits, and the digits behind them.
+constexpr struct {
+    std::string_view prefix;
+    std::size_t length;  ///< with the identifier
+} FixedLengths[] = {{"00", 20}, {"01", 16}, {"02", 16}, {"03", 16}, {"04", 18}, {"11", 8}, {"12", 8}, {"13", 8},
+                    {"14", 8},  {"15", 8},  {"16", 8},  {"17", 8},  {"18", 8},  {"19", 8}, {"20", 4}, {"31", 10},
+                    {"32", 10}, {"33", 10}, {"34", 10}, {"35", 10}, {"36", 10}, {"41", 16}};
+
+constexpr char GroupSeparator = '\x1D';
+
+/// The length of the first element; all of `text` if it is not fixed.
+std::size_t ElementLength(std::string_view text) {
+    for (auto const& [prefix, length] : FixedLengths) {
+        if (text.substr(0, 2) == prefix) return std::min(length, text.size());
+    }
+    return text.size();
+}
+
+std::string FixedDigits(std::string const& text, Gs1Type type, std::size_t count) {
+    std::string digits = ZplCore::KeepCharacters("0123456789")(text);
+    // Senders may put the identifier 01 in front and the check digit behind.
+    if (count == 13 && digits.size() == 16) digits.erase(0, 2);
+    if (type == Gs1Type::UPCE) digits = ZplCore::UPCE::TransformInvalidInput(digits);
+    if (digits.size() > count) digits.resize(count);
+    return std::string(count - digits.size(), '0') + digits;
+}
+
+GS1BarcodeModel::GS1Fragment MakeFragment(std::vector<bool> const& row, unsigned height, TypeRow const& type) {
+    GS1BarcodeModel::GS1Fragment fragment;
+    for (bool const dark : row) fragment.blocks.emplace_back(false, dark);
+    fragment.modules = height == 0 ? type.modules : height;
+    if (height == 0) fragment.height = type.height;
+    if (height == 1) fragment.height = Height::Separator;
+    return fragment;
+}
+
+}  // namespace
+
+std::string BracketIdentifiers(std::string_view elements) {
+    std::string result;
+    if (elements.find_first_of("[(") != std::string_view::npos) {
+        result = elements;
+        std::replace(result.begin(), result.end(), '(', '[');
+        std::replace(result.begin(), result.end(), ')', ']');
+        return result;
+    }
+    while (!elements.empty()) {
+        if (elements[0] == GroupSeparator) {
+            elements.remove_prefix(1);
+            continue;
+        }
+        // What begins with no identifier is information between partners.
+        bool const hasIdentifier = elements.size() >= 2 && IsAsciiDigit(elements[0]) && IsAsciiDigit(elements[1]);
+        std::string_view const group = elements.substr(0, elements.find(GroupSeparator));
+        std::string_view const element = hasIdentifier ? group.substr(0, ElementLength(group)) : group;
+        result += '[';
+        result += hasIdentifier ? element.substr(0, 2) : "90";
+        result += ']';
+        result += element.substr(hasIdentifier ? 2 : 0);
+        elements.remove_prefix(element.size());
+    }
+    return result;
+}
+
+Gs1Symbol EncodeGs1(std::string const& data, Gs1Type type, unsigned segments) {
+    Gs1Symbol symbol;
+    auto const number = static_cast<std::size_t>(type) - 1;
+    if (number >= std::size(Types)) {
+        symbol.status = ValidationStatus::InvalidParameter;
+        return symbol;
+    }
+    TypeRow const& row = Types[number];
+    std::size_t const bar = data.find('|');
+    std::string const linear = data.substr(0, bar);
+    if (linear.empty()) {
+        symbol.status = ValidationStatus::TooShort;
+        return symbol;
+    }
+    ModuleRequest request;
+    request.symbology = row.symbology;
+    if (type == Gs1Type::Expanded && segments < 22) {
+        request.symbology = ModuleSymbology::DataBarExpandedStacked;
+        request.columns = std::max(1U, segments / 2);
+    }
+    request.isComposite = bar != std::string::npos && bar + 1 < data.size();
+    request.isGs1 = request.isComposite || row.digits == 0;
+    auto const part = row.digits == 0 ? BracketIdentifiers(linear) : FixedDigits(linear, type, row.digits);
+    request.data = request.isComposite ? BracketIdentifiers(std::string_view(data).substr(bar + 1)) : part;
+    if (request.isComposite) {
+        request.primary = part;
+        if (type == Gs1Type::Gs1128WithCcC) request.mode = 3;
+    }
+    auto const modules = EncodeModules(request);
+    symbol.status = modules.status;
+    for (std::size_t r = 0; r < modules.rows.size(); ++r)
+        symbol.model << MakeFragment(modules.rows[r], modules.heights[r], row);
+    return symbol;
+}
+
+}  // namespace Barcode::Encoder
+
+namespace Scripting {
+
+SketchedBitmap GraphicHelper::SketchGS1Barcode(Barcode::Model::GS1BarcodeModel const& model, unsigned module,
+                                               unsigned separatorHeight, unsigned barHeight, Dpi dpi,
+                                               unsigned long designResolution) {
+    using Height = Barcode::Model::GS1BarcodeModel::Height;
+    PixelScale const toPixels(dpi, designResolution);
+    auto const heightOf = [&](auto const& fragment, auto const& scale) -> std::uint64_t {
+        switch (fragment.height) {
+            case Height::Separator: return scale(separatorHeight);
+            case Height::Bars: return scale(barHeight);
+            case Height::Modules: break;
+        }
+        return fragment.modules * scale(module);
+    };
+    auto const inDots = [](unsigned dots) { return std::uint64_t{dots}; };
+    std::uint64_t width = 0, height = 0, logicalHeight = 0;
+    for (auto const& fragment : model.GetFragments()) {
+        width = std::max<std::uint64_t>(width, fragment.blocks.size());
+        height += heightOf(fragment, toPixels);
+        logicalHeight += heightOf(fragment, inDots);
+    }
+    auto bitmap = MakeBitmap(width * toPixels(module), height);
+    bitmap.logicalWidth = width * module;
+    bitmap.logicalHeight = logicalHeight;
+    if (bitmap.rows->empty()) return bitmap;
+    std::size_t y = 0;
+    for (auto const& fragment : model.GetFragments()) {
+        std::uint64_t const rows = heightOf(fragment, toPixels);
+        if (rows == 0) continue;
+        PaintBlocks(RowAt(bitmap, y), fragment.blocks, toPixels(module), 2 * toPixels(module));
+        RepeatRow(bitmap, y, rows);
+        y += rows;
+    }
+    return bitmap;
+}
+
+}  // namespace Scripting

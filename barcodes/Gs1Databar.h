@@ -1,0 +1,81 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "Barcode/Encoder/ValidationStatus.h"
+#include "Barcode/Model/BarcodeModels.h"
+#include "barcodes/GraphicHelper.h"
+
+namespace Barcode::Model {
+
+/// Rows of bars of different heights, from the top.
+class GS1BarcodeModel : public BarcodeModelBase {
+public:
+    /// What a row's height follows.
+    enum class Height {
+        Modules,    ///< a number of modules
+        Separator,  ///< the height of separators asked for
+        Bars,       ///< the height of linear bars asked for
+    };
+    struct GS1Fragment {
+        std::vector<Block> blocks;
+        Height height = Height::Modules;
+        unsigned modules = 1;  ///< of Height::Modules
+    };
+
+    SymbologyGroup GetSymbologyGroup() const override { return SymbologyGroup::Composite; }
+    std::vector<GS1Fragment> const& GetFragments() const { return fragments_; }
+    GS1BarcodeModel& operator<<(GS1Fragment fragment) {
+        fragments_.push_back(std::move(fragment));
+        return *this;
+    }
+
+private:
+    std::vector<GS1Fragment> fragments_;
+};
+
+}  // namespace Barcode::Model
+
+namespace Barcode::Encoder {
+
+/// The symbols of the GS1 DataBar command, in its numbering.
+enum class Gs1Type : unsigned {
+    Omnidirectional = 1,
+    Truncated,
+    Stacked,
+    StackedOmnidirectional,
+    Limited,
+    Expanded,
+    UPCA,
+    UPCE,
+    EAN13,
+    EAN8,
+    Gs1128WithCcAb,
+    Gs1128WithCcC,
+};
+
+struct Gs1Symbol {
+    ValidationStatus status = ValidationStatus::Valid;
+    Model::GS1BarcodeModel model;
+};
+
+/// GS1 DataBar (ISO/IEC 24724) and GS1 Composite (ISO/IEC 24723). The linear part and, behind a vertical bar, the data
+/// of the component above it. `segments` counts those in a row of an expanded symbol, 22 for a single row.
+Gs1Symbol EncodeGs1(std::string const& data, Gs1Type type, unsigned segments);
+
+/// Element strings with their application identifiers in brackets. Identifiers of a fixed length are followed by the
+/// next, others by FNC1 (0x1D). Brackets and parentheses of the sender are kept as such.
+std::string BracketIdentifiers(std::string_view elements);
+
+}  // namespace Barcode::Encoder
+
+namespace Scripting::GraphicHelper {
+
+/// Dots: a module, the height of separators, of linear bars; each row's height in modules is told by the model.
+SketchedBitmap SketchGS1Barcode(Barcode::Model::GS1BarcodeModel const& model, unsigned module, unsigned separatorHeight,
+                                unsigned barHeight, Dpi dpi, unsigned long designResolution);
+
+}  // namespace Scripting::GraphicHelper

@@ -1,0 +1,62 @@
+#include "barcodes/Gs1DatabarBarcodeHandler.h"
+
+#include <algorithm>
+
+#include "barcodes/BarcodeFrame.h"
+#include "barcodes/BarcodeParameters.h"
+#include "barcodes/Gs1Databar.h"
+#include "barcodes/Memoizer.h"
+#include "fields/UnitConversion.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/stream/ZplParse.h"
+
+namespace {
+
+using namespace Barcode::Encoder;
+using namespace ZplCore;
+
+struct Gs1Options {
+    Gs1Type type;
+    unsigned module;           ///< dots
+    unsigned separatorHeight;  ///< modules
+    unsigned barHeight;        ///< dots
+    unsigned segments;
+};
+
+void RenderGs1(ContextProcessor& processor, Gs1Options const& options) {
+    static Memoizer<10, decltype(&EncodeGs1), std::string, Gs1Type, unsigned> encode(&EncodeGs1);
+    if (!processor.GetGraphicContext()) return;
+    auto const& symbol = encode(processor.at(ZplContextKeys::FieldData), options.type, options.segments);
+    if (auto const message = GetBarcodeErrorMessage(symbol.status))
+        return HandleBarcodeError(processor, *message, false);
+    auto const resolution = SketchResolution::Of(processor);
+    auto const sketch = Scripting::GraphicHelper::SketchGS1Barcode(
+        symbol.model, options.module, options.separatorHeight * options.module, options.barHeight, resolution.printer,
+        resolution.design);
+    RenderSimpleBarcode(processor, *sketch.rows, sketch.logicalWidth, sketch.logicalHeight, sketch.bitmapWidth);
+}
+
+}  // namespace
+
+bool Gs1DatabarBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    constexpr unsigned SingleRow = 22;
+    StoreBarcodeOrientation(current, command, processor);
+    auto const toDots = ToDotsScaled(processor);
+    // Two, three and six dots by the density of the head; the default of the other symbols of cells is the same.
+    unsigned const byDensity = std::max(2U, MagnificationDefaultDPIConversion(Scripting::Dpi(DesignDpi(processor))));
+    Gs1Options options;
+    options.type = static_cast<Gs1Type>(ZplParse<unsigned>(command, 1).ValueOr(1));
+    options.module = ZplParse<double>(command, 2)
+                         .Map(toDots)
+                         .Where([](unsigned dots) { return dots >= 1 && dots <= 100; })
+                         .ValueOr(byDensity);
+    options.separatorHeight = ZplParse<char>(command, 3).ValueOr('1') == '2' ? 2 : 1;
+    options.barHeight = ZplParse<double>(command, 4).Map(toDots).Map(ClampBarcodeHeight).ValueOr(25);
+    options.segments = ZplParse<unsigned>(command, 5)
+                           .Where([](unsigned n) { return n >= 2 && n <= SingleRow && n % 2 == 0; })
+                           .ValueOr(SingleRow);
+    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderGs1(at, options); };
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
+    return true;
+}

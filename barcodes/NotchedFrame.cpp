@@ -1,0 +1,27 @@
+#include "barcodes/BarcodeFrame.h"
+#include "frontend/context/ZplContextKeys.h"
+
+namespace ZplCore {
+
+ZplContextKeys::RenderFunction NotchedBarcodeRenderFunction(BarcodeValidate validate, LinearEncode encode,
+                                                            NotchedRender render, NotchedSplit split,
+                                                            BarcodeTransform inputTransform) {
+    return [=](ContextProcessor& processor) {
+        auto const& target = processor.GetGraphicContext();
+        if (!target) return;
+        target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
+        std::string const data = processor.at(ZplContextKeys::FieldData);
+        std::string const text = inputTransform ? inputTransform(data) : data;
+        if (auto const message = GetBarcodeErrorMessage(validate(text))) {
+            HandleBarcodeError(processor, *message, true);
+            return;
+        }
+        auto const model = encode(text);
+        if (!model) return;
+        render(*model, processor,
+               split ? split(text, model->GetCheckDigit())
+                     : std::vector<std::string>{processor.at(ZplContextKeys::FieldData)});
+    };
+}
+
+}  // namespace ZplCore

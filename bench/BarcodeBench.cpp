@@ -1,0 +1,89 @@
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+#include "Barcode/Encoder/Code128Encoder.h"
+#include "Barcode/Encoder/DataMatrix200Encoder.h"
+#include "Barcode/Encoder/PDF417Encoder.h"
+#include "Barcode/Encoder/QREncoder.h"
+#include "barcodes/GraphicHelper.h"
+#include "barcodes/Memoizer.h"
+
+namespace {
+
+using namespace Barcode::Encoder;
+using Scripting::Dpi;
+using namespace Scripting::GraphicHelper;
+
+/// Texts that differ from call to call, as the labels of a job do.
+class Texts {
+public:
+    explicit Texts(std::size_t length) : length_(length) {}
+
+    std::string const& Next() {
+        text_.resize(length_);
+        for (auto& c : text_) {
+            state_ = state_ * 1664525 + 1013904223;
+            c = static_cast<char>(state_ >> 30 == 0 ? '0' + (state_ >> 20) % 10 : ' ' + (state_ >> 20) % 94);
+        }
+        return text_;
+    }
+
+private:
+    std::size_t length_;
+    std::string text_;
+    std::uint32_t state_ = 1;
+};
+
+void Code128Symbol(benchmark::State& state) {
+    Texts texts(20);
+    for (auto _ : state) {
+        auto const model = Code128Encoder::Encode(texts.Next(), Code128EncodeMode::Automatic);
+        benchmark::DoNotOptimize(SketchLinearBarcode(*model, 2, 4, 100, Dpi(203), 203));
+    }
+}
+BENCHMARK(Code128Symbol)->Unit(benchmark::kMicrosecond);
+
+void QrSymbol(benchmark::State& state) {
+    Texts texts(100);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(SketchMatrixBarcode(QREncoder::Encode(texts.Next(), {}), 3, Dpi(203), 203));
+}
+BENCHMARK(QrSymbol)->Unit(benchmark::kMicrosecond);
+
+void MemoizedQrSymbol(benchmark::State& state) {
+    ZplCore::Memoizer<10, decltype(&QREncoder::Encode), std::string, QROptions> encode(&QREncoder::Encode);
+    std::string const text = Texts(100).Next();
+    for (auto _ : state) benchmark::DoNotOptimize(SketchMatrixBarcode(encode(text, {}), 3, Dpi(203), 203));
+}
+BENCHMARK(MemoizedQrSymbol)->Unit(benchmark::kMicrosecond);
+
+void Pdf417Symbol(benchmark::State& state) {
+    Texts texts(200);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            SketchStackedBarcode(PDF417Encoder::Encode(texts.Next(), 2, 0, 0, false), 2, 6, Dpi(203), 203));
+}
+BENCHMARK(Pdf417Symbol)->Unit(benchmark::kMicrosecond);
+
+void DataMatrixSymbol(benchmark::State& state) {
+    Texts texts(50);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            SketchMatrixBarcode(DataMatrix200Encoder::Encode(texts.Next(), {}, '~', 1), 4, Dpi(203), 203));
+}
+BENCHMARK(DataMatrixSymbol)->Unit(benchmark::kMicrosecond);
+
+void SketchLinear(benchmark::State& state) {
+    auto const model = Code128Encoder::Encode("SKETCHING 0123456789", Code128EncodeMode::Automatic);
+    std::size_t dots = 0;
+    for (auto _ : state) {
+        auto const symbol = SketchLinearBarcode(*model, 3, 6, 300, Dpi(300), 300);
+        dots += symbol.bitmapWidth * symbol.bitmapHeight;
+        benchmark::DoNotOptimize(symbol.rows->data());
+    }
+    state.counters["dots"] = benchmark::Counter(static_cast<double>(dots), benchmark::Counter::kIsRate);
+}
+BENCHMARK(SketchLinear)->Unit(benchmark::kMicrosecond);
+
+}  // namespace

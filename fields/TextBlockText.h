@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "frontend/context/ContextProcessor.h"
+
+/// From the data of a block to the text that is broken into lines: UTF-8 with line feeds and soft hyphens.
+namespace ZplCore::Sketching {
+
+/// The text of a field block. `\&` is a line feed, `\\` a backslash, and a backslash before anything else a soft
+/// hyphen. Escapes are read in the raw bytes, since a character set can show something else in the place of the
+/// backslash.
+std::string FieldBlockText(std::string_view data, ContextProcessor const& processor);
+
+/// The text of a text block, from UTF-8: `<<>` and `<< >` stand for a less-than sign, and other sequences
+/// between the two brackets for nothing. A bracket that is never closed is text.
+std::string TextBlockText(std::string_view text);
+
+}  // namespace ZplCore::Sketching

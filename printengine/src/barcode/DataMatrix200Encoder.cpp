@@ -1,0 +1,168 @@
+#include "Barcode/Encoder/DataMatrix200Encoder.h"
+
+#include <algorithm>
+#include <array>
+
+#include "printengine/src/barcode/DataMatrixPlacement.h"
+#include "printengine/src/barcode/DataMatrixTokens.h"
+
+namespace Barcode::Encoder {
+
+namespace {
+
+/// ISO/IEC 16022, table 7.
+struct Size {
+    unsigned rows;
+    unsigned columns;
+    unsigned regionsDown;
+    unsigned regionsAcross;
+    unsigned data;             ///< codewords
+    unsigned errorCorrection;  ///< codewords
+    unsigned blocks;           ///< of interleaved error correction
+};
+
+// clang-format off
+constexpr Size Sizes[] = {
+    {10, 10, 1, 1, 3, 5, 1}, {12, 12, 1, 1, 5, 7, 1}, {14, 14, 1, 1, 8, 10, 1}, {16, 16, 1, 1, 12, 12, 1},
+    {18, 18, 1, 1, 18, 14, 1}, {20, 20, 1, 1, 22, 18, 1}, {22, 22, 1, 1, 30, 20, 1}, {24, 24, 1, 1, 36, 24, 1},
+    {26, 26, 1, 1, 44, 28, 1}, {32, 32, 2, 2, 62, 36, 1}, {36, 36, 2, 2, 86, 42, 1}, {40, 40, 2, 2, 114, 48, 1},
+    {44, 44, 2, 2, 144, 56, 1}, {48, 48, 2, 2, 174, 68, 1}, {52, 52, 2, 2, 204, 84, 2}, {64, 64, 4, 4, 280, 112, 2},
+    {72, 72, 4, 4, 368, 144, 4}, {80, 80, 4, 4, 456, 192, 4}, {88, 88, 4, 4, 576, 224, 4}, {96, 96, 4, 4, 696, 272, 4},
+    {104, 104, 4, 4, 816, 336, 6}, {120, 120, 6, 6, 1050, 408, 6}, {132, 132, 6, 6, 1304, 496, 8},
+    {144, 144, 6, 6, 1558, 620, 10},
+    {8, 18, 1, 1, 5, 7, 1}, {8, 32, 1, 2, 10, 11, 1}, {12, 26, 1, 1, 16, 14, 1}, {12, 36, 1, 2, 22, 18, 1},
+    {16, 36, 1, 2, 32, 24, 1}, {16, 48, 1, 2, 49, 28, 1},
+};
+// clang-format on
+
+constexpr unsigned Rectangle = 2;
+/// The largest symbol holds no more digits than this.
+constexpr std::size_t MaxLength = 3116;
+
+Size const* FindSize(DataMatrixCodewords const& text, DMSize wanted, unsigned aspect) {
+    std::size_t const needed = text.codewords.size() - (text.endsWithUnlatch ? 1 : 0);
+    for (auto const& size : Sizes) {
+        bool const isAsked = wanted == DMSize{} ? (size.rows != size.columns) == (aspect == Rectangle)
+                                                : size.rows == wanted.rows && size.columns == wanted.columns;
+        // Without its unlatch a text must fill the symbol to the end.
+        if (isAsked && (size.data == needed || size.data >= text.codewords.size())) return &size;
+    }
+    return nullptr;
+}
+
+/// Galois field of 256 elements by x^8 + x^5 + x^3 + x^2 + 1.
+struct Field {
+    std::array<std::uint8_t, 255> power{};
+    std::array<std::uint8_t, 256> logarithm{};
+
+    constexpr Field() {
+        unsigned value = 1;
+        for (unsigned i = 0; i < 255; ++i) {
+            power[i] = static_cast<std::uint8_t>(value);
+            logarithm[value] = static_cast<std::uint8_t>(i);
+            value <<= 1;
+            if (value > 255) value ^= 0x12DU;
+        }
+    }
+    constexpr std::uint8_t Multiply(std::uint8_t a, std::uint8_t b) const {
+        return a == 0 || b == 0 ? std::uint8_t{0} : power[(logarithm[a] + logarithm[b]) % 255U];
+    }
+};
+constexpr Field Gf;
+
+/// The polynomial with the roots 2^1 to 2^count, highest power first, without its leading 1.
+std::vector<std::uint8_t> Generator(unsigned count) {
+    std::vector<std::uint8_t> polynomial{1};
+    for (unsigned root = 1; root <= count; ++root) {
+        polynomial.push_back(0);
+        for (std::size_t i = polynomial.size() - 1; i > 0; --i)
+            polynomial[i] ^= Gf.Multiply(polynomial[i - 1], Gf.power[root % 255]);
+    }
+    polynomial.erase(polynomial.begin());
+    return polynomial;
+}
+
+/// Appends the check codewords. Codeword p of the symbol belongs to block p modulo the number of blocks.
+void AppendErrorCorrection(std::vector<std::uint8_t>& codewords, Size const& size) {
+    unsigned const perBlock = size.errorCorrection / size.blocks;
+    auto const generator = Generator(perBlock);
+    codewords.resize(size.data + size.errorCorrection);
+    for (std::size_t block = 0; block < size.blocks; ++block) {
+        std::vector<std::uint8_t> rest(perBlock);
+        for (std::size_t p = block; p < size.data; p += size.blocks) {
+            std::uint8_t const factor = codewords[p] ^ rest[0];
+            std::rotate(rest.begin(), rest.begin() + 1, rest.end());
+            rest.back() = 0;
+            for (std::size_t i = 0; i < perBlock; ++i) rest[i] ^= Gf.Multiply(factor, generator[i]);
+        }
+        std::size_t p = size.data;
+        while (p % size.blocks != block) ++p;
+        for (std::uint8_t const check : rest) {
+            codewords[p] = check;
+            p += size.blocks;
+        }
+    }
+}
+
+/// Fills the data codewords up, the second pad and those behind it randomised by their places.
+void PadTo(std::vector<std::uint8_t>& codewords, std::size_t count) {
+    constexpr unsigned Pad = 129;
+    if (codewords.size() > count) codewords.resize(count);
+    if (codewords.size() < count) codewords.push_back(Pad);
+    while (codewords.size() < count) {
+        auto const value = static_cast<unsigned>(Pad + 149 * (codewords.size() + 1) % 253 + 1);
+        codewords.push_back(static_cast<std::uint8_t>(value > 254 ? value - 254 : value));
+    }
+}
+
+/// The data modules, each region in a frame of a solid L and alternating sides.
+Model::MatrixBarcodeModel Assemble(std::vector<std::uint8_t> const& codewords, Size const& size) {
+    unsigned const regionRows = size.rows / size.regionsDown;
+    unsigned const regionColumns = size.columns / size.regionsAcross;
+    auto const modules =
+        PlaceDataMatrix(codewords, size.rows - 2 * size.regionsDown, size.columns - 2 * size.regionsAcross);
+    Model::MatrixBarcodeModel model(size.rows, size.columns);
+    for (unsigned r = 0; r < size.rows; ++r) {
+        unsigned const inRow = r % regionRows;
+        for (unsigned c = 0; c < size.columns; ++c) {
+            unsigned const inColumn = c % regionColumns;
+            bool dark = false;
+            if (inColumn == 0 || inRow == regionRows - 1) {
+                dark = true;
+            } else if (inRow == 0) {
+                dark = inColumn % 2 == 0;
+            } else if (inColumn == regionColumns - 1) {
+                dark = inRow % 2 != 0;
+            } else {
+                dark = modules[r - 1 - 2 * (r / regionRows)][c - 1 - 2 * (c / regionColumns)];
+            }
+            model.GetCells()[r][c] = dark;
+        }
+    }
+    return model;
+}
+
+}  // namespace
+
+ValidationStatus DataMatrix200Encoder::Validate(std::string const& text, DMSize size, char, unsigned) {
+    bool const isKnown = size == DMSize{} || std::any_of(std::begin(Sizes), std::end(Sizes), [&](Size const& known) {
+                             return known.rows == size.rows && known.columns == size.columns;
+                         });
+    if (!isKnown) return ValidationStatus::InvalidParameter;
+    if (text.empty()) return ValidationStatus::TooShort;
+    return text.size() > 4 * MaxLength ? ValidationStatus::TooLong : ValidationStatus::Valid;
+}
+
+Model::MatrixBarcodeModel DataMatrix200Encoder::Encode(std::string const& text, DMSize size, char escape,
+                                                       unsigned aspect) {
+    auto const tokens = ReadDataMatrixTokens(text, escape);
+    if (tokens.empty() || tokens.size() > MaxLength) return {0, 0};
+    auto encoded = EncodeDataMatrixTokens(tokens);
+    Size const* fitting = FindSize(encoded, size, aspect);
+    if (fitting == nullptr) return {0, 0};
+    PadTo(encoded.codewords, fitting->data);
+    AppendErrorCorrection(encoded.codewords, *fitting);
+    return Assemble(encoded.codewords, *fitting);
+}
+
+}  // namespace Barcode::Encoder

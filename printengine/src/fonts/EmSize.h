@@ -1,0 +1,23 @@
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+
+/// The rule by which outlines are scaled; the measured tables of font 0 are made by the same.
+namespace PrintEngine::Fonts {
+
+/// The file that draws font 0 and P to V.
+inline constexpr char const* Font0File = "RobotoCondensed-Bold.ttf";
+
+/// An em in dots of a TrueType font.
+inline double TrueTypeEm(double pointSize) { return pointSize / 0.331; }
+/// An em in dots of a prepared font, which is given half the points at 600 dpi.
+inline double PreparedEm(double pointSize, unsigned designDpi) {
+    return TrueTypeEm(pointSize) * (designDpi == 600 ? 2 : 1);
+}
+/// An advance of a part of an em, in whole dots.
+inline int AdvanceInDots(double partOfEm, double emWidth) {
+    return static_cast<int>(std::lround(std::min(1e6, partOfEm * emWidth)));
+}
+
+}  // namespace PrintEngine::Fonts

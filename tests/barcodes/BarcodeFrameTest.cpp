@@ -1,0 +1,182 @@
+#include "barcodes/BarcodeFrame.h"
+
+#include <gtest/gtest.h>
+
+#include "../support/FieldBench.h"
+
+using namespace ZplCore;
+using Barcode::Model::Block;
+
+namespace {
+
+/// A symbology of its own for tests: a digit n is n narrow bars and a wide space; digits only.
+std::unique_ptr<Barcode::Model::LinearBarcodeModel> EncodeDigits(std::string const& text) {
+    std::vector<Block> blocks;
+    for (char const c : text) {
+        for (char n = '0'; n < c; ++n) blocks.push_back(Block::NarrowBar());
+        blocks.emplace_back(true, false);
+    }
+    return std::make_unique<Barcode::Model::LinearBarcodeModel>(text, blocks, "7");
+}
+
+BarcodeStatus ValidateDigits(std::string const& text) {
+    return text.find_first_not_of("0123456789") == std::string::npos ? BarcodeStatus::Valid
+                                                                     : BarcodeStatus::InvalidCharacter;
+}
+
+std::string OnlyDigits(std::string text) {
+    std::erase_if(text, [](char c) { return c < '0' || c > '9'; });
+    return text;
+}
+
+std::string AppendCheckDigit(std::string const& data, std::string const& check) { return data + check; }
+
+/// Draws a field of the test symbology behind `stream`.
+std::string Draw(FieldBench& bench, std::string const& stream, bool above = false, BarcodeTransform repair = OnlyDigits,
+                 bool line = true) {
+    bench.processor.set(ContextProcessor::ElementContext, ZplContextKeys::FieldRenderFunction,
+                        LinearBarcodeRenderFunction(line, above, ValidateDigits, EncodeDigits, AppendCheckDigit, {},
+                                                    std::move(repair)));
+    return bench.Run(stream + "^FS");
+}
+
+TEST(BarcodeFrame, DrawsTheSymbolAndItsLine) {
+    FieldBench bench;
+    // 3 narrow bars of 2 and 2 wide spaces of 6 dots; the line of 3 characters of 10, magnified by 2.
+    EXPECT_EQ(Draw(bench, "^BY2,3,50^FO100,40^FD12"), "image 100,40 18x50 from 18x50 pixels\ntext 79,96 '127' A 2x2\n");
+    EXPECT_EQ(bench.Next(), "118,89");
+    EXPECT_EQ(bench.target->lastImage[0], 0b11000000);
+    EXPECT_EQ(bench.target->lastImage[1], 0b11110000);
+    EXPECT_EQ(Draw(bench, "^FO100,140^FD12", true), "image 100,140 18x50 from 18x50 pixels\ntext 79,92 '127' A 2x2\n");
+    EXPECT_EQ(Draw(bench, "^FO100,40^FD12", false, OnlyDigits, false), "image 100,40 18x50 from 18x50 pixels\n");
+}
+
+TEST(BarcodeFrame, TurnsTheSymbolWithItsLine) {
+    FieldBench bench;
+    bench.Run("^BY2,3,50");
+    EXPECT_EQ(Draw(bench, "^FWR^FO100,200^FD12"),
+              "image 100,200 18x50 from 18x50 pixels turned 90\ntext 54,179 '127' A 2x2 turned 90\n");
+    EXPECT_EQ(Draw(bench, "^FWI^FO100,200^FD12"),
+              "image 100,200 18x50 from 18x50 pixels turned 180\ntext 80,154 '127' A 2x2 turned 180\n");
+    EXPECT_EQ(Draw(bench, "^FWB^FO100,200^FD12"),
+              "image 100,200 18x50 from 18x50 pixels turned 270\ntext 156,180 '127' A 2x2 turned 270\n");
+    EXPECT_EQ(Draw(bench, "^FWN^FT100,200^FD12").substr(0, 14), "image 100,151 ");
+    EXPECT_EQ(Draw(bench, "^FWN,1^FO100,200^FD12").substr(0, 13), "image 82,200 ");
+}
+
+TEST(BarcodeFrame, RepairsRefusedData) {
+    FieldBench bench;
+    // The line shows the data as they came.
+    EXPECT_EQ(Draw(bench, "^BY2,3,50^FO100,40^FD1x2"),
+              "image 100,40 18x50 from 18x50 pixels\ntext 69,96 '1x27' A 2x2\n");
+    EXPECT_TRUE(bench.reports.empty());
+    EXPECT_EQ(Draw(bench, "^FO100,40^FD1x2", false, {}), "");
+    EXPECT_EQ(bench.reports.size(), 1U);
+}
+
+TEST(BarcodeFrame, DrawsTheErrorWithValidation) {
+    FieldBench bench;
+    // A text of 130 x 20 in a box of 36: the bar is 18 thick, centred on (9, 9) to (121, 27).
+    EXPECT_EQ(Draw(bench, "^CVY^FO100,40^FD1x2"),
+              "rect 109,49 to 221,67 thickness 18\ntext 100,48 ' INVALID - C ' D 1x1 white\n");
+    EXPECT_EQ(bench.Next(), "100,40");
+    EXPECT_EQ(Draw(bench, "^FWR^FO100,40^FD1x2"),
+              "rect 126,49 to 108,161 thickness 18\ntext 108,40 ' INVALID - C ' D 1x1 turned 90 white\n");
+    EXPECT_EQ(Draw(bench, "^CVx^FWN^FO100,40^FD1x2", false, {}), "");  // anything but yes switches it off
+    EXPECT_EQ(bench.reports.size(), 3U);
+}
+
+TEST(BarcodeFrame, ForcedErrorsNeedNoValidation) {
+    FieldBench bench;
+    HandleBarcodeError(bench.processor, " INVALID - P ", false);
+    EXPECT_EQ(bench.target->Take(), "");
+    HandleBarcodeError(bench.processor, " INVALID - P ", true);
+    EXPECT_EQ(bench.target->calls.size(), 2U);
+}
+
+TEST(BarcodeFrame, SimpleSymbols) {
+    FieldBench bench;
+    std::vector<std::uint8_t> const bitmap(16 * 2);
+    auto const draw = [&](std::string const& stream) {
+        ZplContextKeys::RenderFunction const render = [&bitmap](ContextProcessor& processor) {
+            RenderSimpleBarcode(processor, bitmap, 16, 16, 16);
+        };
+        bench.processor.set(ContextProcessor::ElementContext, ZplContextKeys::FieldRenderFunction, render);
+        std::string const drawn = bench.Run(stream + "^FS");
+        return drawn + bench.Next();
+    };
+    EXPECT_EQ(draw("^FO100,40"), "image 100,40 16x16 from 16x16 pixels\n116,55");
+    EXPECT_EQ(draw("^FT100,40"), "image 100,25 16x16 from 16x16 pixels\n116,40");
+    EXPECT_EQ(draw("^FO100,40,1"), "image 84,40 16x16 from 16x16 pixels\n84,55");
+    EXPECT_EQ(draw("^FWI^FO100,40"), "image 100,40 16x16 from 16x16 pixels turned 180\n100,40");
+}
+
+TEST(BarcodeFrame, ErrorMessages) {
+    EXPECT_EQ(GetBarcodeErrorMessage(BarcodeStatus::Valid), std::nullopt);
+    EXPECT_EQ(GetBarcodeErrorMessage(BarcodeStatus::InvalidCheckDigit), " INVALID - E ");
+    EXPECT_EQ(GetBarcodeErrorMessage(BarcodeStatus::InvalidParameter), " INVALID - P ");
+    EXPECT_EQ(GetBarcodeErrorMessage(static_cast<BarcodeStatus>(6)), std::nullopt);
+    EXPECT_EQ(GetBarcodeErrorMessage(static_cast<BarcodeStatus>(-1)), std::nullopt);
+}
+
+TEST(BarcodeFrame, WideBars) {
+    EXPECT_EQ(ComputeWideBarWidth(2, 2.5F), 5U);
+    EXPECT_EQ(ComputeWideBarWidth(3, 2.5F), 7U);
+    EXPECT_EQ(ComputeWideBarWidth(1, 3.0F), 3U);
+    EXPECT_EQ(ComputeWideBarWidth(0, 3.0F), 0U);
+    for (unsigned n = 1; n <= 100; ++n) EXPECT_NEAR(ComputeWideBarWidth(n, 2.3F), n * 2.3, 1.0);
+}
+
+TEST(BarcodeFrame, Ratios) {
+    struct Row {
+        std::string text;
+        float ratio;
+    };
+    Row const rows[] = {{"2.567", 2.5F}, {"3.01", 3.0F},    {"", 0},         {"abc", 0},  {".5", 0}, {"2", 2},
+                        {"2.", 2},       {"25.75", 25.75F}, {"2.5x9", 2.5F}, {"2..5", 2}, {"-2", 0}};
+    for (auto const& row : rows) EXPECT_FLOAT_EQ(ParseRatio(row.text), row.ratio) << row.text;
+    EXPECT_TRUE(CheckRatio(2.0F) && CheckRatio(3.0F));
+    EXPECT_FALSE(CheckRatio(1.9F) || CheckRatio(3.1F));
+}
+
+TEST(BarcodeFrame, Magnifications) {
+    EXPECT_EQ(ClampMagnificationFactor(Scripting::Dpi(300), 0, 1), 3U);
+    EXPECT_EQ(ClampMagnificationFactor(Scripting::Dpi(600), 0, 1), 6U);
+    EXPECT_EQ(ClampMagnificationFactor(Scripting::Dpi(203), 0, 1), 0U);
+    EXPECT_EQ(ClampMagnificationFactor(Scripting::Dpi(203), 99, 1), 10U);
+    EXPECT_EQ(ClampMagnificationFactor(Scripting::Dpi(203), 7, 1), 7U);
+    EXPECT_EQ(ClampBarcodeHeight(0), 1U);
+}
+
+TEST(BarcodeFrame, GuardsAndCheckDigit) {
+    EXPECT_EQ(AddGuardsAndAppendCheckDigit(true, '*', '+', ConvertToUpper)("ab1", "Z"), "*AB1Z+");
+    EXPECT_EQ(AddGuardsAndAppendCheckDigit(false, '*', '*', {})("ab1", "Z"), "*ab1*");
+}
+
+TEST(BarcodeDefaults, SurviveTheFieldAndItsBounds) {
+    struct Row {
+        char const* stream;
+        unsigned width;
+        float ratio;
+        unsigned height;
+    };
+    constexpr Row rows[] = {
+        {"", 2, 3.0F, 10},
+        {"^BY3,2.567,50", 3, 2.5F, 50},
+        {"^BY,3.01", 2, 3.0F, 10},
+        {"^BY,2.5^BY,3.5", 2, 2.5F, 10},
+        {"^BY,2.5^BY,abc", 2, 2.5F, 10},
+        {"^BY0", 0, 3.0F, 10},
+        {"^BY,,0", 2, 3.0F, 1},
+        {"^BY5^FS^BY,,7^FS", 5, 3.0F, 7},
+    };
+    for (auto const& row : rows) {
+        FieldBench bench;
+        bench.Run(row.stream);
+        EXPECT_EQ(bench.processor.at(ZplContextKeys::BarcodeModuleWidth), row.width) << row.stream;
+        EXPECT_FLOAT_EQ(bench.processor.at(ZplContextKeys::BarcodeRatio), row.ratio) << row.stream;
+        EXPECT_EQ(bench.processor.at(ZplContextKeys::BarcodeHeight), row.height) << row.stream;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,16 @@
+^FX A stored format with fields to fill, of several kinds.
+^XA^DFE:GOLDEN.ZPL^FS^PW800^LL420
+^FO20,20^A0N,50,45^FN1^FS
+^FO20,90^ADN,36,20^FN2^FS
+^FO20,150^A0N,30,28^FB400,3,0,C^FN3^FS
+^FT600,400^A0B,40,40^FN4^FS
+^FO20,300^GB400,3,3^FS
+^FO20,320^FR^GB300,60,60^FS^FO30,330^FR^A0N,40,36^FN5^FS
+^XZ
+^XA^XFE:GOLDEN.ZPL^FS
+^FN1^FDFirst field^FS
+^FN2^FDSecond 22^FS
+^FN3^FDA block of words, centred and wrapped^FS
+^FN4^FDUpwards^FS
+^FN5^FDReversed^FS
+^XZ

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "tests/printengine/Picture.h"
+#include "tests/support/StreamRun.h"
+
+/// A desk for pages that look the same on every machine and every day: 2026-01-02 03:04:05.
+inline std::unique_ptr<Desk> MakeStillDesk(unsigned dpi = 203) {
+    RenderOptions options;
+    options.designDpi = options.printerDpi = dpi;
+    using namespace std::chrono_literals;
+    auto const time = std::chrono::sys_days(std::chrono::year(2026) / 1 / 2) + 3h + 4min + 5s;
+    options.time = time;
+    return std::make_unique<Desk>(options);
+}
+
+/// What is drawn on each label of a stream.
+inline std::vector<Picture> DrawPages(Desk& desk, std::string_view stream) {
+    std::vector<Picture> pages;
+    for (auto const& label : RunStream(desk, stream).labels)
+        pages.push_back(Picture::FromPacked(label.rows, static_cast<int>(label.width), static_cast<int>(label.height)));
+    return pages;
+}
