@@ -99,22 +99,26 @@ void DrawLinearBarcode(ContextProcessor& processor, Barcode::Model::LinearBarcod
                        style, interpretation);
 }
 
+namespace {
+
+/// The closure of both linear families: they differ only in what makes an element wide.
+ZplContextKeys::RenderFunction RenderFunctionOf(LinearBarcode barcode, bool usesRatio) {
+    return [barcode = std::move(barcode), usesRatio](ContextProcessor& processor) {
+        auto style = LinearBarcodeStyle::Fixed(processor, barcode.printLine, barcode.lineAbove);
+        if (usesRatio) style.wide = ComputeWideBarWidth(style.narrow, processor.at(ZplContextKeys::BarcodeRatio));
+        RenderLinear(processor, barcode, style);
+    };
+}
+
+}  // namespace
+
 ZplContextKeys::RenderFunction LinearBarcodeRenderFunction(bool printLine, bool lineAbove, BarcodeValidate validate,
                                                            LinearEncode encode, InterpretationText interpretationText,
                                                            BarcodeTransform inputTransform,
                                                            BarcodeTransform invalidTransform) {
-    LinearBarcode barcode{printLine,
-                          lineAbove,
-                          std::move(validate),
-                          std::move(encode),
-                          std::move(interpretationText),
-                          std::move(inputTransform),
-                          std::move(invalidTransform)};
-    return [barcode = std::move(barcode)](ContextProcessor& processor) {
-        auto style = LinearBarcodeStyle::Fixed(processor, barcode.printLine, barcode.lineAbove);
-        style.wide = ComputeWideBarWidth(style.narrow, processor.at(ZplContextKeys::BarcodeRatio));
-        RenderLinear(processor, barcode, style);
-    };
+    return RenderFunctionOf({printLine, lineAbove, std::move(validate), std::move(encode),
+                             std::move(interpretationText), std::move(inputTransform), std::move(invalidTransform)},
+                            true);
 }
 
 ZplContextKeys::RenderFunction FixedLinearBarcodeRenderFunction(bool printLine, bool lineAbove,
@@ -122,16 +126,9 @@ ZplContextKeys::RenderFunction FixedLinearBarcodeRenderFunction(bool printLine, 
                                                                 InterpretationText interpretationText,
                                                                 BarcodeTransform inputTransform,
                                                                 BarcodeTransform invalidTransform) {
-    LinearBarcode barcode{printLine,
-                          lineAbove,
-                          std::move(validate),
-                          std::move(encode),
-                          std::move(interpretationText),
-                          std::move(inputTransform),
-                          std::move(invalidTransform)};
-    return [barcode = std::move(barcode)](ContextProcessor& processor) {
-        RenderLinear(processor, barcode, LinearBarcodeStyle::Fixed(processor, barcode.printLine, barcode.lineAbove));
-    };
+    return RenderFunctionOf({printLine, lineAbove, std::move(validate), std::move(encode),
+                             std::move(interpretationText), std::move(inputTransform), std::move(invalidTransform)},
+                            false);
 }
 
 void RenderSimpleBarcode(ContextProcessor& processor, std::vector<std::uint8_t> const& bitmap,

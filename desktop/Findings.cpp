@@ -74,30 +74,14 @@ std::string_view Look(Table const& table, std::string_view name) {
     return found == table.end() ? std::string_view() : found->meaning;
 }
 
-/// The letters of a command as a person can read them.
-std::string PrintableLetters(std::string_view letters) {
-    constexpr std::string_view Digits = "0123456789ABCDEF";
-    std::string text;
-    for (char const c : letters) {
-        if (c > ' ' && c <= '~') {
-            text += c;
-        } else {
-            text += "\\x";
-            text += Digits[static_cast<std::uint8_t>(c) >> 4];
-            text += Digits[static_cast<std::uint8_t>(c) & 15];
-        }
-    }
-    return text;
-}
-
-}  // namespace
-
-std::string Printable(std::string_view text) {
+/// Text with each byte that `isPlain` does not hold for as \xNN.
+template <typename IsPlain>
+std::string Escaped(std::string_view text, IsPlain&& isPlain) {
     constexpr std::string_view Digits = "0123456789ABCDEF";
     std::string result;
     for (char const c : text) {
         auto const byte = static_cast<std::uint8_t>(c);
-        if (byte >= ' ' && byte != 0x7F) {
+        if (isPlain(byte)) {
             result += c;
         } else {
             result += "\\x";
@@ -106,6 +90,17 @@ std::string Printable(std::string_view text) {
         }
     }
     return result;
+}
+
+/// The letters of a command as a person can read them.
+std::string PrintableLetters(std::string_view letters) {
+    return Escaped(letters, [](std::uint8_t byte) { return byte > ' ' && byte <= '~'; });
+}
+
+}  // namespace
+
+std::string Printable(std::string_view text) {
+    return Escaped(text, [](std::uint8_t byte) { return byte >= ' ' && byte != 0x7F; });
 }
 
 std::string Finding::Describe() const {

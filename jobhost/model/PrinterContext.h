@@ -38,8 +38,7 @@ public:
     Scripting::Dpi PrinterDpi() const override { return printerDpi_; }
     Scripting::Dpi DesignDpi() const override { return designDpi_; }
 
-    std::chrono::system_clock::time_point Now() const override { return clock_->Now() + clockOffset_; }
-    void SetNow(std::chrono::system_clock::time_point now) override { clockOffset_ = now - clock_->Now(); }
+    std::chrono::system_clock::time_point Now() const override { return clock_->Now(); }
 
     /// The desk has a cutter that cuts wherever it is asked to, and none that counts.
     bool CutsAfterLabel() const override { return true; }
@@ -61,6 +60,5 @@ private:
     Scripting::Dpi printerDpi_;
     Scripting::Dpi designDpi_;
     std::shared_ptr<Clock const> clock_;
-    std::chrono::system_clock::duration clockOffset_{};
     Requests requests_;
 };

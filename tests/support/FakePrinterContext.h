@@ -22,7 +22,6 @@ public:
     Scripting::Dpi DesignDpi() const override { return Scripting::Dpi(designDpi_); }
 
     std::chrono::system_clock::time_point Now() const override { return now_; }
-    void SetNow(std::chrono::system_clock::time_point now) override { now_ = now; }
 
     bool CutsAfterLabel() const override { return cutsAfterLabel; }
     std::optional<unsigned> CutInterval() const override { return cutInterval; }

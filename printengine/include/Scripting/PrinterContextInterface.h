@@ -41,10 +41,8 @@ public:
     /// Resolution that labels are designed for: everything above the print engine speaks its dots.
     virtual Dpi DesignDpi() const = 0;
 
-    /// The printer's clock, in local wall time of the job; what a stream sets by command is included.
+    /// The printer's clock, in local wall time. What a stream moves it by is the stream's own affair.
     virtual std::chrono::system_clock::time_point Now() const = 0;
-    /// Moves the printer's clock for this process; never the machine's.
-    virtual void SetNow(std::chrono::system_clock::time_point now) = 0;
 
     /// Whether a finished label is cut off.
     virtual bool CutsAfterLabel() const = 0;
