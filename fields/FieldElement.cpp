@@ -72,12 +72,16 @@ void SerializeField(Context const& element, ContextProcessor& processor) {
                                               processor.at(ZplContextKeys::SerialNumberReplications)));
 }
 
-/// Copies what the filling field decides into the template: its data, its clock, and its font if it names one.
+/// Copies what the filling field decides into the template: its data with the character set that they are sent in,
+/// whether they vary, its clock, and its font if it names one.
 void FillTemplate(ContextProcessor& saved, ContextProcessor const& filling, std::string_view data) {
     Context const* element = filling.GetContext(ContextProcessor::ElementContext);
     std::string text(data);
+    auto const take = [&](auto const& key) { saved.set(ContextProcessor::ElementContext, key, filling.at(key)); };
+    take(ZplContextKeys::CodePageConverter);
+    take(ZplContextKeys::FieldVariable);
+    take(ZplContextKeys::TimeAtRender);
     bool const expanded = element && element->HasValue(ZplContextKeys::FieldHexIndicator);
-    saved.set(ContextProcessor::ElementContext, ZplContextKeys::TimeAtRender, filling.at(ZplContextKeys::TimeAtRender));
     // The template's own indicators count as they would for data sent in its field.
     if (!expanded) text = FieldDataHelper::ProcessHexAndClockData(std::move(text), saved);
     saved.set(ContextProcessor::ElementContext, ZplContextKeys::FieldData, std::move(text));
@@ -127,6 +131,8 @@ void InvokeSavedFieldRenderFunction(ContextProcessor& processor, unsigned fieldN
 
     ContextProcessor& saved = found->second;
     FillTemplate(saved, processor, data);
+    saved.SetCurrentLabelNumber(processor.CurrentLabelNumber());
+    if (Context const* element = saved.GetContext(ContextProcessor::ElementContext)) SerializeField(*element, saved);
     RenderField(saved, processor.at(ZplContextKeys::LabelReversePrint) || saved.at(ZplContextKeys::LabelReversePrint));
     TakeNextFieldOrigin(processor, saved);
 }
