@@ -33,6 +33,10 @@ struct Block {
     bool overprints = false;  ///< surplus lines are drawn over the last one; otherwise they are left out
 
     Dots Extent() const { return std::max<Dots>(lineCount - 1, 0) * pitch; }
+    /// Rows of a line that count for its place: down to the baseline if that stands on the origin.
+    Dots LineRows() const {
+        return processor.at(ZplContextKeys::FieldBaseline) == Baseline::Bottom ? line.ascent : line.height;
+    }
 };
 
 /// Keeps the first line of a block that turns back at its origin, or the last one of a block that stands on its base,
@@ -101,10 +105,8 @@ public:
 
 private:
     static LinearTransform TransformOf(Block const& block) {
-        bool const isBottom = block.processor.at(ZplContextKeys::FieldBaseline) == Baseline::Bottom;
         return GetFieldLocalToGlobalTransform(block.processor, static_cast<int>(block.width),
-                                              static_cast<int>(isBottom ? block.line.ascent : block.line.height),
-                                              BlockShift(block.Extent()));
+                                              static_cast<int>(block.LineRows()), BlockShift(block.Extent()));
     }
 
     Dots WidthOf(std::u32string_view text) {
@@ -159,10 +161,11 @@ void DrawBlock(Block& block, std::string_view text) {
             return true;
         });
     }
-    auto const height = static_cast<int>(block.line.height + block.Extent());
-    StoreNextFieldOrigin(block.processor, printer.Transform() * Rendering::CreateLocalNextPoint(
-                                                                    block.processor, static_cast<int>(block.width),
-                                                                    height, BlockShift(block.Extent())));
+    // The transform has moved the block already.
+    auto const height = static_cast<int>(block.LineRows() + block.Extent());
+    StoreNextFieldOrigin(block.processor,
+                         printer.Transform() * Rendering::CreateLocalNextPoint(
+                                                   block.processor, static_cast<int>(block.width), height, {}));
 }
 
 /// A block in the font of the field in force.
