@@ -96,10 +96,10 @@ void FillTemplate(ContextProcessor& field, ContextProcessor const& filling, std:
     set(ZplContextKeys::FieldData, FieldDataHelper::ProcessHexAndClockData(std::string(data), field));
 }
 
-/// Carries the place where a template ended over to the format that it was filled in.
-void TakeNextFieldOrigin(ContextProcessor& processor, ContextProcessor const& saved) {
+/// Carries the running position over from one format to the other.
+void CarryNextFieldOrigin(ContextProcessor const& from, ContextProcessor& to) {
     for (auto const* key : {&ZplContextKeys::NextFieldOriginX, &ZplContextKeys::NextFieldOriginY})
-        processor.set(ContextProcessor::FormatContext, *key, saved.at(*key));
+        to.set(ContextProcessor::FormatContext, *key, from.at(*key));
 }
 
 }  // namespace
@@ -137,8 +137,10 @@ void InvokeSavedFieldRenderFunction(ContextProcessor& processor, unsigned fieldN
     // A copy, since a template may be filled again.
     ContextProcessor field = found->second;
     FillTemplate(field, processor, data);
+    // A field that draws nothing leaves the position as it was.
+    CarryNextFieldOrigin(processor, field);
     RenderField(field, processor.at(ZplContextKeys::LabelReversePrint) || field.at(ZplContextKeys::LabelReversePrint));
-    TakeNextFieldOrigin(processor, field);
+    CarryNextFieldOrigin(field, processor);
 }
 
 }  // namespace ZplCore

@@ -133,12 +133,11 @@ private:
     }
 
     void PrintAt(std::u32string_view codePoints, Dots x, Dots y) {
-        std::string text = FromCodePoints(codePoints);
-        if (block_.font.isBitmap) block_.target.PrepareText(block_.font.drawName, text);
-        if (text.empty()) return;
+        if (codePoints.empty()) return;
+        std::string const text = FromCodePoints(codePoints);
         TextMeasures measures = block_.line;
         measures.width = WidthOf(codePoints);
-        measures.averageWidth = measures.width / static_cast<Dots>(codePoints.size());
+        measures.averageWidth = advance_(codePoints.front());
         ZplPoint const point = transform_ * ZplPoint(static_cast<int>(x), static_cast<int>(y));
         DrawPlacedText(block_.target, block_.processor, block_.font, {text, point, measures, block_.run});
     }
@@ -148,6 +147,21 @@ private:
     LinearTransform transform_;
 };
 
+/// What the drawing target makes of the paragraphs of a text.
+std::u32string Prepare(Block const& block, std::string_view text) {
+    if (!block.font.isBitmap) return ToCodePoints(text);
+    std::string prepared;
+    while (true) {
+        std::size_t const end = text.find('\n');
+        std::string paragraph(text.substr(0, end));
+        block.target.PrepareText(block.font.drawName, paragraph);
+        prepared += paragraph;
+        if (end == text.npos) return ToCodePoints(prepared);
+        prepared += '\n';
+        text.remove_prefix(end + 1);
+    }
+}
+
 void DrawBlock(Block& block, std::string_view text) {
     AdvanceCache advance(block);
     LinePrinter printer(block, advance);
@@ -155,7 +169,7 @@ void DrawBlock(Block& block, std::string_view text) {
     if (block.width > 0) {
         BlockShape const shape{block.width, block.indent, block.run.spacing, [&](char32_t c) { return advance(c); }};
         Dots index = 0;
-        BreakIntoLines(ToCodePoints(text), shape, [&](BlockLine const& line) {
+        BreakIntoLines(Prepare(block, text), shape, [&](BlockLine const& line) {
             if (index >= block.lineCount && !block.overprints) return false;
             printer.Print(line, index++);
             return true;

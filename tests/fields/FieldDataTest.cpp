@@ -69,6 +69,8 @@ constexpr DrawRow Rows[] = {
     {"hex of the filling field is read once", "^FO1,2^FH^FN1^FS^FN1^FH^FD_5F41^FS", "text 1,2 '_41' A 1x1\n"},
     {"fields go on behind a filled template", "^FO1,2^FN1^FS^FN1^FDxx^FS^FT^FDy^FS",
      "text 1,2 'xx' A 1x1\ntext 21,2 'y' A 1x1\n"},
+    {"nothing in a template leaves the running position", "^FO1,2^FN1^FS^FO50,60^FDxx^FS^FN1^FD^FS^FT^FDy^FS",
+     "text 50,60 'xx' A 1x1\ntext 70,60 'y' A 1x1\n"},
     {"template of a box", "^FO1,2^GB5,6,1^FN1^FS^FN1^FDx^FS", "box 1,2 5x6 border 1\n"},
 };
 TEST(FieldData, Draws) { ExpectDrawings(Rows); }
