@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "Scripting/PrinterContextInterface.h"
+#include "frontend/context/ObjectStore.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ZplParse.h"
@@ -50,7 +51,8 @@ public:
     }
 };
 
-/// `~JR`: what streams have set up returns to the state after power-on.
+/// `~JR`: the state after power-on. What streams have set up is at its defaults, the memory device is empty, and the
+/// format being received is lost.
 class PowerOnResetHandler : public HandlerFor<CommandId("JR"), Control, Immediate> {
 public:
     bool HandleCommand(Context&, ZplCommand const&, ContextProcessor& processor) override {
@@ -58,6 +60,12 @@ public:
         auto const fonts = system[TrueTypeFonts];
         system.Clear();
         system.Set(TrueTypeFonts, fonts);
+        auto& printer = *processor.GetPrinterContext();
+        printer.SetFormatPrefix('^');
+        printer.SetControlPrefix('~');
+        printer.SetDelimiter(',');
+        ClearMemoryDevice(processor.FormatsFolder());
+        processor.set(ContextProcessor::FormatContext, CancelCurrentFormat, true);
         return true;
     }
 };

@@ -120,6 +120,9 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
     if (text && label.HasImageSavePath()) label.RenderLabelToFile();
     if ((result.hasRfidOperations || text) && label.ShouldPrint()) {
         result.label.emplace(text.value_or(std::string()), std::move(clone));
+    } else {
+        // No page will be printed whose end brings the answers.
+        label.SendEndOfFormatNetworkResponses();
     }
 }
 
@@ -144,6 +147,8 @@ Zpl::Label ZplCommandProcessor::ProcessLabelCommands() {
     contextProcessor_.set(
         ContextProcessor::FormatContext, ZplContextKeys::TimeAtRender,
         contextProcessor_.GetPrinterContext()->Now() + contextProcessor_.at(ZplContextKeys::ClockAdjustment));
+    contextProcessor_.set(ContextProcessor::FormatContext, ZplContextKeys::RecalledGraphics,
+                          std::make_shared<ZplContextKeys::PicturesByName>());
     Zpl::Label label(contextProcessor_, handlerPool_);
     contextProcessor_.PopCurrentContext();
     IncrementLifetimeScriptCount(label.Quantity());
