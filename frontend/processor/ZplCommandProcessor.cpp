@@ -16,7 +16,6 @@
 
 namespace {
 
-constexpr std::size_t MostMissingCommands = 1000;
 constexpr std::size_t LongestMissingList = 8 * 1024UL;
 
 bool PrefixFits(SyntacticType syntax, bool isControl) {
@@ -201,11 +200,8 @@ void ZplCommandProcessor::UpdateMissingCommands(std::string const& command, bool
     if (!missingZplCommands_) return;
     // Whatever the session's characters are: the list is read by people.
     std::string const entry = (isControl ? '~' : '^') + command;
-    // A stream of garbage can hold any number of different letters: what was seen is not looked for again, and the list
-    // ends at a length that a person can read.
-    if (seenMissingCommands_.contains(entry) || seenMissingCommands_.size() >= MostMissingCommands) return;
-    seenMissingCommands_.insert(entry);
     std::string missing = missingZplCommands_->Get();
+    // A stream of garbage can hold any number of different letters: the list ends at a length that a person can read.
     if (missing.size() > LongestMissingList || missing.find(entry) != std::string::npos) return;
     if (!missing.empty()) missing += ',';
     missingZplCommands_->Set(missing + entry);
