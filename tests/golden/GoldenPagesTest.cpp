@@ -66,7 +66,7 @@ Picture DrawStream(fs::path const& stream) {
     std::string bytes;
     EXPECT_FALSE(ReadFile(stream, bytes)) << stream;
     auto const session = desk->MakeSession();
-    Picture all;
+    std::vector<Picture> pages;
     for (std::string_view rest = bytes; !rest.empty();) {
         auto result = session->Consume(rest, false, true);
         rest = result.remaining;
@@ -74,10 +74,14 @@ Picture DrawStream(fs::path const& stream) {
         auto& label = std::get<1>(*result.label);
         for (unsigned copy = 0; copy < label.Quantity(); ++copy) {
             label.RenderLabel(folder.Path(), copy, 0, false);
-            Picture const page = ReadPage(folder / "0");
-            all.width = std::max(all.width, page.width);
-            all.height += page.height;
-            all.dots.insert(all.dots.end(), page.dots.begin(), page.dots.end());
+            pages.push_back(ReadPage(folder / "0"));
+        }
+    }
+    Picture all;
+    for (auto const& page : pages) all.width = std::max(all.width, page.width);
+    for (auto const& page : pages) {
+        for (int y = 0; y < page.height; ++y, ++all.height) {
+            for (int x = 0; x < all.width; ++x) all.dots.push_back(page.At(x, y));
         }
     }
     return all;
