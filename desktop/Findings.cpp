@@ -129,9 +129,9 @@ void Findings::AddUnknownCommand(ZplCommand const& command, std::uint64_t offset
     }
 }
 
-void Findings::AddReport(LogTopic topic, std::string const& text, unsigned label) {
+void Findings::AddReport(LogTopic topic, std::string const& text, unsigned label, std::optional<std::uint64_t> offset) {
     bool const refused = topic == LogTopic::BarcodeRefused || topic == LogTopic::NotDrawn;
-    Add({refused ? Finding::Kind::Refused : Finding::Kind::Notice, Printable(text), label, {}});
+    Add({refused ? Finding::Kind::Refused : Finding::Kind::Notice, Printable(text), label, offset});
 }
 
 void Findings::AddNotice(std::string text, unsigned label, std::optional<std::uint64_t> offset) {
@@ -142,7 +142,11 @@ void Findings::Add(Finding finding) {
     // Every replay of a label says the same again, and an unknown command is told once for the stream.
     bool const oncePerStream =
         finding.kind == Finding::Kind::SetupCommand || finding.kind == Finding::Kind::UnknownCommand;
-    if (seen_.size() > MostFindings || !seen_.emplace(oncePerStream ? 0 : finding.label, finding.text).second) return;
+    auto const isNew = [&] {
+        std::uint64_t const offset = finding.offset.value_or(stream_.size());
+        return seen_.emplace(oncePerStream ? 0 : finding.label, finding.text, oncePerStream ? 0 : offset).second;
+    };
+    if (seen_.size() > MostFindings || !isNew()) return;
     if (seen_.size() > MostFindings) {
         list_.push_back({Finding::Kind::Notice, "there is more to tell, which is left out", 0, {}});
         return;
@@ -159,6 +163,14 @@ void Findings::Add(Finding finding) {
         finding.column = at - lineStart_ + 1;
     }
     list_.push_back(std::move(finding));
+}
+
+std::vector<Finding> Findings::List() const {
+    auto list = list_;
+    std::stable_sort(list.begin(), list.end(), [](Finding const& a, Finding const& b) {
+        return a.offset && (!b.offset || *a.offset < *b.offset);
+    });
+    return list;
 }
 
 bool Findings::HasFaults() const {
