@@ -1,5 +1,7 @@
 #include "barcodes/PostalBarcodeHandlers.h"
 
+#include <algorithm>
+
 #include "Barcode/Encoder/PlanetEncoder.h"
 #include "barcodes/BarcodeFrame.h"
 #include "barcodes/BarcodeParameters.h"
