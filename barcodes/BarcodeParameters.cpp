@@ -1,9 +1,10 @@
 #include "barcodes/BarcodeParameters.h"
 
+#include <stdexcept>
+
 #include "barcodes/BarcodeFrame.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/Setting.h"
-#include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/Ascii.h"
 #include "frontend/stream/ZplParse.h"
 
@@ -25,6 +26,18 @@ bool ParseFlag(ZplCommand const& command, std::size_t index, bool fallback) {
 
 char ParseLetter(ZplCommand const& command, std::size_t index, char fallback) {
     return ToAsciiUpper(ZplParse<char>(command, index).ValueOr(fallback));
+}
+
+bool StoreBarcodeRender(Context& current, ContextProcessor& processor, ZplContextKeys::RenderFunction render) {
+    ZplContextKeys::RenderFunction const guarded = [render = std::move(render)](ContextProcessor& atRender) {
+        try {
+            render(atRender);
+        } catch (std::length_error const&) {
+            HandleBarcodeError(atRender, *GetBarcodeErrorMessage(BarcodeStatus::InvalidParameter), false);
+        }
+    };
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, guarded);
+    return true;
 }
 
 }  // namespace ZplCore

@@ -5,7 +5,6 @@
 #include "barcodes/BarcodeFrame.h"
 #include "barcodes/BarcodeParameters.h"
 #include "barcodes/Code128Text.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace {
@@ -84,6 +83,5 @@ bool Code128BarcodeHandler::HandleCommand(Context& current, ZplCommand const& co
             break;
         default: render = ModeN(printLine, lineAbove, ucc); break;
     }
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, std::move(render));
-    return true;
+    return StoreBarcodeRender(current, processor, std::move(render));
 }

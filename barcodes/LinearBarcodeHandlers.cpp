@@ -3,7 +3,6 @@
 #include "Barcode/Encoder/LinearEncoders.h"
 #include "barcodes/BarcodeFrame.h"
 #include "barcodes/BarcodeParameters.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 
@@ -38,11 +37,11 @@ bool StoreLinear(Context& current, ZplCommand const& command, ContextProcessor& 
     StoreBarcodeOrientation(current, command, processor);
     StoreBarcodeHeight(current, command, height, processor);
     auto const& makeRender = symbology.isFixed ? FixedLinearBarcodeRenderFunction : LinearBarcodeRenderFunction;
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction,
-                 makeRender(ParseFlag(command, height + 1, true), ParseFlag(command, height + 2, false),
-                            std::move(symbology.validate), std::move(symbology.encode), std::move(symbology.line),
-                            std::move(symbology.inputTransform), std::move(symbology.invalidTransform)));
-    return true;
+    return StoreBarcodeRender(
+        current, processor,
+        makeRender(ParseFlag(command, height + 1, true), ParseFlag(command, height + 2, false),
+                   std::move(symbology.validate), std::move(symbology.encode), std::move(symbology.line),
+                   std::move(symbology.inputTransform), std::move(symbology.invalidTransform)));
 }
 
 /// The data, transformed, and the check digits behind them if wanted.
@@ -147,10 +146,10 @@ bool LogmarsBarcodeHandler::HandleCommand(Context& current, ZplCommand const& co
     StoreBarcodeOrientation(current, command, processor);
     StoreBarcodeHeight(current, command, 1, processor);
     auto symbology = Code39Symbology(true);
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction,
-                 LinearBarcodeRenderFunction(true, ParseFlag(command, 2, false), symbology.validate, symbology.encode,
-                                             symbology.line, symbology.inputTransform, symbology.invalidTransform));
-    return true;
+    return StoreBarcodeRender(
+        current, processor,
+        LinearBarcodeRenderFunction(true, ParseFlag(command, 2, false), symbology.validate, symbology.encode,
+                                    symbology.line, symbology.inputTransform, symbology.invalidTransform));
 }
 
 bool MsiBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {

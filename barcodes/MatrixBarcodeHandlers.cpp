@@ -55,11 +55,8 @@ bool QrCodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& com
     char level = ParseLetter(command, 3, 'Q');
     if (std::string_view("HQML").find(level) == std::string_view::npos) level = 'M';
     unsigned const mask = ZplParse<unsigned>(command, 4).Where([](unsigned m) { return m <= 7; }).ValueOr(7);
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) {
-        RenderQr(at, magnification, level, mask);
-    };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
+    return StoreBarcodeRender(current, processor,
+                              [=](ContextProcessor& at) { RenderQr(at, magnification, level, mask); });
 }
 
 bool AztecBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
@@ -68,11 +65,8 @@ bool AztecBarcodeHandler::HandleCommand(Context& current, ZplCommand const& comm
     AztecOptions const options{ZplParse<unsigned>(command, 3).ValueOr(0), ParseFlag(command, 2, false),
                                ParseFlag(command, 4, false), ZplParse<unsigned>(command, 5).ValueOr(1),
                                command.Parameter(6)};
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) {
-        RenderAztec(at, magnification, options);
-    };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
+    return StoreBarcodeRender(current, processor,
+                              [=](ContextProcessor& at) { RenderAztec(at, magnification, options); });
 }
 
 bool DataMatrixBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
@@ -91,9 +85,7 @@ bool DataMatrixBarcodeHandler::HandleCommand(Context& current, ZplCommand const&
     options.format = ZplParse<unsigned>(command, 5).ValueOr(6);
     options.escape = ZplParse<char>(command, 6).ValueOr('~');
     options.aspect = ZplParse<unsigned>(command, 7).Where([](unsigned n) { return n < 6; }).ValueOr(1);
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderDataMatrix(at, options); };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
+    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderDataMatrix(at, options); });
 }
 
 bool MaxicodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
@@ -107,9 +99,7 @@ bool MaxicodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& c
         options.index = index;
         options.count = count;
     }
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderMaxiCode(at, options); };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
+    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderMaxiCode(at, options); });
 }
 
 void AddMatrixBarcodeHandlers(CommandHandlerPool& pool) {
