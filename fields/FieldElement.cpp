@@ -141,6 +141,8 @@ void InvokeSavedFieldRenderFunction(ContextProcessor& processor, unsigned fieldN
     // A copy, since a template may be filled again.
     ContextProcessor field = found->second;
     FillTemplate(field, processor, data);
+    field.SetCurrentLabelNumber(processor.CurrentLabelNumber());
+    if (Context const* element = field.GetContext(ContextProcessor::ElementContext)) SerializeField(*element, field);
     // A field that draws nothing leaves the position as it was.
     CarryOver(processor, field);
     RenderField(field, processor.at(ZplContextKeys::LabelReversePrint) || field.at(ZplContextKeys::LabelReversePrint));

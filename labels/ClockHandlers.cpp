@@ -117,7 +117,7 @@ public:
                                     std::chrono::day(day));
         if (wanted.ok()) {
             system_clock::time_point const time = sys_days(wanted) + hours(hour) + minutes(minute) + seconds(second);
-            processor.set(ContextProcessor::FormatContext, TimeAtRender, system_clock::time_point(time));
+            processor.set(ContextProcessor::LabelContext, TimeAtRender, system_clock::time_point(time));
             processor.set(ContextProcessor::SystemContext, ClockAdjustment,
                           time - processor.GetPrinterContext()->Now());
         }

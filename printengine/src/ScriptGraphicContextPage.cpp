@@ -93,6 +93,8 @@ void ScriptGraphicContext::StartLabel() {
     state.color = 0;
     state.textStyle = {};
     state.keepsPicture = false;
+    state.constantFields.reset();
+    state.variable = false;
 }
 
 // The label home is unsigned where it is stored, and negative where a stream asked for that.
@@ -140,7 +142,7 @@ void ScriptGraphicContext::RenderPage(std::filesystem::path const& jobPath, unsi
     if (state.keepsPicture) {
         auto picture = std::make_unique<Raster>();
         picture->Reset(state.layout.width, state.layout.height);
-        picture->Draw(state.raster, Ink::Black);
+        picture->Draw(state.constantFields ? *state.constantFields : state.raster, Ink::Black);
         state.storedPicture = std::move(picture);
     } else {
         state.storedPicture.reset();
