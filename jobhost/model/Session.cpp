@@ -9,7 +9,6 @@ namespace {
 
 /// Labels of a roll without gaps are as long as the setting says, in thousandths of an inch, unless the machine senses
 /// the media itself.
-constexpr unsigned SmartSubstrate = 2;
 constexpr double SettingPerInch = 1000;
 
 }  // namespace
@@ -27,7 +26,7 @@ Session::Session(ZPLProcessorInterface& model, std::shared_ptr<Context> systemCo
     parts.LoadPartFromPrinter();
     parts.MergeAllColumns();
     part_ = parts.GetLabelPart();
-    if (part_.GetIsContinuous() && model.GetSubstrateMode()->Get() != SmartSubstrate) {
+    if (part_.GetIsContinuous() && model.GetSubstrateMode()->Get() != SubstrateModes::Smart) {
         part_.SetHeight(model.GetDefaultZplContinuousLabelLengthProperty()->Get() / SettingPerInch);
     }
     graphicContext_->LoadPart(part_);
