@@ -21,7 +21,8 @@ void Ask(std::function<void()> const& request) {
 }  // namespace
 
 PrinterContext::PrinterContext(ZPLProcessorInterface& model, Scripting::Dpi printerDpi, Scripting::Dpi designDpi,
-                               std::shared_ptr<Clock const> clock, Requests requests)
+                               std::shared_ptr<Clock const> clock, Requests requests,
+                               std::shared_ptr<PrinterFeatureCheckerInterface const> checker)
     : model_(model),
       formatPrefix_(model.GetZPLFormatProperty()),
       controlPrefix_(model.GetZPLControlProperty()),
@@ -29,7 +30,8 @@ PrinterContext::PrinterContext(ZPLProcessorInterface& model, Scripting::Dpi prin
       printerDpi_(printerDpi),
       designDpi_(designDpi),
       clock_(std::move(clock)),
-      requests_(std::move(requests)) {}
+      requests_(std::move(requests)),
+      checker_(std::move(checker)) {}
 
 char PrinterContext::FormatPrefix() const { return CharacterOf(*formatPrefix_, '^'); }
 char PrinterContext::ControlPrefix() const { return CharacterOf(*controlPrefix_, '~'); }
@@ -58,4 +60,12 @@ void PrinterContext::Start() { Ask(requests_.start); }
 void PrinterContext::Reset() { Ask(requests_.reset); }
 void PrinterContext::SendToHost(std::string_view data) {
     if (requests_.sendToHost) requests_.sendToHost(data);
+}
+
+void PrinterContext::AddToTagLog(std::string_view lines) {
+    constexpr std::size_t LongestLog = std::size_t{64} << 10;  // bytes
+    tagLog_ += lines;
+    if (tagLog_.size() <= LongestLog) return;
+    std::size_t const lineEnd = tagLog_.find('\n', tagLog_.size() - LongestLog);
+    tagLog_.erase(0, lineEnd == tagLog_.npos ? tagLog_.size() : lineEnd + 1);
 }

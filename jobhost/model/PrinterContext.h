@@ -3,12 +3,20 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "Scripting/PrinterContextInterface.h"
 #include "foundation/Clock.h"
 
 class StringProperty;
 class ZPLProcessorInterface;
+
+/// What of the machine depends on its make.
+class PrinterFeatureCheckerInterface {
+public:
+    virtual ~PrinterFeatureCheckerInterface() = default;
+    virtual bool HasAdjustablePrintSpeed() const = 0;
+};
 
 /// The printer as a print stream sees it, on the properties of the model: its characters live there, so that they
 /// outlast the stream. Requests to the machine go to callbacks; without one a request has no effect.
@@ -26,7 +34,10 @@ public:
     };
 
     PrinterContext(ZPLProcessorInterface& model, Scripting::Dpi printerDpi, Scripting::Dpi designDpi,
-                   std::shared_ptr<Clock const> clock, Requests requests = {});
+                   std::shared_ptr<Clock const> clock, Requests requests = {},
+                   std::shared_ptr<PrinterFeatureCheckerInterface const> checker = nullptr);
+
+    bool HasAdjustablePrintSpeed() const { return checker_ && checker_->HasAdjustablePrintSpeed(); }
 
     char FormatPrefix() const override;
     char ControlPrefix() const override;
@@ -51,6 +62,8 @@ public:
     void Start() override;
     void Reset() override;
     void SendToHost(std::string_view data) override;
+    void AddToTagLog(std::string_view lines) override;
+    std::string TakeTagLog() override { return std::exchange(tagLog_, {}); }
 
 private:
     ZPLProcessorInterface& model_;
@@ -61,4 +74,6 @@ private:
     Scripting::Dpi designDpi_;
     std::shared_ptr<Clock const> clock_;
     Requests requests_;
+    std::string tagLog_;
+    std::shared_ptr<PrinterFeatureCheckerInterface const> checker_;
 };
