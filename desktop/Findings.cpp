@@ -7,6 +7,8 @@ namespace {
 
 /// Past this many a person reads no more.
 constexpr std::size_t MostFindings = 1000;
+/// Places of one label that the same is told about.
+constexpr unsigned MostPlaces = 10;
 
 struct KnownElsewhere {
     std::string_view command;
@@ -143,24 +145,14 @@ void Findings::Add(Finding finding) {
     bool const oncePerStream =
         finding.kind == Finding::Kind::SetupCommand || finding.kind == Finding::Kind::UnknownCommand;
     auto const isNew = [&] {
-        std::uint64_t const offset = finding.offset.value_or(stream_.size());
-        return seen_.emplace(oncePerStream ? 0 : finding.label, finding.text, oncePerStream ? 0 : offset).second;
+        auto& places = seen_[{oncePerStream ? 0 : finding.label, finding.text}];
+        std::uint64_t const place = oncePerStream ? 0 : finding.offset.value_or(stream_.size());
+        return places.size() < MostPlaces && places.insert(place).second;
     };
-    if (seen_.size() > MostFindings || !isNew()) return;
-    if (seen_.size() > MostFindings) {
+    if (list_.size() > MostFindings || !isNew()) return;
+    if (list_.size() == MostFindings) {
         list_.push_back({Finding::Kind::Notice, "there is more to tell, which is left out", 0, {}});
         return;
-    }
-    if (finding.offset) {
-        auto const at = static_cast<std::size_t>(std::min<std::uint64_t>(*finding.offset, stream_.size()));
-        if (at < lineOffset_) lineOffset_ = lineStart_ = 0, line_ = 1;
-        for (; lineOffset_ < at; ++lineOffset_) {
-            if (stream_[lineOffset_] != '\n') continue;
-            ++line_;
-            lineStart_ = lineOffset_ + 1;
-        }
-        finding.line = line_;
-        finding.column = at - lineStart_ + 1;
     }
     list_.push_back(std::move(finding));
 }
@@ -170,6 +162,18 @@ std::vector<Finding> Findings::List() const {
     std::stable_sort(list.begin(), list.end(), [](Finding const& a, Finding const& b) {
         return a.offset && (!b.offset || *a.offset < *b.offset);
     });
+    std::size_t line = 1;
+    std::size_t lineStart = 0;
+    for (auto& finding : list) {
+        if (!finding.offset) break;
+        auto const at = static_cast<std::size_t>(std::min<std::uint64_t>(*finding.offset, stream_.size()));
+        for (auto end = stream_.find('\n', lineStart); end < at; end = stream_.find('\n', lineStart)) {
+            ++line;
+            lineStart = end + 1;
+        }
+        finding.line = line;
+        finding.column = at - lineStart + 1;
+    }
     return list;
 }
 

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
-#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "foundation/Log.h"
@@ -54,9 +55,5 @@ private:
 
     std::string_view stream_;
     std::vector<Finding> list_;
-    std::set<std::tuple<unsigned, std::string, std::uint64_t>> seen_;  ///< label, text and offset
-    // Findings come nearly in order of their offsets, so lines are counted on from the last one.
-    std::size_t lineOffset_ = 0;
-    std::size_t lineStart_ = 0;
-    std::size_t line_ = 1;
+    std::map<std::pair<unsigned, std::string>, std::set<std::uint64_t>> seen_;  ///< offsets by label and text
 };
