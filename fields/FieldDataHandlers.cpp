@@ -36,7 +36,10 @@ template <typename Count>
 void StoreSerializer(Context& current, ContextProcessor& processor, Count count) {
     StoreSetting(current, processor, ZplContextKeys::SerializeFunction,
                  ZplContextKeys::SerializeFunctionType([count](ContextProcessor& field, unsigned index) {
-                     field.set(ContextProcessor::ElementContext, ZplContextKeys::FieldData, count(field, index));
+                     // A template has nothing to count yet, and stays one.
+                     Context const* element = field.GetContext(ContextProcessor::ElementContext);
+                     if (element && element->HasValue(ZplContextKeys::FieldData))
+                         field.set(ContextProcessor::ElementContext, ZplContextKeys::FieldData, count(field, index));
                  }));
 }
 
@@ -64,7 +67,7 @@ bool FieldClockHandler::HandleCommand(Context& current, ZplCommand const& comman
 }
 
 bool FieldDataHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    StoreData(current, ZplCore::FieldDataHelper::ProcessDelimiterData(command, processor), processor);
+    StoreData(current, ZplCore::FieldDataHelper::ProcessDelimiterData(command), processor);
     return true;
 }
 
@@ -98,7 +101,7 @@ bool FieldSeparatorHandler::HandleCommand(Context& current, ZplCommand const&, C
 }
 
 bool FieldVariableHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    StoreData(current, ZplCore::FieldDataHelper::ProcessDelimiterData(command, processor), processor);
+    StoreData(current, ZplCore::FieldDataHelper::ProcessDelimiterData(command), processor);
     StoreSetting(current, processor, ZplContextKeys::FieldVariable, true);
     return true;
 }

@@ -62,10 +62,11 @@ std::optional<std::string> Label::ProcessLabel(unsigned copyIndex, bool forcePag
 void Label::StartLabel() {
     processor_.ClearContext(ContextProcessor::ElementContext);
     processor_.ClearContext(ContextProcessor::LabelContext);
-    if (processor_.at(ZplContextKeys::TimeMode).everyCopy) {
-        processor_.set(ContextProcessor::LabelContext, TimeAtRender,
-                       processor_.GetPrinterContext()->Now() + processor_.at(ClockAdjustment));
-    }
+    // Anew for every copy: the copy before may have set its clock.
+    bool const everyCopy = processor_.at(ZplContextKeys::TimeMode).everyCopy;
+    processor_.set(ContextProcessor::LabelContext, TimeAtRender,
+                   everyCopy ? processor_.GetPrinterContext()->Now() + processor_.at(ClockAdjustment)
+                             : pristineProcessor_.at(TimeAtRender));
     auto& target = *processor_.GetGraphicContext();
     target.StartLabel();
     target.SetLabelOriginX(processor_.at(LabelOriginX));

@@ -31,7 +31,8 @@ void KeepYesNo(ContextProcessor& processor, ContextKey<bool> const& key, ZplComm
     if (auto const value = ZplParse<bool>(command, 0)) Keep(processor, key, *value);
 }
 
-/// `^CI`: the character set, and which characters are shown in place of others.
+/// `^CI`: the character set, and which characters are shown in place of others. Pairs count in every set of single
+/// bytes: hosts also send them with sets of other code pages, as 31, and mean them.
 class ChangeInternationalFontHandler : public HandlerFor<CommandId("CI")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
@@ -101,7 +102,7 @@ public:
     }
 };
 
-/// `^MC`: N keeps the picture of the label for the next one to be drawn on.
+/// `^MC`: N keeps the picture of the label, but for its variable fields, for the next one to be drawn on.
 class MapClearHandler : public HandlerFor<CommandId("MC")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {

@@ -8,6 +8,7 @@
 #include "foundation/Base64.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Features.h"
+#include "frontend/context/ObjectStore.h"
 #include "jobhost/JobQueue.h"
 #include "jobhost/TQZPLProcessorInterface.h"
 #include "jobhost/TracklessJobQueue.h"
@@ -64,6 +65,7 @@ void LabelRenderPlugin::Init(std::shared_ptr<PublishingPropertyManager> properti
                              std::shared_ptr<PICLServerAgent> agent) {
     auto const& settings = AppSettings::GetInstance();
     DebugZoneSetupHelper::ConnectDebugZones(properties);
+    ClearMemoryDevice(settings.FormatsDir());
     std::string const jobs = settings.Value("JobsFolder");
     PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetJobsFolder(
         jobs.empty() ? settings.StorageDir() / "Jobs" : std::filesystem::path(jobs));

@@ -38,16 +38,18 @@ std::vector<std::uint16_t> CapturedCharacters() {
 /// The font, in square cells of a height.
 class Measure {
 public:
-    explicit Measure(Face& face) : face_(face) {}
+    explicit Measure(FaceChain& faces) : faces_(faces) {}
 
     int Advance(char32_t character, unsigned cell) const {
-        return AdvanceInDots(face_.Advance(Glyph(character)), Em(cell));
+        auto const [face, glyph] = Find(character);
+        return AdvanceInDots(face->Advance(glyph), Em(cell));
     }
 
     /// Dots from the last ink to the end of the advance.
     int TrailingSpace(char32_t character, unsigned cell) const {
+        auto const [face, glyph] = Find(character);
         GlyphBitmap bitmap;
-        face_.Render(Glyph(character), Em(cell), cell / face_.CapitalHeight(), bitmap);
+        face->Render(glyph, Em(cell), cell / face->CapitalHeight(), bitmap);
         return std::max(0, Advance(character, cell) - (bitmap.left + bitmap.width));
     }
 
@@ -56,13 +58,13 @@ private:
         return PreparedEm(TrueTypeUtils::FontPointSize(cell, Scripting::Dpi(DesignDpi)), DesignDpi);
     }
 
-    unsigned Glyph(char32_t character) const {
-        unsigned const glyph = face_.GlyphIndex(character);
-        if (glyph == 0) throw std::runtime_error("the font lacks character " + std::to_string(character));
-        return glyph;
+    FaceChain::Found Find(char32_t character) const {
+        auto const found = faces_.Find(character);
+        if (!found.face) throw std::runtime_error("the fonts lack character " + std::to_string(character));
+        return found;
     }
 
-    Face& face_;
+    FaceChain& faces_;
 };
 
 struct Trend {
@@ -237,8 +239,8 @@ void CheckDigits(std::vector<Trend> const& trends) {
     }
 }
 
-std::string MakeTables(Face& face) {
-    Measure const measure(face);
+std::string MakeTables(FaceChain& faces) {
+    Measure const measure(faces);
     std::vector<Trend> const trends = MakeTrends(measure);
     CheckDigits(trends);
     std::ostringstream out;
@@ -267,11 +269,12 @@ int main(int argc, char** argv) try {
     if (argc != 3) throw std::runtime_error("usage: MakeFontTables FONTFOLDER OUTPUT.cpp");
     FontFiles::Process().SetFolder(argv[1]);
     FaceStore store;
-    Face* const face = store.Open(FontFiles::Process().Find(Font0File));
-    if (!face)
-        throw std::runtime_error(std::string(Font0File) + " is not below " + argv[1] +
-                                 ": install fonts-roboto-unhinted, as packages.txt says");
-    std::string const tables = MakeTables(*face);
+    for (auto const* name : {Font0File, Font0Supplement}) {
+        if (!store.Open(FontFiles::Process().Find(name)))
+            throw std::runtime_error(std::string(name) + " is not there: install the packages of packages.txt");
+    }
+    FaceChain faces(store, "0", {}, {Font0File, Font0Supplement});
+    std::string const tables = MakeTables(faces);
     std::ofstream out(argv[2]);
     if (!(out << tables).flush()) throw std::runtime_error(std::string(argv[2]) + " cannot be written");
     return 0;

@@ -1,11 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string>
 #include <typeinfo>
 #include <utility>
+#include <vector>
 
 #include "frontend/context/ContextKey.h"
 
@@ -62,7 +63,7 @@ public:
     /// The value, made from the key's default if there is none of this type.
     template <typename T>
     T& operator[](ContextKey<T> const& key) {
-        auto& entry = values_[key.id];
+        auto& entry = EntryOf(key.id);
         if (T* held = entry.template As<T>()) return *held;
         entry = ContextValueWrapper(std::make_unique<ConcreteContextValue<T>>(key.defaultValue));
         return *entry.template As<T>();
@@ -71,8 +72,8 @@ public:
     /// The value, or null if there is none of this type.
     template <typename T>
     T const* Find(ContextKey<T> const& key) const {
-        auto const found = values_.find(key.id);
-        return found == values_.end() ? nullptr : found->second.template As<T>();
+        std::size_t const place = PlaceOf(key.id);
+        return IsAt(place, key.id) ? values_[place].value.template As<T>() : nullptr;
     }
 
     template <typename T>
@@ -82,7 +83,7 @@ public:
 
     template <typename T>
     void Set(ContextKey<T> const& key, T value) {
-        auto& entry = values_[key.id];
+        auto& entry = EntryOf(key.id);
         if (T* held = entry.template As<T>()) {
             *held = std::move(value);
         } else {
@@ -90,11 +91,36 @@ public:
         }
     }
 
-    void Erase(std::uint64_t keyId) { values_.erase(keyId); }
+    void Erase(std::uint64_t keyId) {
+        std::size_t const place = PlaceOf(keyId);
+        if (IsAt(place, keyId)) values_.erase(values_.begin() + static_cast<std::ptrdiff_t>(place));
+    }
     void Clear() { values_.clear(); }
     bool IsEmpty() const { return values_.empty(); }
 
 private:
+    struct Entry {
+        std::uint64_t id;
+        ContextValueWrapper value;
+    };
+
+    /// Where the entry of a key is, or belongs.
+    std::size_t PlaceOf(std::uint64_t keyId) const {
+        auto const place = std::lower_bound(values_.begin(), values_.end(), keyId,
+                                            [](Entry const& entry, std::uint64_t id) { return entry.id < id; });
+        return static_cast<std::size_t>(place - values_.begin());
+    }
+    bool IsAt(std::size_t place, std::uint64_t keyId) const {
+        return place < values_.size() && values_[place].id == keyId;
+    }
+
+    ContextValueWrapper& EntryOf(std::uint64_t keyId) {
+        std::size_t const place = PlaceOf(keyId);
+        if (!IsAt(place, keyId)) values_.insert(values_.begin() + static_cast<std::ptrdiff_t>(place), Entry{keyId, {}});
+        return values_[place].value;
+    }
+
     std::string name_;
-    std::map<std::uint64_t, ContextValueWrapper> values_;
+    /// By key. Few values are set and many are looked for, so they lie side by side; a value itself never moves.
+    std::vector<Entry> values_;
 };

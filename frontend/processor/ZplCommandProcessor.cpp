@@ -1,21 +1,33 @@
 #include "frontend/processor/ZplCommandProcessor.h"
 
+#include <algorithm>
+
 #include "Scripting/GraphicContext.h"
 #include "Scripting/PrinterContextInterface.h"
 #include "foundation/AppSettings.h"
+#include "foundation/Log.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ObjectStore.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/Ascii.h"
+#include "frontend/stream/ZplParse.h"
 #include "propertybus/Property.h"
 
 namespace {
 
-constexpr std::size_t MostMissingCommands = 1000;
 constexpr std::size_t LongestMissingList = 8 * 1024UL;
 
 bool PrefixFits(SyntacticType syntax, bool isControl) {
     return syntax == SyntacticType::Either || (syntax == SyntacticType::Control) == isControl;
+}
+
+/// Whether data hold what parts the commands of a stored format: a stream with other characters may send that. Raw
+/// pictures are counted, and may hold anything.
+bool HoldsPrefixes(ZplCommand const& command) {
+    bool const isCounted = command.command == "GF" && ToAsciiUpper(ZplParse<char>(command, 0).ValueOr(0)) == 'B';
+    return !isCounted && std::any_of(command.parameters.begin(), command.parameters.end(),
+                                     [](auto const& text) { return text.find_first_of("^~") != std::string::npos; });
 }
 
 }  // namespace
@@ -121,6 +133,9 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
     if (text && label.HasImageSavePath()) label.RenderLabelToFile();
     if ((result.hasRfidOperations || text) && label.ShouldPrint()) {
         result.label.emplace(text.value_or(std::string()), std::move(clone));
+    } else {
+        // No page will be printed whose end brings the answers.
+        label.SendEndOfFormatNetworkResponses();
     }
 }
 
@@ -145,6 +160,8 @@ Zpl::Label ZplCommandProcessor::ProcessLabelCommands() {
     contextProcessor_.set(
         ContextProcessor::FormatContext, ZplContextKeys::TimeAtRender,
         contextProcessor_.GetPrinterContext()->Now() + contextProcessor_.at(ZplContextKeys::ClockAdjustment));
+    contextProcessor_.set(ContextProcessor::FormatContext, ZplContextKeys::RecalledGraphics,
+                          std::make_shared<ZplContextKeys::PicturesByName>());
     Zpl::Label label(contextProcessor_, handlerPool_);
     contextProcessor_.PopCurrentContext();
     IncrementLifetimeScriptCount(label.Quantity());
@@ -156,7 +173,13 @@ void ZplCommandProcessor::SaveFormatCommands(std::string const& path) {
     std::string content;
     // What no device takes need not be put together first.
     if (commands.Bytes() <= MaximumStoredBytes) {
-        for (auto const& command : commands) content += '^' + command.command + command.Joined(0, ',');
+        for (auto const& command : commands) {
+            if (HoldsPrefixes(command)) {
+                Log::Report(LogTopic::Data, "data of ^" + command.command +
+                                                " hold ^ or ~, which begin a command when " + path + " is recalled");
+            }
+            content += '^' + command.command + command.Joined(0, ',');
+        }
     } else {
         content.resize(MaximumStoredBytes + 1);
     }
@@ -177,11 +200,8 @@ void ZplCommandProcessor::UpdateMissingCommands(std::string const& command, bool
     if (!missingZplCommands_) return;
     // Whatever the session's characters are: the list is read by people.
     std::string const entry = (isControl ? '~' : '^') + command;
-    // A stream of garbage can hold any number of different letters: what was seen is not looked for again, and the list
-    // ends at a length that a person can read.
-    if (seenMissingCommands_.contains(entry) || seenMissingCommands_.size() >= MostMissingCommands) return;
-    seenMissingCommands_.insert(entry);
     std::string missing = missingZplCommands_->Get();
+    // A stream of garbage can hold any number of different letters: the list ends at a length that a person can read.
     if (missing.size() > LongestMissingList || missing.find(entry) != std::string::npos) return;
     if (!missing.empty()) missing += ',';
     missingZplCommands_->Set(missing + entry);

@@ -1,7 +1,9 @@
 #include "jobhost/model/PrinterContext.h"
 
+#include <algorithm>
 #include <cmath>
 
+#include "PrintEngine/Printing/JobMetaData.h"
 #include "jobhost/model/ZPLProcessorInterface.h"
 
 namespace {
@@ -38,9 +40,14 @@ void PrinterContext::SetDelimiter(char character) { delimiter_->Set(std::string(
 
 Scripting::PrinterStatus PrinterContext::Status() const {
     Scripting::PrinterStatus status;
-    auto const part = model_.PartManager().GetLabelPart();
+    auto const part = model_.GetLabelPart();
     status.continuousMedia = part.GetIsContinuous();
     status.partLength = static_cast<unsigned>(std::lround(part.GetHeight() * designDpi_.Value()));
+    status.paused = model_.GetPrintJobStatusProperty()->Get() == "Print Paused";
+    if (auto const job = PrintEngine::Printing::JobMetaData::Read(model_.GetCurrentJobPath())) {
+        unsigned const printed = model_.GetCurrentPrintingPageProperty()->Get();
+        status.labelsRemaining = job->totalPages - std::min(printed, job->totalPages);
+    }
     if (requests_.status) requests_.status(status);
     return status;
 }
@@ -51,4 +58,12 @@ void PrinterContext::Start() { Ask(requests_.start); }
 void PrinterContext::Reset() { Ask(requests_.reset); }
 void PrinterContext::SendToHost(std::string_view data) {
     if (requests_.sendToHost) requests_.sendToHost(data);
+}
+
+void PrinterContext::AddToTagLog(std::string_view lines) {
+    constexpr std::size_t LongestLog = std::size_t{64} << 10;  // bytes
+    tagLog_ += lines;
+    if (tagLog_.size() <= LongestLog) return;
+    std::size_t const lineEnd = tagLog_.find('\n', tagLog_.size() - LongestLog);
+    tagLog_.erase(0, lineEnd == tagLog_.npos ? tagLog_.size() : lineEnd + 1);
 }

@@ -144,3 +144,11 @@ void ZPLProcessorInterface::ResetStreamCharacters() {
     formatPrefix_->Set(DefaultFormatPrefix);
     controlPrefix_->Set(DefaultControlPrefix);
 }
+
+PrintEngine::PartManagement::LabelPart ZPLProcessorInterface::GetLabelPart() const {
+    constexpr double LengthPerInch = 1000;
+    auto part = partManager_.GetLabelPart();
+    if (part.GetIsContinuous() && substrateMode_->Get() != SmartSubstrate)
+        part.SetHeight(continuousLabelLength_->Get() / LengthPerInch);
+    return part;
+}

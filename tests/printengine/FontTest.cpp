@@ -56,7 +56,7 @@ TEST_F(FontTest, FontFilesCanBeSet) {
     EXPECT_NE(std::find(names.begin(), names.end(), "0"), names.end());
     EXPECT_EQ(target->MeasureTrueTypeText("USERS.TTF", "Rag", 0, 10, 100),
               target->MeasureTrueTypeText("DejaVuSerif.ttf", "Rag", 0, 10, 100));
-    process->SetFontFile("0", "/usr/share/fonts/truetype/roboto/unhinted/RobotoCondensed-Bold.ttf");
+    process->SetFontFile("0", "/usr/share/texmf/fonts/opentype/public/tex-gyre/texgyreheroscn-bold.otf");
     EXPECT_EQ(Draw(*target, Font0(*target, 30, 30), "Rag"), grotesque);
     EXPECT_TRUE(warnings.empty());
 }

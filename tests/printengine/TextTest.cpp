@@ -150,12 +150,12 @@ TEST_F(TextTest, ExpectedWidthsArePens) {
     EXPECT_GT(target->GetCharacterWidth(font, 'x'), 5);
 }
 
-// The widths that users know of font 0: small letters take about half of the requested width.
+// The widths that users know of font 0: small letters take a little under half of the requested width.
 TEST_F(TextTest, ScalableTextIsAsWideAsTheRequestedCellSays) {
     for (unsigned const dpi : {203u, 300u}) {
         auto const target = Target(4, 1, dpi);
         int const width = target->MeasureText(Font0(*target, 60, 60), "abcdefghijklmnopqrstuvwxyz", 1, 0, true);
-        EXPECT_GT(width, 26 * 60 * 45 / 100);
+        EXPECT_GT(width, 26 * 60 * 42 / 100);
         EXPECT_LT(width, 26 * 60 * 60 / 100);
         EXPECT_NEAR(target->MeasureText(Font0(*target, 60, 120), "abcdefghijklmnopqrstuvwxyz", 1, 0, true), 2 * width,
                     26);

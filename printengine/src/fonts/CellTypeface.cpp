@@ -124,10 +124,10 @@ GlyphBitmap const& CellTypeface::Cell(char32_t character) {
     if (cell_.capitalsOnly) character = Capital(character);
     if (auto const known = cells_.find(character); known != cells_.end()) return known->second;
     if (cells_.size() >= MaxRememberedCells) cells_.clear();
-    return cells_[character] = Draw(character);
+    return cells_[character] = DrawCell(character);
 }
 
-GlyphBitmap CellTypeface::Draw(char32_t character) {
+GlyphBitmap CellTypeface::DrawCell(char32_t character) {
     if (GlyphBitmap bitmap; strike_ && strike_->Load(character, bitmap)) {
         TrimTop(bitmap);
         // Only accents stand out above the cell.
@@ -175,14 +175,12 @@ GlyphBitmap CellTypeface::DrawInCell(Face& face, unsigned glyph, double emWidth,
     return bitmap;
 }
 
-GlyphBitmap const* CellTypeface::Glyph(char32_t character, double pixelsX, double pixelsY, GlyphCache& cache) {
-    static GlyphBitmap const nothing;
-    if (IsControl(character)) return &nothing;
+bool CellTypeface::Draw(char32_t character, double pixelsX, double pixelsY, GlyphBitmap& bitmap) {
+    if (IsControl(character)) return true;
     // Beyond this no page shows a whole glyph.
-    if (pixelsX > 512 || pixelsY > 512) return nullptr;
-    GlyphKey const key{this, character, static_cast<int>(std::lround(pixelsX * 64)),
-                       static_cast<int>(std::lround(pixelsY * 64))};
-    return &cache.Get(key, [&] { return Magnify(Cell(character), pixelsX, pixelsY); });
+    if (pixelsX > 512 || pixelsY > 512) return false;
+    bitmap = Magnify(Cell(character), pixelsX, pixelsY);
+    return true;
 }
 
 }  // namespace PrintEngine::Fonts

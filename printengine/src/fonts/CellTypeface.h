@@ -34,11 +34,11 @@ public:
     int Ascent() const override { return cell_.ascent; }
     int Descent() const override { return cell_.height - cell_.ascent; }
     int Advance(char32_t character) override;
-    GlyphBitmap const* Glyph(char32_t character, double pixelsX, double pixelsY, GlyphCache& cache) override;
+    bool Draw(char32_t character, double pixelsX, double pixelsY, GlyphBitmap& bitmap) override;
 
 private:
     GlyphBitmap const& Cell(char32_t character);
-    GlyphBitmap Draw(char32_t character);
+    GlyphBitmap DrawCell(char32_t character);
     GlyphBitmap DrawInCell(Face& face, unsigned glyph, double emWidth, double emHeight);
 
     CellFont const& cell_;

@@ -6,8 +6,9 @@
 /// The rule by which outlines are scaled; the measured tables of font 0 are made by the same.
 namespace PrintEngine::Fonts {
 
-/// The file that draws font 0 and P to V.
-inline constexpr char const* Font0File = "RobotoCondensed-Bold.ttf";
+/// The file that draws font 0 and P to V, and the one that draws the alphabets it lacks.
+inline constexpr char const* Font0File = "texgyreheroscn-bold.otf";
+inline constexpr char const* Font0Supplement = "RobotoCondensed-Bold.ttf";
 
 /// An em in dots of a TrueType font.
 inline double TrueTypeEm(double pointSize) { return pointSize / 0.331; }

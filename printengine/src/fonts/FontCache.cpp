@@ -61,7 +61,8 @@ Fonts::FaceChain& TrueTypeCacheCreator::Cache::Chain(std::string_view font, std:
 Fonts::FaceChain& TrueTypeCacheCreator::Cache::ScalableChain(std::string_view font) {
     // All scalable letters are drawn by the font of letter 0, unless their own name has a file.
     std::string_view const name = Fonts::FontFiles::Process().FileSetFor(font).empty() ? "0" : font;
-    return Chain(name, {Fonts::Font0File, "DejaVuSans-Bold.ttf", "DejaVuSans.ttf", AnyIdeographs});
+    return Chain(name,
+                 {Fonts::Font0File, Fonts::Font0Supplement, "DejaVuSans-Bold.ttf", "DejaVuSans.ttf", AnyIdeographs});
 }
 
 Fonts::FaceChain& TrueTypeCacheCreator::Cache::TrueTypeChain(std::string_view font) {

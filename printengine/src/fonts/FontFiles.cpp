@@ -8,7 +8,9 @@ namespace PrintEngine::Fonts {
 namespace {
 
 /// Where the fonts that every label can use lie below the system font folder.
-constexpr std::array<std::string_view, 13> UsualPlaces{
+constexpr std::array<std::string_view, 14> UsualPlaces{
+    // The package of this one has its files beside the system font folder.
+    "../texmf/fonts/opentype/public/tex-gyre/texgyreheroscn-bold.otf",
     "truetype/roboto/unhinted/RobotoCondensed-Bold.ttf",
     "truetype/roboto/unhinted/RobotoCondensed-Regular.ttf",
     "truetype/roboto/unhinted/RobotoTTF/Roboto-Regular.ttf",

@@ -17,8 +17,6 @@ constexpr std::size_t MaxRememberedAdvances = 16384;
 constexpr double BoxAdvance = 0.6;
 constexpr double BoxWidth = 0.5;
 
-std::int32_t In64ths(double pixels) { return static_cast<std::int32_t>(std::lround(std::min(pixels, 1e7) * 64)); }
-
 }  // namespace
 
 OutlineTypeface::OutlineTypeface(FaceChain& faces, OutlineSize const& size,
@@ -50,21 +48,12 @@ int OutlineTypeface::MeasureAdvance(char32_t character) {
     return AdvanceInDots(face ? face->Advance(glyph) : BoxAdvance, size_.emWidth);
 }
 
-GlyphBitmap const* OutlineTypeface::Glyph(char32_t character, double pixelsX, double pixelsY, GlyphCache& cache) {
-    static GlyphBitmap const nothing;
-    if (IsControl(character)) return &nothing;
+bool OutlineTypeface::Draw(char32_t character, double pixelsX, double pixelsY, GlyphBitmap& bitmap) {
+    if (IsControl(character)) return true;
     auto const [face, glyph] = faces_.Find(character);
-    double const emWidth = size_.emWidth * pixelsX;
-    double const emHeight = (face ? EmHeight(face) : size_.ascent) * pixelsY;
-    bool fits = true;
-    GlyphKey const key{face ? static_cast<void const*>(face) : this, character, In64ths(emWidth), In64ths(emHeight)};
-    GlyphBitmap const& bitmap = cache.Get(key, [&, found = face, index = glyph] {
-        if (!found) return MissingBox(pixelsX, pixelsY);
-        GlyphBitmap drawn;
-        fits = found->Render(index, emWidth, emHeight, drawn);
-        return drawn;
-    });
-    return fits ? &bitmap : nullptr;
+    if (face) return face->Render(glyph, size_.emWidth * pixelsX, EmHeight(face) * pixelsY, bitmap);
+    bitmap = MissingBox(pixelsX, pixelsY);
+    return true;
 }
 
 GlyphBitmap OutlineTypeface::MissingBox(double pixelsX, double pixelsY) const {

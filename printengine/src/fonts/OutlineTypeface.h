@@ -27,7 +27,7 @@ public:
     int Ascent() const override { return size_.ascent; }
     int Descent() const override { return size_.descent; }
     int Advance(char32_t character) override;
-    GlyphBitmap const* Glyph(char32_t character, double pixelsX, double pixelsY, GlyphCache& cache) override;
+    bool Draw(char32_t character, double pixelsX, double pixelsY, GlyphBitmap& bitmap) override;
 
 private:
     double EmHeight(Face const* face) const;

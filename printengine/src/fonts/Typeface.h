@@ -1,7 +1,9 @@
 #pragma once
 
+#include <atomic>
+#include <cstdint>
+
 #include "printengine/src/fonts/Face.h"
-#include "printengine/src/fonts/GlyphCache.h"
 
 namespace PrintEngine::Fonts {
 
@@ -11,14 +13,22 @@ class Typeface {
 public:
     virtual ~Typeface() = default;
 
+    /// Never the same for two typefaces of the process, also not for one made where another has gone.
+    std::uint64_t Id() const { return id_; }
+
     virtual int Ascent() const = 0;
     virtual int Descent() const = 0;
     int Height() const { return Ascent() + Descent(); }
     /// How far a character moves the pen.
     virtual int Advance(char32_t character) = 0;
-    /// The picture of a character at these many pixels a dot; null if it would be larger than a page can be. Valid
-    /// until the cache is asked again.
-    virtual GlyphBitmap const* Glyph(char32_t character, double pixelsX, double pixelsY, GlyphCache& cache) = 0;
+    /// Makes the picture of a character at these many pixels a dot; false if it would be larger than a page can be. The
+    /// bitmap, which comes empty, stays empty if there is no ink.
+    virtual bool Draw(char32_t character, double pixelsX, double pixelsY, GlyphBitmap& bitmap) = 0;
+
+private:
+    static inline std::atomic<std::uint64_t> lastId_ = 0;
+
+    std::uint64_t const id_ = ++lastId_;
 };
 
 /// Characters that move no pen and leave no ink.

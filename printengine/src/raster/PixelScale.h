@@ -17,6 +17,9 @@ public:
     /// The edge between two dots, in pixels. Kept within 2^28, far outside every page.
     int Edge(std::int64_t dots) const {
         constexpr double Limit = 1 << 28;
+        if (factor_ == 1)
+            return static_cast<int>(
+                std::clamp(dots, -static_cast<std::int64_t>(Limit), static_cast<std::int64_t>(Limit)));
         return static_cast<int>(std::lround(std::clamp(static_cast<double>(dots) * factor_, -Limit, Limit)));
     }
     /// A thickness: at least a pixel, if it is at least a dot.

@@ -41,16 +41,14 @@ void TextPainter::Draw(Fonts::Typeface& typeface, std::string_view text, TextSty
     double const pixelsY = style.magnificationY * scale_.Factor();
     std::int64_t const lineHeight = std::int64_t{CharacterLineHeight(typeface)} * style.magnificationY;
     int const ascentPixels = scale_.Edge(std::int64_t{typeface.Ascent()} * style.magnificationY);
+    Fonts::GlyphCache::Set& glyphs = glyphs_.SetOf(typeface, pixelsX, pixelsY, frame.degrees);
     for (bool isFirst = true; !text.empty(); isFirst = false) {
         char32_t const character = TakeCharacter(text);
         std::int64_t const advance = std::int64_t{typeface.Advance(character)} * style.magnificationX;
         if (style.flow == ScriptTextFlow::Reverse && !isFirst) u -= advance + style.spacing;
-        Fonts::GlyphBitmap const* const glyph = typeface.Glyph(character, pixelsX, pixelsY, glyphs_);
-        if (!glyph) {
-            hasLeftOut_ = true;
-        } else if (!glyph->IsEmpty()) {
-            Place(*glyph, frame, u, v, ascentPixels);
-        }
+        Fonts::TurnedGlyph const& glyph = glyphs.Get(character);
+        hasLeftOut_ |= glyph.isTooLarge;
+        if (!glyph.upright.IsEmpty()) Place(glyph, frame, u, v, ascentPixels);
         if (style.flow == ScriptTextFlow::Horizontal) u += advance + style.spacing;
         if (style.flow == ScriptTextFlow::Vertical) v += lineHeight + (character == U' ' ? style.spacing : 0);
     }
@@ -58,24 +56,18 @@ void TextPainter::Draw(Fonts::Typeface& typeface, std::string_view text, TextSty
 
 /// Turns dot for dot: the dot (u, v) of the frame is the dot (x - v, y + u) at 90 degrees, and so on, and a dot that is
 /// several pixels wide is entered from the side that the turn makes its first.
-void TextPainter::Place(Fonts::GlyphBitmap const& glyph, TextFrame const& frame, std::int64_t u, std::int64_t v,
+void TextPainter::Place(Fonts::TurnedGlyph const& glyph, TextFrame const& frame, std::int64_t u, std::int64_t v,
                         int ascentPixels) {
-    int const left = glyph.left;
-    int const right = glyph.left + glyph.width;
-    int const top = ascentPixels - glyph.above;
-    int const bottom = top + glyph.height;
+    int const left = glyph.upright.left;
+    int const right = left + glyph.upright.width;
+    int const top = ascentPixels - glyph.upright.above;
+    int const bottom = top + glyph.upright.height;
+    auto const put = [&](int x, int y) { raster_.Blit(glyph.Rows(), x, y, 0, ink_); };
     switch (frame.degrees) {
-        case 90:
-            return raster_.Blit(glyph.Rows(), scale_.Edge(frame.x - v + 1) - bottom, scale_.Edge(frame.y + u) + left,
-                                90, ink_);
-        case 180:
-            return raster_.Blit(glyph.Rows(), scale_.Edge(frame.x - u + 1) - right,
-                                scale_.Edge(frame.y - v + 1) - bottom, 180, ink_);
-        case 270:
-            return raster_.Blit(glyph.Rows(), scale_.Edge(frame.x + v) + top, scale_.Edge(frame.y - u + 1) - right, 270,
-                                ink_);
-        default:
-            return raster_.Blit(glyph.Rows(), scale_.Edge(frame.x + u) + left, scale_.Edge(frame.y + v) + top, 0, ink_);
+        case 90: return put(scale_.Edge(frame.x - v + 1) - bottom, scale_.Edge(frame.y + u) + left);
+        case 180: return put(scale_.Edge(frame.x - u + 1) - right, scale_.Edge(frame.y - v + 1) - bottom);
+        case 270: return put(scale_.Edge(frame.x + v) + top, scale_.Edge(frame.y - u + 1) - right);
+        default: return put(scale_.Edge(frame.x + u) + left, scale_.Edge(frame.y + v) + top);
     }
 }
 

@@ -49,7 +49,7 @@ public:
     bool HasLeftOut() const { return hasLeftOut_; }
 
 private:
-    void Place(Fonts::GlyphBitmap const& glyph, TextFrame const& frame, std::int64_t u, std::int64_t v,
+    void Place(Fonts::TurnedGlyph const& glyph, TextFrame const& frame, std::int64_t u, std::int64_t v,
                int ascentPixels);
 
     Drawing::Raster& raster_;

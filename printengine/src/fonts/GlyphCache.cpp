@@ -1,0 +1,78 @@
+#include "printengine/src/fonts/GlyphCache.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace PrintEngine::Fonts {
+
+namespace {
+
+/// The bytes of a picture turned clockwise, in whole words a row.
+std::vector<std::uint8_t> Turned(GlyphBitmap const& upright, int degrees) {
+    bool const isUpended = degrees == 90 || degrees == 270;
+    int const width = isUpended ? upright.height : upright.width;
+    int const height = isUpended ? upright.width : upright.height;
+    Drawing::Raster raster;
+    raster.Reset(width, height);
+    raster.Blit(upright.Rows(), 0, 0, degrees, Drawing::Ink::Black);
+    std::size_t const stride = static_cast<std::size_t>(width + 63) / 64 * 8;
+    std::vector<std::uint8_t> bytes(stride * static_cast<std::size_t>(height));
+    for (int y = 0; y < height; ++y) {
+        std::uint8_t* target = bytes.data() + stride * static_cast<std::size_t>(y);
+        for (Drawing::Word const word : raster.Row(y)) {
+            Drawing::Word const packed = Drawing::BigEndian(word);
+            std::memcpy(target, &packed, sizeof packed);
+            target += sizeof packed;
+        }
+    }
+    return bytes;
+}
+
+std::int32_t In64ths(double pixels) { return static_cast<std::int32_t>(std::lround(std::min(pixels, 1e7) * 64)); }
+
+}  // namespace
+
+std::size_t GlyphCache::Hash::operator()(Key const& key) const {
+    std::uint64_t hash = key.typeface;
+    for (auto const part : {key.width, key.height, key.degrees}) {
+        hash = (hash ^ static_cast<std::uint64_t>(part)) * 0x9E3779B97F4A7C15;
+        hash ^= hash >> 29;
+    }
+    return hash;
+}
+
+GlyphCache::Set& GlyphCache::SetOf(Typeface& typeface, double pixelsX, double pixelsY, int degrees) {
+    Key const key{typeface.Id(), In64ths(pixelsX), In64ths(pixelsY), degrees};
+    if (auto const known = sets_.find(key); known != sets_.end()) return *known->second;
+    Reserve(SetBytes, nullptr);
+    return *(sets_[key] = std::make_unique<Set>(typeface, pixelsX, pixelsY, degrees, *this));
+}
+
+TurnedGlyph const& GlyphCache::Set::Draw(char32_t character) {
+    TurnedGlyph glyph;
+    glyph.degrees = degrees_;
+    glyph.isTooLarge = !typeface_->Draw(character, pixelsX_, pixelsY_, glyph.upright);
+    if (glyph.isTooLarge) glyph.upright = {};
+    if (degrees_ != 0 && !glyph.upright.IsEmpty()) glyph.upright.bytes = Turned(glyph.upright, degrees_);
+    cache_.Reserve(glyph.upright.bytes.size() + GlyphBytes, this);
+    TurnedGlyph const& kept = glyphs_[character] = std::move(glyph);
+    if (character < ascii_.size()) ascii_[character] = &kept;
+    return kept;
+}
+
+void GlyphCache::Set::Clear() {
+    ascii_.fill(nullptr);
+    glyphs_.clear();
+}
+
+void GlyphCache::Reserve(std::size_t bytes, Set* inUse) {
+    if (bytes_ + bytes > MaxBytes) {
+        std::erase_if(sets_, [&](auto const& entry) { return entry.second.get() != inUse; });
+        if (inUse) inUse->Clear();
+        bytes_ = inUse ? SetBytes : 0;
+    }
+    bytes_ += bytes;
+}
+
+}  // namespace PrintEngine::Fonts
