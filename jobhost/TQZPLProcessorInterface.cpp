@@ -98,6 +98,7 @@ void TQZPLProcessorInterface::SetServerAgent(std::shared_ptr<PICLServerAgent> ag
     serverAgent_ = std::move(agent);
     auto* const process = PrintProcessHandler::GetInstance();
     process->SetPrinterDPI(printerContext_->PrinterDpi().Value());
+    process->SetupForPrinting(serverAgent_, model_->GetPropertyManager());
     process->SetWarningReceiver([](std::string_view line) { DebugLog(Warning, std::string(line)); });
     process->SetPageReceiver(
         [](unsigned page) { DebugLog(PerformanceLogging, "page " + std::to_string(page) + " is rendered"); });

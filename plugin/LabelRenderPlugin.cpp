@@ -1,33 +1,34 @@
 #include "plugin/LabelRenderPlugin.h"
 
 #include <QtQml/QQmlApplicationEngine>
-#include <cstdlib>
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "foundation/AppSettings.h"
 #include "foundation/Base64.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Features.h"
+#include "foundation/Log.h"
 #include "frontend/context/ObjectStore.h"
 #include "jobhost/JobQueue.h"
 #include "jobhost/TQZPLProcessorInterface.h"
 #include "jobhost/TracklessJobQueue.h"
 #include "jobhost/model/PrinterContext.h"
 #include "plugin/DebugZoneSetupHelper.h"
+#include "plugin/InstalledPart.h"
+#include "plugin/TQTWSProcessorInterface.h"
+#include "plugin/TWSProcessorInterface.h"
+#include "plugin/surfaces/RegisterSurfaces.h"
 #include "propertybus/PICLServerAgent.h"
 #include "propertybus/PropertyIdentifiers.h"
 #include "propertybus/PublishingPropertyManager.h"
 
 namespace {
 
-/// The media of the desk's printer, in inches, from the settings.
-PrintEngine::PartManagement::LabelPart InstalledPart() {
-    auto const inches = [](char const* name, double fallback) {
-        double const value = std::strtod(AppSettings::GetInstance().Value(name).c_str(), nullptr);
-        return value > 0 ? value : fallback;
-    };
-    return {inches("LabelWidth", 4), inches("LabelHeight", 6)};
-}
+/// What of the machine depends on its make: the desk's printer prints as fast as it is told to.
+class PrinterFeatureChecker : public PrinterFeatureCheckerInterface {
+public:
+    bool HasAdjustablePrintSpeed() const override { return true; }
+};
 
 /// What a stream asks of the machine goes to the components whose business it is.
 PrinterContext::Requests RequestsTo(std::shared_ptr<ZPLProcessorInterface> const& model,
@@ -46,12 +47,37 @@ PrinterContext::Requests RequestsTo(std::shared_ptr<ZPLProcessorInterface> const
     return requests;
 }
 
+std::shared_ptr<PrinterContext> MakePrinterContext(std::shared_ptr<ZPLProcessorInterface> const& model,
+                                                   PublishingPropertyManager const& properties,
+                                                   std::shared_ptr<PICLServerAgent> const& agent) {
+    auto const dpi = std::dynamic_pointer_cast<UInt32Property>(properties.Find(PropertyNames::DotsPerInch));
+    return std::make_shared<PrinterContext>(
+        *model, Scripting::Dpi(dpi->Get()), Scripting::Dpi(model->GetEmulatedDpiProperty()->Get()),
+        std::make_shared<LocalClock>(), RequestsTo(model, agent), std::make_shared<PrinterFeatureChecker>());
+}
+
+/// What streams ask for and cannot have is a matter for the log: what is lost is a warning, the rest is information.
+void LogReportsOfStreams() {
+    Log::SetSink([](LogTopic topic, std::string_view line) {
+        if (topic == LogTopic::Limit || topic == LogTopic::Font || topic == LogTopic::File)
+            DebugLog(Warning, std::string(line));
+        else
+            DebugLog(Info, std::string(line));
+    });
+}
+
+std::filesystem::path JobsFolder() {
+    auto const& settings = AppSettings::GetInstance();
+    std::string const named = settings.Value("JobsFolder");
+    return named.empty() ? settings.StorageDir() / "Jobs" : std::filesystem::path(named);
+}
+
 }  // namespace
 
 LabelRenderPlugin::LabelRenderPlugin() = default;
 LabelRenderPlugin::~LabelRenderPlugin() = default;
 
-void LabelRenderPlugin::Create(QString const&, std::shared_ptr<QQmlApplicationEngine>) {
+void LabelRenderPlugin::Create(QString const&, std::shared_ptr<QQmlApplicationEngine> engine) {
     std::unique_ptr<Zpl::Host::JobQueueInterface> queue;
     if (Features::Exists(FeatureNames::tracklessZplJobQueue)) {
         queue = std::make_unique<Zpl::Host::TracklessJobQueue>();
@@ -59,25 +85,27 @@ void LabelRenderPlugin::Create(QString const&, std::shared_ptr<QQmlApplicationEn
         queue = std::make_unique<Zpl::Host::JobQueue>();
     }
     zplInterface_ = std::make_shared<TQZPLProcessorInterface>(std::move(queue));
+    twsInterface_ = std::make_shared<TQTWSProcessorInterface>();
+    RegisterSurfaces(*engine, zplInterface_.get(), twsInterface_.get());
 }
 
 void LabelRenderPlugin::Init(std::shared_ptr<PublishingPropertyManager> properties,
                              std::shared_ptr<PICLServerAgent> agent) {
-    auto const& settings = AppSettings::GetInstance();
-    DebugZoneSetupHelper::ConnectDebugZones(properties);
-    ClearMemoryDevice(settings.FormatsDir());
-    std::string const jobs = settings.Value("JobsFolder");
-    PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetJobsFolder(
-        jobs.empty() ? settings.StorageDir() / "Jobs" : std::filesystem::path(jobs));
+    LogReportsOfStreams();
+    PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetJobsFolder(JobsFolder());
+    ClearMemoryDevice(AppSettings::GetInstance().FormatsDir());
 
+    DebugZoneSetupHelper::ConnectDebugZones(properties);
     zplModel_ = ZPLProcessorInterface::Create(properties, agent);
     zplModel_->PartManager().SetInstalledPart(InstalledPart());
-    auto const dpi = std::dynamic_pointer_cast<UInt32Property>(properties->Find(PropertyNames::DotsPerInch));
-    auto const printerContext = std::make_shared<PrinterContext>(
-        *zplModel_, Scripting::Dpi(dpi->Get()), Scripting::Dpi(zplModel_->GetEmulatedDpiProperty()->Get()),
-        std::make_shared<LocalClock>(), RequestsTo(zplModel_, agent));
+    auto const printerContext = MakePrinterContext(zplModel_, *properties, agent);
     TQZPLProcessorInterface::ConnectModel(zplInterface_, zplModel_, printerContext);
     zplInterface_->InitCallbacks();
+    twsModel_ = TWSProcessorInterface::Create(properties, agent);
+    TQTWSProcessorInterface::ConnectModel(twsInterface_, twsModel_);
+    twsInterface_->SetPropertyManager(properties);
+    twsInterface_->InitCallbacks();
     zplInterface_->SetServerAgent(agent);
+    twsInterface_->SetServerAgent(agent);
     DebugLog(Init, "ready");
 }

@@ -6,11 +6,12 @@
 
 #include "plugin/TQPluginInterface.h"
 
-class PrinterContext;
+class TQTWSProcessorInterface;
 class TQZPLProcessorInterface;
+class TWSProcessorInterface;
 class ZPLProcessorInterface;
 
-/// The plugin: makes the job queue and the door of the host, and connects them to the bus.
+/// The plugin: makes the job queue, the door of the host and that of the surfaces, and connects them to the bus.
 class LabelRenderPlugin : public QObject, public TQPluginInterface {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "Tarvo.VexaPlugins.ZPLProcessor")
@@ -24,5 +25,7 @@ public:
 
 private:
     std::shared_ptr<TQZPLProcessorInterface> zplInterface_;
+    std::shared_ptr<TQTWSProcessorInterface> twsInterface_;
     std::shared_ptr<ZPLProcessorInterface> zplModel_;
+    std::shared_ptr<TWSProcessorInterface> twsModel_;
 };

@@ -13,10 +13,7 @@ public:
     /// Names the component, and prepares Qt. Before the application object is made.
     static void InitializeQtSettings(std::string const& name, std::string const& componentId,
                                      std::string const& componentLabel);
-    /// After the application object is made, for what that owns.
-    static void AddLibraryPaths();
-
-    /// Reads the settings file, then the override, whose values win one by one.
+    /// Reads the settings file, then the override, whose values win one by one; loads the fonts of the surfaces.
     TQApp(std::filesystem::path const& settings, std::filesystem::path const& settingsOverride);
 
     ThreadFactory& Threads() { return threads_; }

@@ -39,6 +39,8 @@ ServeOptions ParseServeOptions(std::vector<std::string> const& arguments) {
             options.speed = Number(option, value(), 0.0, 1000.0);
         } else if (option == "--pause-on-start") {
             options.pauseOnStart = true;
+        } else if (option == "--preview") {
+            options.preview = true;
         } else if (option == "--help" || option == "-h") {
             options.help = true;
         } else if (option == "--dpi" || option == "--size") {
@@ -66,8 +68,10 @@ A virtual label printer: any program can print to it. Each page becomes a file J
   --size WxH          size of the label part (default 4x6in)
   --speed N           inches a second (default 6); 0 prints as fast as it goes
   --pause-on-start    begins paused
+  --preview           opens a window that shows the pages while they print
   --state DIR         where stored formats and counters are kept (default: the user's state folder)
 
-While it runs it takes these words on its terminal: status, pause, resume, cancel, cancel-all, quit.
+While it runs it takes these words on its terminal: status, pause, resume, cancel, cancel-all, preview,
+quit.
 )";
 }

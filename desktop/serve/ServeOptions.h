@@ -15,6 +15,7 @@ struct ServeOptions {
     double heightInches = 6;
     double speed = 6;
     bool pauseOnStart = false;
+    bool preview = false;
     bool help = false;
 };
 

@@ -12,6 +12,7 @@
 #include <cstdio>
 #include <thread>
 
+#include "desktop/CommandLine.h"
 #include "foundation/AppSettings.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Files.h"
@@ -26,6 +27,25 @@ constexpr auto RestartPause = 200ms;
 void Say(std::string const& line) {
     std::printf("%s\n", line.c_str());
     std::fflush(stdout);
+}
+
+/// Whether windows can be opened at all, as far as that can be told without opening one.
+bool HasDisplay() {
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+}
+
+std::filesystem::path ProgramPath(char const* program) { return AppSettings::GetInstance().AppBin() / program; }
+
+/// Whatever ends this process ends the other too.
+void EndWithThisProcess(QProcess& process) {
+    process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
+}
+
+ServeOptions const& Checked(ServeOptions const& options) {
+    if (options.preview && !HasDisplay())
+        throw UsageError("--preview needs a display: neither DISPLAY nor WAYLAND_DISPLAY is set");
+    return options;
 }
 
 std::filesystem::path StateFolder(ServeOptions const& options) {
@@ -47,10 +67,21 @@ VirtualPrinter::Lock::Lock(std::filesystem::path const& folder)
 VirtualPrinter::Lock::~Lock() { ::close(descriptor_); }
 
 VirtualPrinter::VirtualPrinter(ServeOptions const& options)
-    : options_(options),
+    : options_(Checked(options)),
       state_(StateFolder(options)),
       lock_(state_),
       runtime_(std::filesystem::temp_directory_path(), "zpl-serve-") {
+    try {
+        Begin();
+    } catch (...) {
+        End();
+        throw;
+    }
+}
+
+VirtualPrinter::~VirtualPrinter() { End(); }
+
+void VirtualPrinter::Begin() {
     auto const socket = runtime_.Path() / "bus";
     WriteSettings();
     Start(server_, "propertyserver",
@@ -67,6 +98,7 @@ VirtualPrinter::VirtualPrinter(ServeOptions const& options)
         handler_->ForgetJobs();
     });
     Start(host_, "../plugin/zplhost", {});
+    if (options_.preview) OpenPreview();
     connect(&terminal_, &QSocketNotifier::activated, this, [this] { ReadTerminal(); });
     if (options_.host != "127.0.0.1")
         std::fprintf(stderr, "zpl: every machine that reaches %s can print here\n", options_.host.c_str());
@@ -74,8 +106,9 @@ VirtualPrinter::VirtualPrinter(ServeOptions const& options)
         options_.outputFolder.string());
 }
 
-VirtualPrinter::~VirtualPrinter() {
+void VirtualPrinter::End() {
     ending_ = true;
+    EndProcess(preview_);
     EndProcess(host_);
     handler_.reset();
     driver_.reset();
@@ -83,6 +116,7 @@ VirtualPrinter::~VirtualPrinter() {
 }
 
 void VirtualPrinter::EndProcess(QProcess& process) {
+    if (process.state() == QProcess::NotRunning) return;
     process.terminate();
     if (!process.waitForFinished(5000)) process.kill();
     process.waitForFinished(1000);
@@ -95,21 +129,30 @@ void VirtualPrinter::WriteSettings() const {
     writer.Key("JobsFolder").String((runtime_.Path() / "jobs").string());
     writer.Key("LabelWidth").String(std::to_string(options_.widthInches));
     writer.Key("LabelHeight").String(std::to_string(options_.heightInches)).EndObject();
-    auto const file = state_ / "zplhost" / (std::string(AppSettings::GetComponentNameZplHost()) + ".json");
-    if (auto const error = WriteFileAtomically(file, writer.Text()))
-        throw std::system_error(error, "cannot write " + file.string());
+    for (std::string const& name : {std::string(AppSettings::GetComponentNameZplHost()), std::string("ZplPreview")}) {
+        auto const file = state_ / "zplhost" / (name + ".json");
+        if (auto const error = WriteFileAtomically(file, writer.Text()))
+            throw std::system_error(error, "cannot write " + file.string());
+    }
+}
+
+/// For the other processes: their store is this printer's.
+QProcessEnvironment VirtualPrinter::Environment() const {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_STATE_HOME"), QString::fromStdString(state_.string()));
+    QString const runtime = QStringLiteral("XDG_RUNTIME_DIR");
+    if (!environment.contains(runtime)) environment.insert(runtime, QString::fromStdString(runtime_.Path().string()));
+    return environment;
 }
 
 void VirtualPrinter::Start(QProcess& process, char const* program, QStringList const& arguments) {
-    auto const path = AppSettings::GetInstance().AppBin() / program;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("XDG_STATE_HOME"), QString::fromStdString(state_.string()));
+    auto const path = ProgramPath(program);
+    QProcessEnvironment environment = Environment();
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.setStandardInputFile(QProcess::nullDevice());
-    // Whatever ends this process ends the others too.
-    process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
+    EndWithThisProcess(process);
     connect(&process, &QProcess::finished, this, [this, &process, name = std::string(program)] {
         if (ending_) return;
         DebugLog(Error, name + " has ended; it is started again");
@@ -121,6 +164,18 @@ void VirtualPrinter::Start(QProcess& process, char const* program, QStringList c
     if (!process.waitForStarted()) throw std::runtime_error("cannot run " + path.string());
 }
 
+void VirtualPrinter::OpenPreview() {
+    if (!HasDisplay()) return Say("there is no display that a preview can be opened on");
+    if (preview_.state() != QProcess::NotRunning) return Say("the preview is open");
+    preview_.setProcessEnvironment(Environment());
+    preview_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    preview_.setStandardInputFile(QProcess::nullDevice());
+    EndWithThisProcess(preview_);
+    auto const path = ProgramPath("../plugin/zplpreview");
+    preview_.start(QString::fromStdString(path.string()), {});
+    if (!preview_.waitForStarted()) Say("cannot run " + path.string());
+}
+
 void VirtualPrinter::ReadTerminal() {
     char buffer[512];
     ssize_t const count = ::read(0, buffer, sizeof buffer);
@@ -130,7 +185,7 @@ void VirtualPrinter::ReadTerminal() {
     for (auto end = typed_.find('\n'); end != std::string::npos; end = typed_.find('\n')) {
         std::string const word = typed_.substr(0, end);
         typed_.erase(0, end + 1);
-        if (!word.empty() && !Command(word)) Say("words: status, pause, resume, cancel, cancel-all, quit");
+        if (!word.empty() && !Command(word)) Say("words: status, pause, resume, cancel, cancel-all, preview, quit");
     }
     constexpr std::size_t LongestLine = 4096;
     if (typed_.size() > LongestLine) typed_.clear();
@@ -147,6 +202,8 @@ bool VirtualPrinter::Command(std::string const& word) {
         driver_->Cancel();
     else if (word == "cancel-all")
         driver_->CancelAll();
+    else if (word == "preview")
+        OpenPreview();
     else if (word == "quit")
         QCoreApplication::quit();
     else

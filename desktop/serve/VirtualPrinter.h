@@ -2,6 +2,7 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QProcess>
+#include <QtCore/QProcessEnvironment>
 #include <QtCore/QSocketNotifier>
 #include <memory>
 #include <string>
@@ -35,8 +36,13 @@ private:
         int descriptor_;
     };
 
+    void Begin();
+    void End();
     void WriteSettings() const;
+    QProcessEnvironment Environment() const;
     void Start(QProcess& process, char const* program, QStringList const& arguments);
+    /// A window on the printer's pages, which the user may close and open again.
+    void OpenPreview();
     void ReadTerminal();
     static void EndProcess(QProcess& process);
 
@@ -47,6 +53,7 @@ private:
     ThreadFactory threads_{20};
     QProcess server_;
     QProcess host_;
+    QProcess preview_;
     std::unique_ptr<PrintDriver> driver_;
     std::unique_ptr<JobHandler> handler_;
     QSocketNotifier terminal_{0, QSocketNotifier::Read};

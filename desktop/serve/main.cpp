@@ -18,6 +18,8 @@ int main(int argc, char** argv) {
     try {
         ServeOptions const options = ParseServeOptions({argv + 1, argv + argc});
         if (options.help) return std::fputs(ServeHelp(), stdout) < 0 ? 2 : 0;
+        // A reader of what is printed here that goes away is no reason to go too.
+        signal(SIGPIPE, SIG_IGN);
         sigprocmask(SIG_BLOCK, &signals, nullptr);
         QCoreApplication application(argc, argv);
         QSocketNotifier ending(signalfd(-1, &signals, SFD_CLOEXEC), QSocketNotifier::Read);

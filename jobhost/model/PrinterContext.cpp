@@ -21,7 +21,8 @@ void Ask(std::function<void()> const& request) {
 }  // namespace
 
 PrinterContext::PrinterContext(ZPLProcessorInterface& model, Scripting::Dpi printerDpi, Scripting::Dpi designDpi,
-                               std::shared_ptr<Clock const> clock, Requests requests)
+                               std::shared_ptr<Clock const> clock, Requests requests,
+                               std::shared_ptr<PrinterFeatureCheckerInterface const> checker)
     : model_(model),
       formatPrefix_(model.GetZPLFormatProperty()),
       controlPrefix_(model.GetZPLControlProperty()),
@@ -29,7 +30,8 @@ PrinterContext::PrinterContext(ZPLProcessorInterface& model, Scripting::Dpi prin
       printerDpi_(printerDpi),
       designDpi_(designDpi),
       clock_(std::move(clock)),
-      requests_(std::move(requests)) {}
+      requests_(std::move(requests)),
+      checker_(std::move(checker)) {}
 
 char PrinterContext::FormatPrefix() const { return CharacterOf(*formatPrefix_, '^'); }
 char PrinterContext::ControlPrefix() const { return CharacterOf(*controlPrefix_, '~'); }

@@ -11,6 +11,13 @@
 class StringProperty;
 class ZPLProcessorInterface;
 
+/// What of the machine depends on its make.
+class PrinterFeatureCheckerInterface {
+public:
+    virtual ~PrinterFeatureCheckerInterface() = default;
+    virtual bool HasAdjustablePrintSpeed() const = 0;
+};
+
 /// The printer as a print stream sees it, on the properties of the model: its characters live there, so that they
 /// outlast the stream. Requests to the machine go to callbacks; without one a request has no effect.
 class PrinterContext : public Scripting::PrinterContextInterface {
@@ -27,7 +34,10 @@ public:
     };
 
     PrinterContext(ZPLProcessorInterface& model, Scripting::Dpi printerDpi, Scripting::Dpi designDpi,
-                   std::shared_ptr<Clock const> clock, Requests requests = {});
+                   std::shared_ptr<Clock const> clock, Requests requests = {},
+                   std::shared_ptr<PrinterFeatureCheckerInterface const> checker = nullptr);
+
+    bool HasAdjustablePrintSpeed() const { return checker_ && checker_->HasAdjustablePrintSpeed(); }
 
     char FormatPrefix() const override;
     char ControlPrefix() const override;
@@ -65,4 +75,5 @@ private:
     std::shared_ptr<Clock const> clock_;
     Requests requests_;
     std::string tagLog_;
+    std::shared_ptr<PrinterFeatureCheckerInterface const> checker_;
 };

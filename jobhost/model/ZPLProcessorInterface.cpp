@@ -14,7 +14,6 @@ constexpr char const* DefaultDelimiter = ",";
 constexpr char const* DefaultFormatPrefix = "^";
 constexpr char const* DefaultControlPrefix = "~";
 constexpr std::uint32_t DefaultContinuousLength = 500;  // thousandths of an inch
-constexpr std::uint32_t SmartSubstrate = 2;
 constexpr std::uint32_t DefaultDpi = 203;
 
 /// On the printer nothing makes sense before the driver is there.
@@ -37,15 +36,17 @@ void WaitForDriver(PICLServerAgent& agent) {
 
 std::shared_ptr<ZPLProcessorInterface> ZPLProcessorInterface::Create(std::shared_ptr<PublishingPropertyManager> manager,
                                                                      std::shared_ptr<PICLServerAgent> agent) {
-    return std::shared_ptr<ZPLProcessorInterface>(new ZPLProcessorInterface(*manager, std::move(agent)));
+    return std::shared_ptr<ZPLProcessorInterface>(new ZPLProcessorInterface(std::move(manager), std::move(agent)));
 }
 
 // In this order: it is the order in which the properties appear on the bus.
-ZPLProcessorInterface::ZPLProcessorInterface(PublishingPropertyManager& manager, std::shared_ptr<PICLServerAgent> agent)
-    : agent_(std::move(agent)) {
+ZPLProcessorInterface::ZPLProcessorInterface(std::shared_ptr<PublishingPropertyManager> manager,
+                                             std::shared_ptr<PICLServerAgent> agent)
+    : manager_(std::move(manager)), agent_(std::move(agent)) {
     if (agent_ && AppSettings::GetInstance().RunningOnTarget()) WaitForDriver(*agent_);
-    CreateStreamProperties(manager);
-    CreatePrintProperties(manager);
+    CreateStreamProperties(*manager_);
+    CreatePrintProperties(*manager_);
+    renderingJob_ = std::dynamic_pointer_cast<BoolProperty>(manager_->Find(PropertyNames::ZPLRenderingJob));
 }
 
 void ZPLProcessorInterface::CreateStreamProperties(PublishingPropertyManager& manager) {
@@ -60,8 +61,8 @@ void ZPLProcessorInterface::CreateStreamProperties(PublishingPropertyManager& ma
         manager.CreateArchived<StringProperty>(NAME(ZPLControlCharacter, PrintOperations), DefaultControlPrefix);
     continuousLabelLength_ = manager.CreateArchived<UInt32Property>(
         NAME(DefaultZplContinuousLabelLength, PrintOperations), DefaultContinuousLength);
-    substrateMode_ = manager.Follow<UInt32Property>(FirmwareDriver, Plain,
-                                                    NAME(SubstrateMode, SubstratePrinterProperties), SmartSubstrate);
+    substrateMode_ = manager.Follow<UInt32Property>(
+        FirmwareDriver, Plain, NAME(SubstrateMode, SubstratePrinterProperties), SubstrateModes::Smart);
     auto const dpi = manager.Follow<UInt32Property>(FirmwareDriver, Plain, NAME(DotsPerInch, General), DefaultDpi);
     emulatedDpi_ = manager.CreateArchived<UInt32Property>(NAME(ZPLEmulatedDpi, PrintOperations), dpi->Get());
     lowMemoryError_ = manager.Create<BoolProperty>(NAME(ZPLLowMemoryError, Error), false);
@@ -148,7 +149,7 @@ void ZPLProcessorInterface::ResetStreamCharacters() {
 PrintEngine::PartManagement::LabelPart ZPLProcessorInterface::GetLabelPart() const {
     constexpr double LengthPerInch = 1000;
     auto part = partManager_.GetLabelPart();
-    if (part.GetIsContinuous() && substrateMode_->Get() != SmartSubstrate)
+    if (part.GetIsContinuous() && substrateMode_->Get() != SubstrateModes::Smart)
         part.SetHeight(continuousLabelLength_->Get() / LengthPerInch);
     return part;
 }

@@ -12,6 +12,14 @@
 class PICLServerAgent;
 class PublishingPropertyManager;
 
+/// How the machine knows its media.
+namespace SubstrateModes {
+inline constexpr std::uint32_t Unknown = 0;
+inline constexpr std::uint32_t NotPresent = 1;
+inline constexpr std::uint32_t Smart = 2;  ///< it senses them itself
+inline constexpr std::uint32_t Manual = 3;
+}  // namespace SubstrateModes
+
 /// The model of the interpreter: the properties that the process publishes or follows, and the label part in use.
 class ZPLProcessorInterface {
 public:
@@ -28,7 +36,7 @@ public:
     std::shared_ptr<UInt32Property> GetDefaultZplContinuousLabelLengthProperty() const {
         return continuousLabelLength_;
     }
-    /// 0 unknown, 1 not present, 2 smart, 3 manual.
+    /// One of SubstrateModes.
     std::shared_ptr<UInt32Property> GetSubstrateMode() const { return substrateMode_; }
     std::shared_ptr<BoolProperty> GetLowMemoryErrorProperty() const { return lowMemoryError_; }
 
@@ -46,6 +54,10 @@ public:
     std::shared_ptr<UInt32Property> GetPrintingUnPausedProperty() const { return printingUnPaused_; }
     std::shared_ptr<StringProperty> GetRfidReadCommandResponseProp() const { return rfidReadCommandResponse_; }
     std::shared_ptr<StringProperty> GetCanSendCurrentJobToPrintResponse() const { return canSendCurrentJob_; }
+
+    /// Whether a job is being rendered; null unless another part of the process has made the property.
+    std::shared_ptr<BoolProperty> GetRenderingJobProperty() const { return renderingJob_; }
+    std::shared_ptr<PublishingPropertyManager> const& GetPropertyManager() const { return manager_; }
 
     bool PrintOnDemandToggle() const { return printOnDemandToggle_ && printOnDemandToggle_->Get(); }
     /// The folder of the job that prints.
@@ -73,7 +85,7 @@ public:
     void ResetStreamCharacters();
 
 private:
-    ZPLProcessorInterface(PublishingPropertyManager& manager, std::shared_ptr<PICLServerAgent> agent);
+    ZPLProcessorInterface(std::shared_ptr<PublishingPropertyManager> manager, std::shared_ptr<PICLServerAgent> agent);
     void CreateStreamProperties(PublishingPropertyManager& manager);
     void CreatePrintProperties(PublishingPropertyManager& manager);
     void Write(char const* component, char const* property, std::string const& value);
@@ -100,6 +112,8 @@ private:
     std::shared_ptr<UInt32Property> printingUnPaused_;
     std::shared_ptr<StringProperty> rfidReadCommandResponse_;
     std::shared_ptr<StringProperty> canSendCurrentJob_;
+    std::shared_ptr<BoolProperty> renderingJob_;
+    std::shared_ptr<PublishingPropertyManager> manager_;
     std::shared_ptr<PICLServerAgent> agent_;
     PrintEngine::PartManagement::PrinterLabelPartManager partManager_;
 };

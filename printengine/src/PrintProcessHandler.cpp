@@ -12,6 +12,9 @@ PrintProcessHandler* PrintProcessHandler::GetInstance() {
 // The desk draws every page into memory, so there is no screen to be made independent of.
 void PrintProcessHandler::InitializeOffscreenDrawing() {}
 
+void PrintProcessHandler::SetupForPrinting(std::shared_ptr<PICLServerAgent> const&,
+                                           std::shared_ptr<PublishingPropertyManager> const&) {}
+
 void PrintProcessHandler::SetJobsFolder(std::filesystem::path folder) { jobsFolder_ = std::move(folder); }
 
 void PrintProcessHandler::SetFontFile(std::string font, std::filesystem::path file) {

@@ -2,11 +2,15 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "Scripting/Api.h"
+
+class PICLServerAgent;
+class PublishingPropertyManager;
 
 namespace PrintEngine::Printing {
 
@@ -21,6 +25,9 @@ public:
     /// Resolution of the print head, in dots per inch.
     void SetPrinterDPI(unsigned dpi) { printerDpi_ = dpi; }
     unsigned PrinterDPI() const { return printerDpi_; }
+    /// Hands over the printer's services. The desk's engine only writes files and asks for none of them.
+    void SetupForPrinting(std::shared_ptr<PICLServerAgent> const& agent,
+                          std::shared_ptr<PublishingPropertyManager> const& properties);
     /// Is told the index of each page that has been written into a job folder.
     void SetPageReceiver(std::function<void(unsigned)> receiver) { pageReceiver_ = std::move(receiver); }
     void NotePage(unsigned page) const {

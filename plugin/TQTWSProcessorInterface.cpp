@@ -1,0 +1,85 @@
+#include "plugin/TQTWSProcessorInterface.h"
+
+#include <QtCore/QVariantMap>
+#include <cmath>
+
+#include "PrintEngine/Printing/JobFileSystemStrings.h"
+#include "plugin/TWSProcessorInterface.h"
+#include "propertybus/PropertyIdentifiers.h"
+#include "propertybus/PublishingPropertyManager.h"
+
+TQTWSProcessorInterface::TQTWSProcessorInterface() = default;
+TQTWSProcessorInterface::~TQTWSProcessorInterface() = default;
+
+void TQTWSProcessorInterface::ConnectModel(std::shared_ptr<TQTWSProcessorInterface> const& self,
+                                           std::shared_ptr<TWSProcessorInterface> model) {
+    self->model_ = std::move(model);
+    self->Update();
+    Q_EMIT self->labelPartChanged();
+}
+
+void TQTWSProcessorInterface::SetPropertyManager(std::shared_ptr<PublishingPropertyManager> properties) {
+    properties_ = std::move(properties);
+    Q_EMIT labelPartChanged();
+}
+
+void TQTWSProcessorInterface::InitCallbacks() {
+    auto const update = [this](std::shared_ptr<Property> const&) {
+        QMetaObject::invokeMethod(this, &TQTWSProcessorInterface::Update, Qt::QueuedConnection);
+    };
+    model_->GetPrintJobStatusProperty()->AddCallback(update);
+    model_->GetCurrentJobPathProperty()->AddCallback(update);
+    model_->GetCurrentPrintingPageProperty()->AddCallback(update);
+}
+
+void TQTWSProcessorInterface::SetServerAgent(std::shared_ptr<PICLServerAgent> agent) { agent_ = std::move(agent); }
+
+void TQTWSProcessorInterface::Update() {
+    if (isPrinting()) jobFolder_ = QString::fromStdString(model_->GetCurrentJobPathProperty()->Get());
+    Q_EMIT jobChanged();
+}
+
+bool TQTWSProcessorInterface::isPrinting() const {
+    if (!model_) return false;
+    std::string const path = model_->GetCurrentJobPathProperty()->Get();
+    return !path.empty() && path != JobFileSystemStrings::NoPage;
+}
+
+QString TQTWSProcessorInterface::jobStatus() const {
+    return isPrinting() ? QString::fromStdString(model_->GetPrintJobStatusProperty()->Get()) : QString();
+}
+
+int TQTWSProcessorInterface::printingPage() const {
+    return model_ ? static_cast<int>(model_->GetCurrentPrintingPageProperty()->Get()) : 0;
+}
+
+double TQTWSProcessorInterface::labelWidth() const { return model_ ? model_->GetLabelPart().GetWidth() : 0; }
+double TQTWSProcessorInterface::labelHeight() const { return model_ ? model_->GetLabelPart().GetHeight() : 0; }
+
+unsigned TQTWSProcessorInterface::Resolution() const {
+    auto const property = properties_
+                              ? std::dynamic_pointer_cast<UInt32Property>(properties_->Find(PropertyNames::DotsPerInch))
+                              : nullptr;
+    return property ? property->Get() : 0;
+}
+
+QVariantList TQTWSProcessorInterface::labelFields() const {
+    if (!model_) return {};
+    auto const field = [](char const* name, QString const& value) {
+        return QVariantMap{{QStringLiteral("name"), QString::fromLatin1(name)}, {QStringLiteral("value"), value}};
+    };
+    auto const part = model_->GetLabelPart();
+    bool const continuous = part.GetIsContinuous();
+    QVariantList fields{
+        field("Media", continuous ? QStringLiteral("continuous") : QStringLiteral("labels")),
+        field("Width", QString::number(part.GetWidth()) + QStringLiteral(" in")),
+        field("Height", continuous ? QStringLiteral("as each format says")
+                                   : QString::number(part.GetHeight()) + QStringLiteral(" in")),
+    };
+    if (unsigned const dpi = Resolution(); dpi > 0) {
+        auto const dots = [dpi](double inches) { return QString::number(std::lround(inches * dpi)); };
+        fields.append(field("Resolution", QString::number(dpi) + QStringLiteral(" dpi")));
+        fields.append(field("Dots", dots(part.GetWidth()) + QStringLiteral(" x ") + dots(part.GetHeight())));
+    }
+    return fields;
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtCore/QVariantList>
+#include <memory>
+
+#include "propertybus/Property.h"
+
+class PICLServerAgent;
+class PublishingPropertyManager;
+class TWSProcessorInterface;
+
+/// What the surfaces see of the process: the job that prints, and the label part. Lives on the main thread; what other
+/// threads deliver reaches it through the event loop.
+class TQTWSProcessorInterface : public QObject {
+    Q_OBJECT
+    /// Of the job that prints, or printed last; empty before the first one.
+    Q_PROPERTY(QString jobFolder READ jobFolder NOTIFY jobChanged)
+    Q_PROPERTY(bool isPrinting READ isPrinting NOTIFY jobChanged)
+    /// In the driver's words; empty when nothing prints.
+    Q_PROPERTY(QString jobStatus READ jobStatus NOTIFY jobChanged)
+    /// Counted from 0.
+    Q_PROPERTY(int printingPage READ printingPage NOTIFY jobChanged)
+
+    /// Inches.
+    Q_PROPERTY(double labelWidth READ labelWidth NOTIFY labelPartChanged)
+    Q_PROPERTY(double labelHeight READ labelHeight NOTIFY labelPartChanged)
+    /// The fields of the label part, each with the texts "name" and "value".
+    Q_PROPERTY(QVariantList labelFields READ labelFields NOTIFY labelPartChanged)
+
+public:
+    TQTWSProcessorInterface();
+    ~TQTWSProcessorInterface() override;
+
+    static void ConnectModel(std::shared_ptr<TQTWSProcessorInterface> const& self,
+                             std::shared_ptr<TWSProcessorInterface> model);
+    void SetPropertyManager(std::shared_ptr<PublishingPropertyManager> properties);
+    void InitCallbacks();
+    void SetServerAgent(std::shared_ptr<PICLServerAgent> agent);
+
+    QString jobFolder() const { return jobFolder_; }
+    bool isPrinting() const;
+    QString jobStatus() const;
+    int printingPage() const;
+    double labelWidth() const;
+    double labelHeight() const;
+    QVariantList labelFields() const;
+
+Q_SIGNALS:
+    void jobChanged();
+    void labelPartChanged();
+
+private:
+    void Update();
+    unsigned Resolution() const;
+
+    std::shared_ptr<TWSProcessorInterface> model_;
+    std::shared_ptr<PublishingPropertyManager> properties_;
+    std::shared_ptr<PICLServerAgent> agent_;
+    QString jobFolder_;
+};

@@ -1,0 +1,2 @@
+// The label that an editor works on.
+LabelPartOutline {}

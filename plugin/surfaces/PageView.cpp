@@ -1,0 +1,153 @@
+#include "plugin/surfaces/PageView.h"
+
+#include <QtCore/QDir>
+#include <QtGui/QImageReader>
+#include <QtGui/QPainter>
+#include <QtQuick/QQuickWindow>
+#include <algorithm>
+#include <cmath>
+
+#include "PrintEngine/Printing/JobMetaData.h"
+
+namespace {
+
+constexpr double Margin = 16;       // around the page, in the units of items
+constexpr int MostMegabytes = 256;  // of one decoded page
+constexpr QColor Outline(0x90, 0x90, 0x90);
+
+}  // namespace
+
+PageView::PageView(QQuickItem* parent) : QQuickPaintedItem(parent) {
+    connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this] {
+        if (pageCount_ == 0) ReadJob();
+        if (!shown_) Load();
+    });
+}
+
+void PageView::setFolder(QString const& folder) {
+    if (folder == folder_) return;
+    if (!watcher_.directories().isEmpty()) watcher_.removePaths(watcher_.directories());
+    folder_ = folder;
+    pageCount_ = 0;
+    jobName_.clear();
+    if (!folder_.isEmpty()) watcher_.addPath(folder_);
+    ReadJob();
+    Q_EMIT folderChanged();
+    Ask();
+}
+
+void PageView::setPage(int page) {
+    if (page == page_) return;
+    page_ = page;
+    Q_EMIT pageChanged();
+    Ask();
+}
+
+void PageView::ReadJob() {
+    if (folder_.isEmpty()) return;
+    auto const metaData = PrintEngine::Printing::JobMetaData::Read(folder_.toStdString());
+    if (!metaData) return;
+    pageCount_ = static_cast<int>(std::min<unsigned>(metaData->totalPages, 1U << 30));
+    jobName_ = QString::fromStdString(metaData->jobName);
+    Q_EMIT pageCountChanged();
+}
+
+/// Another page is asked for.
+void PageView::Ask() {
+    SetShown(false);
+    Load();
+}
+
+void PageView::Load() {
+    if (folder_.isEmpty() || page_ < 0) return;
+    QImageReader::setAllocationLimit(MostMegabytes);
+    QImageReader reader(QDir(folder_).filePath(QString::number(page_)), "png");
+    QImage picture = reader.read();
+    if (picture.isNull()) return;
+    picture_ = std::move(picture);
+    reduced_ = {};
+    shown_ = true;
+    Q_EMIT shownChanged();
+    Q_EMIT fittingZoomChanged();
+    Q_EMIT zoomChanged();
+    update();
+}
+
+void PageView::SetShown(bool shown) {
+    if (shown == shown_) return;
+    shown_ = shown;
+    Q_EMIT shownChanged();
+}
+
+void PageView::setZoom(double zoom) {
+    constexpr double Least = 0.02;
+    constexpr double Most = 32;
+    zoom = std::clamp(zoom, Least, Most);
+    if (zoom == zoom_) return;
+    zoom_ = zoom;
+    reduced_ = {};
+    Q_EMIT zoomChanged();
+    update();
+}
+
+void PageView::setOrigin(QPointF origin) {
+    if (origin == origin_) return;
+    origin_ = origin;
+    Q_EMIT originChanged();
+    update();
+}
+
+double PageView::PixelRatio() const { return window() ? window()->effectiveDevicePixelRatio() : 1; }
+
+double PageView::fittingZoom() const {
+    if (picture_.isNull()) return 1;
+    double const zoom =
+        std::min((width() - 2 * Margin) / picture_.width(), (height() - 2 * Margin) / picture_.height()) * PixelRatio();
+    return zoom >= 1 ? std::floor(zoom) : std::max(zoom, 0.0);
+}
+
+QSizeF PageView::contentSize() const {
+    double const scale = zoom_ / PixelRatio();
+    return {picture_.width() * scale + 2 * Margin, picture_.height() * scale + 2 * Margin};
+}
+
+void PageView::geometryChange(QRectF const& now, QRectF const& before) {
+    QQuickPaintedItem::geometryChange(now, before);
+    Q_EMIT fittingZoomChanged();
+}
+
+void PageView::itemChange(ItemChange change, ItemChangeData const& data) {
+    if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged) {
+        Q_EMIT fittingZoomChanged();
+        Q_EMIT zoomChanged();
+    }
+    QQuickPaintedItem::itemChange(change, data);
+}
+
+void PageView::paint(QPainter* painter) {
+    if (picture_.isNull()) return;
+    double const ratio = PixelRatio();
+    // From here on in screen pixels, whole ones, so that dots have sharp edges.
+    painter->scale(1 / ratio, 1 / ratio);
+    QSizeF const content = contentSize();
+    auto const start = [&](double room, double size, double origin) {
+        return static_cast<int>(std::lround((std::max((room - size) / 2, 0.0) + Margin - origin) * ratio));
+    };
+    QPoint const corner(start(width(), content.width(), origin_.x()), start(height(), content.height(), origin_.y()));
+    QRect page;
+    if (zoom_ < 1) {
+        if (reduced_.isNull()) {
+            QSize const size = (QSizeF(picture_.size()) * zoom_).toSize().expandedTo({1, 1});
+            reduced_ = picture_.convertToFormat(QImage::Format_Grayscale8)
+                           .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        }
+        page = QRect(corner, reduced_.size());
+        painter->drawImage(corner, reduced_);
+    } else {
+        page = QRect(corner, (QSizeF(picture_.size()) * zoom_).toSize());
+        painter->setRenderHint(QPainter::SmoothPixmapTransform, false);
+        painter->drawImage(page, picture_);
+    }
+    painter->setPen(Outline);
+    painter->drawRect(page.adjusted(-1, -1, 0, 0));
+}

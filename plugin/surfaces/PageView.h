@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QtCore/QFileSystemWatcher>
+#include <QtGui/QImage>
+#include <QtQuick/QQuickPaintedItem>
+
+/// Shows one page of a job folder, dot for dot: from a zoom of 1 on each dot is a square of whole screen pixels, below
+/// it the page is averaged down. The item is the window onto the page, not the page, so its memory does not grow with
+/// the zoom. A page that is not there yet is shown as soon as it is; until then, and when a page goes away that has
+/// been printed, the last picture stays.
+class PageView : public QQuickPaintedItem {
+    Q_OBJECT
+    Q_PROPERTY(QString folder READ folder WRITE setFolder NOTIFY folderChanged)
+    Q_PROPERTY(int page READ page WRITE setPage NOTIFY pageChanged)  ///< counted from 0
+    Q_PROPERTY(int pageCount READ pageCount NOTIFY pageCountChanged)
+    Q_PROPERTY(QString jobName READ jobName NOTIFY pageCountChanged)
+    Q_PROPERTY(bool isShown READ isShown NOTIFY shownChanged)  ///< the picture is that of the page asked for
+    Q_PROPERTY(QSize dots READ dots NOTIFY shownChanged)       ///< of the page shown
+
+    Q_PROPERTY(double zoom READ zoom WRITE setZoom NOTIFY zoomChanged)  ///< screen pixels for a dot
+    /// The zoom at which the whole page is seen; whole, if it is 1 or more.
+    Q_PROPERTY(double fittingZoom READ fittingZoom NOTIFY fittingZoomChanged)
+    /// Of the zoomed page with its margin, in the units of items.
+    Q_PROPERTY(QSizeF contentSize READ contentSize NOTIFY zoomChanged)
+    /// What part of the content is seen: its upper left.
+    Q_PROPERTY(QPointF origin READ origin WRITE setOrigin NOTIFY originChanged)
+
+public:
+    explicit PageView(QQuickItem* parent = nullptr);
+
+    QString folder() const { return folder_; }
+    void setFolder(QString const& folder);
+    int page() const { return page_; }
+    void setPage(int page);
+    int pageCount() const { return pageCount_; }
+    QString jobName() const { return jobName_; }
+    bool isShown() const { return shown_; }
+    QSize dots() const { return picture_.size(); }
+    double zoom() const { return zoom_; }
+    void setZoom(double zoom);
+    double fittingZoom() const;
+    QSizeF contentSize() const;
+    QPointF origin() const { return origin_; }
+    void setOrigin(QPointF origin);
+
+    void paint(QPainter* painter) override;
+
+Q_SIGNALS:
+    void folderChanged();
+    void pageChanged();
+    void pageCountChanged();
+    void shownChanged();
+    void zoomChanged();
+    void fittingZoomChanged();
+    void originChanged();
+
+protected:
+    void geometryChange(QRectF const& now, QRectF const& before) override;
+    void itemChange(ItemChange change, ItemChangeData const& data) override;
+
+private:
+    void Ask();
+    void Load();
+    void ReadJob();
+    void SetShown(bool shown);
+    double PixelRatio() const;
+
+    QFileSystemWatcher watcher_;
+    QString folder_;
+    QString jobName_;
+    int page_ = 0;
+    int pageCount_ = 0;
+    bool shown_ = false;
+    QImage picture_;
+    QImage reduced_;  // the picture at a zoom below 1; made when it is painted
+    double zoom_ = 1;
+    QPointF origin_;
+};

@@ -1,0 +1,104 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import TCPrintEngine
+
+// The preview with its buttons.
+Item {
+    id: control
+
+    property alias folder: surface.folder
+    property alias follows: surface.follows
+    property alias page: surface.page
+    property alias zoom: surface.zoom
+    readonly property alias pageCount: surface.pageCount
+    readonly property alias isShown: surface.isShown
+    readonly property alias shownZoom: surface.shownZoom
+
+    component Button: ToolButton {
+        focusPolicy: Qt.NoFocus
+        implicitHeight: 32
+    }
+    component Separator: ToolSeparator { implicitHeight: 32 }
+
+    function turnTo(number) { surface.turnTo(number) }
+    function zoomIn() { surface.zoomIn() }
+    function zoomOut() { surface.zoomOut() }
+
+    readonly property bool hasPages: pageCount > 0
+
+    Shortcut { sequences: ["PgUp"]; onActivated: surface.turnTo(surface.page - 1) }
+    Shortcut { sequences: ["PgDown"]; onActivated: surface.turnTo(surface.page + 1) }
+    Shortcut { sequences: ["Home"]; onActivated: surface.turnTo(0) }
+    Shortcut { sequences: ["End"]; onActivated: surface.turnTo(surface.pageCount - 1) }
+    Shortcut { sequences: [StandardKey.ZoomIn, "+"]; onActivated: surface.zoomIn() }
+    Shortcut { sequences: [StandardKey.ZoomOut, "-"]; onActivated: surface.zoomOut() }
+    Shortcut { sequences: ["0"]; onActivated: surface.zoom = 0 }
+    Shortcut { sequences: ["1"]; onActivated: surface.zoom = 1 }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        ToolBar {
+            Layout.fillWidth: true
+            RowLayout {
+                anchors.fill: parent
+                anchors.leftMargin: 6
+                anchors.rightMargin: 6
+                spacing: 2
+
+                Button { text: "First"; enabled: control.hasPages && surface.page > 0; onClicked: surface.turnTo(0) }
+                Button { text: "Back"; enabled: control.hasPages && surface.page > 0; onClicked: surface.turnTo(surface.page - 1) }
+                Label {
+                    text: control.hasPages ? "Page " + (surface.page + 1) + " of " + surface.pageCount : "No pages"
+                    horizontalAlignment: Text.AlignHCenter
+                    Layout.minimumWidth: 120
+                }
+                Button { text: "Next"; enabled: surface.page < surface.pageCount - 1; onClicked: surface.turnTo(surface.page + 1) }
+                Button { text: "Last"; enabled: surface.page < surface.pageCount - 1; onClicked: surface.turnTo(surface.pageCount - 1) }
+                CheckBox {
+                    text: "Follow"
+                    focusPolicy: Qt.NoFocus
+                    checked: surface.follows
+                    onToggled: checked ? surface.followAgain() : surface.turnTo(surface.page)
+                }
+                Separator {}
+                Button { text: "\u2212"; onClicked: surface.zoomOut() }
+                Label {
+                    text: Math.round(surface.shownZoom * 100) + " %"
+                    horizontalAlignment: Text.AlignHCenter
+                    Layout.minimumWidth: 52
+                }
+                Button { text: "+"; onClicked: surface.zoomIn() }
+                Button { text: "Fit"; checkable: true; checked: surface.zoom === 0; onClicked: surface.zoom = 0 }
+                Button { text: "Dots"; checkable: true; checked: surface.zoom === 1; onClicked: surface.zoom = 1 }
+                Item { Layout.fillWidth: true }
+            }
+        }
+
+        PrintPreviewSurface {
+            id: surface
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+        }
+
+        ToolBar {
+            Layout.fillWidth: true
+            RowLayout {
+                anchors.fill: parent
+                anchors.leftMargin: 10
+                anchors.rightMargin: 10
+                Label {
+                    objectName: "status"
+                    Layout.fillWidth: true
+                    elide: Text.ElideRight
+                    text: !TQTWSProcessorInterface.isPrinting ? "Ready"
+                        : (TQTWSProcessorInterface.jobStatus || "Waiting") + ": page " + (TQTWSProcessorInterface.printingPage + 1)
+                          + (surface.jobName ? " of \u201C" + surface.jobName + "\u201D" : "")
+                }
+                Label { text: surface.dots.width > 0 ? surface.dots.width + " \u00D7 " + surface.dots.height + " dots" : "" }
+            }
+        }
+    }
+}

@@ -1,0 +1,74 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import TCPrintEngine
+
+// The pages of a job folder, one at a time: the page that prints while it follows, else the one turned to.
+Rectangle {
+    id: surface
+
+    property string folder: TQTWSProcessorInterface.jobFolder
+    property bool follows: true
+    property int page: 0
+    property alias zoom: label.zoom
+
+    readonly property alias pageCount: label.pageCount
+    readonly property alias jobName: label.jobName
+    readonly property alias isShown: label.isShown
+    readonly property alias dots: label.dots
+    readonly property alias shownZoom: label.shownZoom
+
+    readonly property var zoomSteps: [0.1, 0.25, 0.5, 0.75, 1, 2, 3, 4, 6, 8]
+
+    function turnTo(number) {
+        follows = false
+        page = Math.max(0, Math.min(number, pageCount - 1))
+    }
+
+    function followAgain() {
+        follows = true
+        page = TQTWSProcessorInterface.printingPage
+    }
+
+    function zoomIn() {
+        const next = zoomSteps.find(step => step > shownZoom + 0.001)
+        if (next !== undefined) zoom = next
+    }
+
+    function zoomOut() {
+        const before = zoomSteps.filter(step => step < shownZoom - 0.001)
+        if (before.length > 0) zoom = before[before.length - 1]
+    }
+
+    color: "#d8d8d8"
+
+    Connections {
+        target: TQTWSProcessorInterface
+        function onJobChanged() {
+            if (surface.follows && TQTWSProcessorInterface.isPrinting) surface.page = TQTWSProcessorInterface.printingPage
+        }
+    }
+
+    PrintPreviewLabelSurface {
+        id: label
+        anchors.fill: parent
+        folder: surface.folder
+        page: surface.page
+        // The last page stays clear when its job has been printed and is gone.
+        opacity: isShown || surface.follows ? 1 : 0.25
+    }
+
+    WheelHandler {
+        acceptedModifiers: Qt.ControlModifier
+        onWheel: event => event.angleDelta.y > 0 ? surface.zoomIn() : surface.zoomOut()
+    }
+
+    Label {
+        anchors.centerIn: parent
+        visible: text.length > 0
+        padding: 8
+        background: Rectangle { color: "#f8f8f8"; border.color: "#909090"; radius: 4 }
+        text: label.dots.width === 0 && surface.follows ? "There is no page to show yet"
+            : !label.isShown && !surface.follows ? "Page " + (surface.page + 1) + " is printed already, or not rendered yet"
+            : ""
+    }
+}

@@ -1,0 +1,2 @@
+// The label that a template is made for.
+LabelPartOutline {}

@@ -1,0 +1,262 @@
+#include <gtest/gtest.h>
+
+#include <QtCore/QFile>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QImage>
+#include <QtQml/QQmlApplicationEngine>
+#include <QtQml/QQmlComponent>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <array>
+#include <fstream>
+
+#include "PrintEngine/Printing/JobMetaData.h"
+#include "plugin/LabelRenderPlugin.h"
+#include "propertybus/PropertyIdentifiers.h"
+#include "propertybus/PublishingPropertyManager.h"
+#include "tests/support/TemporaryDirectory.h"
+
+// The surfaces as the platform's user interface loads them: by the engine that the plugin was handed.
+namespace {
+
+QStringList messages;
+
+struct Host {
+    Host() {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qInstallMessageHandler(
+            [](QtMsgType, QMessageLogContext const&, QString const& text) { messages.append(text); });
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+        application = std::make_unique<QGuiApplication>(argc, argv.data());
+        engine = std::make_shared<QQmlApplicationEngine>();
+        plugin.Create(QString(), engine);
+        plugin.Init(properties, nullptr);
+        messages.clear();
+    }
+    template <typename T, typename V>
+    void Set(char const* identifier, V value) {
+        std::dynamic_pointer_cast<T>(properties->Find(identifier))->Set(value);
+    }
+
+    std::array<char, 5> name{"test"};
+    std::array<char*, 2> argv{name.data(), nullptr};
+    int argc = 1;
+    std::unique_ptr<QGuiApplication> application;
+    std::shared_ptr<QQmlApplicationEngine> engine;
+    LabelRenderPlugin plugin;
+    std::shared_ptr<PublishingPropertyManager> properties = std::make_shared<PublishingPropertyManager>();
+};
+
+std::unique_ptr<Host> theHost;
+
+/// Made by the first test that needs it, and gone before the process begins to end.
+Host& TheHost() {
+    if (!theHost) theHost = std::make_unique<Host>();
+    return *theHost;
+}
+
+struct EndOfHost : testing::Environment {
+    void TearDown() override { theHost.reset(); }
+};
+[[maybe_unused]] auto* const endOfHost = testing::AddGlobalTestEnvironment(new EndOfHost);
+
+/// A surface in a window of its own.
+class Surface {
+public:
+    explicit Surface(QString const& name, QSize size = {400, 300}) {
+        QQmlComponent component(TheHost().engine.get());
+        component.setData("import TCPrintEngine\n" + name.toLatin1() + " {}", QUrl());
+        object_.reset(component.create());
+        EXPECT_TRUE(object_) << component.errorString().toStdString();
+        item_ = qobject_cast<QQuickItem*>(object_.get());
+        if (!item_) return;
+        item_->setParentItem(window_.contentItem());
+        item_->setSize(size);
+        window_.resize(size);
+        window_.show();
+        Settle();
+    }
+    static void Settle() {
+        for (int i = 0; i < 5; ++i) QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    }
+    QImage Grab() {
+        Settle();
+        return window_.grabWindow().convertToFormat(QImage::Format_Grayscale8);
+    }
+    QVariant Value(char const* property) {
+        Settle();
+        return item_->property(property);
+    }
+    void Set(char const* property, QVariant const& value) { item_->setProperty(property, value); }
+    template <typename... Args>
+    void Call(char const* method, Args... args) {
+        EXPECT_TRUE(QMetaObject::invokeMethod(item_, method, Q_ARG(QVariant, QVariant(args))...)) << method;
+    }
+    /// Of an item of the surface, found by its name.
+    std::string TextOf(char const* name) {
+        QQuickItem const* child = Find(*item_, QString::fromLatin1(name));
+        return child ? child->property("text").toString().toStdString() : "no such item";
+    }
+    bool IsReadOnly(char const* name) { return Find(*item_, QString::fromLatin1(name))->property("readOnly").toBool(); }
+
+private:
+    static QQuickItem const* Find(QQuickItem const& parent, QString const& name) {
+        for (auto const* child : parent.childItems()) {
+            if (child->objectName() == name) return child;
+            if (auto const* found = Find(*child, name)) return found;
+        }
+        return nullptr;
+    }
+
+    QQuickWindow window_;
+    std::unique_ptr<QObject> object_;
+    QQuickItem* item_ = nullptr;
+};
+
+class SurfaceTest : public testing::TestWithParam<char const*> {};
+
+TEST_P(SurfaceTest, LoadsWithoutAWarning) {
+    TheHost();
+    messages.clear();
+    Surface surface(QString::fromLatin1(GetParam()));
+    QImage const picture = surface.Grab();
+    EXPECT_EQ(messages.join(u'\n').toStdString(), "");
+    int drawn = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) drawn += qGray(picture.pixel(x, y)) < 200;
+    }
+    // There is no page yet for one of them.
+    EXPECT_EQ(drawn > 20, GetParam() != std::string("PrintPreviewLabelSurface"));
+}
+INSTANTIATE_TEST_SUITE_P(All, SurfaceTest,
+                         testing::Values("EditorControl", "EditorSurface", "EditorLabelSurface", "MultiEditControl",
+                                         "PrintPreviewControl", "PrintPreviewSurface", "PrintPreviewLabelSurface",
+                                         "TemplateLabelSurface", "MultiTemplateLabelSurface",
+                                         "TemplateFieldsOrganizer"),
+                         [](auto const& row) { return std::string(row.param); });
+
+TEST(Surfaces, ShowTheFieldsOfTheLabelPartReadOnly) {
+    TheHost();
+    for (char const* name : {"EditorControl", "MultiEditControl"}) {
+        Surface surface(QString::fromLatin1(name));
+        EXPECT_EQ(surface.TextOf("Width"), "4 in") << name;
+        EXPECT_EQ(surface.TextOf("Height"), "6 in") << name;
+        EXPECT_EQ(surface.TextOf("Dots"), "812 x 1218") << name;
+        EXPECT_TRUE(surface.IsReadOnly("Width")) << name;
+    }
+}
+
+/// A job folder with pages of 40 x 30 dots, each with as many black rows as its number, from row 10 on.
+class PreviewTest : public testing::Test {
+protected:
+    PreviewTest() {
+        TheHost();
+        TheHost().Set<StringProperty>(PropertyNames::JobToPrintPathName, "NO PAGE");
+        TheHost().Set<UInt32Property>(PropertyNames::CurrentPrintingPageNumber, 0U);
+        PrintEngine::Printing::JobMetaData{.jobName = "job", .totalPages = 9}.Write(folder_.Path());
+        for (int page = 0; page < 4; ++page) WritePage(page);
+        messages.clear();
+    }
+    ~PreviewTest() override { EXPECT_EQ(messages.join(u'\n').toStdString(), ""); }
+
+    void WritePage(int page) const {
+        QImage picture(40, 30, QImage::Format_Grayscale8);
+        picture.fill(Qt::white);
+        for (int row = 0; row < page; ++row) std::memset(picture.scanLine(10 + row), 0, 40);
+        EXPECT_TRUE(picture.save(QString::fromStdString((folder_ / std::to_string(page)).string()), "png"));
+    }
+    void Print(unsigned page) {
+        TheHost().Set<StringProperty>(PropertyNames::PrintJobStatus, "Printing");
+        TheHost().Set<StringProperty>(PropertyNames::JobToPrintPathName, folder_.Path().string());
+        TheHost().Set<UInt32Property>(PropertyNames::CurrentPrintingPageNumber, page);
+    }
+    /// Black pixels in the column through the middle of the page.
+    static int BlackRows(Surface& surface) {
+        QImage const picture = surface.Grab();
+        int rows = 0;
+        for (int y = 0; y < picture.height(); ++y) rows += qGray(picture.pixel(picture.width() / 2, y)) == 0;
+        return rows;
+    }
+
+    TemporaryDirectory folder_;
+};
+
+TEST_F(PreviewTest, FollowsTheJobThatPrints) {
+    Surface surface(QStringLiteral("PrintPreviewSurface"));
+    surface.Set("zoom", 1);
+    Print(1);
+    EXPECT_EQ(BlackRows(surface), 1);
+    EXPECT_EQ(surface.Value("pageCount").toInt(), 9);
+    Print(3);
+    EXPECT_EQ(BlackRows(surface), 3);
+    Print(4);
+    EXPECT_EQ(BlackRows(surface), 3) << "the page before stays until this one is there";
+    EXPECT_FALSE(surface.Value("isShown").toBool());
+    WritePage(4);
+    EXPECT_EQ(BlackRows(surface), 4);
+    EXPECT_TRUE(surface.Value("isShown").toBool());
+    std::filesystem::remove_all(folder_.Path());
+    TheHost().Set<StringProperty>(PropertyNames::PrintJobStatus, "");
+    TheHost().Set<StringProperty>(PropertyNames::JobToPrintPathName, "NO PAGE");
+    EXPECT_EQ(BlackRows(surface), 4) << "the last page stays";
+    std::filesystem::create_directory(folder_.Path());
+}
+
+TEST_F(PreviewTest, TurnsPages) {
+    Print(1);
+    Surface surface(QStringLiteral("PrintPreviewSurface"));
+    surface.Set("zoom", 1);
+    surface.Call("turnTo", 3);
+    Print(2);
+    EXPECT_EQ(BlackRows(surface), 3) << "whoever turns pages is not taken along";
+    EXPECT_FALSE(surface.Value("follows").toBool());
+    surface.Call("turnTo", 100);
+    EXPECT_EQ(surface.Value("page").toInt(), 8);
+    surface.Call("turnTo", -1);
+    EXPECT_EQ(surface.Value("page").toInt(), 0);
+    surface.Call("followAgain");
+    EXPECT_EQ(BlackRows(surface), 2);
+}
+
+TEST_F(PreviewTest, ZoomsDotForDot) {
+    Print(3);
+    Surface surface(QStringLiteral("PrintPreviewSurface"));
+    EXPECT_EQ(surface.Value("shownZoom").toInt(), 8) << "fits 30 dots into 300 less the margins, in whole pixels";
+    EXPECT_EQ(BlackRows(surface), 24);
+    surface.Set("zoom", 3);
+    QImage const picture = surface.Grab();
+    for (int y = 110; y < 190; ++y) {
+        for (int x = 145; x < 255; ++x) {
+            int const gray = qGray(picture.pixel(x, y));
+            ASSERT_TRUE(gray == 0 || gray == 255) << x << ' ' << y;
+        }
+    }
+    EXPECT_EQ(BlackRows(surface), 9);
+    surface.Call("zoomOut");
+    EXPECT_EQ(surface.Value("shownZoom").toInt(), 2);
+    for (int i = 0; i < 20; ++i) surface.Call("zoomOut");
+    EXPECT_DOUBLE_EQ(surface.Value("shownZoom").toDouble(), 0.1);
+    for (int i = 0; i < 20; ++i) surface.Call("zoomIn");
+    EXPECT_EQ(surface.Value("shownZoom").toInt(), 8);
+    surface.Set("zoom", 0.5);
+    QImage const half = surface.Grab();
+    EXPECT_EQ(BlackRows(surface), 1) << "two rows of three make one, and the third half of one";
+    EXPECT_NEAR(qGray(half.pixel(200, 149)), 128, 2);
+}
+
+TEST_F(PreviewTest, LeavesOutWhatIsNoPage) {
+    std::ofstream(folder_ / "5") << "no picture";
+    std::ofstream(folder_ / "6") << std::string("\x89PNG\r\n\x1a\n", 8);
+    Print(2);
+    Surface surface(QStringLiteral("PrintPreviewControl"));
+    Surface::Settle();
+    for (unsigned const page : {5U, 6U}) {
+        Print(page);
+        Surface::Settle();
+        EXPECT_FALSE(surface.Value("isShown").toBool()) << page;
+    }
+    EXPECT_EQ(surface.TextOf("status"), "Printing: page 7 of \u201Cjob\u201D");
+    messages.clear();
+}
+
+}  // namespace
