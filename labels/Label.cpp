@@ -63,10 +63,13 @@ void Label::StartLabel() {
     processor_.ClearContext(ContextProcessor::ElementContext);
     processor_.ClearContext(ContextProcessor::LabelContext);
     // Anew for every copy: the copy before may have set its clock.
-    bool const everyCopy = processor_.at(ZplContextKeys::TimeMode).everyCopy;
-    processor_.set(ContextProcessor::LabelContext, TimeAtRender,
-                   everyCopy ? processor_.GetPrinterContext()->Now() + processor_.at(ClockAdjustment)
-                             : pristineProcessor_.at(TimeAtRender));
+    auto const& mode = processor_.at(ZplContextKeys::TimeMode);
+    auto time = pristineProcessor_.at(TimeAtRender);
+    if (mode.everyCopy) {
+        auto const now = processor_.GetPrinterContext()->Now() + processor_.at(ClockAdjustment);
+        if (now - time > std::chrono::seconds(mode.tolerance)) time = now;
+    }
+    processor_.set(ContextProcessor::LabelContext, TimeAtRender, time);
     auto& target = *processor_.GetGraphicContext();
     target.StartLabel();
     target.SetLabelOriginX(processor_.at(LabelOriginX));

@@ -16,7 +16,8 @@ std::string Text(bool value) { return value ? "yes" : "no"; }
 std::string Text(ZplCodePageConverter const& value) { return std::to_string(value.CodePage()); }
 std::string Text(ISMetaData const& value) { return value.path + (value.print ? " printed" : ""); }
 std::string Text(struct ZplContextKeys::TimeMode const& value) {
-    return (value.format ? std::to_string(*value.format) : "none") + (value.everyCopy ? " T" : " S");
+    return (value.format ? std::to_string(*value.format) : "none") + (value.everyCopy ? " T" : " S") +
+           (value.tolerance != 0 ? std::to_string(value.tolerance) : "");
 }
 std::string Text(ClockOffset const& o) {
     std::string text;
@@ -91,6 +92,7 @@ std::vector<CommandRow> const Rows = {
     {"LL", "^LL99999", Values<LabelLength>, "32000", {}},
     {"PW", "^PW300", Values<LabelWidth>, "300", {"^PW", "^PW0", "^PWx"}},
     {"PW", "^PW1", Values<LabelWidth>, "2", {}},
+    {"PW", "^PW4294967298", Values<LabelWidth>, "32000", {}},
     {"LT", "^LT-5", Values<LabelAdjustY>, "-5", {"^LT", "^LTx"}},
     {"LT", "^LT-999", Values<LabelAdjustY>, "-120", {}},
     {"LR", "^LRy", Values<LabelReversePrint>, "yes", {"^LR", "^LR1", "^LRtrue"}},
@@ -98,6 +100,7 @@ std::vector<CommandRow> const Rows = {
     {"PM", "^PMY", Values<MirrorLabel>, "yes", {"^PM", "^PMx"}},
     {"MC", "^MCN", Values<DoNotUseStoredImage>, "no", {"^MC", "^MCx"}},
     {"MU", "^MUI", Values<UnitOfMeasure, DpiScaleFactor>, "1 1", {"^MU", "^MUX", "^MU,200,300", "^MU,300,150", "^MU,0,600", "^MU,300,1200", "^MU,x,y"}},
+    {"MU", "^MUD,150,300^MUD,600,600", Values<UnitOfMeasure, DpiScaleFactor>, "0 1", {"^MUD,150,450", "^MUD,200,400"}},
     {"MU", "^MUM,200,600", Values<UnitOfMeasure, DpiScaleFactor>, "2 3", {"^MU,,300", "^MU,200"}},
     {"JM", "^JMb", Values<FormatScale>, "2", {"^JM", "^JMC", "^JM2"}},
     {"MM", "^MMp", Values<PrintMode>, "2", {"^MM", "^MMX", "^MM,Y"}},
@@ -110,7 +113,8 @@ std::vector<CommandRow> const Rows = {
     {"KD", "^KD9", Values<ZplContextKeys::TimeMode>, "4 S", {}},
     {"KL", "^KL4", Values<CultureId>, "de-DE", {"^KL", "^KL0", "^KL19", "^KLx"}},
     {"KN", "^KNLine 4,Hall", Values<PrinterName>, "Line 4", {"^KN", "^KN,Hall"}},
-    {"SL", "^SLT,3", Values<ZplContextKeys::TimeMode, CultureId>, "none T fr-FR", {"^SL", "^SLx,0", "^SL5,99"}},
+    {"SL", "^SLT,3", Values<ZplContextKeys::TimeMode, CultureId>, "none T fr-FR", {"^SL", "^SLx,0", "^SL,99"}},
+    {"SL", "^SL30", Values<ZplContextKeys::TimeMode, CultureId>, "none T30 en-US", {}},
     {"SO", "^SO2,1,2,3,4,5,6", Values<ClockOffset2>, "1 2 3 4 5 6 ", {"^SO", "^SO1,9", "^SO4,9", "^SOx,9", "^SO3,9"}},
     {"SO", "^SO3,-99999,x,1", Values<ClockOffset3>, "-32000 0 1 0 0 0 ", {}},
     {"ST", "^ST2,28,2030,1,2,3", Values<TimeAtRender>, "1898470923", {"^ST", "^ST13", "^ST,29", "^ST,,1997", "^ST,,,24", "^ST,,,,60,60", "^STx,y,z"}},
@@ -153,7 +157,7 @@ std::vector<CommandRow> const Rows = {
     {"SF", "^FO1,2^FDa9^SF^FS", Drawn, "text 1,2 'a9' A 1x1\n", {"^FO1,2^FDa9^SF,1^FS", "^FO1,2^FDa9^SF%%,9^FS", "^FO1,2^FDa9^SFdddddddd,^FS"}},
     {"FW", "^FWB,1", Values<FieldOrientation, FieldJustification>, "270 1", {"^FW", "^FWX,9", "^FW,x"}},
     {"CV", "^CVY", Values<EnableBarcodeValidation>, "yes", {}},
-    {"CW", "^CWQ,E:BOLD.TTF", Values<FontSubstitute>, "C=D Q=BOLD.TTF ", {"^CW", "^CW,E:X.TTF", "^CW?,E:X.TTF"}},
+    {"CW", "^CWQ,E:BOLD.TTF", Values<FontSubstitute>, "C=D Q=BOLD.TTF ", {"^CW", "^CW,E:X.TTF", "^CW?,E:X.TTF", "^CWQ", "^CWQ,E:"}},
     {"FC", "^FO1,2^FC^FD%Y^FS", Drawn, "text 1,2 '2024' A 1x1\n", {"^FO1,2^FC,,^FD%Y^FS", "^FO1,2^FC%^FD%Y^FS"}},
 };
 // clang-format on
