@@ -1,10 +1,30 @@
+#include <locale.h>
+
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
 #include <cmath>
+#include <cstdlib>
+#include <stdexcept>
 
 #include "barcodes/BarcodeFrame.h"
 
 namespace ZplCore {
+
+namespace {
+
+/// The standard conversion to float in the C locale: the point is a point whatever the process's locale says.
+float ToFloat(std::string const& text) {
+    static locale_t const plain = ::newlocale(LC_NUMERIC_MASK, "C", nullptr);
+    char* end = nullptr;
+    errno = 0;
+    float const value = ::strtof_l(text.c_str(), &end, plain);
+    if (end == text.c_str()) throw std::invalid_argument("stof");
+    if (errno == ERANGE) throw std::out_of_range("stof");
+    return value;
+}
+
+}  // namespace
 
 unsigned ComputeWideBarWidth(unsigned narrow, float ratio) {
     if (narrow == 0) return 0;
@@ -19,7 +39,7 @@ float ParseRatio(std::string const& text) {
     std::string prefix = text.substr(0, text.find_first_not_of("0123456789."));
     // One decimal counts.
     if (prefix.size() > 1 && prefix[1] == '.') prefix.resize(3, '\0');
-    return std::stof(prefix);
+    return ToFloat(prefix);
 }
 
 bool CheckRatio(float ratio) { return 2.0F <= ratio && ratio <= 3.0F; }

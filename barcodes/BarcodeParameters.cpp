@@ -1,5 +1,7 @@
 #include "barcodes/BarcodeParameters.h"
 
+#include <cctype>
+
 #include "barcodes/BarcodeFrame.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/Setting.h"
@@ -20,6 +22,11 @@ void StoreBarcodeHeight(Context& current, ZplCommand const& command, std::size_t
 
 bool ParseFlag(ZplCommand const& command, std::size_t index, bool fallback) {
     return ZplParse<bool>(command, index).ValueOr(fallback);
+}
+
+char ParseLetter(ZplCommand const& command, std::size_t index, char fallback) {
+    auto const letter = static_cast<unsigned char>(ZplParse<char>(command, index).ValueOr(fallback));
+    return static_cast<char>(std::toupper(letter));
 }
 
 }  // namespace ZplCore

@@ -13,5 +13,7 @@ void StoreBarcodeOrientation(Context& current, ZplCommand const& command, Contex
 void StoreBarcodeHeight(Context& current, ZplCommand const& command, std::size_t index, ContextProcessor& processor);
 /// A yes or no; `fallback` also for what is neither.
 bool ParseFlag(ZplCommand const& command, std::size_t index, bool fallback);
+/// The first character in upper case.
+char ParseLetter(ZplCommand const& command, std::size_t index, char fallback);
 
 }  // namespace ZplCore

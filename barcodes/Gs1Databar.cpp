@@ -71,6 +71,7 @@ GS1BarcodeModel::GS1Fragment MakeFragment(std::vector<bool> const& row, unsigned
     fragment.modules = height == 0 ? type.modules : height;
     if (height == 0) fragment.height = type.height;
     if (height == 1) fragment.height = Height::Separator;
+    if (height == 2 || height == 3) fragment.height = Height::Component;
     return fragment;
 }
 
@@ -142,17 +143,18 @@ Gs1Symbol EncodeGs1(std::string const& data, Gs1Type type, unsigned segments) {
 namespace Scripting {
 
 SketchedBitmap GraphicHelper::SketchGS1Barcode(Barcode::Model::GS1BarcodeModel const& model, unsigned module,
-                                               unsigned separatorHeight, unsigned barHeight, Dpi dpi,
-                                               unsigned long designResolution) {
+                                               unsigned moduleHeight, unsigned separatorHeight, unsigned barHeight,
+                                               unsigned componentRowHeight, Dpi dpi, unsigned long designResolution) {
     using Height = Barcode::Model::GS1BarcodeModel::Height;
     PixelScale const toPixels(dpi, designResolution);
     auto const heightOf = [&](auto const& fragment, auto const& scale) -> std::uint64_t {
         switch (fragment.height) {
             case Height::Separator: return scale(separatorHeight);
             case Height::Bars: return scale(barHeight);
+            case Height::Component: return scale(componentRowHeight);
             case Height::Modules: break;
         }
-        return fragment.modules * scale(module);
+        return fragment.modules * scale(moduleHeight);
     };
     auto const inDots = [](unsigned dots) { return std::uint64_t{dots}; };
     std::uint64_t width = 0, height = 0, logicalHeight = 0;

@@ -19,6 +19,7 @@ public:
         Modules,    ///< a number of modules
         Separator,  ///< the height of separators asked for
         Bars,       ///< the height of linear bars asked for
+        Component,  ///< the row height of composite components asked for
     };
     struct GS1Fragment {
         std::vector<Block> blocks;
@@ -74,8 +75,10 @@ std::string BracketIdentifiers(std::string_view elements);
 
 namespace Scripting::GraphicHelper {
 
-/// Dots: a module, the height of separators, of linear bars; each row's height in modules is told by the model.
-SketchedBitmap SketchGS1Barcode(Barcode::Model::GS1BarcodeModel const& model, unsigned module, unsigned separatorHeight,
-                                unsigned barHeight, Dpi dpi, unsigned long designResolution);
+/// Dots: the width of a module, the height of one in rows whose height the model tells, and the heights of separators,
+/// of linear bars and of the rows of a composite component.
+SketchedBitmap SketchGS1Barcode(Barcode::Model::GS1BarcodeModel const& model, unsigned module, unsigned moduleHeight,
+                                unsigned separatorHeight, unsigned barHeight, unsigned componentRowHeight, Dpi dpi,
+                                unsigned long designResolution);
 
 }  // namespace Scripting::GraphicHelper

@@ -31,9 +31,11 @@ void RenderGs1(ContextProcessor& processor, Gs1Options const& options) {
     if (auto const message = GetBarcodeErrorMessage(symbol.status))
         return HandleBarcodeError(processor, *message, false);
     auto const resolution = SketchResolution::Of(processor);
+    // ISO/IEC 24723: rows of CC-A and CC-B are two modules tall, those of CC-C three.
+    unsigned const componentRow = (options.type == Gs1Type::Gs1128WithCcC ? 3 : 2) * options.module;
     auto const sketch = Scripting::GraphicHelper::SketchGS1Barcode(
-        symbol.model, options.module, options.separatorHeight * options.module, options.barHeight, resolution.printer,
-        resolution.design);
+        symbol.model, options.module, options.module, options.separatorHeight * options.module, options.barHeight,
+        componentRow, resolution.printer, resolution.design);
     RenderSimpleBarcode(processor, *sketch.rows, sketch.logicalWidth, sketch.logicalHeight, sketch.bitmapWidth);
 }
 

@@ -40,24 +40,12 @@ void RenderQr(ContextProcessor& processor, unsigned magnification, char level, u
         magnification);
 }
 
-struct AztecOptions {
-    unsigned magnification;
-    unsigned size;
-    bool readerSetUp;
-    unsigned symbols;
-    std::string id;
-};
-
-void RenderAztec(ContextProcessor& processor, AztecOptions const& options) {
-    static Memoizer<10, decltype(&AztecEncoder::Encode), std::string, unsigned, bool, unsigned, std::string> encode(
-        &AztecEncoder::Encode);
+void RenderAztec(ContextProcessor& processor, unsigned magnification, AztecOptions const& options) {
+    static Memoizer<10, decltype(&AztecEncoder::Encode), std::string, AztecOptions> encode(&AztecEncoder::Encode);
     std::string const& data = processor.at(ZplContextKeys::FieldData);
     RenderMatrix(
-        processor, AztecEncoder::Validate(data, options.size, options.symbols),
-        [&]() -> MatrixBarcodeModel const& {
-            return encode(data, options.size, options.readerSetUp, options.symbols, options.id);
-        },
-        options.magnification);
+        processor, AztecEncoder::Validate(data, options),
+        [&]() -> MatrixBarcodeModel const& { return encode(data, options); }, magnification);
 }
 
 }  // namespace
@@ -79,10 +67,13 @@ bool QrCodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& com
 
 bool AztecBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     StoreBarcodeOrientation(current, command, processor);
-    AztecOptions const options{Magnification(command, 1, processor), ZplParse<unsigned>(command, 3).ValueOr(0),
+    unsigned const magnification = Magnification(command, 1, processor);
+    AztecOptions const options{ZplParse<unsigned>(command, 3).ValueOr(0), ParseFlag(command, 2, false),
                                ParseFlag(command, 4, false), ZplParse<unsigned>(command, 5).ValueOr(1),
                                command.Parameter(6)};
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderAztec(at, options); };
+    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) {
+        RenderAztec(at, magnification, options);
+    };
     StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
     return true;
 }

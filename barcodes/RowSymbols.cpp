@@ -28,36 +28,36 @@ Model::StackedBarcodeModel Code49Encoder::Encode(std::string const& data) {
     return ToStacked(request);
 }
 
-Model::StackedBarcodeModel CodaBlockFEncoder::Encode(std::string const& data, unsigned columns, unsigned rows) {
-    ModuleRequest request;
-    request.symbology = ModuleSymbology::CodablockF;
-    request.data = data;
-    request.columns = columns;
-    request.rows = columns == 0 && rows == 0 ? 1 : rows;
-    return ToStacked(request);
-}
-
 }  // namespace Barcode::Encoder
 
 namespace Scripting {
 
 namespace {
 
-/// Rows parted by lines one module high, with blank modules on both sides.
-SketchedBitmap SketchParted(Barcode::Model::StackedBarcodeModel const& model, std::uint64_t rowPixels,
-                            std::uint64_t pixelModule, std::uint64_t left, std::uint64_t right) {
+/// The elements of rows that lines part, and the blank on both sides, in pixels.
+struct PartedRows {
+    std::uint64_t narrow;
+    std::uint64_t wide;
+    std::uint64_t height;
+    std::uint64_t left = 0;
+    std::uint64_t right = 0;
+};
+
+/// Rows parted by lines one narrow element high, over their whole width.
+SketchedBitmap SketchParted(Barcode::Model::StackedBarcodeModel const& model, PartedRows const& pixels) {
     auto const& rows = model.GetBlocks();
-    std::uint64_t const modules = rows.empty() ? 0 : GraphicHelper::GetLinearRowWidth(rows[0], 1, 2) + left + right;
-    auto bitmap =
-        MakeBitmap(modules * pixelModule, rows.empty() ? 0 : rows.size() * rowPixels + (rows.size() + 1) * pixelModule);
-    if (bitmap.rows->empty() || pixelModule == 0) return bitmap;
+    std::uint64_t const width = rows.empty() ? 0
+                                             : GraphicHelper::GetLinearRowWidth(rows[0], pixels.narrow, pixels.wide) +
+                                                   pixels.left + pixels.right;
+    auto bitmap = MakeBitmap(width, rows.empty() ? 0 : rows.size() * pixels.height + (rows.size() + 1) * pixels.narrow);
+    if (bitmap.rows->empty() || pixels.narrow == 0) return bitmap;
     for (std::size_t r = 0; r <= rows.size(); ++r) {
-        std::size_t const y = r * (rowPixels + pixelModule);
+        std::size_t const y = r * (pixels.height + pixels.narrow);
         PaintRun(RowAt(bitmap, y), 0, bitmap.bitmapWidth);
-        RepeatRow(bitmap, y, pixelModule);
-        if (r == rows.size() || rowPixels == 0) continue;
-        PaintBlocks(RowAt(bitmap, y + pixelModule), rows[r], pixelModule, 2 * pixelModule, left * pixelModule);
-        RepeatRow(bitmap, y + pixelModule, rowPixels);
+        RepeatRow(bitmap, y, pixels.narrow);
+        if (r == rows.size() || pixels.height == 0) continue;
+        PaintBlocks(RowAt(bitmap, y + pixels.narrow), rows[r], pixels.narrow, pixels.wide, pixels.left);
+        RepeatRow(bitmap, y + pixels.narrow, pixels.height);
     }
     return bitmap;
 }
@@ -66,9 +66,10 @@ SketchedBitmap SketchParted(Barcode::Model::StackedBarcodeModel const& model, st
 
 SketchedBitmap GraphicHelper::SketchCode49Barcode(Barcode::Model::StackedBarcodeModel const& model, unsigned rowHeight,
                                                   unsigned module, Dpi dpi, unsigned long designResolution) {
-    constexpr std::uint64_t LeftQuiet = 10, RightQuiet = 1;
+    constexpr std::uint64_t LeftQuiet = 10, RightQuiet = 1;  // modules
     PixelScale const toPixels(dpi, designResolution);
-    auto bitmap = SketchParted(model, toPixels(rowHeight), toPixels(module), LeftQuiet, RightQuiet);
+    std::uint64_t const m = toPixels(module);
+    auto bitmap = SketchParted(model, {m, 2 * m, toPixels(rowHeight), LeftQuiet * m, RightQuiet * m});
     std::uint64_t const rows = model.GetRows();
     if (rows == 0) return bitmap;
     bitmap.logicalWidth = (GetLinearRowWidth(model.GetBlocks()[0], 1, 2) + LeftQuiet + RightQuiet) * module;
@@ -76,17 +77,23 @@ SketchedBitmap GraphicHelper::SketchCode49Barcode(Barcode::Model::StackedBarcode
     return bitmap;
 }
 
+SketchedBitmap GraphicHelper::SketchCodaBlockABarcode(Barcode::Model::StackedBarcodeModel const& model, unsigned narrow,
+                                                      unsigned wide, unsigned rowHeight, Dpi dpi,
+                                                      unsigned long designResolution) {
+    PixelScale const toPixels(dpi, designResolution);
+    std::uint64_t const n = toPixels(narrow);
+    auto bitmap = SketchParted(model, {n, toPixels(wide), std::max(toPixels(rowHeight), 2 * n)});
+    std::uint64_t const rows = model.GetRows();
+    if (rows == 0) return bitmap;
+    bitmap.logicalWidth = GetLinearRowWidth(model.GetBlocks()[0], narrow, wide);
+    bitmap.logicalHeight = narrow * (rows + 1) + rows * std::max<std::uint64_t>(rowHeight, 2 * std::uint64_t{narrow});
+    return bitmap;
+}
+
 SketchedBitmap GraphicHelper::SketchCodaBlockFEBarcode(Barcode::Model::StackedBarcodeModel const& model,
                                                        unsigned rowHeight, unsigned module, Dpi dpi,
                                                        unsigned long designResolution) {
-    PixelScale const toPixels(dpi, designResolution);
-    std::uint64_t const pixelModule = toPixels(module);
-    auto bitmap = SketchParted(model, std::max(toPixels(rowHeight), 2 * pixelModule), pixelModule, 0, 0);
-    std::uint64_t const rows = model.GetRows();
-    if (rows == 0) return bitmap;
-    bitmap.logicalWidth = GetLinearRowWidth(model.GetBlocks()[0], 1, 2) * module;
-    bitmap.logicalHeight = module * (rows + 1) + rows * std::max<std::uint64_t>(rowHeight, 2 * std::uint64_t{module});
-    return bitmap;
+    return SketchCodaBlockABarcode(model, module, 2 * module, rowHeight, dpi, designResolution);
 }
 
 }  // namespace Scripting

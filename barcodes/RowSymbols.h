@@ -13,12 +13,6 @@ struct Code49Encoder {
     static Model::StackedBarcodeModel Encode(std::string const& data);
 };
 
-/// CODABLOCK F (EN 12323), rows of Code 128. No rows if the data do not fit. 0 leaves `columns` or `rows` to the
-/// encoder; with neither the symbol has one row.
-struct CodaBlockFEncoder {
-    static Model::StackedBarcodeModel Encode(std::string const& data, unsigned columns, unsigned rows);
-};
-
 }  // namespace Barcode::Encoder
 
 namespace Scripting::GraphicHelper {
@@ -27,6 +21,8 @@ namespace Scripting::GraphicHelper {
 SketchedBitmap SketchCode49Barcode(Barcode::Model::StackedBarcodeModel const& model, unsigned rowHeight,
                                    unsigned module, Dpi dpi, unsigned long designResolution);
 /// Rows at least two modules high, between bars one module high as wide as they.
+SketchedBitmap SketchCodaBlockABarcode(Barcode::Model::StackedBarcodeModel const& model, unsigned narrow, unsigned wide,
+                                       unsigned rowHeight, Dpi dpi, unsigned long designResolution);
 SketchedBitmap SketchCodaBlockFEBarcode(Barcode::Model::StackedBarcodeModel const& model, unsigned rowHeight,
                                         unsigned module, Dpi dpi, unsigned long designResolution);
 

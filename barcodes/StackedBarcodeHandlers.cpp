@@ -1,9 +1,8 @@
 #include "barcodes/StackedBarcodeHandlers.h"
 
 #include <algorithm>
-#include <cctype>
 
-#include "Barcode/Encoder/ModuleEncoder.h"
+#include "Barcode/Encoder/MicroPDF417Encoder.h"
 #include "Barcode/Encoder/PDF417Encoder.h"
 #include "barcodes/BarcodeFrame.h"
 #include "barcodes/BarcodeParameters.h"
@@ -63,52 +62,31 @@ void RenderPdf417(ContextProcessor& processor, Pdf417Options const& options) {
                 options.rowHeight);
 }
 
-/// The data columns of the modes 0 to 33.
-constexpr unsigned char MicroPdfColumns[] = {1, 1, 1, 1, 1, 1, 2, 2, 2, 2, 2, 2, 2, 3, 3, 3, 3,
-                                             3, 3, 3, 3, 3, 3, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4, 4};
-
-StackedBarcodeModel MicroPdfEncodeWithoutLinkageParam(std::string const& data, unsigned columns) {
-    ModuleRequest request;
-    request.symbology = ModuleSymbology::MicroPDF417;
-    request.data = data;
-    request.columns = columns;
-    auto const rows = EncodeModules(request).rows;
-    StackedBarcodeModel model(static_cast<unsigned>(rows.size()),
-                              rows.empty() ? 0 : static_cast<unsigned>(rows[0].size()));
-    for (std::size_t r = 0; r < rows.size(); ++r) {
-        for (bool const dark : rows[r]) model.GetBlocks()[r].emplace_back(false, dark);
-    }
-    return model;
+StackedBarcodeModel MicroPdfEncodeWithoutLinkageParam(std::string const& data, MicroPDF417Shape const& shape) {
+    return MicroPDF417Encoder::Encode(data, shape, MicroPDF417Linkage::None);
 }
 
 void RenderMicroPdf(ContextProcessor& processor, unsigned rowHeight, unsigned mode) {
-    static Memoizer<10, decltype(&MicroPdfEncodeWithoutLinkageParam), std::string, unsigned> encode(
+    static Memoizer<10, decltype(&MicroPdfEncodeWithoutLinkageParam), std::string, MicroPDF417Shape> encode(
         &MicroPdfEncodeWithoutLinkageParam);
     if (!processor.GetGraphicContext()) return;
-    auto status = ValidationStatus::Valid;
-    if (mode >= std::size(MicroPdfColumns)) status = ValidationStatus::InvalidParameter;
     std::string const& data = processor.at(ZplContextKeys::FieldData);
-    if (data.empty()) status = ValidationStatus::TooShort;
+    bool const isMode = mode < MicroPDF417Encoder::ModeCount;
+    auto const shape = isMode ? MicroPDF417Encoder::ShapeOf(mode) : MicroPDF417Shape();
+    auto const status = isMode ? MicroPDF417Encoder::Validate(data, shape) : ValidationStatus::InvalidParameter;
     if (auto const message = GetBarcodeErrorMessage(status)) return HandleBarcodeError(processor, *message, false);
-    DrawStacked(processor, encode(data, MicroPdfColumns[mode]), rowHeight);
-}
-
-/// The error if the model has no rows, which says that the data do not fit.
-bool HasRows(ContextProcessor& processor, StackedBarcodeModel const& model) {
-    if (model.GetRows() != 0) return true;
-    bool const isEmpty = processor.at(ZplContextKeys::FieldData).empty();
-    HandleBarcodeError(
-        processor, *GetBarcodeErrorMessage(isEmpty ? ValidationStatus::TooShort : ValidationStatus::InvalidCharacter),
-        false);
-    return false;
+    DrawStacked(processor, encode(data, shape), rowHeight);
 }
 
 void RenderCode49(ContextProcessor& processor, std::optional<unsigned> multiplier, char line) {
     if (!processor.GetGraphicContext()) return;
     processor.GetGraphicContext()->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
     std::string const data = processor.at(ZplContextKeys::FieldData);
-    auto const model = Code49Encoder::Encode(ConvertToUpper(data));
-    if (!HasRows(processor, model)) return;
+    auto const model = Code49Encoder::Encode(data);
+    if (model.GetRows() == 0) {
+        auto const status = data.empty() ? ValidationStatus::TooShort : ValidationStatus::InvalidCharacter;
+        return HandleBarcodeError(processor, *GetBarcodeErrorMessage(status), false);
+    }
     auto const style = LinearBarcodeStyle::Fixed(processor, line != 'N', line == 'A');
     auto const resolution = SketchResolution::Of(processor);
     DrawSketchWithLine(
@@ -116,30 +94,6 @@ void RenderCode49(ContextProcessor& processor, std::optional<unsigned> multiplie
         Scripting::GraphicHelper::SketchCode49Barcode(model, multiplier.value_or(style.height) * style.narrow,
                                                       style.narrow, resolution.printer, resolution.design),
         style, data);
-}
-
-struct CodaBlockOptions {
-    std::optional<unsigned> rowHeight;  ///< modules
-    unsigned columns;
-    unsigned rows;
-};
-
-void RenderCodaBlock(ContextProcessor& processor, CodaBlockOptions const& options) {
-    if (!processor.GetGraphicContext()) return;
-    auto const& data = processor.at(ZplContextKeys::FieldData);
-    auto const model = CodaBlockFEncoder::Encode(data, options.columns, options.rows);
-    if (!HasRows(processor, model)) return;
-    unsigned const module = processor.at(ZplContextKeys::BarcodeModuleWidth);
-    unsigned const shared = processor.at(ZplContextKeys::BarcodeHeight) / model.GetRows();
-    auto const resolution = SketchResolution::Of(processor);
-    auto const symbol = Scripting::GraphicHelper::SketchCodaBlockFEBarcode(
-        model, options.rowHeight ? *options.rowHeight * module : shared, module, resolution.printer, resolution.design);
-    RenderSimpleBarcode(processor, *symbol.rows, symbol.logicalWidth, symbol.logicalHeight, symbol.bitmapWidth);
-}
-
-char UpperLetter(ZplCommand const& command, std::size_t index, char fallback) {
-    return static_cast<char>(
-        std::toupper(static_cast<unsigned char>(ZplParse<char>(command, index).ValueOr(fallback))));
 }
 
 std::optional<unsigned> Optional(ZplParseResult<unsigned> const& parsed) {
@@ -151,27 +105,9 @@ std::optional<unsigned> Optional(ZplParseResult<unsigned> const& parsed) {
 bool Code49BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     StoreBarcodeOrientation(current, command, processor);
     auto const multiplier = Optional(ZplParse<unsigned>(command, 1));
-    char const line = UpperLetter(command, 2, 'N');
+    char const line = ParseLetter(command, 2, 'N');
     char const drawn = line == 'A' || line == 'B' ? line : 'N';
     ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderCode49(at, multiplier, drawn); };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
-}
-
-bool CodaBlockBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    StoreBarcodeOrientation(current, command, processor);
-    if (UpperLetter(command, 5, 'F') == 'A') {
-        StoreUndrawnBarcode(current, processor, "CODABLOCK A", isReported_);
-        return true;
-    }
-    CodaBlockOptions const options{
-        Optional(ZplParse<unsigned>(command, 1)),
-        ZplParse<unsigned>(command, 3)
-            .Where([](unsigned n) { return n >= 2 && n <= 62; })
-            .Map([](unsigned n) { return std::max(n, 4U); })
-            .ValueOr(0),
-        ZplParse<unsigned>(command, 4).Where([](unsigned n) { return n >= 1 && n <= 44; }).ValueOr(0)};
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderCodaBlock(at, options); };
     StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
     return true;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "barcodes/UndrawnBarcodeHandler.h"
+#include "frontend/handlers/CommandHandler.h"
 
 class CommandHandlerPool;
 
@@ -19,14 +19,10 @@ public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BB`: CODABLOCK. Row height in modules, security, characters in a row, rows, mode. Mode A is not drawn; mode E is
-/// drawn as mode F.
+/// `^BB`: CODABLOCK. Row height in modules, security, characters in a row, rows, mode A, E or F.
 class CodaBlockBarcodeHandler : public HandlerFor<CommandId("BB")> {
 public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
-
-private:
-    bool isReported_ = false;
 };
 
 /// `^BF`: MicroPDF417. Row height in dots, mode.
@@ -35,10 +31,10 @@ public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BT`: TLC39.
-class Tlc39BarcodeHandler : public ZplCore::UndrawnBarcodeHandler<CommandId("BT")> {
+/// `^BT`: TLC39. Narrow bar, ratio and height of the Code 39, module and row height of the MicroPDF417.
+class Tlc39BarcodeHandler : public HandlerFor<CommandId("BT")> {
 public:
-    Tlc39BarcodeHandler() : UndrawnBarcodeHandler("TLC39") {}
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
 void AddStackedBarcodeHandlers(CommandHandlerPool& pool);

@@ -64,7 +64,7 @@ bool FieldClockHandler::HandleCommand(Context& current, ZplCommand const& comman
 }
 
 bool FieldDataHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    StoreData(current, ZplCore::FieldDataHelper::ProcessDelimiterData(command, processor), processor);
+    StoreData(current, ZplCore::FieldDataHelper::ProcessDelimiterData(command), processor);
     return true;
 }
 
@@ -98,7 +98,7 @@ bool FieldSeparatorHandler::HandleCommand(Context& current, ZplCommand const&, C
 }
 
 bool FieldVariableHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    StoreData(current, ZplCore::FieldDataHelper::ProcessDelimiterData(command, processor), processor);
+    StoreData(current, ZplCore::FieldDataHelper::ProcessDelimiterData(command), processor);
     StoreSetting(current, processor, ZplContextKeys::FieldVariable, true);
     return true;
 }

@@ -87,10 +87,7 @@ private:
 
 }  // namespace
 
-std::string ProcessDelimiterData(ZplCommand const& command, ContextProcessor const& processor, std::size_t first) {
-    auto const& printer = processor.GetPrinterContext();
-    return command.Joined(first, printer ? printer->Delimiter() : ',');
-}
+std::string ProcessDelimiterData(ZplCommand const& command, std::size_t first) { return command.Joined(first); }
 
 std::string ExpandHex(std::string data, char indicator) {
     if (indicator == 0 || data.find(indicator) == std::string::npos) return data;

@@ -7,8 +7,9 @@
 
 namespace ZplCore::FieldDataHelper {
 
-/// The data of a command as the host sent it: the parameters from `first` on, joined by the delimiter that parted them.
-std::string ProcessDelimiterData(ZplCommand const& command, ContextProcessor const& processor, std::size_t first = 0);
+/// The data of a command as the host sent it: the parameters from `first` on, joined by the delimiter that parted them,
+/// whatever it has been changed to since.
+std::string ProcessDelimiterData(ZplCommand const& command, std::size_t first = 0);
 
 /// `data` with each `indicator` that two hexadecimal digits follow replaced by the byte that they name. An indicator
 /// without two digits behind it stays as it stands; 0 stands for no indicator.

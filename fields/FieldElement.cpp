@@ -72,25 +72,34 @@ void SerializeField(Context const& element, ContextProcessor& processor) {
                                               processor.at(ZplContextKeys::SerialNumberReplications)));
 }
 
-/// Copies what the filling field decides into the template: its data, its clock, and its font if it names one.
-void FillTemplate(ContextProcessor& saved, ContextProcessor const& filling, std::string_view data) {
-    Context const* element = filling.GetContext(ContextProcessor::ElementContext);
-    std::string text(data);
-    bool const expanded = element && element->HasValue(ZplContextKeys::FieldHexIndicator);
-    saved.set(ContextProcessor::ElementContext, ZplContextKeys::TimeAtRender, filling.at(ZplContextKeys::TimeAtRender));
-    // The template's own indicators count as they would for data sent in its field.
-    if (!expanded) text = FieldDataHelper::ProcessHexAndClockData(std::move(text), saved);
-    saved.set(ContextProcessor::ElementContext, ZplContextKeys::FieldData, std::move(text));
-    if (element) {
+/// Copies what the filling field decides into a template: its data, their character set, its clock, and its font if it
+/// names one.
+void FillTemplate(ContextProcessor& field, ContextProcessor const& filling, std::string_view data) {
+    auto const set = [&field](auto const& key, auto value) {
+        field.set(ContextProcessor::ElementContext, key, std::move(value));
+    };
+    set(ZplContextKeys::TimeAtRender, filling.at(ZplContextKeys::TimeAtRender));
+    set(ZplContextKeys::CodePageConverter, filling.at(ZplContextKeys::CodePageConverter));
+    if (Context const* element = filling.GetContext(ContextProcessor::ElementContext)) {
+        // The template's own indicators count as they would for data sent in its field, unless the data have been
+        // through the filling field's.
+        if (element->HasValue(ZplContextKeys::FieldHexIndicator)) set(ZplContextKeys::FieldHexIndicator, '\0');
+        if (element->HasValue(ZplContextKeys::ClockIndicator1)) {
+            for (auto const* key :
+                 {&ZplContextKeys::ClockIndicator1, &ZplContextKeys::ClockIndicator2, &ZplContextKeys::ClockIndicator3})
+                set(*key, '\0');
+        }
         if (auto const* font = element->Find(ZplContextKeys::FontIdentifier))
-            saved.set(ContextProcessor::ElementContext, ZplContextKeys::FontIdentifier, *font);
+            set(ZplContextKeys::FontIdentifier, *font);
+        if (element->HasValue(ZplContextKeys::FieldVariable)) set(ZplContextKeys::FieldVariable, true);
     }
+    set(ZplContextKeys::FieldData, FieldDataHelper::ProcessHexAndClockData(std::string(data), field));
 }
 
-/// Carries the place where a template ended over to the format that it was filled in.
-void TakeNextFieldOrigin(ContextProcessor& processor, ContextProcessor const& saved) {
+/// Carries the running position over from one format to the other.
+void CarryNextFieldOrigin(ContextProcessor const& from, ContextProcessor& to) {
     for (auto const* key : {&ZplContextKeys::NextFieldOriginX, &ZplContextKeys::NextFieldOriginY})
-        processor.set(ContextProcessor::FormatContext, *key, saved.at(*key));
+        to.set(ContextProcessor::FormatContext, *key, from.at(*key));
 }
 
 }  // namespace
@@ -125,10 +134,13 @@ void InvokeSavedFieldRenderFunction(ContextProcessor& processor, unsigned fieldN
     auto const found = fields->find(fieldNumber);
     if (found == fields->end()) return;
 
-    ContextProcessor& saved = found->second;
-    FillTemplate(saved, processor, data);
-    RenderField(saved, processor.at(ZplContextKeys::LabelReversePrint) || saved.at(ZplContextKeys::LabelReversePrint));
-    TakeNextFieldOrigin(processor, saved);
+    // A copy, since a template may be filled again.
+    ContextProcessor field = found->second;
+    FillTemplate(field, processor, data);
+    // A field that draws nothing leaves the position as it was.
+    CarryNextFieldOrigin(processor, field);
+    RenderField(field, processor.at(ZplContextKeys::LabelReversePrint) || field.at(ZplContextKeys::LabelReversePrint));
+    CarryNextFieldOrigin(field, processor);
 }
 
 }  // namespace ZplCore

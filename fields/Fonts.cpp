@@ -176,6 +176,10 @@ FontName TransformToZplFont(std::variant<BuiltInFont, UserFont> const& font, Con
     return IsDrawable(name, processor) ? name : FontName(ZplContextDefaults::FontName);
 }
 
+FontName GetZplFont(ContextProcessor const& processor) {
+    return TransformToZplFont(processor.at(ZplContextKeys::FontIdentifier), processor);
+}
+
 std::variant<BitmapFontInfo, TrueTypeFontInfo> GetFontScaleInfo(FontName const& name,
                                                                 ContextProcessor const& processor) {
     if (IsCachedFont(name)) return ScaleCachedFont(name, processor);

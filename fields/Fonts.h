@@ -46,6 +46,8 @@ std::pair<unsigned, unsigned> GetFontBoundary(ContextProcessor& processor, ZplPa
 
 /// The font to draw with: the one named, by its substitute if it has one; else the default font; else font A.
 FontName TransformToZplFont(std::variant<BuiltInFont, UserFont> const& font, ContextProcessor const& processor);
+/// The font of the field in force.
+FontName GetZplFont(ContextProcessor const& processor);
 
 /// The size to draw `name` at. For a cached font the drawing target prepares it, and the prepared font is named.
 std::variant<BitmapFontInfo, TrueTypeFontInfo> GetFontScaleInfo(FontName const& name,

@@ -6,9 +6,8 @@
 #include "fields/Fonts.h"
 #include "fields/GraphicFieldHandler.h"
 #include "fields/GraphicPlacement.h"
-#include "fields/TextElementProcessor.h"
+#include "fields/MarkSketch.h"
 #include "fields/UnitConversion.h"
-#include "foundation/Log.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
@@ -59,27 +58,16 @@ void StoreEllipse(Context& current, ContextProcessor& processor, unsigned width,
     });
 }
 
-/// The marks by their letters, as characters of font 0.
-struct Symbol {
-    char letter;
-    std::string_view text;
-};
-constexpr Symbol Symbols[] = {
-    {'A', "\xC2\xAE"},      // registered
-    {'B', "\xC2\xA9"},      // copyright
-    {'C', "\xE2\x84\xA2"},  // trade mark
-    {'D', "UL"},            // listed by an approval body
-    {'E', "CSA"},           // certified by an approval body
-};
-
-void DrawSymbols(ContextProcessor& processor) {
-    std::string text;
-    for (char const letter : processor.at(ZplContextKeys::FieldData)) {
-        for (auto const& symbol : Symbols) {
-            if (symbol.letter == letter) text += symbol.text;
-        }
-    }
-    ZplCore::Sketching::TextElementProcessor::ProcessText(std::move(text), processor);
+void DrawMarks(ContextProcessor& processor) {
+    constexpr unsigned DefaultSide = 24;  // dots; in the cell of the smallest font a mark would be a blot
+    unsigned height = processor.at(ZplContextKeys::FontHeight);
+    unsigned width = processor.at(ZplContextKeys::FontWidth);
+    if (height == 0) height = width != 0 ? width : DefaultSide;
+    if (width == 0) width = height;
+    auto const marks = ZplCore::SketchMarks(processor.at(ZplContextKeys::FieldData), width, height);
+    if (!marks) return;
+    ZplCore::DrawBitmap(processor, {marks->rows, marks->width, marks->height}, marks->height,
+                        processor.at(ZplContextKeys::FieldOrientation));
 }
 
 }  // namespace
@@ -134,15 +122,13 @@ bool GraphicEllipseHandler::HandleCommand(Context& current, ZplCommand const& co
 bool GraphicSymbolHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     if (auto const orientation = ZplParse<ZplOrientation>(command, 0))
         StoreSetting(current, processor, ZplContextKeys::FieldOrientation, *orientation);
-    auto const parse = [&](std::size_t index) {
-        return ZplParse<double>(command, index).Map(ZplCore::ToDots(processor));
-    };
-    auto const [height, width] = ZplCore::GetFontBoundary(processor, parse(1), parse(2));
-    StoreSetting(current, processor, ZplContextKeys::FontHeight, height);
-    StoreSetting(current, processor, ZplContextKeys::FontWidth, width);
-    std::variant<ZplCore::BuiltInFont, ZplCore::UserFont> const font = ZplCore::BuiltInFont{'0'};
-    StoreSetting(current, processor, ZplContextKeys::FontIdentifier, font);
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, ZplContextKeys::RenderFunction(DrawSymbols));
+    // What is left out is the size of the default font.
+    auto const [defaultHeight, defaultWidth] = ZplCore::GetFontBoundary(processor, {}, {});
+    StoreSetting(current, processor, ZplContextKeys::FontHeight,
+                 ParseSize(command, 1, processor, 0, LargestBoxSide, defaultHeight));
+    StoreSetting(current, processor, ZplContextKeys::FontWidth,
+                 ParseSize(command, 2, processor, 0, LargestBoxSide, defaultWidth));
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, ZplContextKeys::RenderFunction(DrawMarks));
     return true;
 }
 

@@ -28,7 +28,7 @@ public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^GS`: marks that fonts of the field lack, one for each letter of the data.
+/// `^GS`: registered, copyright, trade and approval marks, one for each letter of the data.
 class GraphicSymbolHandler : public HandlerFor<CommandId("GS")> {
 public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;

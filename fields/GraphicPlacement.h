@@ -1,15 +1,20 @@
 #pragma once
 
+#include "Scripting/GraphicContext.h"
 #include "fields/FieldTransform.h"
 #include "fields/GraphicData.h"
 
 namespace ZplCore {
 
-/// Where the upper left corner of a graphic of that size (dots) goes on the page; stores where the next field starts.
-/// Graphics have no orientation of their own and do not turn with the default orientation of fields.
-ZplPoint PlaceGraphic(ContextProcessor& processor, unsigned width, unsigned height);
+/// Where the corner (0, 0) of a graphic of that unturned size (dots) goes on the page; stores where the next field
+/// starts. Most graphics have no orientation of their own and do not turn with the default orientation of fields.
+ZplPoint PlaceGraphic(ContextProcessor& processor, unsigned width, unsigned height,
+                      ZplOrientation orientation = ZplOrientation::Normal);
 
-/// Draws a picture at the field origin in force; nothing without a drawing target.
+/// Draws a bitmap at the field origin in force; nothing without a drawing target. It stands as one of `height` dots
+/// would, of which it holds the upper rows.
+void DrawBitmap(ContextProcessor& processor, Scripting::Bitmap const& bitmap, unsigned height,
+                ZplOrientation orientation = ZplOrientation::Normal);
 void DrawPicture(ContextProcessor& processor, Picture const& picture);
 
 }  // namespace ZplCore

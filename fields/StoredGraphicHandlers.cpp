@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "fields/GraphicPlacement.h"
+#include "fields/HostQuestions.h"
+#include "fields/RecalledGraphics.h"
 #include "fields/StoredGraphics.h"
 #include "foundation/Log.h"
 #include "frontend/context/Setting.h"
@@ -38,9 +40,14 @@ bool DownloadGraphicsHandler::HandleCommand(Context&, ZplCommand const& command,
     return true;
 }
 
-bool UploadGraphicsHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor&) {
-    if (auto const name = ParseName(command))
-        Log::Report(LogTopic::NotDrawn, "Object " + name->Path().string() + " is not sent to the host");
+bool UploadGraphicsHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
+    auto const name = ParseName(command);
+    auto const picture = name ? ZplCore::RecallGraphic(processor, command.Parameter(0)) : nullptr;
+    if (!picture) return true;
+    ZplCore::AddHostQuestion(processor, ZplContextKeys::HostVerificationFormatCallbacks,
+                             [name = *name, picture](ContextProcessor const&) {
+                                 return std::optional(ZplCore::DownloadCommand(name, *picture));
+                             });
     return true;
 }
 
@@ -60,7 +67,7 @@ bool RecallGraphicHandler::HandleCommand(Context& current, ZplCommand const& com
     };
     ZplContextKeys::RenderFunction const draw = [text = command.Parameter(0), x = parse(1),
                                                  y = parse(2)](ContextProcessor& atRender) {
-        auto const picture = ZplCore::FindGraphic(atRender.FormatsFolder(), text);
+        auto const picture = ZplCore::RecallGraphic(atRender, text);
         auto const enlarged = picture ? ZplCore::Magnify(*picture, x, y) : std::nullopt;
         if (enlarged) ZplCore::DrawPicture(atRender, *enlarged);
     };

@@ -10,7 +10,7 @@ public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^HY`: asks for a stored picture.
+/// `^HY`: sends a stored picture to the host, once, when the format has been printed.
 class UploadGraphicsHandler : public HandlerFor<CommandId("HY")> {
 public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "foundation/Base64.h"
 #include "foundation/Files.h"
 #include "foundation/Log.h"
 #include "frontend/context/ObjectStore.h"
@@ -24,6 +25,14 @@ std::uint32_t ReadNumber(std::string_view bytes) {
     std::uint32_t number = 0;
     for (std::size_t i = 4; i-- > 0;) number = number << 8 | static_cast<std::uint8_t>(bytes[i]);
     return number;
+}
+
+std::string CrcDigits(std::string_view text) {
+    constexpr std::string_view Digits = "0123456789ABCDEF";
+    std::uint16_t const crc = Crc16(text);
+    std::string digits;
+    for (int shift = 12; shift >= 0; shift -= 4) digits += Digits[crc >> shift & 15];
+    return digits;
 }
 
 std::string Serialize(Picture const& picture) {
@@ -71,6 +80,15 @@ std::optional<Picture> FindGraphic(std::filesystem::path const& folder, std::str
         if (ObjectName::NamesDevice(text)) return std::nullopt;
     }
     return std::nullopt;
+}
+
+std::string DownloadCommand(ObjectName const& name, Picture const& picture) {
+    std::size_t const total = std::size_t{picture.bytesPerRow} * picture.rowCount;
+    std::string bytes(picture.rows.begin(), picture.rows.end());
+    bytes.resize(total);
+    std::string const text = Base64::Encode(bytes);
+    return "~DG" + name.Text() + "," + std::to_string(total) + "," + std::to_string(picture.bytesPerRow) +
+           ",:B64:" + text + ":" + CrcDigits(text) + "\r\n";
 }
 
 }  // namespace ZplCore

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 
 #include "fields/GraphicData.h"
 #include "frontend/context/ObjectName.h"
@@ -19,5 +20,9 @@ std::optional<Picture> LoadGraphic(std::filesystem::path const& folder, ObjectNa
 
 /// The picture named by `text`, looked for on all devices in their order if the text names none.
 std::optional<Picture> FindGraphic(std::filesystem::path const& folder, std::string_view text);
+
+/// The command that stores the picture again under that name, as a host can send it back: base64 text with its check
+/// sum, in the characters that a printer starts with, and a line end behind it.
+std::string DownloadCommand(ObjectName const& name, Picture const& picture);
 
 }  // namespace ZplCore

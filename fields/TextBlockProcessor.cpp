@@ -33,6 +33,10 @@ struct Block {
     bool overprints = false;  ///< surplus lines are drawn over the last one; otherwise they are left out
 
     Dots Extent() const { return std::max<Dots>(lineCount - 1, 0) * pitch; }
+    /// Rows of a line that count for its place: down to the baseline if that stands on the origin.
+    Dots LineRows() const {
+        return processor.at(ZplContextKeys::FieldBaseline) == Baseline::Bottom ? line.ascent : line.height;
+    }
 };
 
 /// Keeps the first line of a block that turns back at its origin, or the last one of a block that stands on its base,
@@ -101,10 +105,8 @@ public:
 
 private:
     static LinearTransform TransformOf(Block const& block) {
-        bool const isBottom = block.processor.at(ZplContextKeys::FieldBaseline) == Baseline::Bottom;
         return GetFieldLocalToGlobalTransform(block.processor, static_cast<int>(block.width),
-                                              static_cast<int>(isBottom ? block.line.ascent : block.line.height),
-                                              BlockShift(block.Extent()));
+                                              static_cast<int>(block.LineRows()), BlockShift(block.Extent()));
     }
 
     Dots WidthOf(std::u32string_view text) {
@@ -131,12 +133,11 @@ private:
     }
 
     void PrintAt(std::u32string_view codePoints, Dots x, Dots y) {
-        std::string text = FromCodePoints(codePoints);
-        if (block_.font.isBitmap) block_.target.PrepareText(block_.font.drawName, text);
-        if (text.empty()) return;
+        if (codePoints.empty()) return;
+        std::string const text = FromCodePoints(codePoints);
         TextMeasures measures = block_.line;
         measures.width = WidthOf(codePoints);
-        measures.averageWidth = measures.width / static_cast<Dots>(codePoints.size());
+        measures.averageWidth = advance_(codePoints.front());
         ZplPoint const point = transform_ * ZplPoint(static_cast<int>(x), static_cast<int>(y));
         DrawPlacedText(block_.target, block_.processor, block_.font, {text, point, measures, block_.run});
     }
@@ -146,6 +147,21 @@ private:
     LinearTransform transform_;
 };
 
+/// What the drawing target makes of the paragraphs of a text.
+std::u32string Prepare(Block const& block, std::string_view text) {
+    if (!block.font.isBitmap) return ToCodePoints(text);
+    std::string prepared;
+    while (true) {
+        std::size_t const end = text.find('\n');
+        std::string paragraph(text.substr(0, end));
+        block.target.PrepareText(block.font.drawName, paragraph);
+        prepared += paragraph;
+        if (end == text.npos) return ToCodePoints(prepared);
+        prepared += '\n';
+        text.remove_prefix(end + 1);
+    }
+}
+
 void DrawBlock(Block& block, std::string_view text) {
     AdvanceCache advance(block);
     LinePrinter printer(block, advance);
@@ -153,16 +169,17 @@ void DrawBlock(Block& block, std::string_view text) {
     if (block.width > 0) {
         BlockShape const shape{block.width, block.indent, block.run.spacing, [&](char32_t c) { return advance(c); }};
         Dots index = 0;
-        BreakIntoLines(ToCodePoints(text), shape, [&](BlockLine const& line) {
+        BreakIntoLines(Prepare(block, text), shape, [&](BlockLine const& line) {
             if (index >= block.lineCount && !block.overprints) return false;
             printer.Print(line, index++);
             return true;
         });
     }
-    auto const height = static_cast<int>(block.line.height + block.Extent());
-    StoreNextFieldOrigin(block.processor, printer.Transform() * Rendering::CreateLocalNextPoint(
-                                                                    block.processor, static_cast<int>(block.width),
-                                                                    height, BlockShift(block.Extent())));
+    // The transform has moved the block already.
+    auto const height = static_cast<int>(block.LineRows() + block.Extent());
+    StoreNextFieldOrigin(block.processor,
+                         printer.Transform() * Rendering::CreateLocalNextPoint(
+                                                   block.processor, static_cast<int>(block.width), height, {}));
 }
 
 /// A block in the font of the field in force.

@@ -128,7 +128,7 @@ void DrawTrueType(Scripting::GraphicContext& target, ContextProcessor const& pro
 
 TextFont TextFont::Of(ContextProcessor const& processor, Scripting::GraphicContext& target) {
     TextFont font;
-    font.zplName = TransformToZplFont(processor.at(ZplContextKeys::FontIdentifier), processor);
+    font.zplName = GetZplFont(processor);
     font.isCached = IsCachedFont(font.zplName);
     auto const scale = GetFontScaleInfo(font.zplName, processor);
     if (auto const* bitmap = std::get_if<BitmapFontInfo>(&scale)) {

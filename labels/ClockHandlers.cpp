@@ -29,9 +29,9 @@ class SelectDateTimeFormatHandler : public HandlerFor<CommandId("KD")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         constexpr unsigned LastFormat = 4;
-        if (auto const format = ZplParse<unsigned>(command, 0); format && *format <= LastFormat) {
+        if (auto const format = ZplParse<unsigned>(command, 0)) {
             auto mode = processor.at(ZplContextKeys::TimeMode);
-            mode.format = *format;
+            mode.format = std::min(*format, LastFormat);
             processor.set(ContextProcessor::SystemContext, ZplContextKeys::TimeMode, mode);
         }
         return true;
@@ -47,10 +47,15 @@ public:
     }
 };
 
-/// `^KN`: the printer's name, which no label shows.
+/// `^KN`: the printer's name, which the configuration label shows. The description behind it is shown nowhere.
 class DefinePrinterNameHandler : public HandlerFor<CommandId("KN")> {
 public:
-    bool HandleCommand(Context&, ZplCommand const&, ContextProcessor&) override { return true; }
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        constexpr std::size_t LongestName = 16;
+        if (auto const& name = command.Parameter(0); !name.empty())
+            processor.set(ContextProcessor::SystemContext, PrinterName, name.substr(0, LongestName));
+        return true;
+    }
 };
 
 /// `^SL`: when clock fields take their time, and the language of their names.

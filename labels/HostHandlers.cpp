@@ -2,7 +2,7 @@
 
 #include "Scripting/PrinterContextInterface.h"
 #include "fields/FieldDataHelper.h"
-#include "foundation/Log.h"
+#include "fields/HostQuestions.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ZplParse.h"
@@ -51,7 +51,6 @@ public:
         constexpr unsigned MostBytes = 256;
         constexpr std::size_t LongestFrame = 3072;
         constexpr unsigned LastFieldNumber = 9999;
-        constexpr std::size_t MostQuestions = 1000;
         unsigned const number = std::min(ZplParse<unsigned>(command, 0).ValueOr(0), LastFieldNumber);
         unsigned const bytes = std::clamp(ZplParse<unsigned>(command, 1).ValueOr(DefaultBytes), 1U, MostBytes);
         auto const frame = [&](std::size_t index) {
@@ -68,16 +67,7 @@ public:
         char const applies = ZplParse<char>(command, 4).ValueOr('F');
         auto const& key =
             applies == 'L' || applies == 'l' ? HostVerificationLabelCallbacks : HostVerificationFormatCallbacks;
-        // In the label's own context: each copy's replay says anew what is asked for.
-        if (Context* label = processor.GetContext(ContextProcessor::LabelContext)) {
-            auto& callbacks = (*label)[key];
-            if (callbacks.size() < MostQuestions) {
-                callbacks.push_back(answer);
-            } else {
-                Log::Report(LogTopic::Limit, "a format asks more than " + std::to_string(MostQuestions) +
-                                                 " questions; the rest is not answered");
-            }
-        }
+        ZplCore::AddHostQuestion(processor, key, answer);
         return true;
     }
 };

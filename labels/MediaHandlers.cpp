@@ -12,9 +12,9 @@ using namespace ZplContextKeys;
 using enum SyntacticType;
 using enum ProcessingType;
 
-constexpr int LargestDarkness = 30;
+using ZplCore::LargestDarkness;
 
-/// `^MD`: darkness relative to the printer's own.
+/// `^MD`: darkness relative to that of `~SD`, or to the printer's own. Tenths are dropped.
 class MediaDarknessHandler : public HandlerFor<CommandId("MD")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
@@ -36,8 +36,21 @@ public:
     }
 };
 
-/// Commands that set up the printer and leave no mark on the page: `^MT` media type, `^PR` print rate and `~PR`
-/// applicator reprint, `~SD` darkness, `~TA` tear-off position.
+/// `~SD`: darkness in place of the printer's own. One command reaches this point more than once, with more digits each
+/// time.
+class SetDarknessHandler : public HandlerFor<CommandId("SD"), Control, Immediate> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        if (auto const darkness = ZplParse<unsigned>(command, 0)) {
+            int const value = static_cast<int>(std::min<unsigned>(*darkness, LargestDarkness));
+            processor.set(ContextProcessor::SystemContext, MediaDarkness, std::optional(value));
+        }
+        return true;
+    }
+};
+
+/// Commands that set up the machine, which keeps these settings itself: `^MT` media type, `^PR` print rate and `~PR`
+/// applicator reprint, `~TA` tear-off position.
 template <std::uint64_t Id, SyntacticType Syntax, ProcessingType Processing>
 class PrinterSetupHandler : public HandlerFor<Id, Syntax, Processing> {
 public:
@@ -46,8 +59,6 @@ public:
 
 class MediaTypeHandler : public PrinterSetupHandler<CommandId("MT"), Format, Deferred> {};
 class PrintRateApplicatorReprintHandler : public PrinterSetupHandler<CommandId("PR"), Either, ImmediateIfControl> {};
-/// Reaches this point more than once for one command, so whatever it does has to bear repetition.
-class SetDarknessHandler : public PrinterSetupHandler<CommandId("SD"), Control, Immediate> {};
 /// Needs the control prefix, and yet waits for the replay.
 class TearOffAdjustPositionHandler : public PrinterSetupHandler<CommandId("TA"), Control, Deferred> {};
 
@@ -63,8 +74,10 @@ public:
 }  // namespace
 
 std::optional<int> ZplCore::GetPrintDensityOverride(ContextProcessor const& processor) {
+    auto const darkness = processor.at(MediaDarkness);
     int const offset = processor.at(MediaDarknessOffset);
-    return offset != 0 ? std::optional(offset) : std::nullopt;
+    if (!darkness && offset == 0) return std::nullopt;
+    return std::clamp(darkness.value_or(StandardDarkness) + offset, 0, LargestDarkness);
 }
 
 void AddMediaHandlers(CommandHandlerPool& pool) {

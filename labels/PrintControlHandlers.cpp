@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "Scripting/PrinterContextInterface.h"
+#include "frontend/context/ObjectStore.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ZplParse.h"
@@ -50,7 +51,8 @@ public:
     }
 };
 
-/// `~JR`: what streams have set up returns to the state after power-on.
+/// `~JR`: the state after power-on. What streams have set up is at its defaults, the memory device is empty, and the
+/// format being received is lost.
 class PowerOnResetHandler : public HandlerFor<CommandId("JR"), Control, Immediate> {
 public:
     bool HandleCommand(Context&, ZplCommand const&, ContextProcessor& processor) override {
@@ -58,6 +60,12 @@ public:
         auto const fonts = system[TrueTypeFonts];
         system.Clear();
         system.Set(TrueTypeFonts, fonts);
+        auto& printer = *processor.GetPrinterContext();
+        printer.SetFormatPrefix('^');
+        printer.SetControlPrefix('~');
+        printer.SetDelimiter(',');
+        ClearMemoryDevice(processor.FormatsFolder());
+        processor.set(ContextProcessor::FormatContext, CancelCurrentFormat, true);
         return true;
     }
 };
@@ -95,13 +103,12 @@ public:
 };
 
 /// `^PQ`: copies, copies per group, copies that share a serial number, and whether a group only cuts. Counts for its
-/// own format, so it is kept there: a field's end must not take it away.
+/// own format, so it is kept there: a field's end must not take it away. Sent outside a format it counts for all.
 class PrintQuantityHandler : public HandlerFor<CommandId("PQ"), Format, Immediate, true> {
 public:
-    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
-        auto const keep = [&](auto const& key, auto value) {
-            processor.set(ContextProcessor::FormatContext, key, value);
-        };
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        Context* const format = processor.GetContext(ContextProcessor::FormatContext);
+        auto const keep = [&](auto const& key, auto value) { processor.set(format ? *format : current, key, value); };
         if (auto const labels = ZplParse<unsigned>(command, 0))
             keep(PrintQuantity, std::clamp(*labels, 1U, MostLabels));
         if (auto const group = ZplParse<unsigned>(command, 1)) keep(GroupCount, std::min(*group, MostLabels));
@@ -117,7 +124,8 @@ class PrintQuantityNoPausingHandler : public PrintQuantityHandler {
 public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
         PrintQuantityHandler::HandleCommand(current, command, processor);
-        processor.set(ContextProcessor::FormatContext, PauseOnCut, false);
+        Context* const format = processor.GetContext(ContextProcessor::FormatContext);
+        processor.set(format ? *format : current, PauseOnCut, false);
         return true;
     }
 };

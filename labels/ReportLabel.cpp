@@ -10,8 +10,10 @@
 #include <memory>
 
 #include "Scripting/PrinterContextInterface.h"
+#include "fields/ClockFields.h"
 #include "frontend/context/ContextProcessor.h"
 #include "frontend/context/ZplContextKeys.h"
+#include "labels/PrintDensity.h"
 
 namespace {
 
@@ -27,6 +29,25 @@ std::string InDots(unsigned value) { return value == 0 ? "from the media" : std:
 
 std::string Character(char c) { return std::string(1, c); }
 
+/// Date and time as the printer's own reports show them, or its version in their place.
+std::pair<std::string, std::string> ClockLine(ContextProcessor const& processor) {
+    constexpr std::array<std::string_view, 4> Patterns = {"m/d/y H:M", "m/d/y I:M p", "d/m/y H:M", "d/m/y I:M p"};
+    unsigned const format = processor.at(ZplContextKeys::TimeMode).format.value_or(0);
+    if (format == 0 || format > Patterns.size()) return {"Version", ZPL_VERSION};
+    auto const time = processor.GetPrinterContext()->Now() + processor.at(ZplContextKeys::ClockAdjustment);
+    std::string text;
+    for (char const code : Patterns[format - 1])
+        text += ZplCore::ClockFields::Format(code, time, ZplContextDefaults::CultureId).value_or(std::string(1, code));
+    return {"Date and time", text};
+}
+
+std::string DarknessText(ContextProcessor const& processor) {
+    auto const darkness = ZplCore::GetPrintDensityOverride(processor);
+    return darkness ? std::to_string(*darkness) : "of the printer";
+}
+
+std::string OrNone(std::string const& text) { return text.empty() ? "none" : text; }
+
 }  // namespace
 
 void PrintReportLabel(ContextProcessor& processor, std::string const& title, Lines const& lines) {
@@ -39,6 +60,9 @@ void PrintReportLabel(ContextProcessor& processor, std::string const& title, Lin
     plain(ZplContextKeys::FormatScale);
     plain(ZplContextKeys::LabelOriginX);
     plain(ZplContextKeys::LabelOriginY);
+    plain(ZplContextKeys::LabelWidth);
+    plain(ZplContextKeys::LabelLength);
+    plain(ZplContextKeys::LabelAdjustY);
     plain(ZplContextKeys::LabelReversePrint);
     plain(ZplContextKeys::FieldOrientation);
     plain(ZplContextKeys::PrintOrientation);
@@ -77,7 +101,7 @@ Lines ConfigurationLines(ContextProcessor const& processor) {
         {"Label home", std::to_string(processor.at(LabelOriginX)) + ", " + std::to_string(processor.at(LabelOriginY))},
         {"Label top", std::to_string(processor.at(LabelAdjustY))},
         {"Print mode", Modes[static_cast<std::size_t>(processor.at(PrintMode))]},
-        {"Darkness", std::to_string(processor.at(MediaDarknessOffset))},
+        {"Darkness", DarknessText(processor)},
         {"Orientation", processor.at(PrintOrientation) == ZplPrintOrientation::Inverted ? "inverted" : "normal"},
         {"Mirror", processor.at(MirrorLabel) ? "yes" : "no"},
         {"Default font", Character(processor.at(DefaultFont))},
@@ -86,6 +110,8 @@ Lines ConfigurationLines(ContextProcessor const& processor) {
         {"Control prefix", Character(printer.ControlPrefix())},
         {"Delimiter", Character(printer.Delimiter())},
         {"Language", processor.at(CultureId)},
+        {"Printer name", OrNone(processor.at(PrinterName))},
+        ClockLine(processor),
     };
 }
 

@@ -8,6 +8,7 @@
 #include "foundation/DebugZones.h"
 #include "foundation/Features.h"
 #include "foundation/Log.h"
+#include "frontend/context/ObjectStore.h"
 #include "jobhost/JobQueue.h"
 #include "jobhost/TQZPLProcessorInterface.h"
 #include "jobhost/TracklessJobQueue.h"
@@ -92,6 +93,7 @@ void LabelRenderPlugin::Init(std::shared_ptr<PublishingPropertyManager> properti
                              std::shared_ptr<PICLServerAgent> agent) {
     LogReportsOfStreams();
     PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetJobsFolder(JobsFolder());
+    ClearMemoryDevice(AppSettings::GetInstance().FormatsDir());
 
     DebugZoneSetupHelper::ConnectDebugZones(properties);
     zplModel_ = ZPLProcessorInterface::Create(properties, agent);

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr char ReadOnlyDevice = 'Z';
+constexpr std::string_view MemoryDevice = "R";
 
 /// Bytes of all files in `folder` but `except`.
 std::uintmax_t SizeOfOthers(std::filesystem::path const& folder, std::filesystem::path const& except) {
@@ -39,4 +40,9 @@ bool StoreObject(std::filesystem::path const& folder, ObjectName const& name, st
     std::filesystem::create_directories(path.parent_path(), error);
     if (!error) error = WriteFileAtomically(path, bytes);
     return error ? refuse(LogTopic::File, error.message()) : true;
+}
+
+void ClearMemoryDevice(std::filesystem::path const& folder) {
+    std::error_code error;  // what cannot be removed stays
+    std::filesystem::remove_all(folder / MemoryDevice, error);
 }

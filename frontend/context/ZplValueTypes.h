@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +14,8 @@ class ContextProcessor;
 /// The plain values that context keys hold.
 
 namespace ZplCore {
+
+struct Picture;
 
 /// A font's name; a built-in font's is one character.
 using FontName = std::string;
@@ -64,6 +67,9 @@ struct ISMetaData {
     bool print = true;
     friend bool operator==(ISMetaData const&, ISMetaData const&) = default;
 };
+
+/// Stored pictures by the names that a format recalls them by; null where nothing was stored.
+using PicturesByName = std::map<std::string, std::shared_ptr<ZplCore::Picture const>>;
 
 using RenderFunction = std::function<void(ContextProcessor&)>;
 using SerializeFunctionType = std::function<void(ContextProcessor&, unsigned)>;

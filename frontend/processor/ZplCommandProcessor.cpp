@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr std::size_t MostMissingCommands = 1000;
 constexpr std::size_t LongestMissingList = 8 * 1024UL;
 
 bool PrefixFits(SyntacticType syntax, bool isControl) {
@@ -121,6 +120,9 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
     if (text && label.HasImageSavePath()) label.RenderLabelToFile();
     if ((result.hasRfidOperations || text) && label.ShouldPrint()) {
         result.label.emplace(text.value_or(std::string()), std::move(clone));
+    } else {
+        // No page will be printed whose end brings the answers.
+        label.SendEndOfFormatNetworkResponses();
     }
 }
 
@@ -145,6 +147,8 @@ Zpl::Label ZplCommandProcessor::ProcessLabelCommands() {
     contextProcessor_.set(
         ContextProcessor::FormatContext, ZplContextKeys::TimeAtRender,
         contextProcessor_.GetPrinterContext()->Now() + contextProcessor_.at(ZplContextKeys::ClockAdjustment));
+    contextProcessor_.set(ContextProcessor::FormatContext, ZplContextKeys::RecalledGraphics,
+                          std::make_shared<ZplContextKeys::PicturesByName>());
     Zpl::Label label(contextProcessor_, handlerPool_);
     contextProcessor_.PopCurrentContext();
     IncrementLifetimeScriptCount(label.Quantity());
@@ -177,11 +181,8 @@ void ZplCommandProcessor::UpdateMissingCommands(std::string const& command, bool
     if (!missingZplCommands_) return;
     // Whatever the session's characters are: the list is read by people.
     std::string const entry = (isControl ? '~' : '^') + command;
-    // A stream of garbage can hold any number of different letters: what was seen is not looked for again, and the list
-    // ends at a length that a person can read.
-    if (seenMissingCommands_.contains(entry) || seenMissingCommands_.size() >= MostMissingCommands) return;
-    seenMissingCommands_.insert(entry);
     std::string missing = missingZplCommands_->Get();
+    // A stream of garbage can hold any number of different letters: the list ends at a length that a person can read.
     if (missing.size() > LongestMissingList || missing.find(entry) != std::string::npos) return;
     if (!missing.empty()) missing += ',';
     missingZplCommands_->Set(missing + entry);

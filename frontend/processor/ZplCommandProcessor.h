@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 #include <tuple>
-#include <unordered_set>
 
 #include "frontend/context/ContextProcessor.h"
 #include "frontend/stream/ZplTokenizer.h"
@@ -98,5 +97,4 @@ private:
     std::shared_ptr<UInt32Property> lifetimeZplScriptCount_;
     std::shared_ptr<BoolProperty> lowMemoryError_;
     UnknownCommandObserver unknownCommandObserver_;
-    std::unordered_set<std::string> seenMissingCommands_;
 };

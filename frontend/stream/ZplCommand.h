@@ -10,6 +10,7 @@ struct ZplCommand {
     std::string command;
     bool isControl = false;
     std::vector<std::string> parameters;
+    char delimiter = ',';  ///< what parted the parameters
 
     /// The parameter at `index` (from 0); empty past the end.
     std::string const& Parameter(std::size_t index) const {
@@ -19,10 +20,12 @@ struct ZplCommand {
 
     /// The parameters from `first` on as one text, with the delimiters that parted them: how commands with free data
     /// get back what the tokenizer split.
-    std::string Joined(std::size_t first, char delimiter) const {
+    std::string Joined(std::size_t first) const { return Joined(first, delimiter); }
+    /// The same with another character in the place of the delimiters.
+    std::string Joined(std::size_t first, char between) const {
         std::string text;
         for (std::size_t i = first; i < parameters.size(); ++i) {
-            if (i != first) text += delimiter;
+            if (i != first) text += between;
             text += parameters[i];
         }
         return text;

@@ -20,10 +20,15 @@ std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(st
             command = ConsumeByte(input[position++], syntax, encoding);
         }
         consumed_ += position - start;
-        if (command) return {encoding, std::move(command)};
+        if (!command) continue;
+        command->delimiter = delimiter;
+        return {encoding, std::move(command)};
     }
     auto flushed = flushAtEnd ? machine_.Flush() : nullptr;
-    if (flushed) deliveredOffset_ = openOffset_;
+    if (flushed) {
+        deliveredOffset_ = openOffset_;
+        flushed->delimiter = delimiter;
+    }
     return {encoding, std::move(flushed)};
 }
 

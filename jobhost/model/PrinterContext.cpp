@@ -1,7 +1,9 @@
 #include "jobhost/model/PrinterContext.h"
 
+#include <algorithm>
 #include <cmath>
 
+#include "PrintEngine/Printing/JobMetaData.h"
 #include "jobhost/model/ZPLProcessorInterface.h"
 
 namespace {
@@ -40,9 +42,14 @@ void PrinterContext::SetDelimiter(char character) { delimiter_->Set(std::string(
 
 Scripting::PrinterStatus PrinterContext::Status() const {
     Scripting::PrinterStatus status;
-    auto const part = model_.PartManager().GetLabelPart();
+    auto const part = model_.GetLabelPart();
     status.continuousMedia = part.GetIsContinuous();
     status.partLength = static_cast<unsigned>(std::lround(part.GetHeight() * designDpi_.Value()));
+    status.paused = model_.GetPrintJobStatusProperty()->Get() == "Print Paused";
+    if (auto const job = PrintEngine::Printing::JobMetaData::Read(model_.GetCurrentJobPath())) {
+        unsigned const printed = model_.GetCurrentPrintingPageProperty()->Get();
+        status.labelsRemaining = job->totalPages - std::min(printed, job->totalPages);
+    }
     if (requests_.status) requests_.status(status);
     return status;
 }

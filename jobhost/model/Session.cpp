@@ -5,14 +5,6 @@
 
 namespace Zpl::Host {
 
-namespace {
-
-/// Labels of a roll without gaps are as long as the setting says, in thousandths of an inch, unless the machine senses
-/// the media itself.
-constexpr double SettingPerInch = 1000;
-
-}  // namespace
-
 Session::Session(ZPLProcessorInterface& model, std::shared_ptr<Context> systemContext,
                  PrintEngine::Printing::TrueTypeCacheCreator& fontCache,
                  std::shared_ptr<Scripting::PrinterContextInterface> printerContext,
@@ -25,10 +17,7 @@ Session::Session(ZPLProcessorInterface& model, std::shared_ptr<Context> systemCo
     auto& parts = model.PartManager();
     parts.LoadPartFromPrinter();
     parts.MergeAllColumns();
-    part_ = parts.GetLabelPart();
-    if (part_.GetIsContinuous() && model.GetSubstrateMode()->Get() != SubstrateModes::Smart) {
-        part_.SetHeight(model.GetDefaultZplContinuousLabelLengthProperty()->Get() / SettingPerInch);
-    }
+    part_ = model.GetLabelPart();
     graphicContext_->LoadPart(part_);
     graphicContext_->SetupForPrintJob();
 

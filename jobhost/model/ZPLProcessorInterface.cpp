@@ -145,3 +145,11 @@ void ZPLProcessorInterface::ResetStreamCharacters() {
     formatPrefix_->Set(DefaultFormatPrefix);
     controlPrefix_->Set(DefaultControlPrefix);
 }
+
+PrintEngine::PartManagement::LabelPart ZPLProcessorInterface::GetLabelPart() const {
+    constexpr double LengthPerInch = 1000;
+    auto part = partManager_.GetLabelPart();
+    if (part.GetIsContinuous() && substrateMode_->Get() != SubstrateModes::Smart)
+        part.SetHeight(continuousLabelLength_->Get() / LengthPerInch);
+    return part;
+}

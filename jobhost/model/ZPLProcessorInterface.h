@@ -77,6 +77,9 @@ public:
     static constexpr unsigned NoUnPause = 4294967295U;
 
     PrintEngine::PartManagement::PrinterLabelPartManager& PartManager() { return partManager_; }
+    /// The media as it was loaded last. A roll without gaps has labels of the length that the property says, unless
+    /// the machine senses the media itself.
+    PrintEngine::PartManagement::LabelPart GetLabelPart() const;
 
     /// Gives caret, tilde and comma back their meaning.
     void ResetStreamCharacters();

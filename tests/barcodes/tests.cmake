@@ -6,5 +6,6 @@ zpl_add_test(barcodes/DataMatrix0to140Test)
 zpl_add_test(barcodes/PublishedSymbolsTest)
 zpl_add_test(barcodes/ReadBackTest)
 zpl_add_test(barcodes/RetailTest)
+zpl_add_test(barcodes/StackedSymbolsTest)
 # Whole labels are drawn, and read by a decoder that knows nothing of this tree.
 target_link_libraries(test_barcodes PRIVATE zpldesk zint ZXing::ZXing)

@@ -61,9 +61,16 @@ constexpr DrawRow Rows[] = {
     {"number is its leading digits", "^FO1,2^FN12abc^FS^FN12^FDx^FS", "text 1,2 'x' A 1x1\n"},
     {"what begins with no digit is no number", "^FO1,2^FNx1^FS^FN1^FDx^FS", "text 0,0 'x' A 1x1\n"},
     {"template reads its own hex", "^FO1,2^FH^FN1^FS^FN1^FD_41^FS", "text 1,2 'A' A 1x1\n"},
+    {"template reads its clock behind the filling field's hex", "^FO1,2^FC%^FN1^FS^FN1^FH^FD_41 %Y^FS",
+     "text 1,2 'A 2024' A 1x1\n"},
+    {"clock of the filling field is read once", "^FO1,2^FC#^FN1^FS^FN1^FC%,^FD%Y #Y^FS", "text 1,2 '2024 #Y' A 1x1\n"},
+    {"font of one filling field is not the next one's", "^FO1,2^ABN,11,7^FN1^FS^FN1^AD^FDx^FS^FN1^FDy^FS",
+     "text 1,2 'x' D 1x1\ntext 1,2 'y' B 1x1\n"},
     {"hex of the filling field is read once", "^FO1,2^FH^FN1^FS^FN1^FH^FD_5F41^FS", "text 1,2 '_41' A 1x1\n"},
     {"fields go on behind a filled template", "^FO1,2^FN1^FS^FN1^FDxx^FS^FT^FDy^FS",
      "text 1,2 'xx' A 1x1\ntext 21,2 'y' A 1x1\n"},
+    {"nothing in a template leaves the running position", "^FO1,2^FN1^FS^FO50,60^FDxx^FS^FN1^FD^FS^FT^FDy^FS",
+     "text 50,60 'xx' A 1x1\ntext 70,60 'y' A 1x1\n"},
     {"template of a box", "^FO1,2^GB5,6,1^FN1^FS^FN1^FDx^FS", "box 1,2 5x6 border 1\n"},
 };
 TEST(FieldData, Draws) { ExpectDrawings(Rows); }
@@ -78,6 +85,12 @@ TEST(FieldElement, EveryLabelHomeMovesTheFieldsBehindIt) {
     EXPECT_EQ(bench.Run("^FO1,2^FDa^FS^FO3,4^FN1^FS"), "text 1,2 'a' A 1x1 home 10,20\n");
     setHome(30, 40);
     EXPECT_EQ(bench.Run("^FO1,2^FDb^FS^FN1^FDc^FS"), "text 1,2 'b' A 1x1 home 30,40\ntext 3,4 'c' A 1x1 home 10,20\n");
+}
+
+TEST(FieldTemplates, AreFilledInTheCharacterSetOfTheData) {
+    FieldBench bench;
+    bench.Run("^FO1,2^FN1^FS^CI28");
+    EXPECT_EQ(bench.Run("^FN1^FD\xC3\xA4^FS"), "text 1,2 '\xC3\xA4' A 1x1\n");
 }
 
 TEST(FieldElement, TemplatesDoNotHoldEachOther) {

@@ -25,7 +25,10 @@ constexpr DrawRow Shapes[] = {
     {"ellipse", "^FO1,2^GE50,30,4^FS^FO1,2^GE,30,8^FS", "ellipse 1,2 50x30 border 4\nellipse 1,2 8x30 border 8\n"},
     {"diagonal", "^FO1,2^GD50,30,4,B,L^FS^FO1,2^GD50,30,4,w,\\^FS^FO1,2^GD50,30^FS",
      "diagonal 1,2 50x30 4 \\\ndiagonal 1,2 50x30 4 \\ white\ndiagonal 1,2 50x30 1 /\n"},
-    {"marks", "^FO1,2^GSN,30,20^FDAxBC^FS", "text 1,2 '\xC2\xAE\xC2\xA9\xE2\x84\xA2' cell30x20 1x1\n"},
+    {"marks", "^FO1,2^GSN,30,20^FDAxBC^FS", "image 1,2 60x30 from 60x30 scaled\n"},
+    {"turned marks on their base", "^FT100,200^GSR,30,20^FDED^FS", "image 100,200 40x30 from 40x30 scaled turned 90\n"},
+    {"marks of the default size", "^CF0,50,40^FO1,2^GS^FDA^FS^FO1,2^GSN,,9^FDA^FS^FO1,2^GSN,0,9^FDA^FS",
+     "image 1,2 40x50 from 40x50 scaled\nimage 1,2 9x50 from 9x50 scaled\nimage 1,2 9x9 from 9x9 scaled\n"},
     {"no mark of that letter", "^FO1,2^GSN,30,20^FDx^FS", ""},
 };
 TEST(Graphics, Shapes) { ExpectDrawings(Shapes); }

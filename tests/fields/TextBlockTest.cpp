@@ -109,10 +109,22 @@ TEST(FieldBlock, ScaleAppliesToTheWidthInEveryUnit) {
     EXPECT_EQ(bench.processor.at(ZplContextKeys::TextBlockWidth), 80U);
 }
 
-TEST(FieldBlock, EndsBelowItsLastPossibleLine) {
-    FieldBench bench;
-    bench.Run("^FO5,5^FB60,3^FDone^FS");
-    EXPECT_EQ(bench.Next(), "65,64");
+// The next field goes on at the end of the last possible line, and on the typeset row of a typeset block.
+TEST(FieldBlock, EndsAtItsLastPossibleLine) {
+    struct Row {
+        char const* stream;
+        char const* next;
+    };
+    for (auto const& row : std::initializer_list<Row>{
+             {"^FO5,5^FB60,3^FDone^FS", "65,64"},
+             {"^FO5,5^FWI^FB60,3^FDone^FS", "5,5"},
+             {"^FT5,200^FB60,3^FDone^FS", "65,200"},
+             {"^FT100,200^FWI^FB60,3^FDone^FS", "40,200"},
+         }) {
+        FieldBench bench;
+        bench.Run(row.stream);
+        EXPECT_EQ(bench.Next(), row.next) << row.stream;
+    }
 }
 
 TEST(FieldBlock, TakesTimeInProportionToItsText) {

@@ -87,12 +87,12 @@ TEST_F(SessionTest, InControlOnlyModeNothingIsRecorded) {
     EXPECT_FALSE(result.label);
 }
 
-TEST_F(SessionTest, QuantityCountsForItsOwnFormat) {
+TEST_F(SessionTest, QuantityCountsForItsOwnFormatAndOutsideOneForAll) {
     auto const run = RunStream(desk_, "^XA^PQ3^FDa^FS^XZ^XA^FDb^FS^XZ^XA^PQ0^FDc^FS^XZ^PQ9^XA^FDd^FS^XZ");
     std::vector<unsigned> copies;
     for (auto const& label : run.labels) copies.push_back(label.copies);
-    EXPECT_EQ(copies, (std::vector<unsigned>{3, 1, 1, 1}));
-    EXPECT_EQ(desk_.Model().GetLifetimeZplScriptsCountProperty()->Get(), 6U);
+    EXPECT_EQ(copies, (std::vector<unsigned>{3, 1, 1, 9}));
+    EXPECT_EQ(desk_.Model().GetLifetimeZplScriptsCountProperty()->Get(), 14U);
 }
 
 TEST_F(SessionTest, SetUpLastsFromLabelToLabelAndTheFormatDoesNot) {

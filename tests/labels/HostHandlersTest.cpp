@@ -81,6 +81,22 @@ TEST_F(HostAnswers, VerifyFieldsOncePerFormatOrLabel) {
     }
 }
 
+TEST_F(HostAnswers, SendAStoredPictureOnceHoweverOftenTheFormatIsDrawn) {
+    std::string const store = "~DGR:L.GRF,4,2,FF81";
+    std::string const answer = "~DGR:L.GRF,4,2,:B64:/4EAAA==:0E4B\r\n";
+    for (auto const& [stream, expected] : std::vector<std::pair<std::string, std::string>>{
+             {"^XA^HYR:L.GRF^XZ", answer},
+             {"^XA^HYL^XZ^XA^HYr:l^XZ", answer + answer},
+             {"^XA^PQ3^HYR:L^FDa^FS^XZ", "|page:|page:|page:|format:" + answer},
+             {"^XA^HYR:L^FDa^FS~DGR:L.GRF,1,1,00^XZ", "|page:|format:~DGR:L.GRF,1,1,:B64:AA==:A682\r\n"},
+             {"^XA^HYR:L^FDa^FS^XZ~DGR:L.GRF,1,1,00", "|page:|format:" + answer},
+             {"^XA^HY^HYQ:L^HYR:X^HYR:../L^XZ", ""},
+         }) {
+        EXPECT_EQ(Run(store + stream), expected) << stream;
+    }
+    EXPECT_EQ(Run(answer + "^XA^HYL^XZ"), answer);
+}
+
 TEST_F(HostAnswers, StatusComesAtOnceAndDisturbsNoFormat) {
     std::string const answer = Run("^XA^FO9,9^FDa~HS^FS^XZ");
     EXPECT_EQ(answer.find("030,0,0,1218,000,0,0,1,"), 1U);

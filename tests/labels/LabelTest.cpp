@@ -177,7 +177,7 @@ TEST_F(LabelTest, AJobStartsWithItsPausesTagsAndDensity) {
     labels.at(1).SetRfidOperations({{1, {}}});
     Zpl::Job job(labels, {}, true);
     job.Start("name");
-    EXPECT_EQ(Take(), "job name pages 7 pauses 2 4 7 tag 5-6 density -3 flag\n");
+    EXPECT_EQ(Take(), "job name pages 7 pauses 2 4 7 tag 5-6 density 12 flag\n");
     job.RenderLabel(6);
     EXPECT_NE(Take().find("page folder/6 last"), std::string::npos);
 }

@@ -6,6 +6,8 @@
 #include <limits>
 #include <string>
 
+#include "Barcode/Encoder/Code128Utils.h"
+
 namespace Barcode::Encoder {
 
 using Subset = Code128Subset;
@@ -27,15 +29,12 @@ constexpr Subset Shifted(Subset subset) { return subset == Subset::A ? Subset::B
 
 /// The value of one byte in a subset, -1 if the subset lacks it. Digits of subset C come in pairs and are not told
 /// here.
-constexpr int ValueOf(unsigned char byte, Subset subset) {
+int ValueOf(unsigned char byte, Subset subset) {
     if (byte == Code128Control::Fnc1) return 102;
     if (subset == Subset::C) return -1;
     if (byte == Code128Control::Fnc2) return 97;
     if (byte == Code128Control::Fnc3) return 96;
-    if (byte >= 128) return -1;
-    if (byte < 32) return subset == Subset::A ? byte + 64 : -1;
-    if (byte < 96) return byte - 32;
-    return subset == Subset::B ? byte - 32 : -1;
+    return Code128Utils::CharToSCV(byte, static_cast<Code128Utils::ControlCharacter>(subset));
 }
 
 /// Where the manual encoder stands.

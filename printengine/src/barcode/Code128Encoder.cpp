@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "Barcode/Encoder/Code128Utils.h"
 #include "printengine/src/barcode/Code128Characters.h"
-#include "printengine/src/barcode/Code128Patterns.h"
 
 namespace Barcode::Encoder {
 
@@ -13,23 +13,6 @@ namespace {
 constexpr std::size_t MaxLength = 6000;
 
 constexpr std::size_t ContainerNumberLength = 20;
-
-/// Bars and spaces of one pattern, a block for each module.
-void AppendPattern(int pattern, std::vector<Model::Block>& blocks) {
-    int divisor = 1;
-    while (pattern / divisor >= 10) divisor *= 10;
-    for (bool isBar = true; divisor != 0; divisor /= 10, isBar = !isBar) {
-        auto const width = static_cast<std::size_t>(pattern / divisor % 10);
-        blocks.insert(blocks.end(), width, isBar ? Model::Block::NarrowBar() : Model::Block::NarrowSpace());
-    }
-}
-
-/// Weighted modulo 103: the start character and the first after it count once, the next twice, and so on.
-int CheckCharacter(std::vector<int> const& characters) {
-    std::size_t sum = static_cast<std::size_t>(characters.front());
-    for (std::size_t i = 1; i < characters.size(); ++i) sum = (sum + i * static_cast<std::size_t>(characters[i])) % 103;
-    return static_cast<int>(sum % 103);
-}
 
 /// Whether the last digit makes the sum of all digits, every second one counted three times, a multiple of ten.
 bool HasModulo10CheckDigit(std::string_view digits) {
@@ -69,11 +52,10 @@ std::unique_ptr<Model::LinearBarcodeModel> Code128Encoder::Encode(std::string co
                                                                     : ShortestCode128Characters(text, startsWithFnc1);
     std::vector<Model::Block> blocks;
     if (!characters.empty()) {
-        characters.push_back(CheckCharacter(characters));
+        characters.push_back(Code128Utils::CheckCharacter(characters));
         blocks.reserve(characters.size() * 11 + 13);
-        for (int const character : characters)
-            AppendPattern(Code128Patterns[static_cast<std::size_t>(character)], blocks);
-        AppendPattern(Code128StopPattern, blocks);
+        for (int const character : characters) Code128Utils::CreateBars(static_cast<unsigned char>(character), blocks);
+        Code128Utils::AddStopCode(blocks);
     }
     return std::make_unique<Model::LinearBarcodeModel>(text, std::move(blocks));
 }

@@ -16,9 +16,7 @@ struct Symbology {
 
 constexpr Symbology Symbologies[] = {
     {ModuleSymbology::Code49, BARCODE_CODE49, 0},
-    {ModuleSymbology::CodablockF, BARCODE_CODABLOCKF, 0},
     {ModuleSymbology::MaxiCode, BARCODE_MAXICODE, 0},
-    {ModuleSymbology::MicroPDF417, BARCODE_MICROPDF417, 0},
     {ModuleSymbology::IntelligentMail, BARCODE_USPS_IMAIL, 0},
     {ModuleSymbology::GS1128, BARCODE_GS1_128, BARCODE_GS1_128_CC},
     {ModuleSymbology::DataBarOmnidirectional, BARCODE_DBAR_OMN, BARCODE_DBAR_OMN_CC},
@@ -43,13 +41,7 @@ int LibrarySymbology(ModuleRequest const& request) {
 void SetOptions(PublishedSymbol& symbol, ModuleRequest const& request) {
     if (request.isGs1) symbol->input_mode = GS1_MODE | GS1NOCHECK_MODE;
     if (request.mode != 0) symbol->option_1 = static_cast<int>(request.mode);
-    if (request.symbology == ModuleSymbology::CodablockF) {
-        symbol->option_1 = request.rows == 0 ? -1 : static_cast<int>(request.rows);
-        // The library counts the start, stop, indicator and check characters of a row as columns.
-        symbol->option_2 = request.columns == 0 ? 0 : static_cast<int>(request.columns) + 5;
-    } else if (request.columns != 0) {
-        symbol->option_2 = static_cast<int>(request.columns);
-    }
+    if (request.columns != 0) symbol->option_2 = static_cast<int>(request.columns);
     if (request.count >= 2) {
         symbol->structapp.index = static_cast<int>(request.index);
         symbol->structapp.count = static_cast<int>(request.count);

@@ -29,8 +29,26 @@ ValidationStatus PublishedSymbol::Encode(std::string_view text) {
     if (text.size() > ZINT_MAX_DATA_LEN) return ValidationStatus::TooLong;
     // The library paints over what an earlier attempt left.
     if (symbol_->rows != 0) ZBarcode_Clear(symbol_.get());
-    auto const status = StatusOf(ZBarcode_Encode(symbol_.get(), reinterpret_cast<unsigned char const*>(text.data()),
-                                                 static_cast<int>(text.size())));
+    return Finish(ZBarcode_Encode(symbol_.get(), reinterpret_cast<unsigned char const*>(text.data()),
+                                  static_cast<int>(text.size())));
+}
+
+ValidationStatus PublishedSymbol::Encode(std::vector<Segment> const& segments) {
+    if (segments.size() == 1 && segments[0].channel == 0) return Encode(segments[0].text);
+    std::vector<std::string> texts;
+    std::vector<zint_seg> parts;
+    for (auto const& [text, channel] : segments) {
+        if (text.size() > ZINT_MAX_DATA_LEN) return ValidationStatus::TooLong;
+        texts.push_back(text);
+        parts.push_back({nullptr, static_cast<int>(text.size()), static_cast<int>(channel)});
+    }
+    for (std::size_t i = 0; i < parts.size(); ++i) parts[i].source = reinterpret_cast<unsigned char*>(texts[i].data());
+    if (symbol_->rows != 0) ZBarcode_Clear(symbol_.get());
+    return Finish(ZBarcode_Encode_Segs(symbol_.get(), parts.data(), static_cast<int>(parts.size())));
+}
+
+ValidationStatus PublishedSymbol::Finish(int result) {
+    auto const status = StatusOf(result);
     if (status != ValidationStatus::Valid) symbol_->rows = symbol_->width = 0;
     return status;
 }

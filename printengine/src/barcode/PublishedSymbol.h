@@ -3,7 +3,9 @@
 #include <zint.h>
 
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "Barcode/Encoder/ValidationStatus.h"
 #include "Barcode/Model/BarcodeModels.h"
@@ -18,7 +20,14 @@ public:
     /// The options that the library documents for the symbology.
     zint_symbol* operator->() { return symbol_.get(); }
 
+    /// A text in an extended channel; 0 is the usual one.
+    struct Segment {
+        std::string text;
+        unsigned channel = 0;
+    };
+
     ValidationStatus Encode(std::string_view text);
+    ValidationStatus Encode(std::vector<Segment> const& segments);
 
     std::size_t Rows() const { return static_cast<std::size_t>(symbol_->rows); }
     std::size_t Columns() const { return static_cast<std::size_t>(symbol_->width); }
@@ -30,6 +39,8 @@ public:
     Model::StackedBarcodeModel ToStacked() const;
 
 private:
+    ValidationStatus Finish(int result);
+
     struct Delete {
         void operator()(zint_symbol* symbol) const { ZBarcode_Delete(symbol); }
     };

@@ -11,9 +11,7 @@ namespace Barcode::Encoder {
 /// Published symbologies whose symbols the engine gives as plain rows of modules.
 enum class ModuleSymbology {
     Code49,           ///< AIM BC6; rows without separators
-    CodablockF,       ///< rows without separators
     MaxiCode,         ///< ISO/IEC 16023; 33 rows of 30 cells, the last cell of odd rows has no meaning
-    MicroPDF417,      ///< ISO/IEC 24728
     IntelligentMail,  ///< USPS-B-3200; ascenders, tracking bars and descenders in the even columns of three rows
     GS1128,           ///< GS1 General Specifications, 5.4
     DataBarOmnidirectional,
@@ -37,10 +35,9 @@ struct ModuleRequest {
     bool isComposite = false;  ///< `data` goes into a composite component above the linear part
     bool isGs1 = false;        ///< `data` begin with FNC1
     unsigned mode = 0;         ///< of MaxiCode (2 to 6); of a composite component (1 to 3 for CC-A to CC-C, 0 chooses)
-    unsigned columns = 0;      ///< data columns; of a stacked DataBar the segments in a row
-    unsigned rows = 0;
-    unsigned index = 0;  ///< place in a structured append, from 1
-    unsigned count = 0;  ///< symbols in the structured append; below 2 there is none
+    unsigned columns = 0;      ///< of a stacked DataBar: pairs of segments in a row
+    unsigned index = 0;        ///< place in a structured append, from 1
+    unsigned count = 0;        ///< symbols in the structured append; below 2 there is none
 };
 
 /// Rows from the top; true is dark.

@@ -1,0 +1,74 @@
+#include "barcodes/BarcodeFrame.h"
+#include "barcodes/BarcodeParameters.h"
+#include "barcodes/CodaBlockEncoders.h"
+#include "barcodes/RowSymbols.h"
+#include "barcodes/StackedBarcodeHandlers.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/stream/ZplParse.h"
+
+namespace {
+
+using namespace Barcode::Encoder;
+using namespace ZplCore;
+using Barcode::Model::StackedBarcodeModel;
+
+struct CodaBlockOptions {
+    std::optional<unsigned> rowHeight;  ///< modules
+    bool withCheck;
+    CodaBlockLayout layout;
+    char mode;
+};
+
+Scripting::SketchedBitmap Sketch(ContextProcessor const& processor, StackedBarcodeModel const& model,
+                                 CodaBlockOptions const& options) {
+    using namespace Scripting::GraphicHelper;
+    unsigned const module = processor.at(ZplContextKeys::BarcodeModuleWidth);
+    // Without a row height the symbol is as tall as the barcodes of its label.
+    unsigned const rowHeight =
+        options.rowHeight ? *options.rowHeight * module : processor.at(ZplContextKeys::BarcodeHeight) / model.GetRows();
+    auto const [printer, design] = SketchResolution::Of(processor);
+    if (options.mode != 'A') return SketchCodaBlockFEBarcode(model, rowHeight, module, printer, design);
+    unsigned const wide = ComputeWideBarWidth(module, processor.at(ZplContextKeys::BarcodeRatio));
+    return SketchCodaBlockABarcode(model, module, wide, rowHeight, printer, design);
+}
+
+void RenderCodaBlock(ContextProcessor& processor, CodaBlockOptions const& options) {
+    if (!processor.GetGraphicContext()) return;
+    bool const isA = options.mode == 'A';
+    std::string const data =
+        isA ? ConvertToUpper(processor.at(ZplContextKeys::FieldData)) : processor.at(ZplContextKeys::FieldData);
+    auto status =
+        isA ? CodaBlockAEncoder::Validate(data, options.layout) : CodaBlockFEncoder::Validate(data, options.layout);
+    StackedBarcodeModel model(0, 0);
+    if (status == ValidationStatus::Valid) {
+        model = isA ? CodaBlockAEncoder::Encode(data, options.layout, options.withCheck)
+                    : CodaBlockFEncoder::Encode(data, options.layout, options.mode == 'E');
+        if (model.GetRows() == 0) status = ValidationStatus::TooLong;
+    }
+    if (auto const message = GetBarcodeErrorMessage(status)) return HandleBarcodeError(processor, *message, false);
+    auto const symbol = Sketch(processor, model, options);
+    RenderSimpleBarcode(processor, *symbol.rows, symbol.logicalWidth, symbol.logicalHeight, symbol.bitmapWidth);
+}
+
+}  // namespace
+
+bool CodaBlockBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    StoreBarcodeOrientation(current, command, processor);
+    CodaBlockOptions options;
+    if (auto const height = ZplParse<unsigned>(command, 1)) options.rowHeight = *height;
+    options.withCheck = ParseFlag(command, 2, true);
+    char const mode = ParseLetter(command, 5, 'F');
+    options.mode = mode == 'A' || mode == 'E' ? mode : 'F';
+    unsigned const fewest = options.mode == 'A' ? 2 : 4;
+    options.layout.columns = ZplParse<unsigned>(command, 3)
+                                 .Where([](unsigned n) { return n >= 2 && n <= 62; })
+                                 .Map([=](unsigned n) { return std::max(n, fewest); })
+                                 .ValueOr(0);
+    unsigned const most = options.mode == 'A' ? 22 : 44;
+    options.layout.rows =
+        ZplParse<unsigned>(command, 4).Where([=](unsigned n) { return n >= 1 && n <= most; }).ValueOr(0);
+    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderCodaBlock(at, options); };
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
+    return true;
+}

@@ -1,0 +1,62 @@
+#include "barcodes/BarcodeFrame.h"
+#include "barcodes/BarcodeParameters.h"
+#include "barcodes/Memoizer.h"
+#include "barcodes/StackedBarcodeHandlers.h"
+#include "barcodes/Tlc39.h"
+#include "fields/UnitConversion.h"
+#include "frontend/context/Setting.h"
+#include "frontend/context/ZplContextKeys.h"
+#include "frontend/stream/ZplParse.h"
+
+namespace {
+
+using namespace Barcode::Encoder;
+using namespace ZplCore;
+
+/// Sizes in dots, with the defaults of 200, 300 and 600 dpi.
+struct Tlc39Options {
+    unsigned narrow;
+    unsigned height;
+    unsigned module;
+    unsigned rowHeight;
+    float ratio = 2.0F;
+
+    static Tlc39Options DefaultsAt(unsigned dpi) {
+        if (dpi >= 600) return {4, 120, 4, 8};
+        return dpi >= 300 ? Tlc39Options{2, 60, 2, 4} : Tlc39Options{2, 40, 2, 4};
+    }
+};
+
+void RenderTlc39(ContextProcessor& processor, Tlc39Options const& options) {
+    static Memoizer<10, decltype(&Tlc39Encoder::Encode), std::string> encode(&Tlc39Encoder::Encode);
+    if (!processor.GetGraphicContext()) return;
+    std::string const& data = processor.at(ZplContextKeys::FieldData);
+    if (auto const message = GetBarcodeErrorMessage(Tlc39Encoder::Validate(data)))
+        return HandleBarcodeError(processor, *message, false);
+    auto const [printer, design] = SketchResolution::Of(processor);
+    auto const symbol = Scripting::GraphicHelper::SketchTLC39Barcode(
+        encode(data), options.narrow, ComputeWideBarWidth(options.narrow, options.ratio), options.height,
+        options.module, options.rowHeight, printer, design);
+    RenderSimpleBarcode(processor, *symbol.rows, symbol.logicalWidth, symbol.logicalHeight, symbol.bitmapWidth);
+}
+
+}  // namespace
+
+bool Tlc39BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    StoreBarcodeOrientation(current, command, processor);
+    auto options = Tlc39Options::DefaultsAt(DesignDpi(processor));
+    auto const read = [&](std::size_t index, unsigned most, unsigned& dots) {
+        dots = ZplParse<double>(command, index)
+                   .Map(ToDotsScaled(processor))
+                   .Where([=](unsigned sent) { return sent >= 1 && sent <= most; })
+                   .ValueOr(dots);
+    };
+    read(1, 10, options.narrow);
+    options.ratio = ZplParse<std::string>(command, 2).Map(ParseRatio).Where(CheckRatio).ValueOr(options.ratio);
+    read(3, 9999, options.height);
+    read(4, 10, options.module);
+    read(5, 255, options.rowHeight);
+    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderTlc39(at, options); };
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
+    return true;
+}
