@@ -1,13 +1,13 @@
 #include <locale.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
 #include <stdexcept>
 
 #include "barcodes/BarcodeFrame.h"
+#include "frontend/stream/Ascii.h"
 
 namespace ZplCore {
 
@@ -69,8 +69,7 @@ InterpretationText AddGuardsAndAppendCheckDigit(bool appendCheckDigit, char lead
 }
 
 std::string ConvertToUpper(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    std::transform(text.begin(), text.end(), text.begin(), [](char c) { return ToAsciiUpper(c); });
     return text;
 }
 

@@ -4,7 +4,6 @@
 #include "fields/RenderPoints.h"
 #include "fields/TextDrawing.h"
 #include "fields/UnitConversion.h"
-#include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {

@@ -1,11 +1,11 @@
 #include "barcodes/BarcodeParameters.h"
 
-#include <cctype>
+#include <stdexcept>
 
 #include "barcodes/BarcodeFrame.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/Setting.h"
-#include "frontend/context/ZplContextKeys.h"
+#include "frontend/stream/Ascii.h"
 #include "frontend/stream/ZplParse.h"
 
 namespace ZplCore {
@@ -25,8 +25,19 @@ bool ParseFlag(ZplCommand const& command, std::size_t index, bool fallback) {
 }
 
 char ParseLetter(ZplCommand const& command, std::size_t index, char fallback) {
-    auto const letter = static_cast<unsigned char>(ZplParse<char>(command, index).ValueOr(fallback));
-    return static_cast<char>(std::toupper(letter));
+    return ToAsciiUpper(ZplParse<char>(command, index).ValueOr(fallback));
+}
+
+bool StoreBarcodeRender(Context& current, ContextProcessor& processor, ZplContextKeys::RenderFunction render) {
+    ZplContextKeys::RenderFunction const guarded = [render = std::move(render)](ContextProcessor& atRender) {
+        try {
+            render(atRender);
+        } catch (std::length_error const&) {
+            HandleBarcodeError(atRender, *GetBarcodeErrorMessage(BarcodeStatus::InvalidParameter), false);
+        }
+    };
+    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, guarded);
+    return true;
 }
 
 }  // namespace ZplCore

@@ -28,7 +28,7 @@ ValidationStatus CodaBlockAEncoder::Validate(std::string const& text, CodaBlockL
 Model::StackedBarcodeModel CodaBlockAEncoder::Encode(std::string const& text, CodaBlockLayout layout, bool withCheck) {
     std::string data = text;
     bool const isSingle = layout.rows == 1 || (layout.rows == 0 && layout.columns == 0);
-    if (withCheck && !isSingle) data += Code39Encoder::Encode(text, false)->GetCheckDigit();
+    if (withCheck && !isSingle) data += Code39Encoder::Encode(text, true)->GetCheckDigit();
     unsigned columns = layout.columns;
     if (columns == 0) columns = std::max(FewestColumns, DividedUp(data.size(), std::max(1U, layout.rows)));
     unsigned const rows = layout.rows != 0 ? layout.rows : isSingle ? 1 : std::max(2U, DividedUp(data.size(), columns));

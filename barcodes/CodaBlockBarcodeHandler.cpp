@@ -3,7 +3,6 @@
 #include "barcodes/CodaBlockEncoders.h"
 #include "barcodes/RowSymbols.h"
 #include "barcodes/StackedBarcodeHandlers.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/ZplParse.h"
 
@@ -68,7 +67,5 @@ bool CodaBlockBarcodeHandler::HandleCommand(Context& current, ZplCommand const& 
     unsigned const most = options.mode == 'A' ? 22 : 44;
     options.layout.rows =
         ZplParse<unsigned>(command, 4).Where([=](unsigned n) { return n >= 1 && n <= most; }).ValueOr(0);
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderCodaBlock(at, options); };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
+    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderCodaBlock(at, options); });
 }

@@ -1,15 +1,11 @@
 #include "barcodes/Code128BarcodeHandler.h"
 
-#include <cctype>
-
 #include "Barcode/Encoder/Code128Encoder.h"
 #include "Scripting/GraphicContext.h"
 #include "barcodes/BarcodeFrame.h"
 #include "barcodes/BarcodeParameters.h"
 #include "barcodes/Code128Text.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
-#include "frontend/stream/ZplParse.h"
 
 namespace {
 
@@ -31,8 +27,8 @@ ZplContextKeys::RenderFunction PlainMode(bool printLine, bool lineAbove, Code128
 ZplContextKeys::RenderFunction ModeN(bool printLine, bool lineAbove, bool ucc) {
     return PlainMode(
         printLine, lineAbove, Code128EncodeMode::Manual,
-        [ucc](std::string const& data) { return Code128::ModeN::EncoderInputTransform(data, ucc); },
-        [ucc](std::string const& data) { return Code128::ModeN::TransformHRText(data, ucc); });
+        [ucc](std::string const& data) { return Code128::ModeNEncoderInputTransform(data, ucc); },
+        [ucc](std::string const& data) { return Code128::ModeNTransformHRText(data, ucc); });
 }
 
 void ModeURenderFunc(ContextProcessor& processor, bool printLine, bool lineAbove) {
@@ -41,14 +37,15 @@ void ModeURenderFunc(ContextProcessor& processor, bool printLine, bool lineAbove
     target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
     std::string const data = processor.at(ZplContextKeys::FieldData);
     bool const validates = processor.at(ZplContextKeys::EnableBarcodeValidation);
-    if (auto const message = validates ? GetBarcodeErrorMessage(Code128::ModeU::Validate(data)) : std::nullopt) {
+    if (auto const message = validates ? GetBarcodeErrorMessage(Code128::ModeUValidation(data)) : std::nullopt) {
         HandleBarcodeError(processor, *message, false);
         return;
     }
-    std::string const digits = validates ? Code128::ModeU::EncoderInputTransformWithoutPadding(data)
-                                         : Code128::ModeU::EncoderInputTransformWithPadding(data);
+    std::string const digits = validates ? Code128::ModeUEncoderInputTransformWithoutPadding(data)
+                                         : Code128::ModeUEncoderInputTransformWithPadding(data);
     if (auto const model = Code128Encoder::Encode(digits, Code128EncodeMode::Ucc))
-        DrawLinearBarcode(processor, *model, LinearBarcodeStyle::Fixed(processor, printLine, lineAbove), digits);
+        DrawLinearBarcode(processor, *model, LinearBarcodeStyle::Fixed(processor, printLine, lineAbove),
+                          Code128::ModeUTransformHRText(data, !validates));
 }
 
 void ModeDRenderFunc(ContextProcessor& processor, bool printLine, bool lineAbove) {
@@ -74,19 +71,17 @@ bool Code128BarcodeHandler::HandleCommand(Context& current, ZplCommand const& co
     bool const printLine = ParseFlag(command, 2, true);
     bool const lineAbove = ParseFlag(command, 3, false);
     bool const ucc = ParseFlag(command, 4, false);
-    auto const mode =
-        static_cast<char>(std::toupper(static_cast<unsigned char>(ZplParse<char>(command, 5).ValueOr('N'))));
+    char const mode = ParseLetter(command, 5, 'N');
 
     ZplContextKeys::RenderFunction render;
     switch (mode) {
         case 'U': render = [=](ContextProcessor& atRender) { ModeURenderFunc(atRender, printLine, lineAbove); }; break;
         case 'D': render = [=](ContextProcessor& atRender) { ModeDRenderFunc(atRender, printLine, lineAbove); }; break;
         case 'A':
-            render = PlainMode(printLine, lineAbove, Code128EncodeMode::Automatic,
-                               Code128::ModeA::EncoderInputTransform, Code128::ModeA::HRTextTransform);
+            render = PlainMode(printLine, lineAbove, Code128EncodeMode::Automatic, Code128::ModeAEncoderInputTransform,
+                               Code128::ModeAHRTextTransform);
             break;
         default: render = ModeN(printLine, lineAbove, ucc); break;
     }
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, std::move(render));
-    return true;
+    return StoreBarcodeRender(current, processor, std::move(render));
 }

@@ -1,8 +1,8 @@
 #include <iterator>
 #include <memory>
 
+#include "Barcode/Algorithm/MODX.h"
 #include "barcodes/Code128Text.h"
-#include "barcodes/Modx.h"
 #include "frontend/stream/Ascii.h"
 
 namespace ZplCore::Code128::ModeD {
@@ -76,10 +76,12 @@ private:
         return nullptr;
     }
 
-    /// Up to `count` digits from here on, past decorations; `end` is set behind the last one.
+    /// Up to `count` digits from here on, past decorations; `end` is set behind the last one. A bracket that opens
+    /// behind a digit belongs to the next identifier.
     std::string PeekDigits(std::size_t count, std::size_t& end) const {
         std::string digits;
         for (std::size_t i = position_; i < data_.size() && digits.size() < count; ++i) {
+            if (data_[i] == '(' && !digits.empty()) break;
             if (IsDecoration(data_[i])) continue;
             if (!IsAsciiDigit(data_[i])) break;
             digits += data_[i];

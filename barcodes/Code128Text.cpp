@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "barcodes/Modx.h"
+#include "Barcode/Algorithm/MODX.h"
 #include "frontend/stream/Ascii.h"
 
 namespace ZplCore::Code128 {
@@ -149,10 +149,12 @@ std::string ModeN::ConvertZplInvocations(std::string_view text, bool ucc) {
     return result += SubsetTransform(text, subset, ucc, result.empty());
 }
 
-std::string ModeN::EncoderInputTransform(std::string const& data, bool ucc) { return ConvertZplInvocations(data, ucc); }
+std::string ModeNEncoderInputTransform(std::string const& data, bool ucc) {
+    return ModeN::ConvertZplInvocations(data, ucc);
+}
 
-std::string ModeN::TransformHRText(std::string const& data, bool ucc) {
-    std::string line = ConvertZplInvocations(data, ucc);
+std::string ModeNTransformHRText(std::string const& data, bool ucc) {
+    std::string line = ModeN::ConvertZplInvocations(data, ucc);
     std::erase_if(line, [](char c) { return !IsPrint(c); });
     return line;
 }
@@ -170,19 +172,19 @@ std::string WithoutEscapes(std::string const& data) {
 
 }  // namespace
 
-std::string ModeA::EncoderInputTransform(std::string const& data) {
+std::string ModeAEncoderInputTransform(std::string const& data) {
     std::string text = WithoutEscapes(data);
     std::erase_if(text, [](char c) { return static_cast<unsigned char>(c) > 127; });
     return text;
 }
 
-std::string ModeA::HRTextTransform(std::string const& data) {
+std::string ModeAHRTextTransform(std::string const& data) {
     std::string line = WithoutEscapes(data);
     std::erase_if(line, IsAsciiControl);
     return line;
 }
 
-Barcode::Encoder::ValidationStatus ModeU::Validate(std::string_view data) {
+Barcode::Encoder::ValidationStatus ModeUValidation(std::string_view data) {
     using Barcode::Encoder::ValidationStatus;
     constexpr std::size_t Length = 19;
     if (!std::all_of(data.begin(), data.end(), IsAsciiDigit)) return ValidationStatus::InvalidCharacter;
@@ -190,16 +192,20 @@ Barcode::Encoder::ValidationStatus ModeU::Validate(std::string_view data) {
     return data.size() < Length ? ValidationStatus::TooShort : ValidationStatus::TooLong;
 }
 
-std::string ModeU::EncoderInputTransformWithPadding(std::string_view data) {
+std::string ModeUEncoderInputTransformWithPadding(std::string_view data) {
     constexpr std::size_t Length = 19;
     std::string digits = ContainerDigits(data);
     digits.insert(0, Length - digits.size(), '0');
     return digits += GenerateUPCCheckDigit(digits);
 }
 
-std::string ModeU::EncoderInputTransformWithoutPadding(std::string_view data) {
+std::string ModeUEncoderInputTransformWithoutPadding(std::string_view data) {
     std::string digits = ContainerDigits(data);
     return digits += GenerateUPCCheckDigit(digits);
+}
+
+std::string ModeUTransformHRText(std::string_view data, bool isPadded) {
+    return isPadded ? ModeUEncoderInputTransformWithPadding(data) : ModeUEncoderInputTransformWithoutPadding(data);
 }
 
 }  // namespace ZplCore::Code128

@@ -23,35 +23,30 @@ enum ControlByte : unsigned char {
     StartC = 233,
 };
 
-/// The host chooses the subsets by invocations: `>` and one character.
 namespace ModeN {
 
-/// Data that a subset cannot carry are dropped. `ucc` completes an odd group of digits by its check digit.
+/// In mode N the host chooses the subsets by invocations: `>` and one character. Data that a subset cannot carry are
+/// dropped. `ucc` completes an odd group of digits by its check digit.
 std::string ConvertZplInvocations(std::string_view text, bool ucc);
-std::string EncoderInputTransform(std::string const& data, bool ucc);
-std::string TransformHRText(std::string const& data, bool ucc);
 
 }  // namespace ModeN
 
-/// The encoder chooses the subsets. A backslash that follows none is an escape and not part of the text.
-namespace ModeA {
+std::string ModeNEncoderInputTransform(std::string const& data, bool ucc);
+std::string ModeNTransformHRText(std::string const& data, bool ucc);
 
-std::string EncoderInputTransform(std::string const& data);
-std::string HRTextTransform(std::string const& data);
+/// In mode A the encoder chooses the subsets. A backslash that follows none is an escape and not part of the text.
+std::string ModeAEncoderInputTransform(std::string const& data);
+std::string ModeAHRTextTransform(std::string const& data);
 
-}  // namespace ModeA
-
-/// A serial shipping container code: 19 digits and their check digit.
-namespace ModeU {
-
-/// Too short, too long or with another character than digits.
-Barcode::Encoder::ValidationStatus Validate(std::string_view data);
+/// Mode U is a serial shipping container code: 19 digits and their check digit. Data are too short, too long or have
+/// another character than digits.
+Barcode::Encoder::ValidationStatus ModeUValidation(std::string_view data);
 /// Up to 19 digits of the data, filled up from the left with 0 to 19, and the check digit.
-std::string EncoderInputTransformWithPadding(std::string_view data);
+std::string ModeUEncoderInputTransformWithPadding(std::string_view data);
 /// Up to 19 digits of the data and the check digit.
-std::string EncoderInputTransformWithoutPadding(std::string_view data);
-
-}  // namespace ModeU
+std::string ModeUEncoderInputTransformWithoutPadding(std::string_view data);
+/// The digits of the symbol.
+std::string ModeUTransformHRText(std::string_view data, bool isPadded);
 
 /// GS1 data with application identifiers. Brackets and blanks are for people; the check digits of the identifiers 00,
 /// 01 and 02 are computed anew, whatever the data say.

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
 #include <iterator>
+#include <span>
 
 #include "barcodes/DataMatrix0to140Tables.h"
 
@@ -11,8 +11,6 @@ namespace Barcode::Encoder {
 
 namespace {
 
-constexpr unsigned SmallestSize = 9;
-constexpr unsigned LargestSize = 49;
 constexpr std::size_t HeaderBits = 30;
 /// The length field has nine bits.
 constexpr std::size_t MaxLength = 511;
@@ -26,22 +24,34 @@ unsigned ValueOf41(char c) {
     return mark != std::string_view::npos ? static_cast<unsigned>(mark) + 37 : ValueOf37(c);
 }
 
+/// Bits of 1, 2, ... characters; the last is a full group.
+constexpr unsigned Base11BitsPerChar[] = {4, 7, 11, 14, 18, 21};
+constexpr unsigned Base27BitsPerChar[] = {5, 10, 15, 20, 24};
+constexpr unsigned Base41BitsPerChar[] = {6, 11, 17, 22};
+constexpr unsigned Base37BitsPerChar[] = {6, 11, 16, 21};
+constexpr unsigned SevenBits[] = {7};
+constexpr unsigned EightBits[] = {8};
+constexpr unsigned PowersOf11[] = {1, 11, 121, 1331, 14641, 161051};
+constexpr unsigned PowersOf27[] = {1, 27, 729, 19683, 531441};
+constexpr unsigned PowersOf41[] = {1, 41, 1681, 68921};
+constexpr unsigned PowersOf37[] = {1, 37, 1369, 50653};
+
 struct Format {
     std::string_view alphabet;  ///< empty if every byte up to `highest` counts
     unsigned highest;
-    std::vector<unsigned> bitsPerChar;  ///< of 1, 2, ... characters; the last is a full group
-    std::vector<unsigned> powers;
+    std::span<unsigned const> bitsPerChar;
+    std::span<unsigned const> powers;
     unsigned (*valueOf)(char);
 };
 
 /// The formats 1 to 6.
-Format const Formats[] = {
-    {"0123456789 ", 0, {4, 7, 11, 14, 18, 21}, {1, 11, 121, 1331, 14641, 161051}, ValueOf11},
-    {"ABCDEFGHIJKLMNOPQRSTUVWXYZ ", 0, {5, 10, 15, 20, 24}, {1, 27, 729, 19683, 531441}, ValueOfLetter},
-    {"ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789 ,-./", 0, {6, 11, 17, 22}, {1, 41, 1681, 68921}, ValueOf41},
-    {"ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789 ", 0, {6, 11, 16, 21}, {1, 37, 1369, 50653}, ValueOf37},
-    {{}, 127, {7}, {1}, nullptr},
-    {{}, 255, {8}, {1}, nullptr},
+constexpr Format Formats[] = {
+    {"0123456789 ", 0, Base11BitsPerChar, PowersOf11, ValueOf11},
+    {"ABCDEFGHIJKLMNOPQRSTUVWXYZ ", 0, Base27BitsPerChar, PowersOf27, ValueOfLetter},
+    {"ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789 ,-./", 0, Base41BitsPerChar, PowersOf41, ValueOf41},
+    {"ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789 ", 0, Base37BitsPerChar, PowersOf37, ValueOf37},
+    {{}, 127, SevenBits, {}, nullptr},
+    {{}, 255, EightBits, {}, nullptr},
 };
 
 bool IsInFormat(std::string const& data, Format const& format) {
@@ -69,8 +79,6 @@ std::size_t RequiredModules(unsigned ecc, std::size_t b) {
     }
 }
 
-std::size_t DataModules(unsigned size) { return std::size_t{size - 2} * (size - 2); }
-
 void AppendLeastFirst(DataMatrixBits& bits, unsigned value, unsigned count) {
     for (unsigned i = 0; i < count; ++i) bits.push_back((value >> i & 1) != 0);
 }
@@ -80,7 +88,7 @@ void AppendMostFirst(DataMatrixBits& bits, unsigned value, unsigned count) {
 }
 
 void BaseXEncode(DataMatrixBits& bits, std::string const& data, unsigned (*valueOf)(char),
-                 std::vector<unsigned> const& bitsPerChar, std::vector<unsigned> const& powers) {
+                 std::span<unsigned const> bitsPerChar, std::span<unsigned const> powers) {
     for (std::size_t at = 0; at < data.size(); at += powers.size()) {
         std::size_t const count = std::min(powers.size(), data.size() - at);
         unsigned value = 0;
@@ -152,7 +160,7 @@ DataMatrixBits ProtectedStream(DataMatrixBits bits, Level const& level) {
 
 Model::MatrixBarcodeModel Place(DataMatrixBits const& bits, unsigned size) {
     unsigned const w = size - 2;
-    auto const grid = PlacementGrid(size);
+    auto const& grid = MPGTables()[SizeIndex(size)];
     Model::MatrixBarcodeModel model(size, size);
     auto& cells = model.GetCells();
     for (unsigned i = 0; i < size; ++i) {
@@ -175,13 +183,13 @@ void Base37Encode(DataMatrixBits& bits, std::string const& data) { EncodeInForma
 
 ValidationStatus DataMatrix0to140Encoder::Validate(std::string const& data, unsigned ecc, unsigned size,
                                                    unsigned format) {
-    bool const isSize = size == 0 || (size % 2 != 0 && size >= SmallestSize && size <= LargestSize);
+    bool const isSize = size == 0 || (size % 2 != 0 && size >= SmallestDataMatrix && size <= LargestDataMatrix);
     if (RequiredModules(ecc, 0) == 0 || !isSize || format == 0 || format > std::size(Formats))
         return ValidationStatus::InvalidParameter;
     Format const& row = Formats[format - 1];
     if (!IsInFormat(data, row)) return ValidationStatus::InvalidCharacter;
     std::size_t const b = HeaderBits + PackedBits(data.size(), row);
-    bool const fits = RequiredModules(ecc, b) <= DataModules(size == 0 ? LargestSize : size);
+    bool const fits = RequiredModules(ecc, b) <= MaxBitsPerSize[SizeIndex(size == 0 ? LargestDataMatrix : size)];
     return fits && data.size() <= MaxLength ? ValidationStatus::Valid : ValidationStatus::TooLong;
 }
 
@@ -191,10 +199,10 @@ Model::MatrixBarcodeModel DataMatrix0to140Encoder::Encode(std::string const& dat
     auto bits = ProtectedStream(unprotected, LevelOf(static_cast<unsigned>(ecc)));
     auto side = static_cast<unsigned>(size);
     if (side == 0) {
-        side = SmallestSize;
-        while (side < LargestSize && DataModules(side) < required) side += 2;
+        side = SmallestDataMatrix;
+        while (side < LargestDataMatrix && MaxBitsPerSize[SizeIndex(side)] < required) side += 2;
     }
-    bits.resize(DataModules(side));
+    bits.resize(MaxBitsPerSize[SizeIndex(side)]);
     for (std::size_t i = 0; i < bits.size(); ++i)
         bits[i] = bits[i] != ((MasterRandomStream[i / 8] >> (7 - i % 8) & 1) != 0);
     return Place(bits, side);

@@ -48,6 +48,8 @@ std::array<std::uint8_t, 277> const MasterRandomStream{
     0xeb, 0xb7, 0xd6, 0xff, 0xda, 0x57, 0xf4, 0x50, 0x79, 0x08, 0x00,
 };
 
+namespace {
+
 std::vector<std::uint16_t> PlacementGrid(unsigned size) {
     // All 21 published grids follow one rule: each row is the row below it turned by two places, with the bits of a
     // column in the order of their mirrored numbers, and the bits 1 to 3 exchanged into the corners.
@@ -67,6 +69,18 @@ std::vector<std::uint16_t> PlacementGrid(unsigned size) {
         {std::uint16_t{1}, w - 1}, {std::uint16_t{2}, 0}, {std::uint16_t{3}, std::size_t{w} * w - 1}};
     for (auto const& [bit, corner] : corners) std::swap(*std::find(grid.begin(), grid.end(), bit), grid[corner]);
     return grid;
+}
+
+}  // namespace
+
+std::array<std::vector<std::uint16_t>, DataMatrixSizes> const& MPGTables() {
+    static auto const tables = [] {
+        std::array<std::vector<std::uint16_t>, DataMatrixSizes> grids;
+        for (unsigned size = SmallestDataMatrix; size <= LargestDataMatrix; size += 2)
+            grids[SizeIndex(size)] = PlacementGrid(size);
+        return grids;
+    }();
+    return tables;
 }
 
 }  // namespace Barcode::Encoder

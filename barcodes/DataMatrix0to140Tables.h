@@ -28,7 +28,21 @@ Level const& LevelOf(unsigned ecc);
 /// Is exclusive-ored with the modules, from each byte's most significant bit on.
 extern std::array<std::uint8_t, 277> const MasterRandomStream;
 
-/// The index of the bit that each data module shows, row by row, (size - 2)^2 in all.
-std::vector<std::uint16_t> PlacementGrid(unsigned size);
+constexpr unsigned SmallestDataMatrix = 9;
+constexpr unsigned LargestDataMatrix = 49;
+constexpr std::size_t DataMatrixSizes = (LargestDataMatrix - SmallestDataMatrix) / 2 + 1;
+
+/// Where a size stands in the tables.
+constexpr std::size_t SizeIndex(unsigned size) { return (size - SmallestDataMatrix) / 2; }
+
+/// The data modules of each size, (size - 2)^2.
+constexpr std::array<std::size_t, DataMatrixSizes> MaxBitsPerSize = [] {
+    std::array<std::size_t, DataMatrixSizes> bits{};
+    for (std::size_t i = 0; i < bits.size(); ++i) bits[i] = (7 + 2 * i) * (7 + 2 * i);
+    return bits;
+}();
+
+/// The placement grid of each size: the index of the bit that each data module shows, row by row.
+std::array<std::vector<std::uint16_t>, DataMatrixSizes> const& MPGTables();
 
 }  // namespace Barcode::Encoder

@@ -66,9 +66,10 @@ void CreateDataMatrix0to140(ContextProcessor& processor, DataMatrixOptions const
 
 }  // namespace
 
-bool IsDataMatrixQuality(unsigned value) {
+std::optional<unsigned> ZplDataMatrixQualityParser(unsigned value) {
     constexpr unsigned Levels[] = {0, 50, 80, 100, 140, 200};
-    return std::find(std::begin(Levels), std::end(Levels), value) != std::end(Levels);
+    bool const isLevel = std::find(std::begin(Levels), std::end(Levels), value) != std::end(Levels);
+    return isLevel ? std::optional(value) : std::nullopt;
 }
 
 void RenderDataMatrix(ContextProcessor& processor, DataMatrixOptions const& options) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "barcodes/BarcodeFrame.h"
 
@@ -17,8 +18,8 @@ struct DataMatrixOptions {
     unsigned aspect = 1;  ///< of level 200
 };
 
-/// The levels that there are.
-bool IsDataMatrixQuality(unsigned value);
+/// The quality level that a value is; nothing for a value that is none.
+std::optional<unsigned> ZplDataMatrixQualityParser(unsigned value);
 /// Refused data are drawn as an error whether validation is on or off.
 void RenderDataMatrix(ContextProcessor& processor, DataMatrixOptions const& options);
 

@@ -7,7 +7,6 @@
 #include "barcodes/Gs1Databar.h"
 #include "barcodes/Memoizer.h"
 #include "fields/UnitConversion.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/ZplParse.h"
 
@@ -58,7 +57,5 @@ bool Gs1DatabarBarcodeHandler::HandleCommand(Context& current, ZplCommand const&
     options.segments = ZplParse<unsigned>(command, 5)
                            .Where([](unsigned n) { return n >= 2 && n <= SingleRow && n % 2 == 0; })
                            .ValueOr(SingleRow);
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderGs1(at, options); };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
+    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderGs1(at, options); });
 }

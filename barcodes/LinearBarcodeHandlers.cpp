@@ -1,14 +1,10 @@
 #include "barcodes/LinearBarcodeHandlers.h"
 
-#include <cctype>
-
 #include "Barcode/Encoder/LinearEncoders.h"
 #include "barcodes/BarcodeFrame.h"
 #include "barcodes/BarcodeParameters.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
-#include "frontend/stream/ZplParse.h"
 
 namespace ZplCore {
 
@@ -41,11 +37,11 @@ bool StoreLinear(Context& current, ZplCommand const& command, ContextProcessor& 
     StoreBarcodeOrientation(current, command, processor);
     StoreBarcodeHeight(current, command, height, processor);
     auto const& makeRender = symbology.isFixed ? FixedLinearBarcodeRenderFunction : LinearBarcodeRenderFunction;
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction,
-                 makeRender(ParseFlag(command, height + 1, true), ParseFlag(command, height + 2, false),
-                            std::move(symbology.validate), std::move(symbology.encode), std::move(symbology.line),
-                            std::move(symbology.inputTransform), std::move(symbology.invalidTransform)));
-    return true;
+    return StoreBarcodeRender(
+        current, processor,
+        makeRender(ParseFlag(command, height + 1, true), ParseFlag(command, height + 2, false),
+                   std::move(symbology.validate), std::move(symbology.encode), std::move(symbology.line),
+                   std::move(symbology.inputTransform), std::move(symbology.invalidTransform)));
 }
 
 /// The data, transformed, and the check digits behind them if wanted.
@@ -64,7 +60,7 @@ LinearSymbology Code39Symbology(bool withCheckDigit) {
 
 /// Codabar's guards are also known by other letters.
 char CodabarGuard(ZplCommand const& command, std::size_t index) {
-    switch (std::toupper(static_cast<unsigned char>(ZplParse<char>(command, index).ValueOr('A')))) {
+    switch (ParseLetter(command, index, 'A')) {
         case 'B':
         case 'N': return 'B';
         case 'C':
@@ -150,27 +146,27 @@ bool LogmarsBarcodeHandler::HandleCommand(Context& current, ZplCommand const& co
     StoreBarcodeOrientation(current, command, processor);
     StoreBarcodeHeight(current, command, 1, processor);
     auto symbology = Code39Symbology(true);
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction,
-                 LinearBarcodeRenderFunction(true, ParseFlag(command, 2, false), symbology.validate, symbology.encode,
-                                             symbology.line, symbology.inputTransform, symbology.invalidTransform));
-    return true;
+    return StoreBarcodeRender(
+        current, processor,
+        LinearBarcodeRenderFunction(true, ParseFlag(command, 2, false), symbology.validate, symbology.encode,
+                                    symbology.line, symbology.inputTransform, symbology.invalidTransform));
 }
 
 bool MsiBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    auto checkDigits = MsiCheckDigits::Mod10;
-    switch (std::toupper(static_cast<unsigned char>(ZplParse<char>(command, 1).ValueOr('B')))) {
-        case 'A': checkDigits = MsiCheckDigits::None; break;
-        case 'C': checkDigits = MsiCheckDigits::TwoMod10; break;
-        case 'D': checkDigits = MsiCheckDigits::Mod11Mod10; break;
+    auto checkDigits = MSICheckDigit::Mod10;
+    switch (ParseLetter(command, 1, 'B')) {
+        case 'A': checkDigits = MSICheckDigit::None; break;
+        case 'C': checkDigits = MSICheckDigit::TwoMod10; break;
+        case 'D': checkDigits = MSICheckDigit::Mod11Mod10; break;
         default: break;
     }
     // The repair keeps as many digits as the symbol holds.
     auto const repair = [=](std::string const& data) {
-        return KeepCharacters(Digits)(data).substr(0, checkDigits == MsiCheckDigits::None ? 14 : 13);
+        return KeepCharacters(Digits)(data).substr(0, checkDigits == MSICheckDigit::None ? 14 : 13);
     };
     return StoreLinear(current, command, processor, 2,
-                       {[=](std::string const& text) { return MsiEncoder::Validate(text, checkDigits); },
-                        [=](std::string const& text) { return MsiEncoder::Encode(text, checkDigits); },
+                       {[=](std::string const& text) { return MSIEncoder::Validate(text, checkDigits); },
+                        [=](std::string const& text) { return MSIEncoder::Encode(text, checkDigits); },
                         Line(ParseFlag(command, 5, false), repair),
                         {},
                         repair});

@@ -1,7 +1,5 @@
 #include "barcodes/MatrixBarcodeHandlers.h"
 
-#include <cctype>
-
 #include "Barcode/Encoder/AztecEncoder.h"
 #include "barcodes/BarcodeFrame.h"
 #include "barcodes/BarcodeParameters.h"
@@ -54,15 +52,11 @@ bool QrCodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& com
     // Whatever is sent, these symbols are not turned.
     StoreSetting(current, processor, ZplContextKeys::FieldOrientation, ZplOrientation::Normal);
     unsigned const magnification = Magnification(command, 2, processor);
-    std::string const& sentLevel = command.Parameter(3);
-    char level = sentLevel.empty() ? 'Q' : static_cast<char>(std::toupper(static_cast<unsigned char>(sentLevel[0])));
+    char level = ParseLetter(command, 3, 'Q');
     if (std::string_view("HQML").find(level) == std::string_view::npos) level = 'M';
     unsigned const mask = ZplParse<unsigned>(command, 4).Where([](unsigned m) { return m <= 7; }).ValueOr(7);
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) {
-        RenderQr(at, magnification, level, mask);
-    };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
+    return StoreBarcodeRender(current, processor,
+                              [=](ContextProcessor& at) { RenderQr(at, magnification, level, mask); });
 }
 
 bool AztecBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
@@ -71,11 +65,8 @@ bool AztecBarcodeHandler::HandleCommand(Context& current, ZplCommand const& comm
     AztecOptions const options{ZplParse<unsigned>(command, 3).ValueOr(0), ParseFlag(command, 2, false),
                                ParseFlag(command, 4, false), ZplParse<unsigned>(command, 5).ValueOr(1),
                                command.Parameter(6)};
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) {
-        RenderAztec(at, magnification, options);
-    };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
+    return StoreBarcodeRender(current, processor,
+                              [=](ContextProcessor& at) { RenderAztec(at, magnification, options); });
 }
 
 bool DataMatrixBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
@@ -88,20 +79,19 @@ bool DataMatrixBarcodeHandler::HandleCommand(Context& current, ZplCommand const&
                                                    .Map([](int size) { return static_cast<unsigned>(size); })
                                                    .Map(ToDotsScaleOnly(processor))
                                                    .ValueOr(0));
-    options.quality = ZplParse<unsigned>(command, 2).Where(IsDataMatrixQuality).ValueOr(0);
+    options.quality = ZplParse<unsigned>(command, 2).Map(ZplDataMatrixQualityParser).ValueOr(0).value_or(0);
     options.columns = side(3);
     options.rows = side(4);
     options.format = ZplParse<unsigned>(command, 5).ValueOr(6);
     options.escape = ZplParse<char>(command, 6).ValueOr('~');
     options.aspect = ZplParse<unsigned>(command, 7).Where([](unsigned n) { return n < 6; }).ValueOr(1);
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderDataMatrix(at, options); };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
+    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderDataMatrix(at, options); });
 }
 
 bool MaxicodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     MaxiCodeOptions options;
-    // The command has no orientation.
+    // The command has no orientation, and the symbol is not turned.
+    StoreSetting(current, processor, ZplContextKeys::FieldOrientation, ZplOrientation::Normal);
     options.mode = ZplParse<unsigned>(command, 0).Where([](unsigned m) { return m >= 2 && m <= 6; }).ValueOr(2);
     auto const count = ZplParse<unsigned>(command, 2).Where([](unsigned n) { return n >= 1 && n <= 8; }).ValueOr(1);
     auto const index = ZplParse<unsigned>(command, 1).Where([](unsigned n) { return n >= 1 && n <= 8; }).ValueOr(1);
@@ -109,9 +99,7 @@ bool MaxicodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& c
         options.index = index;
         options.count = count;
     }
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderMaxiCode(at, options); };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
+    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderMaxiCode(at, options); });
 }
 
 void AddMatrixBarcodeHandlers(CommandHandlerPool& pool) {

@@ -18,9 +18,7 @@ ZplContextKeys::RenderFunction NotchedBarcodeRenderFunction(BarcodeValidate vali
         }
         auto const model = encode(text);
         if (!model) return;
-        render(*model, processor,
-               split ? split(text, model->GetCheckDigit())
-                     : std::vector<std::string>{processor.at(ZplContextKeys::FieldData)});
+        render(*model, processor, split ? split(data, model->GetCheckDigit()) : std::vector<std::string>{data});
     };
 }
 

@@ -1,11 +1,12 @@
 #include "barcodes/PostalBarcodeHandlers.h"
 
+#include <algorithm>
+
 #include "Barcode/Encoder/PlanetEncoder.h"
 #include "barcodes/BarcodeFrame.h"
 #include "barcodes/BarcodeParameters.h"
 #include "barcodes/PostalEncoders.h"
 #include "barcodes/PostalSketch.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ZplParse.h"
@@ -54,8 +55,7 @@ bool StorePostal(Context& current, ZplCommand const& command, ContextProcessor& 
                                                OnlyDigits, Plain, spacing, RepairLength<5, 9, 11>);
             break;
     }
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, std::move(render));
-    return true;
+    return StoreBarcodeRender(current, processor, std::move(render));
 }
 
 }  // namespace

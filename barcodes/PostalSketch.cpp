@@ -1,5 +1,7 @@
 #include "barcodes/PostalSketch.h"
 
+#include <algorithm>
+
 #include "barcodes/BitmapPainter.h"
 
 namespace Scripting {

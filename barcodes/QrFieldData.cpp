@@ -57,7 +57,7 @@ QrFieldData ReadQrFieldData(std::string_view data, char level, unsigned mask) {
     }
     char const mode = data.empty() ? 'A' : data[0];
     data.remove_prefix(std::min<std::size_t>(data.size(), 2));
-    if (mode == 'M' || isMixed) {
+    if (mode == 'M') {
         ReadRuns(data, isMixed, field);
     } else {
         field.text = data;

@@ -5,7 +5,6 @@
 #include "barcodes/Gs1DatabarBarcodeHandler.h"
 #include "barcodes/RetailRendering.h"
 #include "barcodes/RetailText.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 
@@ -19,10 +18,9 @@ bool StoreNotched(Context& current, ZplCommand const& command, ContextProcessor&
                   LinearEncode encode, NotchedRender render, NotchedSplit split) {
     StoreBarcodeOrientation(current, command, processor);
     StoreBarcodeHeight(current, command, 1, processor);
-    StoreSetting(
-        current, processor, ZplContextKeys::FieldRenderFunction,
+    return StoreBarcodeRender(
+        current, processor,
         NotchedBarcodeRenderFunction(std::move(validate), std::move(encode), std::move(render), std::move(split), {}));
-    return true;
 }
 
 /// Two digits or five.

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "Barcode/Algorithm/MODX.h"
 #include "barcodes/BarcodeFrame.h"
-#include "barcodes/Modx.h"
 #include "frontend/stream/Ascii.h"
 
 namespace ZplCore {

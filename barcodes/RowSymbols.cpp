@@ -4,12 +4,20 @@
 
 #include "Barcode/Encoder/ModuleEncoder.h"
 #include "barcodes/BitmapPainter.h"
+#include "frontend/stream/Ascii.h"
 
 namespace Barcode::Encoder {
 
-namespace {
+ValidationStatus Code49Encoder::Validate(std::string const& data) {
+    if (data.empty()) return ValidationStatus::TooShort;
+    return std::all_of(data.begin(), data.end(), IsAscii) ? ValidationStatus::Valid
+                                                          : ValidationStatus::InvalidCharacter;
+}
 
-Model::StackedBarcodeModel ToStacked(ModuleRequest const& request) {
+Model::StackedBarcodeModel Code49Encoder::Encode(std::string const& data) {
+    ModuleRequest request;
+    request.symbology = ModuleSymbology::Code49;
+    request.data = data;
     auto const rows = EncodeModules(request).rows;
     Model::StackedBarcodeModel model(static_cast<unsigned>(rows.size()),
                                      rows.empty() ? 0 : static_cast<unsigned>(rows[0].size()));
@@ -17,15 +25,6 @@ Model::StackedBarcodeModel ToStacked(ModuleRequest const& request) {
         for (bool const dark : rows[r]) model.GetBlocks()[r].emplace_back(false, dark);
     }
     return model;
-}
-
-}  // namespace
-
-Model::StackedBarcodeModel Code49Encoder::Encode(std::string const& data) {
-    ModuleRequest request;
-    request.symbology = ModuleSymbology::Code49;
-    request.data = data;
-    return ToStacked(request);
 }
 
 }  // namespace Barcode::Encoder

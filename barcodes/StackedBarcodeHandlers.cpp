@@ -9,7 +9,6 @@
 #include "barcodes/Memoizer.h"
 #include "barcodes/RowSymbols.h"
 #include "fields/UnitConversion.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ZplParse.h"
@@ -82,11 +81,10 @@ void RenderCode49(ContextProcessor& processor, std::optional<unsigned> multiplie
     if (!processor.GetGraphicContext()) return;
     processor.GetGraphicContext()->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
     std::string const data = processor.at(ZplContextKeys::FieldData);
+    auto status = Code49Encoder::Validate(data);
     auto const model = Code49Encoder::Encode(data);
-    if (model.GetRows() == 0) {
-        auto const status = data.empty() ? ValidationStatus::TooShort : ValidationStatus::InvalidCharacter;
-        return HandleBarcodeError(processor, *GetBarcodeErrorMessage(status), false);
-    }
+    if (status == ValidationStatus::Valid && model.GetRows() == 0) status = ValidationStatus::TooLong;
+    if (auto const message = GetBarcodeErrorMessage(status)) return HandleBarcodeError(processor, *message, false);
     auto const style = LinearBarcodeStyle::Fixed(processor, line != 'N', line == 'A');
     auto const resolution = SketchResolution::Of(processor);
     DrawSketchWithLine(
@@ -107,9 +105,7 @@ bool Code49BarcodeHandler::HandleCommand(Context& current, ZplCommand const& com
     auto const multiplier = Optional(ZplParse<unsigned>(command, 1));
     char const line = ParseLetter(command, 2, 'N');
     char const drawn = line == 'A' || line == 'B' ? line : 'N';
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderCode49(at, multiplier, drawn); };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
+    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderCode49(at, multiplier, drawn); });
 }
 
 bool Pdf417BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
@@ -117,18 +113,14 @@ bool Pdf417BarcodeHandler::HandleCommand(Context& current, ZplCommand const& com
     Pdf417Options const options{RowHeight(command, processor), ZplParse<unsigned char>(command, 2).ValueOr(0),
                                 ZplParse<unsigned char>(command, 3).ValueOr(0),
                                 ZplParse<unsigned char>(command, 4).ValueOr(0), ParseFlag(command, 5, false)};
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderPdf417(at, options); };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
+    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderPdf417(at, options); });
 }
 
 bool MicroPdfBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     StoreBarcodeOrientation(current, command, processor);
     unsigned const rowHeight = RowHeight(command, processor);
     auto const mode = static_cast<unsigned>(ZplParse<int>(command, 2).ValueOr(0));
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderMicroPdf(at, rowHeight, mode); };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
+    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderMicroPdf(at, rowHeight, mode); });
 }
 
 void AddStackedBarcodeHandlers(CommandHandlerPool& pool) {

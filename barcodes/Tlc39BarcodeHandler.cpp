@@ -4,7 +4,6 @@
 #include "barcodes/StackedBarcodeHandlers.h"
 #include "barcodes/Tlc39.h"
 #include "fields/UnitConversion.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/ZplParse.h"
 
@@ -56,7 +55,5 @@ bool Tlc39BarcodeHandler::HandleCommand(Context& current, ZplCommand const& comm
     read(3, 9999, options.height);
     read(4, 10, options.module);
     read(5, 255, options.rowHeight);
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& at) { RenderTlc39(at, options); };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
-    return true;
+    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderTlc39(at, options); });
 }

@@ -142,6 +142,8 @@ RenderOptions ParseRenderOptions(std::vector<std::string> const& arguments) {
             options.fonts.push_back(ParseFont(value()));
         else if (option == "--time")
             options.time = ParseTime(value());
+        else if (option == "--tag")
+            options.tag = VirtualTag::Parse(value());
         else if (option == "--job")
             options.keepJob = true;
         else if (option == "--json")
@@ -184,6 +186,8 @@ Draws every page of each stream ("-" reads standard input) as NAME-1.png, NAME-2
   --copies N          copies of one label that are drawn at most (default 1000)
   --font L=FILE.ttf   draws font letter L, or a named font, with this TrueType file
   --time T            lets the clock stand still at T, as 2026-03-31T14:05:00
+  --tag T             every label carries a tag: blank, or its memory as epc=3034F1,tid=E280,user=00,afi=00;
+                      without a tag its commands are unknown
   --job               keeps all pages as one job folder, as the print driver takes it
   --json              prints one JSON object instead of lines
   --strict            ends with 3 if a command is unknown or a barcode was refused
@@ -194,7 +198,7 @@ written, 3 findings under --strict.
 }
 
 std::string_view CheckHelp() {
-    return R"(usage: zpl check FILE...|- [--dpi N] [--size WxH] [--json] [--strict]
+    return R"(usage: zpl check FILE...|- [--dpi N] [--size WxH] [--tag T] [--json] [--strict]
 
 Reads each stream as zpl render does and reports its labels, their copies, and every command that is unknown, with label,
 byte offset, line and column. Draws no files.

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "desktop/VirtualTag.h"
+
 /// What the exit code of the command line says.
 enum class ExitCode {
     Success = 0,
@@ -35,6 +37,7 @@ struct RenderOptions {
     unsigned mostCopies = 1000;                                 ///< copies of one label that are drawn
     std::vector<std::pair<std::string, std::string>> fonts;     ///< font letter or object name, and file
     std::optional<std::chrono::system_clock::time_point> time;  ///< local wall time at which the clock stands still
+    std::optional<VirtualTag> tag;  ///< that every label carries; without one the tag commands are unknown
     bool keepJob = false;
     bool json = false;
     bool strict = false;

@@ -35,7 +35,8 @@ std::shared_ptr<Clock const> MakeClock(RenderOptions const& options) {
 Desk::Desk(RenderOptions const& options)
     : storage_(std::filesystem::temp_directory_path(), "zpl-"),
       model_(ZPLProcessorInterface::Create(std::make_shared<PublishingPropertyManager>(), nullptr)),
-      handlers_(Features::Exists(FeatureNames::rfidEncoderSupport), Features::Exists(FeatureNames::disablePausing)),
+      handlers_(options.tag || Features::Exists(FeatureNames::rfidEncoderSupport),
+                Features::Exists(FeatureNames::disablePausing)),
       clock_(MakeClock(options)),
       printerDpi_(options.printerDpi),
       designDpi_(options.designDpi) {

@@ -85,17 +85,25 @@ private:
         unsigned const copies = CopiesToDraw(quantity, finished.number);
         for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
             bool const drawn = Draw(store_.NextPath(), finished.number, [&] {
+                if (options_.tag && finished.label.IsWaitingOnRfidReadResponse(copy)) {
+                    finished.label.SetRfidReadResponse(
+                        copy, VirtualTag(*options_.tag).Perform(finished.label.GetRfidOperations()));
+                }
                 finished.label.RenderLabel(store_.WorkFolder(), copy, copy, copy + 1 == quantity);
             });
             if (!drawn) break;
-            Report(
-                {store_.Keep(store_.WorkFolder() / std::to_string(copy)), 0, 0, finished.number, copy + 1, quantity});
+            Report({store_.Keep(store_.WorkFolder() / std::to_string(copy)), 0, 0, finished.number, copy + 1, quantity,
+                    finished.label.GetRfidOperations()});
         }
     }
 
     void RenderJob() {
         std::vector<unsigned> quantities;
-        for (auto const& label : kept_) quantities.push_back(label.Quantity());
+        std::vector<std::vector<RfidOperation>> tagOperations;
+        for (auto const& label : kept_) {
+            quantities.push_back(label.Quantity());
+            tagOperations.push_back(label.GetRfidOperations());
+        }
         Zpl::Job job(std::move(kept_), {}, jobFlag_);
         job.Start(jobName_);
         CheckFile(options_.outputFolder);
@@ -105,8 +113,13 @@ private:
             unsigned const copies = CopiesToDraw(quantities[i], number);
             for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
                 auto const file = job.JobPath() / std::to_string(page + copy);
-                if (!Draw(file, number, [&] { job.RenderLabel(page + copy); })) break;
-                Report({file, 0, 0, number, copy + 1, quantities[i]});
+                bool const drawn = Draw(file, number, [&] {
+                    if (options_.tag && job.IsWaitingOnRfidReadResponse(page + copy))
+                        job.SetRfidReadResponse(page + copy, VirtualTag(*options_.tag).Perform(tagOperations[i]));
+                    job.RenderLabel(page + copy);
+                });
+                if (!drawn) break;
+                Report({file, 0, 0, number, copy + 1, quantities[i], tagOperations[i]});
             }
             page += quantities[i];
         }

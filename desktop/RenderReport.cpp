@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "rfid/TagOperations.h"
+
 namespace {
 
 std::string_view KindName(Finding::Kind kind) {
@@ -12,6 +14,17 @@ std::string_view KindName(Finding::Kind kind) {
         case Finding::Kind::Notice: break;
     }
     return "notice";
+}
+
+void WriteTagOperations(JsonWriter& writer, std::vector<RfidOperation> const& operations) {
+    writer.Key("tagOperations").StartArray();
+    for (auto const& operation : operations) {
+        writer.StartObject().Key("operation").String(TagOperations::NameOf(operation.type));
+        writer.Key("arguments").StartObject();
+        for (auto const& [name, value] : operation.arguments) writer.Key(name).String(value);
+        writer.EndObject().EndObject();
+    }
+    writer.EndArray();
 }
 
 }  // namespace
@@ -29,6 +42,12 @@ void RenderReport::StartInput(std::string const& name) {
 void RenderReport::Page(RenderedPage const& page) {
     if (!json_) {
         std::printf("%s  %u x %u  copy %u of %u\n", page.path.c_str(), page.width, page.height, page.copy, page.copies);
+        for (auto const& operation : page.tagOperations) {
+            std::printf("  tag %s", std::string(TagOperations::NameOf(operation.type)).c_str());
+            for (auto const& [name, value] : operation.arguments)
+                std::printf(" %s=%s", name.c_str(), Printable(value).c_str());
+            std::printf("\n");
+        }
         return;
     }
     if (!inList_) writer_.Key("pages").StartArray();
@@ -40,7 +59,9 @@ void RenderReport::Page(RenderedPage const& page) {
         .Int(page.width)
         .Key("height")
         .Int(page.height);
-    writer_.Key("label").Int(page.label).Key("copy").Int(page.copy).Key("copies").Int(page.copies).EndObject();
+    writer_.Key("label").Int(page.label).Key("copy").Int(page.copy).Key("copies").Int(page.copies);
+    if (!page.tagOperations.empty()) WriteTagOperations(writer_, page.tagOperations);
+    writer_.EndObject();
 }
 
 void RenderReport::Label(unsigned number, std::string const& text, unsigned copies, std::uint64_t offset) {

@@ -15,6 +15,7 @@ struct RenderedPage {
     unsigned label;   ///< from 1
     unsigned copy;    ///< from 1
     unsigned copies;
+    std::vector<RfidOperation> tagOperations = {};
 };
 
 /// What is said about a run: lines for a person, or one JSON object for a program.

@@ -36,7 +36,10 @@ template <typename Count>
 void StoreSerializer(Context& current, ContextProcessor& processor, Count count) {
     StoreSetting(current, processor, ZplContextKeys::SerializeFunction,
                  ZplContextKeys::SerializeFunctionType([count](ContextProcessor& field, unsigned index) {
-                     field.set(ContextProcessor::ElementContext, ZplContextKeys::FieldData, count(field, index));
+                     // A template has nothing to count yet, and stays one.
+                     Context const* element = field.GetContext(ContextProcessor::ElementContext);
+                     if (element && element->HasValue(ZplContextKeys::FieldData))
+                         field.set(ContextProcessor::ElementContext, ZplContextKeys::FieldData, count(field, index));
                  }));
 }
 

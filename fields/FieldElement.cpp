@@ -96,10 +96,14 @@ void FillTemplate(ContextProcessor& field, ContextProcessor const& filling, std:
     set(ZplContextKeys::FieldData, FieldDataHelper::ProcessHexAndClockData(std::string(data), field));
 }
 
-/// Carries the running position over from one format to the other.
-void CarryNextFieldOrigin(ContextProcessor const& from, ContextProcessor& to) {
+/// Carries what one field leaves to the next over from one format to the other: the running position, and the tag
+/// operations of the label.
+void CarryOver(ContextProcessor const& from, ContextProcessor& to) {
     for (auto const* key : {&ZplContextKeys::NextFieldOriginX, &ZplContextKeys::NextFieldOriginY})
         to.set(ContextProcessor::FormatContext, *key, from.at(*key));
+    if (auto const& operations = from.at(ZplContextKeys::RfidOperations);
+        operations != to.at(ZplContextKeys::RfidOperations))
+        to.set(ContextProcessor::LabelContext, ZplContextKeys::RfidOperations, operations);
 }
 
 }  // namespace
@@ -137,10 +141,12 @@ void InvokeSavedFieldRenderFunction(ContextProcessor& processor, unsigned fieldN
     // A copy, since a template may be filled again.
     ContextProcessor field = found->second;
     FillTemplate(field, processor, data);
+    field.SetCurrentLabelNumber(processor.CurrentLabelNumber());
+    if (Context const* element = field.GetContext(ContextProcessor::ElementContext)) SerializeField(*element, field);
     // A field that draws nothing leaves the position as it was.
-    CarryNextFieldOrigin(processor, field);
+    CarryOver(processor, field);
     RenderField(field, processor.at(ZplContextKeys::LabelReversePrint) || field.at(ZplContextKeys::LabelReversePrint));
-    CarryNextFieldOrigin(field, processor);
+    CarryOver(field, processor);
 }
 
 }  // namespace ZplCore

@@ -67,9 +67,10 @@ bool ChangeDefaultFontHandler::HandleCommand(Context&, ZplCommand const& command
 
 bool FontIdentifierHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
     auto const letter = ParseFontLetter(command, 0);
-    if (!letter) return true;
+    auto const name = ZplCore::ToFontName(command.Parameter(1));
+    if (!letter || name.empty()) return true;
     auto substitutes = processor.at(ZplContextKeys::FontSubstitute);
-    substitutes[*letter] = ZplCore::ToFontName(command.Parameter(1));
+    substitutes[*letter] = name;
     processor.set(ContextProcessor::SystemContext, ZplContextKeys::FontSubstitute, std::move(substitutes));
     return true;
 }

@@ -25,7 +25,7 @@ enum Color : unsigned { Black = 0, White = 1 };
 /// A size in dots, brought into its limits; `fallback` if there is none.
 unsigned ParseSize(ZplCommand const& command, std::size_t index, ContextProcessor const& processor, unsigned smallest,
                    unsigned largest, unsigned fallback) {
-    auto const size = ZplParse<double>(command, index).Map(ZplCore::ToDotsScaled(processor));
+    auto const size = ZplCore::ParseLength(command, index, processor);
     return size ? std::clamp(*size, smallest, largest) : fallback;
 }
 

@@ -56,6 +56,13 @@ int ToDotsScaled<int>(double value, ContextProcessor const& processor) {
     return static_cast<int>(RoundScaled(value, processor));
 }
 
+ZplParseResult<unsigned> ParseLength(ZplCommand const& command, std::size_t index, ContextProcessor const& processor) {
+    constexpr double Beyond = 1e6;
+    return ZplParse<double>(command, index).Map([&](double value) {
+        return static_cast<unsigned>(RoundScaled(std::min(value, Beyond), processor));
+    });
+}
+
 std::function<unsigned(unsigned)> ToDotsScaleOnly(ContextProcessor const& processor) {
     return [&processor](unsigned value) { return UnitIsDots(processor) ? value * Scale(processor) : value; };
 }

@@ -11,11 +11,11 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     if (size == 0) return 0;
     std::string const text(reinterpret_cast<char const*>(data) + 1, size - 1);
     bool const ucc = (data[0] & 1) != 0;
-    Code128Encoder::Encode(ModeN::EncoderInputTransform(text, ucc), Code128EncodeMode::Manual);
-    ModeN::TransformHRText(text, ucc);
-    Code128Encoder::Encode(ModeA::EncoderInputTransform(text), Code128EncodeMode::Automatic);
-    ModeA::HRTextTransform(text);
-    Code128Encoder::Encode(ModeU::EncoderInputTransformWithPadding(text), Code128EncodeMode::Ucc);
+    Code128Encoder::Encode(ModeNEncoderInputTransform(text, ucc), Code128EncodeMode::Manual);
+    ModeNTransformHRText(text, ucc);
+    Code128Encoder::Encode(ModeAEncoderInputTransform(text), Code128EncodeMode::Automatic);
+    ModeAHRTextTransform(text);
+    Code128Encoder::Encode(ModeUEncoderInputTransformWithPadding(text), Code128EncodeMode::Ucc);
     auto const gs1 = ModeD::TransformInput(text);
     if (ModeD::Validate(gs1) == Barcode::Encoder::ValidationStatus::Valid) ModeD::Encode(gs1);
     ModeD::TransformInterpretationLine(text);

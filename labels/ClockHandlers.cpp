@@ -58,14 +58,23 @@ public:
     }
 };
 
-/// `^SL`: when clock fields take their time, and the language of their names.
+/// `^SL`: when clock fields take their time (S as the format ends, T for every copy, 1 to 999 for every copy that is so
+/// many seconds later), and the language of their names.
 class SetModeAndLanguageHandler : public HandlerFor<CommandId("SL")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         auto mode = processor.at(ZplContextKeys::TimeMode);
         char const letter = ZplParse<char>(command, 0).ValueOr(0);
         if (letter == 'S' || letter == 's') mode.everyCopy = false;
-        if (letter == 'T' || letter == 't') mode.everyCopy = true;
+        if (letter == 'T' || letter == 't') {
+            mode.everyCopy = true;
+            mode.tolerance = 0;
+        }
+        constexpr unsigned LargestTolerance = 999;
+        if (auto const seconds = ZplParse<unsigned>(command, 0)) {
+            mode.everyCopy = *seconds != 0;
+            mode.tolerance = std::min(*seconds, LargestTolerance);
+        }
         processor.set(ContextProcessor::SystemContext, ZplContextKeys::TimeMode, mode);
         KeepLanguage(processor, ZplParse<unsigned>(command, 1));
         return true;
@@ -117,7 +126,7 @@ public:
                                     std::chrono::day(day));
         if (wanted.ok()) {
             system_clock::time_point const time = sys_days(wanted) + hours(hour) + minutes(minute) + seconds(second);
-            processor.set(ContextProcessor::FormatContext, TimeAtRender, system_clock::time_point(time));
+            processor.set(ContextProcessor::LabelContext, TimeAtRender, system_clock::time_point(time));
             processor.set(ContextProcessor::SystemContext, ClockAdjustment,
                           time - processor.GetPrinterContext()->Now());
         }

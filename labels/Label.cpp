@@ -68,10 +68,14 @@ std::optional<std::string> Label::ProcessLabel(unsigned copyIndex, bool forcePag
 void Label::StartLabel() {
     processor_.ClearContext(ContextProcessor::ElementContext);
     processor_.ClearContext(ContextProcessor::LabelContext);
-    if (processor_.at(ZplContextKeys::TimeMode).everyCopy) {
-        processor_.set(ContextProcessor::LabelContext, TimeAtRender,
-                       processor_.GetPrinterContext()->Now() + processor_.at(ClockAdjustment));
+    // Anew for every copy: the copy before may have set its clock.
+    auto const& mode = processor_.at(ZplContextKeys::TimeMode);
+    auto time = pristineProcessor_.at(TimeAtRender);
+    if (mode.everyCopy) {
+        auto const now = processor_.GetPrinterContext()->Now() + processor_.at(ClockAdjustment);
+        if (now - time > std::chrono::seconds(mode.tolerance)) time = now;
     }
+    processor_.set(ContextProcessor::LabelContext, TimeAtRender, time);
     auto& target = *processor_.GetGraphicContext();
     target.StartLabel();
     target.SetLabelOriginX(processor_.at(LabelOriginX));

@@ -14,7 +14,6 @@ using namespace ZplContextKeys;
 constexpr unsigned LongestSide = 32000;  // dots
 constexpr int LargestTopShift = 120;     // dots
 constexpr unsigned MostRemaps = 256;
-constexpr unsigned LargestDpi = 600;
 
 /// A set-up value holds until it is changed: it goes to the system context.
 template <typename T>
@@ -22,16 +21,14 @@ void Keep(ContextProcessor& processor, ContextKey<T> const& key, T value) {
     processor.set(ContextProcessor::SystemContext, key, std::move(value));
 }
 
-/// A length in the unit in force, as dots; no value for text that is none.
-ZplParseResult<unsigned> Dots(ZplCommand const& command, std::size_t index, ContextProcessor const& processor) {
-    return ZplParse<double>(command, index).Map(ZplCore::ToDotsScaled(processor));
-}
+bool IsGiven(unsigned dots) { return dots != 0; }
 
 void KeepYesNo(ContextProcessor& processor, ContextKey<bool> const& key, ZplCommand const& command) {
     if (auto const value = ZplParse<bool>(command, 0)) Keep(processor, key, *value);
 }
 
-/// `^CI`: the character set, and which characters are shown in place of others.
+/// `^CI`: the character set, and which characters are shown in place of others. Pairs count in every set of single
+/// bytes: hosts also send them with sets of other code pages, as 31, and mean them.
 class ChangeInternationalFontHandler : public HandlerFor<CommandId("CI")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
@@ -54,9 +51,9 @@ public:
 class SetDotsPerMillimeterHandler : public HandlerFor<CommandId("JM")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
-        auto const letter = ZplParse<char>(command, 0);
-        if (*letter == 'A' || *letter == 'a') Keep(processor, FormatScale, 1U);
-        if (*letter == 'B' || *letter == 'b') Keep(processor, FormatScale, 2U);
+        char const letter = ZplParse<char>(command, 0).ValueOr(0);
+        if (letter == 'A' || letter == 'a') Keep(processor, FormatScale, 1U);
+        if (letter == 'B' || letter == 'b') Keep(processor, FormatScale, 2U);
         return true;
     }
 };
@@ -65,8 +62,10 @@ public:
 class LabelHomeHandler : public HandlerFor<CommandId("LH")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
-        if (auto const x = Dots(command, 0, processor)) Keep(processor, LabelOriginX, std::min(*x, LongestSide));
-        if (auto const y = Dots(command, 1, processor)) Keep(processor, LabelOriginY, std::min(*y, LongestSide));
+        if (auto const x = ZplCore::ParseLength(command, 0, processor))
+            Keep(processor, LabelOriginX, std::min(*x, LongestSide));
+        if (auto const y = ZplCore::ParseLength(command, 1, processor))
+            Keep(processor, LabelOriginY, std::min(*y, LongestSide));
         return true;
     }
 };
@@ -75,7 +74,7 @@ public:
 class LabelLengthHandler : public HandlerFor<CommandId("LL")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
-        if (auto const length = Dots(command, 0, processor); *length != 0)
+        if (auto const length = ZplCore::ParseLength(command, 0, processor).Where(IsGiven))
             Keep(processor, LabelLength, std::min(*length, LongestSide));
         return true;
     }
@@ -101,7 +100,7 @@ public:
     }
 };
 
-/// `^MC`: N keeps the picture of the label for the next one to be drawn on.
+/// `^MC`: N keeps the picture of the label, but for its variable fields, for the next one to be drawn on.
 class MapClearHandler : public HandlerFor<CommandId("MC")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
@@ -117,12 +116,13 @@ public:
         if (auto const unit = ZplParse<ZplUnitOfMeasure>(command, 0)) Keep(processor, UnitOfMeasure, *unit);
         auto const base = ZplParse<unsigned>(command, 1);
         auto const wanted = ZplParse<unsigned>(command, 2);
+        if (!base || !wanted || *base == 0) return true;
+        if (*base == *wanted) Keep(processor, DpiScaleFactor, 1U);
+        constexpr std::array<unsigned, 3> Bases = {150, 200, 300};
+        bool const isDensity = *wanted == 300 || *wanted == 600;
         // Only whole enlargements are made.
-        if (base && wanted && *base != 0 && *wanted >= *base && *wanted % *base == 0) {
-            constexpr std::array<unsigned, 3> Bases = {150, 200, 300};
-            bool const known = std::find(Bases.begin(), Bases.end(), *base) != Bases.end();
-            if (known && *wanted <= LargestDpi) Keep(processor, DpiScaleFactor, *wanted / *base);
-        }
+        if (isDensity && *wanted % *base == 0 && std::find(Bases.begin(), Bases.end(), *base) != Bases.end())
+            Keep(processor, DpiScaleFactor, *wanted / *base);
         return true;
     }
 };
@@ -151,7 +151,7 @@ class PrintWidthHandler : public HandlerFor<CommandId("PW")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         constexpr unsigned Narrowest = 2;  // dots
-        if (auto const width = Dots(command, 0, processor); *width != 0) {
+        if (auto const width = ZplCore::ParseLength(command, 0, processor).Where(IsGiven)) {
             Keep(processor, LabelWidth, std::clamp(*width, Narrowest, LongestSide));
         }
         return true;

@@ -26,7 +26,7 @@ std::optional<ObjectName> ObjectName::Parse(std::string_view text, char defaultD
     auto const dot = text.find('.');
     result.name = text.substr(0, dot);
     if (dot != std::string_view::npos) result.extension = text.substr(dot + 1);
-    // Hosts end names with blanks, and put other text behind them that the language ignores.
+    // Hosts end names with blanks.
     while (!result.name.empty() && result.name.back() == ' ') result.name.pop_back();
     while (!result.extension.empty() && result.extension.back() == ' ') result.extension.pop_back();
     if (result.name.empty()) result.name = defaultName;

@@ -6,7 +6,7 @@
 
 #include "frontend/context/ObjectName.h"
 
-/// All objects on one device letter together take at most this many bytes.
+/// All objects on one device letter together take at most this many bytes, counted in blocks of 4 KiB.
 inline constexpr std::uintmax_t MaximumStoredBytes = 64UL * 1024 * 1024;
 
 /// Writes an object below `folder`, over an earlier one of that name. False, with a report, if its device is read-only

@@ -54,10 +54,12 @@ struct ClockOffset {
     friend bool operator==(ClockOffset const&, ClockOffset const&) = default;
 };
 
-/// How clock times are taken and shown: a format number and whether a time is taken for every copy.
+/// How clock times are taken and shown: a format number, whether a time is taken for every copy, and by how many
+/// seconds the time of the format must be off for that.
 struct TimeMode {
     std::optional<unsigned> format;
     bool everyCopy = false;
+    unsigned tolerance = 0;
     friend bool operator==(TimeMode const&, TimeMode const&) = default;
 };
 

@@ -1,12 +1,17 @@
 #include "frontend/processor/ZplCommandProcessor.h"
 
+#include <algorithm>
+
 #include "Scripting/GraphicContext.h"
 #include "Scripting/PrinterContextInterface.h"
 #include "foundation/AppSettings.h"
+#include "foundation/Log.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ObjectStore.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/Ascii.h"
+#include "frontend/stream/ZplParse.h"
 #include "propertybus/Property.h"
 
 namespace {
@@ -15,6 +20,14 @@ constexpr std::size_t LongestMissingList = 8 * 1024UL;
 
 bool PrefixFits(SyntacticType syntax, bool isControl) {
     return syntax == SyntacticType::Either || (syntax == SyntacticType::Control) == isControl;
+}
+
+/// Whether data hold what parts the commands of a stored format: a stream with other characters may send that. Raw
+/// pictures are counted, and may hold anything.
+bool HoldsPrefixes(ZplCommand const& command) {
+    bool const isCounted = command.command == "GF" && ToAsciiUpper(ZplParse<char>(command, 0).ValueOr(0)) == 'B';
+    return !isCounted && std::any_of(command.parameters.begin(), command.parameters.end(),
+                                     [](auto const& text) { return text.find_first_of("^~") != std::string::npos; });
 }
 
 }  // namespace
@@ -160,7 +173,13 @@ void ZplCommandProcessor::SaveFormatCommands(std::string const& path) {
     std::string content;
     // What no device takes need not be put together first.
     if (commands.Bytes() <= MaximumStoredBytes) {
-        for (auto const& command : commands) content += '^' + command.command + command.Joined(0, ',');
+        for (auto const& command : commands) {
+            if (HoldsPrefixes(command)) {
+                Log::Report(LogTopic::Data, "data of ^" + command.command +
+                                                " hold ^ or ~, which begin a command when " + path + " is recalled");
+            }
+            content += '^' + command.command + command.Joined(0, ',');
+        }
     } else {
         content.resize(MaximumStoredBytes + 1);
     }

@@ -61,3 +61,11 @@ void PrinterContext::Reset() { Ask(requests_.reset); }
 void PrinterContext::SendToHost(std::string_view data) {
     if (requests_.sendToHost) requests_.sendToHost(data);
 }
+
+void PrinterContext::AddToTagLog(std::string_view lines) {
+    constexpr std::size_t LongestLog = std::size_t{64} << 10;  // bytes
+    tagLog_ += lines;
+    if (tagLog_.size() <= LongestLog) return;
+    std::size_t const lineEnd = tagLog_.find('\n', tagLog_.size() - LongestLog);
+    tagLog_.erase(0, lineEnd == tagLog_.npos ? tagLog_.size() : lineEnd + 1);
+}

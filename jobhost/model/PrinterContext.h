@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "Scripting/PrinterContextInterface.h"
 #include "foundation/Clock.h"
@@ -61,6 +62,8 @@ public:
     void Start() override;
     void Reset() override;
     void SendToHost(std::string_view data) override;
+    void AddToTagLog(std::string_view lines) override;
+    std::string TakeTagLog() override { return std::exchange(tagLog_, {}); }
 
 private:
     ZPLProcessorInterface& model_;
@@ -71,5 +74,6 @@ private:
     Scripting::Dpi designDpi_;
     std::shared_ptr<Clock const> clock_;
     Requests requests_;
+    std::string tagLog_;
     std::shared_ptr<PrinterFeatureCheckerInterface const> checker_;
 };

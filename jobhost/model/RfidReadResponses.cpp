@@ -9,7 +9,7 @@ std::optional<std::vector<RfidReadResponse>> ParseRfidReadResponses(std::string_
     std::vector<RfidReadResponse> responses;
     for (auto const& entry : document.GetArray()) {
         if (!entry.IsObject()) return std::nullopt;
-        auto const number = entry.FindMember("FieldNumber");
+        auto const number = entry.FindMember("Sequence");
         auto const data = entry.FindMember("Data");
         if (number == entry.MemberEnd() || !number->value.IsUint()) return std::nullopt;
         if (data == entry.MemberEnd() || !data->value.IsString()) return std::nullopt;

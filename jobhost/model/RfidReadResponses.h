@@ -7,5 +7,5 @@
 #include "Scripting/RfidOperation.h"
 
 /// What the tag encoder read for a page, as it travels on the bus: a JSON array of objects with the number
-/// "FieldNumber" and the text "Data". Nothing if the text is anything else.
+/// "Sequence" and the text "Data". Nothing if the text is anything else.
 std::optional<std::vector<RfidReadResponse>> ParseRfidReadResponses(std::string_view text);

@@ -31,8 +31,14 @@ std::string const& ScriptGraphicContext::FileError() const { return state_->file
 
 Extent ScriptGraphicContext::PageSize() const { return state_->pageSize; }
 
-void ScriptGraphicContext::SetFieldVariable(bool) {
-    // The desk draws every page anew, so it need not know which fields stay from page to page.
+void ScriptGraphicContext::SetFieldVariable(bool variable) {
+    State& state = *state_;
+    state.variable = variable;
+    if (!variable || state.constantFields) return;
+    // Only now: most labels have no variable field, and are drawn once.
+    state.constantFields = std::make_unique<PrintEngine::Drawing::Raster>();
+    state.constantFields->Reset(state.layout.width, state.layout.height);
+    state.constantFields->Draw(state.raster, PrintEngine::Drawing::Ink::Black);
 }
 
 void ScriptGraphicContext::SetReverse(bool reverse) { state_->reverse = reverse; }

@@ -52,8 +52,8 @@ void ScriptGraphicContext::SetupForPrintJob() {
 
 std::string ScriptGraphicContext::StartJob(std::string_view jobName, unsigned totalPages,
                                            std::vector<unsigned> const& pauseIndices, bool flag,
-                                           std::vector<PageRangeRfidOperations> const&, std::optional<int> density,
-                                           bool pauseAfterJob) {
+                                           std::vector<PageRangeRfidOperations> const& tagOperations,
+                                           std::optional<int> density, bool pauseAfterJob) {
     std::error_code error;
     auto path = PrintEngine::Pages::MakeJobFolder(PrintProcessHandler::GetInstance()->JobsFolder(), jobName, error);
     auto const now = std::chrono::system_clock::now().time_since_epoch();
@@ -64,7 +64,8 @@ std::string ScriptGraphicContext::StartJob(std::string_view jobName, unsigned to
         .flag = flag,
         .density = density,
         .pauseAfterJob = pauseAfterJob,
-        .serial = static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count())};
+        .serial = static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count()),
+        .tagOperations = tagOperations};
     if (!error) error = metaData.Write(path);
     // A folder that nobody can make anything of is worse than none.
     if (error && !path.empty()) {
@@ -97,6 +98,8 @@ void ScriptGraphicContext::StartLabel() {
     state.color = 0;
     state.textStyle = {};
     state.keepsPicture = false;
+    state.constantFields.reset();
+    state.variable = false;
 }
 
 // The label home is unsigned where it is stored, and negative where a stream asked for that.
@@ -144,7 +147,7 @@ void ScriptGraphicContext::RenderPage(std::filesystem::path const& jobPath, unsi
     if (state.keepsPicture) {
         auto picture = std::make_unique<Raster>();
         picture->Reset(state.layout.width, state.layout.height);
-        picture->Draw(state.raster, Ink::Black);
+        picture->Draw(state.constantFields ? *state.constantFields : state.raster, Ink::Black);
         state.storedPicture = std::move(picture);
     } else {
         state.storedPicture.reset();

@@ -25,31 +25,39 @@ void ScriptGraphicContext::DrawRect(int x1, int y1, int x2, int y2, unsigned thi
     std::int64_t const top = std::int64_t{std::min(y1, y2)} - line / 2;
     std::int64_t const right = std::int64_t{std::max(x1, x2)} - line / 2;
     std::int64_t const bottom = std::int64_t{std::max(y1, y2)} - line / 2;
-    FillFrame(state_->raster, state_->PixelBoxOf(left, top, right + line, bottom + line),
-              state_->PixelBoxOf(left + line, top + line, right, bottom), state_->Ink());
+    state_->OnRasters([&](Raster& raster) {
+        FillFrame(raster, state_->PixelBoxOf(left, top, right + line, bottom + line),
+                  state_->PixelBoxOf(left + line, top + line, right, bottom), state_->Ink());
+    });
 }
 
 void ScriptGraphicContext::DrawBox(int x, int y, unsigned width, unsigned height, unsigned thickness, unsigned radius) {
     if (width == 0 || height == 0 || thickness == 0) return;
     state_->NoteContent();
     auto const scale = state_->Scale();
-    FillRoundedFrame(state_->raster, state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height),
-                     scale.Length(thickness), scale.Length(radius), state_->Ink());
+    state_->OnRasters([&](Raster& raster) {
+        FillRoundedFrame(raster, state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height),
+                         scale.Length(thickness), scale.Length(radius), state_->Ink());
+    });
 }
 
 void ScriptGraphicContext::DrawEllipse(int x, int y, unsigned width, unsigned height, unsigned thickness) {
     if (width == 0 || height == 0 || thickness == 0) return;
     state_->NoteContent();
-    FillEllipse(state_->raster, state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height),
-                state_->Scale().Length(thickness), state_->Ink());
+    state_->OnRasters([&](Raster& raster) {
+        FillEllipse(raster, state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height),
+                    state_->Scale().Length(thickness), state_->Ink());
+    });
 }
 
 void ScriptGraphicContext::DrawDiagonal(int x, int y, unsigned width, unsigned height, unsigned thickness,
                                         bool leansRight) {
     if (width == 0 || height == 0 || thickness == 0) return;
     state_->NoteContent();
-    FillDiagonal(state_->raster, state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height),
-                 state_->Scale().Length(thickness), leansRight, state_->Ink());
+    state_->OnRasters([&](Raster& raster) {
+        FillDiagonal(raster, state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height),
+                     state_->Scale().Length(thickness), leansRight, state_->Ink());
+    });
 }
 
 void ScriptGraphicContext::DrawImage(Bitmap const& bitmap, int x, int y, unsigned width, unsigned height, bool scaled) {
@@ -66,12 +74,13 @@ void ScriptGraphicContext::DrawImage(Bitmap const& bitmap, int x, int y, unsigne
     int const targetWidth = scaled ? scale.Length(width) : picture.width;
     int const targetHeight = scaled ? scale.Length(height) : picture.height;
     if (targetWidth == picture.width && targetHeight == picture.height) {
-        state_->raster.Blit(picture, left, top, state_->degrees, state_->Ink());
+        state_->OnRasters([&](Raster& raster) { raster.Blit(picture, left, top, state_->degrees, state_->Ink()); });
     } else if (std::int64_t{targetWidth} * targetHeight > Raster::MaxDots) {
         PrintEngine::Printing::PrintProcessHandler::GetInstance()->Warn("an image is too large to be scaled, left out");
     } else if (targetWidth > 0 && targetHeight > 0) {
         PrintEngine::Drawing::ScaledPicture const resized(picture, targetWidth, targetHeight);
-        state_->raster.Blit(resized.Rows(), left, top, state_->degrees, state_->Ink());
+        state_->OnRasters(
+            [&](Raster& raster) { raster.Blit(resized.Rows(), left, top, state_->degrees, state_->Ink()); });
     }
 }
 

@@ -34,6 +34,12 @@ struct ScriptGraphicContext::State {
     Extent PixelsOf(unsigned width, unsigned length) const;
     /// Takes note that something is drawn, and of the first text.
     void NoteContent(std::string_view text = {});
+    /// Draws by `draw(raster)`: on the page, and where constant fields are kept apart also there.
+    template <typename Draw>
+    void OnRasters(Draw draw) {
+        draw(raster);
+        if (constantFields && !variable) draw(*constantFields);
+    }
     /// Draws texts by `paint(painter)`, so that overlapping characters are inverted once.
     template <typename Paint>
     void PaintText(Paint paint);
@@ -45,6 +51,10 @@ struct ScriptGraphicContext::State {
     PrintEngine::Drawing::Raster raster;
     PrintEngine::Drawing::Raster scratch;  ///< where text is put together before it inverts what lies beneath
     std::unique_ptr<PrintEngine::Drawing::Raster> storedPicture;  ///< null when the next label starts empty
+
+    /// The page without its variable fields; null while it has none.
+    std::unique_ptr<PrintEngine::Drawing::Raster> constantFields;
+    bool variable = false;
 
     PrintEngine::Pages::PngWriter pngWriter;
     PrintEngine::Pages::PageLayout layout;

@@ -67,12 +67,16 @@ template <typename Paint>
 void ScriptGraphicContext::State::PaintText(Paint paint) {
     auto const scale = Scale();
     bool const isInverting = Ink() == PrintEngine::Drawing::Ink::Invert;
-    TextPainter painter(isInverting ? scratch : raster, scale, fonts.Glyphs(),
-                        isInverting ? PrintEngine::Drawing::Ink::Black : Ink());
-    if (isInverting) scratch.Reset(layout.width, layout.height);
-    paint(painter);
-    if (isInverting) raster.Draw(scratch, PrintEngine::Drawing::Ink::Invert);
-    if (painter.HasLeftOut())
+    bool hasLeftOut = false;
+    OnRasters([&](PrintEngine::Drawing::Raster& page) {
+        TextPainter painter(isInverting ? scratch : page, scale, fonts.Glyphs(),
+                            isInverting ? PrintEngine::Drawing::Ink::Black : Ink());
+        if (isInverting) scratch.Reset(layout.width, layout.height);
+        paint(painter);
+        if (isInverting) page.Draw(scratch, PrintEngine::Drawing::Ink::Invert);
+        hasLeftOut = hasLeftOut || painter.HasLeftOut();
+    });
+    if (hasLeftOut)
         PrintEngine::Printing::PrintProcessHandler::GetInstance()->Warn("characters larger than a page are left out");
 }
 

@@ -172,7 +172,7 @@ TEST(DataMatrix0to140, Validates) {
 std::string Decode8Bit(Barcode::Model::MatrixBarcodeModel const& model) {
     auto const& cells = model.GetCells();
     auto const side = static_cast<unsigned>(cells.size());
-    auto const grid = PlacementGrid(side);
+    auto const& grid = MPGTables()[SizeIndex(side)];
     std::vector<bool> bits(grid.size());
     for (unsigned i = 0; i < grid.size(); ++i) {
         unsigned const bit = grid[i];
@@ -193,7 +193,7 @@ std::string Decode8Bit(Barcode::Model::MatrixBarcodeModel const& model) {
 
 TEST(DataMatrix0to140, EverySizeIsReadBack) {
     for (int size = 9; size <= 49; size += 2) {
-        auto const grid = PlacementGrid(static_cast<unsigned>(size));
+        auto const& grid = MPGTables()[SizeIndex(static_cast<unsigned>(size))];
         std::vector<bool> seen(grid.size());
         for (auto const bit : grid) seen.at(bit) = true;
         EXPECT_EQ(std::count(seen.begin(), seen.end(), true), static_cast<std::ptrdiff_t>(grid.size())) << size;

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "../support/FieldBench.h"
 #include "barcodes/RetailText.h"
 
@@ -126,6 +128,79 @@ TEST(Retail, NotchesCutTheBarsBetweenTheGuards) {
         EXPECT_TRUE(module < 10 || (module >= 45 && module < 50) || module >= 84);
     EXPECT_EQ(darkColumns(120), darkColumns(145));
     EXPECT_GE(darkColumns(145).size(), 6U);
+}
+
+/// Where a field draws its symbol and, below and above, its groups of digits, and where the next field would start.
+std::string Places(std::string const& field, std::string const& data) {
+    std::string places;
+    for (char const above : {'N', 'Y'}) {
+        FieldBench bench;
+        std::istringstream calls(bench.Run("^BY2" + field + ",60,Y," + above + "^FD" + data + "^FS"));
+        for (std::string call; std::getline(calls, call);) {
+            std::istringstream words(call);
+            std::string kind, place;
+            words >> kind >> place;
+            if (kind == "text" || above == 'N') places += (kind == "text" ? " " : "") + place;
+        }
+        places += above == 'N' ? "; above" : "; next " + bench.Next();
+    }
+    return places;
+}
+
+TEST(Retail, PlacesInEveryOrientation) {
+    struct {
+        char const* field;
+        char const* places;
+    } const rows[] = {
+        {"^FO500,400^BEN", "500,400 482,464 519,464 649,464; above 480,352 517,352 647,352; next 690,472"},
+        {"^FO500,400^BER", "500,400 469,382 469,419 469,549; above 581,380 581,417 581,547; next 500,590"},
+        {"^FO500,400^BEI", "500,400 689,369 552,369 422,369; above 691,481 554,481 424,481; next 500,400"},
+        {"^FO500,400^BEB", "500,400 564,589 564,452 564,322; above 452,591 452,454 452,324; next 572,400"},
+        {"^FT500,400^BEN", "500,327 482,391 519,391 649,391; above 480,279 517,279 647,279; next 690,400"},
+        {"^FT500,400^BER", "500,400 469,382 469,419 469,549; above 581,380 581,417 581,547; next 500,590"},
+        {"^FT500,400^BEI", "310,400 499,369 362,369 232,369; above 501,481 364,481 234,481; next 310,400"},
+        {"^FT500,400^BEB", "427,210 491,399 491,262 491,132; above 379,401 379,264 379,134; next 500,210"},
+        {"^FO500,400^B8N", "500,400 494,464 560,464; above 492,352 558,352; next 634,472"},
+        {"^FO500,400^B8R", "500,400 469,394 469,460; above 581,392 581,458; next 500,534"},
+        {"^FO500,400^B8I", "500,400 561,369 495,369; above 563,481 497,481; next 500,400"},
+        {"^FO500,400^B8B", "500,400 564,461 564,395; above 452,463 452,397; next 572,400"},
+        {"^FT500,400^B8N", "500,327 494,391 560,391; above 492,279 558,279; next 634,400"},
+        {"^FT500,400^B8R", "500,400 469,394 469,460; above 581,392 581,458; next 500,534"},
+        {"^FT500,400^B8I", "366,400 427,369 361,369; above 429,481 363,481; next 366,400"},
+        {"^FT500,400^B8B", "427,266 491,327 491,261; above 379,329 379,263; next 500,266"},
+        {"^FO500,400^BUN",
+         "500,400 482,464 506,464 584,464 696,464; above 480,352 504,352 582,352 694,352; next 690,472"},
+        {"^FO500,400^BUR",
+         "500,400 469,382 469,406 469,484 469,596; above 581,380 581,404 581,482 581,594; next 500,590"},
+        {"^FO500,400^BUI",
+         "500,400 689,369 585,369 507,369 475,369; above 691,481 587,481 509,481 477,481; next 500,400"},
+        {"^FO500,400^BUB",
+         "500,400 564,589 564,485 564,407 564,375; above 452,591 452,487 452,409 452,377; next 572,400"},
+        {"^FT500,400^BUN",
+         "500,327 482,391 506,391 584,391 696,391; above 480,279 504,279 582,279 694,279; next 690,400"},
+        {"^FT500,400^BUR",
+         "500,400 469,382 469,406 469,484 469,596; above 581,380 581,404 581,482 581,594; next 500,590"},
+        {"^FT500,400^BUI",
+         "310,400 499,369 395,369 317,369 285,369; above 501,481 397,481 319,481 287,481; next 310,400"},
+        {"^FT500,400^BUB",
+         "427,210 491,399 491,295 491,217 491,185; above 379,401 379,297 379,219 379,187; next 500,210"},
+        {"^FO500,400^B9N", "500,400 482,464 489,464 608,464; above 480,352 487,352 606,352; next 602,472"},
+        {"^FO500,400^B9R", "500,400 469,382 469,389 469,508; above 581,380 581,387 581,506; next 500,502"},
+        {"^FO500,400^B9I", "500,400 601,369 494,369 475,369; above 603,481 496,481 477,481; next 500,400"},
+        {"^FO500,400^B9B", "500,400 564,501 564,394 564,375; above 452,503 452,396 452,377; next 572,400"},
+        {"^FT500,400^B9N", "500,327 482,391 489,391 608,391; above 480,279 487,279 606,279; next 602,400"},
+        {"^FT500,400^B9R", "500,400 469,382 469,389 469,508; above 581,380 581,387 581,506; next 500,502"},
+        {"^FT500,400^B9I", "398,400 499,369 392,369 373,369; above 501,481 394,481 375,481; next 398,400"},
+        {"^FT500,400^B9B", "427,298 491,399 491,292 491,273; above 379,401 379,294 379,275; next 500,298"},
+    };
+    for (auto const& [field, places] : rows) {
+        char const symbology = std::string_view(field)[std::string_view(field).size() - 2];
+        char const* const data = symbology == 'E'   ? "400638133393"
+                                 : symbology == '8' ? "9638507"
+                                 : symbology == 'U' ? "03600029145"
+                                                    : "0123456";
+        EXPECT_EQ(Places(field, data), places) << field;
+    }
 }
 
 }  // namespace

@@ -3,7 +3,10 @@
 
 #include <array>
 #include <cstdlib>
+#include <map>
+#include <regex>
 #include <set>
+#include <sstream>
 #include <string>
 
 #include "foundation/Files.h"
@@ -199,13 +202,46 @@ TEST(CommandTable, GivesFontsTimesAndSpellingsByRule) {
         EXPECT_EQ(pool.GetCommandHandler(letters), nullptr) << letters;
 }
 
-TEST(CommandTable, IsDocumentedCommandByCommand) {
-    std::string const page = ReadRegularFile("docs/commands.md");
-    for (auto const& row : CommandTable) {
-        bool const format = row.prefix != Control && page.find('^' + std::string(row.letters)) != std::string::npos;
-        bool const control = row.prefix != Format && page.find('~' + std::string(row.letters)) != std::string::npos;
-        EXPECT_TRUE(format || control) << row.letters;
+/// The commands named by the first cell of a row of the page, with their prefixes; a range of fonts stands for all.
+std::vector<std::string> CommandsOf(std::string const& row) {
+    static std::regex const pattern("`([~^]..)`(-`[~^].(.)`)?");
+    std::string const cell = row.substr(0, row.find('|', 1));
+    std::vector<std::string> commands;
+    for (std::sregex_iterator match(cell.begin(), cell.end(), pattern), end; match != end; ++match) {
+        std::string name = (*match)[1];
+        char const last = (*match)[3].matched ? (*match)[3].str()[0] : name.back();
+        for (; name.back() <= last; ++name.back()) commands.push_back(name);
     }
+    return commands;
+}
+
+TEST(CommandTable, IsDocumentedInOneRowForEachCommandAndNoOther) {
+    CommandHandlerPool const pool(true, false);
+    CommandHandlerPool const withoutTags(false, false);
+    std::map<std::string, int> rows;
+    std::istringstream page(ReadRegularFile("docs/commands.md"));
+    for (std::string line; std::getline(page, line);) {
+        if (!line.starts_with("| `")) continue;
+        bool const isNow = line.substr(0, line.find('|', 1)).find("*now*") != line.npos;
+        std::string const state = line.substr(line.rfind('|', line.size() - 2) + 2);
+        EXPECT_TRUE(state.starts_with("done") || state.starts_with("first: ") || state.starts_with("kept: ") ||
+                    state.starts_with("none: "))
+            << line;
+        for (auto const& name : CommandsOf(line)) {
+            ++rows[name];
+            auto const* handler = pool.GetCommandHandler(name.substr(1));
+            ASSERT_TRUE(handler) << line;
+            bool const isTag = !withoutTags.GetCommandHandler(name.substr(1));
+            EXPECT_TRUE(isTag || isNow == (handler->GetProcessingType() == Immediate)) << line;
+        }
+    }
+    std::map<std::string, int> expected;
+    for (auto const& [id, handler] : pool) {
+        std::string const letters{static_cast<char>(id >> 8), static_cast<char>(id & 0xFF)};
+        if (handler->GetSyntacticType() != Control) ++expected['^' + letters];
+        if (handler->GetSyntacticType() != Format) ++expected['~' + letters];
+    }
+    EXPECT_EQ(rows, expected);
 }
 
 }  // namespace

@@ -5,8 +5,9 @@
 
 #include "foundation/Files.h"
 #include "tests/support/PagePictures.h"
+#include "tests/support/TemporaryDirectory.h"
 
-// Each tests/golden/AREA/NAME.zpl has its page beside it as NAME.png, dot for dot. tools/update-goldens writes the
+// Each tests/golden/AREA/NAME.zpl has its pages beside it as NAME.png, dot for dot. tools/update-goldens writes the
 // pictures; a page that differs is left in build/golden with the difference: grey what is in both, red what is missing,
 // blue what is too much.
 
@@ -28,20 +29,6 @@ unsigned ResolutionOf(fs::path const& stream) {
     std::string const name = stream.stem().string();
     auto const at = name.rfind('@');
     return at == name.npos ? 203 : static_cast<unsigned>(std::atoi(name.c_str() + at + 1));
-}
-
-/// All pages of the stream, one below the other.
-Picture DrawStream(fs::path const& stream) {
-    auto const desk = MakeStillDesk(ResolutionOf(stream));
-    std::string bytes;
-    EXPECT_FALSE(ReadFile(stream, bytes)) << stream;
-    Picture all;
-    for (Picture const& page : DrawPages(*desk, bytes)) {
-        all.width = std::max(all.width, page.width);
-        all.height += page.height;
-        all.dots.insert(all.dots.end(), page.dots.begin(), page.dots.end());
-    }
-    return all;
 }
 
 void WritePng(fs::path const& file, std::vector<std::uint8_t> const& pixels, int width, int height, bool isColor) {
@@ -70,6 +57,34 @@ Picture ReadPage(fs::path const& file) {
     Picture page(static_cast<int>(image.width), static_cast<int>(image.height));
     std::transform(pixels.begin(), pixels.end(), page.dots.begin(), [](std::uint8_t pixel) { return pixel < 128; });
     return page;
+}
+
+/// Every copy of every label as the print driver gets it, one below the other.
+Picture DrawStream(fs::path const& stream) {
+    TemporaryDirectory const folder;
+    auto const desk = MakeStillDesk(ResolutionOf(stream));
+    std::string bytes;
+    EXPECT_FALSE(ReadFile(stream, bytes)) << stream;
+    auto const session = desk->MakeSession();
+    std::vector<Picture> pages;
+    for (std::string_view rest = bytes; !rest.empty();) {
+        auto result = session->Consume(rest, false, true);
+        rest = result.remaining;
+        if (!result.label) continue;
+        auto& label = std::get<1>(*result.label);
+        for (unsigned copy = 0; copy < label.Quantity(); ++copy) {
+            label.RenderLabel(folder.Path(), copy, 0, false);
+            pages.push_back(ReadPage(folder / "0"));
+        }
+    }
+    Picture all;
+    for (auto const& page : pages) all.width = std::max(all.width, page.width);
+    for (auto const& page : pages) {
+        for (int y = 0; y < page.height; ++y, ++all.height) {
+            for (int x = 0; x < all.width; ++x) all.dots.push_back(page.At(x, y));
+        }
+    }
+    return all;
 }
 
 void WriteDifference(fs::path const& file, Picture const& expected, Picture const& actual) {

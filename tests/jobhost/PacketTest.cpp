@@ -54,10 +54,10 @@ TEST(NetworkResponse, TravelsAsJson) {
 }
 
 TEST(RfidReadResponses, AreAnArrayOfFields) {
-    EXPECT_EQ(ParseRfidReadResponses(R"([{"FieldNumber":3,"Data":"E2"},{"Data":"","FieldNumber":4}])"),
+    EXPECT_EQ(ParseRfidReadResponses(R"([{"Sequence":3,"Data":"E2"},{"Data":"","Sequence":4}])"),
               (std::vector<RfidReadResponse>{{3, "E2"}, {4, ""}}));
     EXPECT_EQ(ParseRfidReadResponses("[]"), std::vector<RfidReadResponse>());
-    for (char const* const bad : {"", "{}", "[3]", R"([{"FieldNumber":-1,"Data":""}])", R"([{"FieldNumber":1}])"})
+    for (char const* const bad : {"", "{}", "[3]", R"([{"Sequence":-1,"Data":""}])", R"([{"Sequence":1}])"})
         EXPECT_FALSE(ParseRfidReadResponses(bad)) << bad;
 }
 

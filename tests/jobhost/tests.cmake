@@ -1,5 +1,7 @@
 zpl_add_test(jobhost/ChunkTest)
 zpl_add_test(jobhost/SessionTest)
+zpl_add_test(jobhost/StoredFormatsTest)
+zpl_add_test(jobhost/SerialJobTest)
 target_link_libraries(test_jobhost PRIVATE zpldesk)
 zpl_add_test(jobhost/JobStatusPropertyChangeReducerTest)
 zpl_add_test(jobhost/PacketTest)

@@ -156,6 +156,35 @@ TEST_F(LabelTest, CopiesGoOnFromEachOtherAndTheFirstStartsAnew) {
     EXPECT_NE(starts[1].find("page job/1 last"), std::string::npos);
 }
 
+TEST_F(LabelTest, ClockFieldsKeepTheTimeOfTheirFormatOrTakeThatOfTheirCopy) {
+    struct Row {
+        char const* name;
+        char const* commands;
+        std::vector<std::string> times;  ///< of copies 0, 1, 0 and 500, an hour apart
+    };
+    for (auto const& row : std::vector<Row>{
+             {"the time of the format", "", {"00:00", "00:00", "00:00", "00:00"}},
+             {"the same by name", "^SLS", {"00:00", "00:00", "00:00", "00:00"}},
+             {"a time set by the stream", "^ST,,,12,30,0", {"12:30", "12:30", "12:30", "12:30"}},
+             {"the time of the copy", "^SLT", {"01:00", "02:00", "03:00", "04:00"}},
+         }) {
+        SCOPED_TRACE(row.name);
+        system_->Clear();
+        Take();
+        printer_->now = std::chrono::sys_days(std::chrono::year(2024) / 2 / 29);
+        auto labels = Labels("^XA" + std::string(row.commands) + "^XZ^XA^PQ999^FO1,2^FC%^FD%H:%M^FS^XZ");
+        Zpl::Job job(std::move(labels), {}, false);
+        std::vector<std::string> times;
+        for (unsigned const copy : {0U, 1U, 0U, 500U}) {
+            printer_->now += std::chrono::hours(1);
+            target_->calls.clear();
+            job.RenderLabel(copy);
+            times.push_back(target_->calls.at(0).substr(10, 5));
+        }
+        EXPECT_EQ(times, row.times);
+    }
+}
+
 TEST_F(LabelTest, AReadResponseReachesItsOwnCopyOnce) {
     ContextProcessor state("");
     state.SetSystemContext(system_);

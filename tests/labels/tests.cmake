@@ -1,4 +1,5 @@
 zpl_add_test(labels/LabelTest)
 zpl_add_test(labels/JobTest)
 zpl_add_test(labels/HostHandlersTest)
+zpl_add_test(labels/CommandsTest)
 target_link_libraries(test_labels PRIVATE zpldesk)

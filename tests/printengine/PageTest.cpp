@@ -130,6 +130,9 @@ TEST_F(PageTest, StoredImageLiesUnderTheNextPage) {
     auto const target = Target(0.5, 0.5);
     auto const box = [&](int x, bool keep) {
         target->StartLabel();
+        target->SetFieldVariable(true);
+        target->DrawBox(x, 20, 10, 10, 10, 0);
+        target->SetFieldVariable(false);
         target->DrawBox(x, 0, 10, 10, 10, 0);
         target->EndLabel({.useStoredImage = keep});
     };
@@ -137,9 +140,11 @@ TEST_F(PageTest, StoredImageLiesUnderTheNextPage) {
     Rendered(*target);
     box(50, true);  // drawn, and not rendered: leaves no trace
     box(20, false);
-    EXPECT_EQ(Rendered(*target).InkBox(), (std::array{0, 0, 30, 10}));
+    auto const page = Rendered(*target);
+    EXPECT_EQ(page.InkBox(), (std::array{0, 0, 30, 30}));
+    EXPECT_FALSE(page.At(5, 25));  // variable fields leave with their page
     box(40, false);
-    EXPECT_EQ(Rendered(*target).InkBox(), (std::array{40, 0, 50, 10}));
+    EXPECT_EQ(Rendered(*target).InkBox(), (std::array{40, 0, 50, 30}));
 }
 
 TEST_F(PageTest, OriginMovesWhatIsDrawnAfterIt) {

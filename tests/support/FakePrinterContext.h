@@ -21,7 +21,7 @@ public:
     Scripting::Dpi PrinterDpi() const override { return Scripting::Dpi(printerDpi_); }
     Scripting::Dpi DesignDpi() const override { return Scripting::Dpi(designDpi_); }
 
-    std::chrono::system_clock::time_point Now() const override { return now_; }
+    std::chrono::system_clock::time_point Now() const override { return now; }
 
     bool CutsAfterLabel() const override { return cutsAfterLabel; }
     std::optional<unsigned> CutInterval() const override { return cutInterval; }
@@ -37,6 +37,7 @@ public:
     std::optional<unsigned> cutInterval;
     std::vector<std::string> requests;  ///< in the order they came
     std::string sentToHost;
+    std::chrono::system_clock::time_point now = std::chrono::sys_days(std::chrono::year(2024) / 2 / 29);
 
 private:
     unsigned printerDpi_;
@@ -44,5 +45,4 @@ private:
     char formatPrefix_ = '^';
     char controlPrefix_ = '~';
     char delimiter_ = ',';
-    std::chrono::system_clock::time_point now_ = std::chrono::sys_days(std::chrono::year(2024) / 2 / 29);
 };

@@ -37,28 +37,56 @@ public:
     };
     Box Ink() const {
         Box box{page_.width, page_.height, 0, 0};
+        std::size_t const stride = (page_.width + 7) / 8;
         for (unsigned y = 0; y < page_.height; ++y) {
-            for (unsigned x = 0; x < page_.width; ++x) {
-                if (IsDark(x, y)) {
-                    box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x + 1),
-                           std::max(box.bottom, y + 1)};
-                }
-            }
+            auto const row = page_.rows.begin() + static_cast<std::ptrdiff_t>(y * stride);
+            auto const end = row + static_cast<std::ptrdiff_t>(stride);
+            auto const isInk = [](std::uint8_t byte) { return byte != 0; };
+            auto const first = std::find_if(row, end, isInk);
+            if (first == end) continue;
+            auto const last = std::find_if(std::reverse_iterator(end), std::reverse_iterator(row), isInk).base();
+            unsigned left = static_cast<unsigned>(first - row) * 8;
+            while (!IsDark(left, y)) ++left;
+            unsigned right = static_cast<unsigned>(last - row) * 8;
+            while (!IsDark(right - 1, y)) --right;
+            box = {std::min(box.left, left), std::min(box.top, y), std::max(box.right, right), y + 1};
         }
         return box.right == 0 ? Box{} : box;
     }
 
-    /// The bytes of the one symbol on the page, or "unreadable"; with FNC1 as 0x1D.
-    std::string Read(ZXing::BarcodeFormat format, bool pure = false) const {
-        // A camera looks at the symbol and not at the empty page.
-        constexpr unsigned Quiet = 40;
-        auto const [left, top, right, bottom] = Ink();
-        unsigned const width = right - left + 2 * Quiet;
-        unsigned const height = bottom - top + 2 * Quiet;
+    /// The boxes of what stands side by side with at least `gap` blank columns between.
+    std::vector<Box> BoxesInRow(unsigned gap) const {
+        Box const all = Ink();
+        std::vector<Box> boxes;
+        for (unsigned x = all.left, blank = gap; x < all.right; ++x) {
+            bool isDark = false;
+            for (unsigned y = all.top; y < all.bottom && !isDark; ++y) isDark = IsDark(x, y);
+            if (isDark && blank >= gap) boxes.push_back({x, all.top, x, all.bottom});
+            if (isDark) boxes.back().right = x + 1;
+            blank = isDark ? 0 : blank + 1;
+        }
+        return boxes;
+    }
+
+    /// The bytes of the one symbol on the page, or "unreadable"; with FNC1 as 0x1D. `dotSize` is that of the camera's
+    /// pixels.
+    std::string Read(ZXing::BarcodeFormat format, bool pure = false, unsigned dotSize = 1) const {
+        auto const result = ReadIn(Ink(), format, pure, dotSize);
+        if (!result.isValid() || result.format() != format) return "unreadable";
+        auto const& bytes = result.bytes();
+        return std::string(bytes.begin(), bytes.end());
+    }
+
+    /// A camera looks at a symbol and not at the whole page.
+    ZXing::Result ReadIn(Box box, ZXing::BarcodeFormat format, bool pure = false, unsigned dotSize = 1) const {
+        constexpr unsigned Quiet = 40;  // pixels
+        unsigned const width = (box.right - box.left) * dotSize + 2 * Quiet;
+        unsigned const height = (box.bottom - box.top) * dotSize + 2 * Quiet;
         std::vector<std::uint8_t> pixels(std::size_t{width} * height, 255);
-        for (unsigned y = top; y < bottom; ++y) {
-            for (unsigned x = left; x < right; ++x) {
-                if (IsDark(x, y)) pixels[std::size_t{y - top + Quiet} * width + x - left + Quiet] = 0;
+        for (unsigned y = 0; y < height - 2 * Quiet; ++y) {
+            for (unsigned x = 0; x < width - 2 * Quiet; ++x) {
+                if (IsDark(box.left + x / dotSize, box.top + y / dotSize))
+                    pixels[std::size_t{y + Quiet} * width + x + Quiet] = 0;
             }
         }
         ZXing::DecodeHints hints;
@@ -66,11 +94,8 @@ public:
         hints.setIsPure(pure);
         hints.setBinarizer(ZXing::Binarizer::FixedThreshold);
         hints.setReturnCodabarStartEnd(true);
-        auto const result = ZXing::ReadBarcode(
+        return ZXing::ReadBarcode(
             {pixels.data(), static_cast<int>(width), static_cast<int>(height), ZXing::ImageFormat::Lum}, hints);
-        if (!result.isValid() || result.format() != format) return "unreadable";
-        auto const& bytes = result.bytes();
-        return std::string(bytes.begin(), bytes.end());
     }
 
 private:

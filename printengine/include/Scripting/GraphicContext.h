@@ -139,7 +139,7 @@ public:
 
     // --- State -------------------------------------------------------------------------------------------------
 
-    /// Whether the field under way belongs to the variable part of a label.
+    /// Whether the field under way belongs to the variable part of a label, which a stored image does not hold.
     virtual void SetFieldVariable(bool variable) = 0;
     /// True: ink is exclusive-ored with what lies beneath.
     virtual void SetReverse(bool reverse) = 0;

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "Scripting/Dpi.h"
@@ -60,6 +61,11 @@ public:
 
     /// Sends `data` (raw bytes) back to the sender of the stream.
     virtual void SendToHost(std::string_view data) = 0;
+
+    /// The tag log: what was done with the tags of printed pages. Past its limit the oldest lines are dropped.
+    virtual void AddToTagLog(std::string_view /*lines*/) {}
+    /// The log, which is empty afterwards.
+    virtual std::string TakeTagLog() { return {}; }
 };
 
 }  // namespace Scripting

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 /// One operation that the printer's tag encoder performs while a page passes it. Opaque to everything but the tag
@@ -8,18 +10,32 @@
 struct RfidOperation {
     /// Type of the operations that read a tag and so have to be waited for.
     static constexpr unsigned Read = 10;
+    static constexpr unsigned Write = 11;
+    static constexpr unsigned Lock = 12;
+    static constexpr unsigned SetPassword = 13;
+    /// How the encoder is to work on the operations behind it.
+    static constexpr unsigned SetUp = 14;
 
     unsigned type = 0;
     /// Parameters of the operation in the encoder's own words, by name.
     std::vector<std::pair<std::string, std::string>> arguments;
 
+    /// The argument of that name; empty if there is none.
+    std::string_view Argument(std::string_view name) const {
+        for (auto const& [key, value] : arguments) {
+            if (key == name) return value;
+        }
+        return {};
+    }
+
     friend bool operator==(RfidOperation const&, RfidOperation const&) = default;
 };
 
-/// What the encoder read from a tag for one field number.
+/// What the encoder read from a tag for one read operation.
 struct RfidReadResponse {
-    unsigned fieldNumber = 0;
-    std::string data;
+    /// The operation's argument "Sequence": the place of its command among those of the label.
+    unsigned sequence = 0;
+    std::string data;  ///< bytes in hexadecimal
 
     friend bool operator==(RfidReadResponse const&, RfidReadResponse const&) = default;
 };

@@ -29,15 +29,7 @@ ValidationStatus CodabarEncoder::Validate(std::string_view text) {
 LinearModel CodabarEncoder::Encode(std::string const& text, char start, char stop) {
     auto const values = ValuesOf(text, Alphabet);
     if (values.empty()) return nullptr;
-    Blocks blocks;
-    blocks.reserve((values.size() + 2) * (Elements + 1));
-    AppendElements(GuardPattern(start), Elements, blocks);
-    for (unsigned const value : values) {
-        blocks.push_back(Model::Block::NarrowSpace());
-        AppendElements(Patterns[value], Elements, blocks);
-    }
-    blocks.push_back(Model::Block::NarrowSpace());
-    AppendElements(GuardPattern(stop), Elements, blocks);
+    Blocks blocks = PartedPatterns(values, Patterns, GuardPattern(start), GuardPattern(stop), Elements);
     return std::make_unique<Model::LinearBarcodeModel>(text, std::move(blocks));
 }
 

@@ -30,15 +30,7 @@ LinearModel Code11Encoder::Encode(std::string const& text, unsigned checkDigits)
         values.push_back(WeightedSum(values, 1, lastWeight) % 11);
         check += Alphabet[values.back()];
     }
-    Blocks blocks;
-    blocks.reserve((values.size() + 2) * (Elements + 1));
-    AppendElements(StartStop, Elements, blocks);
-    for (unsigned const value : values) {
-        blocks.push_back(Model::Block::NarrowSpace());
-        AppendElements(Patterns[value], Elements, blocks);
-    }
-    blocks.push_back(Model::Block::NarrowSpace());
-    AppendElements(StartStop, Elements, blocks);
+    Blocks blocks = PartedPatterns(values, Patterns, StartStop, StartStop, Elements);
     return std::make_unique<Model::LinearBarcodeModel>(text, std::move(blocks), check);
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Barcode/Algorithm/MODX.h"
 #include "Barcode/Encoder/Code128Utils.h"
 #include "printengine/src/barcode/Code128Characters.h"
 
@@ -13,13 +14,6 @@ namespace {
 constexpr std::size_t MaxLength = 6000;
 
 constexpr std::size_t ContainerNumberLength = 20;
-
-/// Whether the last digit makes the sum of all digits, every second one counted three times, a multiple of ten.
-bool HasModulo10CheckDigit(std::string_view digits) {
-    int sum = 0;
-    for (std::size_t i = 0; i < digits.size(); ++i) sum += (digits[digits.size() - 1 - i] - '0') * (i % 2 == 1 ? 3 : 1);
-    return sum % 10 == 0;
-}
 
 bool IsAllowed(unsigned char byte, Code128EncodeMode mode) {
     if (byte < 128) return mode != Code128EncodeMode::Ucc || (byte >= '0' && byte <= '9');
@@ -43,7 +37,8 @@ ValidationStatus Code128Encoder::Validate(std::string_view text, Code128EncodeMo
     if (text.size() > (isContainerNumber ? ContainerNumberLength : MaxLength)) return ValidationStatus::TooLong;
     if (!isContainerNumber) return ValidationStatus::Valid;
     if (text.size() < ContainerNumberLength) return ValidationStatus::TooShort;
-    return HasModulo10CheckDigit(text) ? ValidationStatus::Valid : ValidationStatus::InvalidCheckDigit;
+    char const check = Algorithm::MODX::GenerateUPCCheckDigit(text.substr(0, ContainerNumberLength - 1));
+    return text.back() == check ? ValidationStatus::Valid : ValidationStatus::InvalidCheckDigit;
 }
 
 std::unique_ptr<Model::LinearBarcodeModel> Code128Encoder::Encode(std::string const& text, Code128EncodeMode mode) {

@@ -27,18 +27,13 @@ ValidationStatus Code39Encoder::Validate(std::string_view text) {
 LinearModel Code39Encoder::Encode(std::string const& text, bool withCheckDigit) {
     auto values = ValuesOf(text, Alphabet);
     if (values.empty()) return nullptr;
-    unsigned const check = std::accumulate(values.begin(), values.end(), 0U) % 43;
-    if (withCheckDigit) values.push_back(check);
-    Blocks blocks;
-    blocks.reserve((values.size() + 2) * (Elements + 1));
-    AppendElements(StartStop, Elements, blocks);
-    for (unsigned const value : values) {
-        blocks.push_back(Model::Block::NarrowSpace());
-        AppendElements(Patterns[value], Elements, blocks);
+    std::string check;
+    if (withCheckDigit) {
+        values.push_back(std::accumulate(values.begin(), values.end(), 0U) % 43);
+        check = Alphabet[values.back()];
     }
-    blocks.push_back(Model::Block::NarrowSpace());
-    AppendElements(StartStop, Elements, blocks);
-    return std::make_unique<Model::LinearBarcodeModel>(text, std::move(blocks), std::string(1, Alphabet[check]));
+    Blocks blocks = PartedPatterns(values, Patterns, StartStop, StartStop, Elements);
+    return std::make_unique<Model::LinearBarcodeModel>(text, std::move(blocks), std::move(check));
 }
 
 }  // namespace Barcode::Encoder

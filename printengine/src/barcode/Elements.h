@@ -22,6 +22,22 @@ inline void AppendElements(unsigned pattern, int count, Blocks& blocks) {
     for (int i = count - 1; i >= 0; --i) blocks.emplace_back((pattern >> i & 1) != 0, (count - 1 - i) % 2 == 0);
 }
 
+/// The patterns of `values` between `start` and `stop`, all of `elements` elements and parted by narrow spaces.
+template <typename Patterns>
+Blocks PartedPatterns(std::vector<unsigned> const& values, Patterns const& patterns, unsigned start, unsigned stop,
+                      int elements) {
+    Blocks blocks;
+    blocks.reserve((values.size() + 2) * static_cast<std::size_t>(elements + 1));
+    AppendElements(start, elements, blocks);
+    for (unsigned const value : values) {
+        blocks.push_back(Model::Block::NarrowSpace());
+        AppendElements(patterns[value], elements, blocks);
+    }
+    blocks.push_back(Model::Block::NarrowSpace());
+    AppendElements(stop, elements, blocks);
+    return blocks;
+}
+
 /// One narrow block for each of the `count` low bits of `pattern`, the highest first; 1 is dark.
 inline void AppendModules(unsigned pattern, int count, Blocks& blocks) {
     for (int i = count - 1; i >= 0; --i) blocks.emplace_back(false, (pattern >> i & 1) != 0);

@@ -2,9 +2,12 @@
 
 #include <array>
 
+#include "Barcode/Algorithm/MODX.h"
 #include "printengine/src/barcode/Elements.h"
 
 namespace Barcode::Encoder {
+
+using Algorithm::MODX::GenerateUPCCheckDigit;
 
 namespace {
 
@@ -42,14 +45,6 @@ void AppendLeft(std::string_view digits, unsigned parity, Blocks& blocks) {
 
 void AppendRight(std::string_view digits, Blocks& blocks) {
     for (char const digit : digits) AppendModules(~SetA[ValueOf(digit)], Modules, blocks);
-}
-
-/// Weights 3 and 1 from the right.
-char CheckDigit(std::string_view digits) {
-    unsigned sum = 0;
-    for (std::size_t i = 0; i < digits.size(); ++i)
-        sum += ValueOf(digits[digits.size() - 1 - i]) * (i % 2 == 0 ? 3 : 1);
-    return Digits[(10 - sum % 10) % 10];
 }
 
 ValidationStatus ValidateDigits(std::string_view text, std::size_t length) {
@@ -93,7 +88,7 @@ ValidationStatus EAN13Encoder::Validate(std::string_view text) { return Validate
 
 LinearModel EAN13Encoder::Encode(std::string const& text) {
     if (Validate(text) != ValidationStatus::Valid) return nullptr;
-    std::string const full = text + CheckDigit(text);
+    std::string const full = text + GenerateUPCCheckDigit(text);
     std::string_view const digits = full;
     return EncodeHalves(text, digits.substr(1, 6), Ean13Parity[ValueOf(full[0])], digits.substr(7), full.back());
 }
@@ -102,7 +97,7 @@ ValidationStatus EAN8Encoder::Validate(std::string_view text) { return ValidateD
 
 LinearModel EAN8Encoder::Encode(std::string const& text) {
     if (Validate(text) != ValidationStatus::Valid) return nullptr;
-    std::string const full = text + CheckDigit(text);
+    std::string const full = text + GenerateUPCCheckDigit(text);
     return EncodeHalves(text, std::string_view(full).substr(0, 4), 0, std::string_view(full).substr(4), full.back());
 }
 
@@ -110,7 +105,7 @@ ValidationStatus UPCAEncoder::Validate(std::string_view text) { return ValidateD
 
 LinearModel UPCAEncoder::Encode(std::string const& text) {
     if (Validate(text) != ValidationStatus::Valid) return nullptr;
-    std::string const full = text + CheckDigit(text);
+    std::string const full = text + GenerateUPCCheckDigit(text);
     return EncodeHalves(text, std::string_view(full).substr(0, 6), 0, std::string_view(full).substr(6), full.back());
 }
 
@@ -135,7 +130,7 @@ std::string UPCEEncoder::Expand(std::string_view text) {
 }
 
 char UPCEEncoder::CalculateUPCECheckDigit(std::string_view text) {
-    return Validate(text) == ValidationStatus::Valid ? CheckDigit(Expand(text)) : '0';
+    return Validate(text) == ValidationStatus::Valid ? GenerateUPCCheckDigit(Expand(text)) : '0';
 }
 
 LinearModel UPCEEncoder::Encode(std::string_view text) {

@@ -1,5 +1,6 @@
 #include <array>
 
+#include "Barcode/Algorithm/MODX.h"
 #include "Barcode/Encoder/LinearEncoders.h"
 #include "printengine/src/barcode/Elements.h"
 
@@ -13,13 +14,6 @@ constexpr std::array<unsigned, 10> Patterns{0b00110, 0b10001, 0b01001, 0b11000, 
 constexpr int Elements = 5;
 
 ValidationStatus ValidateDigits(std::string_view text) { return ValidateAlphabet(text, Digits, 1, MaxLinearLength); }
-
-/// Every second digit, from the last one on, counts three times.
-unsigned Mod10CheckDigit(std::vector<unsigned> const& digits) {
-    unsigned sum = 0;
-    for (std::size_t i = 0; i < digits.size(); ++i) sum += digits[digits.size() - 1 - i] * (i % 2 == 0 ? 3 : 1);
-    return (10 - sum % 10) % 10;
-}
 
 /// A digit with its data in the bars alone, and the space behind it.
 void AppendBarDigit(unsigned digit, Blocks& blocks) {
@@ -52,8 +46,13 @@ ValidationStatus Interleaved2of5Encoder::Validate(std::string_view text) { retur
 LinearModel Interleaved2of5Encoder::Encode(std::string const& text, bool withCheckDigit) {
     auto digits = ValuesOf(text, Digits);
     if (digits.empty()) return nullptr;
-    unsigned const check = Mod10CheckDigit(digits);
-    if (withCheckDigit) digits.push_back(check);
+    std::string check;
+    if (withCheckDigit) {
+        std::string kept;
+        for (unsigned const digit : digits) kept += Digits[digit];
+        check = Algorithm::MODX::GenerateUPCCheckDigit(kept);
+        digits.push_back(static_cast<unsigned>(check[0] - '0'));
+    }
     if (digits.size() % 2 != 0) digits.insert(digits.begin(), 0);
     Blocks blocks;
     blocks.reserve(digits.size() * Elements + 7);
@@ -65,7 +64,7 @@ LinearModel Interleaved2of5Encoder::Encode(std::string const& text, bool withChe
         }
     }
     AppendElements(0b100, 3, blocks);
-    return std::make_unique<Model::LinearBarcodeModel>(text, std::move(blocks), std::string(1, Digits[check]));
+    return std::make_unique<Model::LinearBarcodeModel>(text, std::move(blocks), std::move(check));
 }
 
 ValidationStatus Standard2of5Encoder::Validate(std::string_view text) { return ValidateDigits(text); }

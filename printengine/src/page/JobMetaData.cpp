@@ -8,6 +8,58 @@
 
 namespace PrintEngine::Printing {
 
+namespace {
+
+void WriteTagOperations(JsonWriter& writer, std::vector<PageRangeRfidOperations> const& ranges) {
+    writer.Key("TagOperations").StartArray();
+    for (auto const& range : ranges) {
+        writer.StartObject().Key("FirstPage").Int(range.firstPage).Key("LastPage").Int(range.lastPage);
+        writer.Key("Operations").StartArray();
+        for (auto const& operation : range.operations) {
+            writer.StartObject().Key("Type").Int(operation.type).Key("Arguments").StartObject();
+            for (auto const& [name, value] : operation.arguments) writer.Key(name).String(value);
+            writer.EndObject().EndObject();
+        }
+        writer.EndArray().EndObject();
+    }
+    writer.EndArray();
+}
+
+unsigned UintOf(rapidjson::Value const& object, char const* name) {
+    auto const found = object.FindMember(name);
+    return found != object.MemberEnd() && found->value.IsUint() ? found->value.GetUint() : 0;
+}
+
+/// The entries of an array member that are objects.
+template <typename Take>
+void ForObjects(rapidjson::Value const& object, char const* name, Take take) {
+    auto const found = object.FindMember(name);
+    if (found == object.MemberEnd() || !found->value.IsArray()) return;
+    for (auto const& entry : found->value.GetArray()) {
+        if (entry.IsObject()) take(entry);
+    }
+}
+
+std::vector<PageRangeRfidOperations> ReadTagOperations(rapidjson::Value const& document) {
+    std::vector<PageRangeRfidOperations> ranges;
+    ForObjects(document, "TagOperations", [&](auto const& entry) {
+        auto& range =
+            ranges.emplace_back(PageRangeRfidOperations{UintOf(entry, "FirstPage"), UintOf(entry, "LastPage"), {}});
+        ForObjects(entry, "Operations", [&](auto const& written) {
+            auto& operation = range.operations.emplace_back(RfidOperation{UintOf(written, "Type"), {}});
+            auto const arguments = written.FindMember("Arguments");
+            if (arguments == written.MemberEnd() || !arguments->value.IsObject()) return;
+            for (auto const& argument : arguments->value.GetObject()) {
+                if (argument.value.IsString())
+                    operation.arguments.emplace_back(argument.name.GetString(), argument.value.GetString());
+            }
+        });
+    });
+    return ranges;
+}
+
+}  // namespace
+
 std::string JobMetaData::Text() const {
     JsonWriter writer;
     writer.StartObject().Key("JobName").String(jobName).Key("TotalPages").Int(totalPages);
@@ -15,6 +67,7 @@ std::string JobMetaData::Text() const {
     for (unsigned const index : pauseIndices) writer.Int(index);
     writer.EndArray().Key("Flag").Bool(flag).Key("PauseAfterJob").Bool(pauseAfterJob);
     if (density) writer.Key("Density").Int(*density);
+    if (!tagOperations.empty()) WriteTagOperations(writer, tagOperations);
     writer.Key("Serial").Int(static_cast<std::int64_t>(serial)).EndObject();
     return writer.Text();
 }
@@ -24,6 +77,7 @@ std::optional<JobMetaData> JobMetaData::Parse(std::string_view text) {
     document.Parse<rapidjson::kParseIterativeFlag>(text.data(), text.size());
     if (document.HasParseError() || !document.IsObject()) return std::nullopt;
     JobMetaData data;
+    data.tagOperations = ReadTagOperations(document);
     for (auto const& member : document.GetObject()) {
         std::string_view const name(member.name.GetString(), member.name.GetStringLength());
         auto const& value = member.value;

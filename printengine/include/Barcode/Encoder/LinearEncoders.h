@@ -17,7 +17,7 @@ using LinearModel = std::unique_ptr<Model::LinearBarcodeModel>;
 /// Code 39 (ISO/IEC 16388): upper case letters, digits and `-. $/+%`. Start and stop are added.
 struct PRINTENGINE_API Code39Encoder {
     static ValidationStatus Validate(std::string_view text);
-    /// The model's check digit is that of modulo 43; it is part of the symbol with `withCheckDigit`.
+    /// `withCheckDigit` ends the data with the check character of modulo 43.
     static LinearModel Encode(std::string const& text, bool withCheckDigit);
 };
 
@@ -59,12 +59,12 @@ struct PRINTENGINE_API Industrial2of5Encoder {
 };
 
 /// Which check digits an MSI symbol ends with.
-enum class MsiCheckDigits { None, Mod10, TwoMod10, Mod11Mod10 };
+enum class MSICheckDigit { None, Mod10, TwoMod10, Mod11Mod10 };
 
 /// MSI: up to 14 digits, 13 with check digits.
-struct PRINTENGINE_API MsiEncoder {
-    static ValidationStatus Validate(std::string_view text, MsiCheckDigits checkDigits);
-    static LinearModel Encode(std::string const& text, MsiCheckDigits checkDigits);
+struct PRINTENGINE_API MSIEncoder {
+    static ValidationStatus Validate(std::string_view text, MSICheckDigit checkDigits);
+    static LinearModel Encode(std::string const& text, MSICheckDigit checkDigits);
 };
 
 /// Plessey: hexadecimal digits, followed by a cyclic check of eight bits (two digits).

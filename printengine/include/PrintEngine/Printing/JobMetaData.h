@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Scripting/Api.h"
+#include "Scripting/RfidOperation.h"
 
 namespace PrintEngine::Printing {
 
@@ -23,6 +24,7 @@ struct PRINTENGINE_API JobMetaData {
     bool pauseAfterJob = false;
     std::uint64_t serial = 0;  ///< grows from job to job, also over processes (nanoseconds of the wall clock)
     unsigned firstPage = 0;    ///< the page to go on from
+    std::vector<PageRangeRfidOperations> tagOperations = {};
 
     std::string Text() const;
     /// Nothing if the text is no such object. Members that are missing keep their defaults.

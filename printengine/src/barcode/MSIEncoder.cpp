@@ -20,15 +20,15 @@ unsigned Mod10(std::vector<unsigned> const& digits) {
 /// Weights 2 to 7 from the last digit on. A remainder of one leaves 10, which takes two digits.
 unsigned Mod11(std::vector<unsigned> const& digits) { return (11 - WeightedSum(digits, 2, 7) % 11) % 11; }
 
-std::string AppendCheckDigits(std::vector<unsigned>& digits, MsiCheckDigits checkDigits) {
+std::string AppendCheckDigits(std::vector<unsigned>& digits, MSICheckDigit checkDigits) {
     std::size_t const data = digits.size();
-    if (checkDigits == MsiCheckDigits::Mod11Mod10) {
+    if (checkDigits == MSICheckDigit::Mod11Mod10) {
         unsigned const check = Mod11(digits);
         if (check >= 10) digits.push_back(1);
         digits.push_back(check % 10);
     }
-    if (checkDigits != MsiCheckDigits::None) digits.push_back(Mod10(digits));
-    if (checkDigits == MsiCheckDigits::TwoMod10) digits.push_back(Mod10(digits));
+    if (checkDigits != MSICheckDigit::None) digits.push_back(Mod10(digits));
+    if (checkDigits == MSICheckDigit::TwoMod10) digits.push_back(Mod10(digits));
     std::string text;
     for (std::size_t i = data; i < digits.size(); ++i) text += Digits[digits[i]];
     return text;
@@ -36,11 +36,11 @@ std::string AppendCheckDigits(std::vector<unsigned>& digits, MsiCheckDigits chec
 
 }  // namespace
 
-ValidationStatus MsiEncoder::Validate(std::string_view text, MsiCheckDigits checkDigits) {
-    return ValidateAlphabet(text, Digits, 1, checkDigits == MsiCheckDigits::None ? MostDigits : MostDigits - 1);
+ValidationStatus MSIEncoder::Validate(std::string_view text, MSICheckDigit checkDigits) {
+    return ValidateAlphabet(text, Digits, 1, checkDigits == MSICheckDigit::None ? MostDigits : MostDigits - 1);
 }
 
-LinearModel MsiEncoder::Encode(std::string const& text, MsiCheckDigits checkDigits) {
+LinearModel MSIEncoder::Encode(std::string const& text, MSICheckDigit checkDigits) {
     auto digits = ValuesOf(text, Digits);
     if (digits.empty()) return nullptr;
     std::string check = AppendCheckDigits(digits, checkDigits);

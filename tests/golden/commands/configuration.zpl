@@ -1,0 +1,4 @@
+^XA^KNLine 4,Packing hall^KD1^KL2^MD-3^LT5^XZ
+~WC
+~JR
+^XA^PW400^LL60^FO10,10^A0N,40,40^FDafter a reset^FS^XZ

@@ -1,0 +1,121 @@
+#include <gtest/gtest.h>
+
+#include "foundation/AppSettings.h"
+#include "foundation/Log.h"
+#include "frontend/context/ObjectStore.h"
+#include "tests/support/StreamRun.h"
+#include "tests/support/TemporaryDirectory.h"
+
+namespace {
+
+/// A printer that is switched off and on again between streams: only the folder of its store stays.
+class StoredFormats : public testing::Test {
+protected:
+    StreamRun Start(std::string_view stream) {
+        RenderOptions options;
+        options.widthInches = options.heightInches = 2;
+        Desk desk(options);
+        AppSettings::GetInstance().SetStorageDir(storage_.Path());
+        ClearMemoryDevice(AppSettings::GetInstance().FormatsDir());
+        return RunStream(desk, stream);
+    }
+
+    TemporaryDirectory storage_;
+    unsigned reports_ = 0;
+    Log::ScopedSink sink_{[this](LogTopic, std::string_view) { ++reports_; }};
+};
+
+TEST_F(StoredFormats, RecalledAfterARestartDrawWhatTheyWouldHaveDrawn) {
+    std::string const define =
+        "^XA^DFE:T.ZPL^FO9,9^GB390,300,3^FS^FO20,20^A0N,40,30^FN1^FS^FO20,80^BY2^BCN,60,N^FN2^FS"
+        "^FO20,200^A0R,30,30^FDfix,ed^FS^XZ";
+    std::string const direct =
+        "^XA^FO9,9^GB390,300,3^FS^FO20,20^A0N,40,30^FDone^FS^FO20,80^BY2^BCN,60,N^FD22^FS"
+        "^FO20,200^A0R,30,30^FDfix,ed^FS^XZ";
+    std::string const accents = "^XA^CI28^FO20,20^A0N,40,30^FD\xC3\xA9t\xC3\xA9, \xC3\xBC^FS^XZ";
+    struct Row {
+        char const* name;
+        std::string define;
+        std::string recall;
+        std::string direct;
+    };
+    for (auto const& row : std::vector<Row>{
+             {"new data", define, "^XA^XFE:T.ZPL^FN1^FDone^FS^FN2^FD22^FS^XZ", direct},
+             {"data in the other order", define, "^XA^XFE:T.ZPL^FN2^FD22^FS^FN1^FDone^FS^XZ", direct},
+             {"a short name in lower case", define, "^XA^XFt^FS^FN1^FDone^FS^FN2^FD22^FS^XZ", direct},
+             {"recalled with other characters", define, "^XA^CD;^CC//XFE:T.ZPL/FN1/FDone/FS/FN2/FD22/FS/XZ", direct},
+             {"stored with other characters",
+              "^XA^CD;^CC//DFE:T.ZPL/FO9;9/GB390;300;3/FS/FO20;20/A0N;40;30/FN1/FS"
+              "/FO20;80/BY2/BCN;60;N/FN2/FS/FO20;200/A0R;30;30/FDfix,ed/FS/XZ",
+              "^XA^XFE:T.ZPL^FN1^FDone^FS^FN2^FD22^FS^XZ", direct},
+             {"a delimiter changed behind the data", define, "^XA^XFE:T.ZPL^FN1^FDone^FS^FN2^FD22^FS^CD;^XZ", direct},
+             {"data in another code page", "^XA^CI28^DFE:T.ZPL^FO20,20^A0N,40,30^FN1^FS^XZ",
+              "^XA^XFE:T.ZPL^CI27^FN1^FD\xE9t\xE9, \xFC^FS^XZ", accents},
+             {"data in UTF-8 for a format of code page 850", "^XA^DFE:T.ZPL^CI13^FO20,20^A0N,40,30^FN1^FS^XZ",
+              "^XA^XFE:T.ZPL^CI28^FN1^FD\xC3\xA9t\xC3\xA9, \xC3\xBC^FS^XZ", accents},
+             {"a format that keeps its own code page", "^XA^DFE:T.ZPL^CI27^FO20,20^A0N,40,30^FD\xE9t\xE9, \xFC^FS^XZ",
+              "^XA^CI28^XFE:T.ZPL^XZ", accents},
+             {"a raw picture", "^XA^DFE:T.ZPL^FO20,20^GFB,4,4,1,\xFF^,~^FS^XZ", "^XA^XFE:T.ZPL^XZ",
+              "^XA^FO20,20^GFA,8,4,1,FF5E2C7E^FS^XZ"},
+             {"a serial template", "^XA^DFE:T.ZPL^FO20,20^A0N,40,30^FN1^SFdd^FS^XZ", "^XA^XFE:T^FN1^FD07^FS^XZ",
+              "^XA^FO20,20^A0N,40,30^FD07^FS^XZ"},
+             {"two recalls in one format", "^XA^DFE:T^FO20,20^FN1^FS^XZ^XA^DFE:U^FO20,60^FN2^FS^XZ",
+              "^XA^XFE:T^FN1^FDa^FS^XFE:U^FN2^FDb^FS^XZ", "^XA^FO20,20^FDa^FS^FO20,60^FDb^FS^XZ"},
+         }) {
+        SCOPED_TRACE(row.name);
+        EXPECT_TRUE(Start(row.define).labels.empty());
+        auto const recalled = Start(row.recall);
+        auto const drawn = Start(row.direct);
+        ASSERT_EQ(recalled.labels.size(), 1U);
+        EXPECT_EQ(recalled.labels.front().rows, drawn.labels.at(0).rows);
+    }
+    EXPECT_EQ(reports_, 0U);
+}
+
+TEST_F(StoredFormats, OfTheMemoryDeviceEndWithTheProcess) {
+    std::string const store = "^XA^DFR:T^FDa^FS^XZ~DGR:G,1,1,FF^XA^DFE:T^FDb^FS^XZ~DGE:G,1,1,FF";
+    EXPECT_EQ(Texts(Start(store + "^XA^XFT^XZ")), std::vector<std::string>{"a"});
+    EXPECT_EQ(Texts(Start("^XA^XFT^XZ^XA^XFR:T^XZ")), std::vector<std::string>{"b"});
+    EXPECT_EQ(Start("^XA^XGE:G^FS^XZ^XA^XGR:G^FS^XZ").labels.size(), 1U);
+    EXPECT_EQ(Texts(Start(store + "^XA~JR^FDlost^FS^XZ^XA^XFT^XZ")), std::vector<std::string>{"b"});
+}
+
+TEST_F(StoredFormats, AThousandStandBesideEachOther) {
+    std::string store;
+    std::string recall;
+    for (int i = 0; i < 1000; ++i) {
+        std::string const number = std::to_string(i);
+        store += "^XA^DFE:F" + number + ".ZPL^FD" + number + "^FS^XZ";
+        recall += "^XA^XFE:F" + number + ".ZPL^XZ";
+    }
+    Start(store);
+    auto const texts = Texts(Start(recall));
+    ASSERT_EQ(texts.size(), 1000U);
+    for (int i = 0; i < 1000; ++i) EXPECT_EQ(texts[static_cast<std::size_t>(i)], std::to_string(i));
+}
+
+TEST_F(StoredFormats, OneThatRecallsItselfEndsAtALimit) {
+    std::string grow = "^XA^DFE:S^FO9,9^FDa^FS";
+    for (int i = 0; i < 10; ++i) grow += "^XFE:S";
+    std::string stream;
+    for (int i = 0; i < 8; ++i) stream += grow + "^XZ";
+    Start(stream);
+    EXPECT_GT(reports_, 0U);
+    EXPECT_EQ(Texts(Start("^XA^XFE:S^XZ^XA^FDnext^FS^XZ")).back(), "next");
+}
+
+TEST_F(StoredFormats, ReportDataThatARecallWouldReadAsCommands) {
+    Start("^XA^CC/^DFx/DFE:T/FO9,9/FDa^b~c/FS/FO9,9/GFB,2,2,1,^~/FS/XZ");
+    EXPECT_EQ(reports_, 1U);
+}
+
+TEST_F(StoredFormats, NamesStayInTheirFolder) {
+    for (std::string const name : {"E:../T", "E:a/b", "../T.ZPL", "E:..", "Q:T", "E:T.GRF", "E:\\T", "/tmp/T",
+                                   "E:12345678901234567", "E:T.ZPL/x", "E:a\x01"}) {
+        Start("^XA^DF" + name + "^FDx^FS^XZ");
+        EXPECT_TRUE(Start("^XA^XF" + name + "^XZ").labels.empty()) << name;
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(storage_.Path()));
+}
+
+}  // namespace
