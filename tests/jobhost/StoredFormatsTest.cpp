@@ -72,6 +72,17 @@ TEST_F(StoredFormats, RecalledAfterARestartDrawWhatTheyWouldHaveDrawn) {
     EXPECT_EQ(reports_, 0U);
 }
 
+TEST_F(StoredFormats, MemoryIsFreeAgainWhenItIsCleared) {
+    std::string const most(std::size_t{40} << 20, 'x');
+    auto const store = [&](char letter) {
+        return StoreObject(storage_.Path(), *ObjectName::Parse(std::string("R:") + letter, 'R', "", "GRF"), most);
+    };
+    EXPECT_TRUE(store('A'));
+    EXPECT_FALSE(store('B'));
+    ClearMemoryDevice(storage_.Path());
+    EXPECT_TRUE(store('B'));
+}
+
 TEST_F(StoredFormats, OfTheMemoryDeviceEndWithTheProcess) {
     std::string const store = "^XA^DFR:T^FDa^FS^XZ~DGR:G,1,1,FF^XA^DFE:T^FDb^FS^XZ~DGE:G,1,1,FF";
     EXPECT_EQ(Texts(Start(store + "^XA^XFT^XZ")), std::vector<std::string>{"a"});
