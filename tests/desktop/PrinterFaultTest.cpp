@@ -64,7 +64,7 @@ TEST(PrinterFaults, JobsThatCannotBeWrittenHoldUpNobody) {
     EXPECT_EQ(printer.Kept().size(), 1U);
     ASSERT_EQ(::prlimit(printer.Child("zplhost"), RLIMIT_FSIZE, &before, nullptr), 0);
     EXPECT_TRUE(Prints(printer, "after"));
-    EXPECT_TRUE(printer.Jobs().empty());
+    EXPECT_TRUE(printer.Until([&] { return printer.Jobs().empty(); }));
 }
 
 TEST(PrinterFaults, FoldersThatVanish) {
