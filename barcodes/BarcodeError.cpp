@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <iterator>
 
 #include "barcodes/BarcodeFrame.h"
@@ -12,28 +13,38 @@ namespace {
 constexpr std::string_view BannerFont = "D";
 constexpr int BannerMargin = 8;  // dots above and below the text
 
-constexpr std::string_view Messages[] = {
-    {},  // valid
-    " INVALID - C ",
-    " INVALID - E ",
-    " INVALID - L ",
-    " INVALID - S ",
-    " INVALID - P ",
+/// What is printed, and what it means, by the number of the status.
+struct ErrorText {
+    std::string_view message;
+    std::string_view meaning;
 };
-static_assert(Messages[1].size() == 13 && Messages[2].size() == 13 && Messages[3].size() == 13 &&
-              Messages[4].size() == 13 && Messages[5].size() == 13);
+constexpr ErrorText Errors[] = {
+    {},  // valid
+    {" INVALID - C ", "the symbology has not all of their characters"},
+    {" INVALID - E ", "their check digit is wrong"},
+    {" INVALID - L ", "they are too long"},
+    {" INVALID - S ", "they are too short"},
+    {" INVALID - P ", "a parameter of the command does not fit them"},
+};
+
+std::string_view MeaningOf(std::string_view message) {
+    auto const error = std::find_if(std::begin(Errors), std::end(Errors),
+                                    [message](ErrorText const& candidate) { return candidate.message == message; });
+    return error == std::end(Errors) ? message : error->meaning;
+}
 
 }  // namespace
 
 std::optional<std::string> GetBarcodeErrorMessage(BarcodeStatus status) {
     auto const index = static_cast<std::size_t>(status);
-    if (index == 0 || index >= std::size(Messages)) return std::nullopt;
-    return std::string(Messages[index]);
+    if (index == 0 || index >= std::size(Errors)) return std::nullopt;
+    return std::string(Errors[index].message);
 }
 
 void HandleBarcodeError(ContextProcessor& processor, std::string const& message, bool force) {
     auto const& data = processor.at(ZplContextKeys::FieldData);
-    Log::Report(LogTopic::BarcodeRefused, message + "for \"" + data.substr(0, 60) + "\"");
+    Log::Report(LogTopic::BarcodeRefused, "no barcode can be made of the data \"" + data.substr(0, 60) +
+                                              "\": " + std::string(MeaningOf(message)));
     auto const& target = processor.GetGraphicContext();
     if (!target) return;
     if (!force && !processor.at(ZplContextKeys::EnableBarcodeValidation)) return;

@@ -200,8 +200,9 @@ written, 3 findings under --strict.
 std::string_view CheckHelp() {
     return R"(usage: zpl check FILE...|- [--dpi N] [--size WxH] [--tag T] [--json] [--strict]
 
-Reads each stream as zpl render does and reports its labels, their copies, and every command that is unknown, with label,
-byte offset, line and column. Draws no files.
+Reads each stream as zpl render does and reports its labels, their copies, and what would not print as it was sent:
+unknown commands, barcodes without fitting data, numbers out of range, missing pictures, formats and fonts, damaged data.
+Each is told in a sentence with label, byte offset, line and column. Draws no files.
 
 Exit code: as for zpl render.
 )";

@@ -7,6 +7,8 @@ namespace {
 
 /// Past this many a person reads no more.
 constexpr std::size_t MostFindings = 1000;
+/// Places of one label that the same is told about.
+constexpr unsigned MostPlaces = 10;
 
 struct KnownElsewhere {
     std::string_view command;
@@ -129,9 +131,9 @@ void Findings::AddUnknownCommand(ZplCommand const& command, std::uint64_t offset
     }
 }
 
-void Findings::AddReport(LogTopic topic, std::string const& text, unsigned label) {
+void Findings::AddReport(LogTopic topic, std::string const& text, unsigned label, std::optional<std::uint64_t> offset) {
     bool const refused = topic == LogTopic::BarcodeRefused || topic == LogTopic::NotDrawn;
-    Add({refused ? Finding::Kind::Refused : Finding::Kind::Notice, Printable(text), label, {}});
+    Add({refused ? Finding::Kind::Refused : Finding::Kind::Notice, Printable(text), label, offset});
 }
 
 void Findings::AddNotice(std::string text, unsigned label, std::optional<std::uint64_t> offset) {
@@ -142,23 +144,37 @@ void Findings::Add(Finding finding) {
     // Every replay of a label says the same again, and an unknown command is told once for the stream.
     bool const oncePerStream =
         finding.kind == Finding::Kind::SetupCommand || finding.kind == Finding::Kind::UnknownCommand;
-    if (seen_.size() > MostFindings || !seen_.emplace(oncePerStream ? 0 : finding.label, finding.text).second) return;
-    if (seen_.size() > MostFindings) {
+    auto const isNew = [&] {
+        auto& places = seen_[{oncePerStream ? 0 : finding.label, finding.text}];
+        std::uint64_t const place = oncePerStream ? 0 : finding.offset.value_or(stream_.size());
+        return places.size() < MostPlaces && places.insert(place).second;
+    };
+    if (list_.size() > MostFindings || !isNew()) return;
+    if (list_.size() == MostFindings) {
         list_.push_back({Finding::Kind::Notice, "there is more to tell, which is left out", 0, {}});
         return;
     }
-    if (finding.offset) {
-        auto const at = static_cast<std::size_t>(std::min<std::uint64_t>(*finding.offset, stream_.size()));
-        if (at < lineOffset_) lineOffset_ = lineStart_ = 0, line_ = 1;
-        for (; lineOffset_ < at; ++lineOffset_) {
-            if (stream_[lineOffset_] != '\n') continue;
-            ++line_;
-            lineStart_ = lineOffset_ + 1;
-        }
-        finding.line = line_;
-        finding.column = at - lineStart_ + 1;
-    }
     list_.push_back(std::move(finding));
+}
+
+std::vector<Finding> Findings::List() const {
+    auto list = list_;
+    std::stable_sort(list.begin(), list.end(), [](Finding const& a, Finding const& b) {
+        return a.offset && (!b.offset || *a.offset < *b.offset);
+    });
+    std::size_t line = 1;
+    std::size_t lineStart = 0;
+    for (auto& finding : list) {
+        if (!finding.offset) break;
+        auto const at = static_cast<std::size_t>(std::min<std::uint64_t>(*finding.offset, stream_.size()));
+        for (auto end = stream_.find('\n', lineStart); end < at; end = stream_.find('\n', lineStart)) {
+            ++line;
+            lineStart = end + 1;
+        }
+        finding.line = line;
+        finding.column = at - lineStart + 1;
+    }
+    return list;
 }
 
 bool Findings::HasFaults() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -41,10 +42,11 @@ public:
 
     /// `label` counts the formats that have begun, from 1; 0 stands before the first.
     void AddUnknownCommand(ZplCommand const& command, std::uint64_t offset, unsigned label);
-    void AddReport(LogTopic topic, std::string const& text, unsigned label);
+    void AddReport(LogTopic topic, std::string const& text, unsigned label, std::optional<std::uint64_t> offset = {});
     void AddNotice(std::string text, unsigned label, std::optional<std::uint64_t> offset = {});
 
-    std::vector<Finding> const& List() const { return list_; }
+    /// In the order of the stream; what has no place there stands behind the rest.
+    std::vector<Finding> List() const;
     /// Whether strictness forbids what was found.
     bool HasFaults() const;
 
@@ -53,9 +55,5 @@ private:
 
     std::string_view stream_;
     std::vector<Finding> list_;
-    std::set<std::pair<unsigned, std::string>> seen_;  ///< label and text
-    // Findings come nearly in order of their offsets, so lines are counted on from the last one.
-    std::size_t lineOffset_ = 0;
-    std::size_t lineStart_ = 0;
-    std::size_t line_ = 1;
+    std::map<std::pair<unsigned, std::string>, std::set<std::uint64_t>> seen_;  ///< offsets by label and text
 };

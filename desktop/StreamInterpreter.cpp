@@ -17,8 +17,9 @@ std::string Explain(std::exception const& error) {
 
 void StreamInterpreter::OpenSession(std::uint64_t base) {
     session_ = desk_.MakeSession();
-    session_->SetUnknownCommandObserver([this, base](ZplCommand const& command, std::uint64_t offset) {
-        findings_.AddUnknownCommand(command, base + offset, labels_ + (session_->IsInFormat() ? 1 : 0));
+    session_->StartAt(base);
+    session_->SetUnknownCommandObserver([this](ZplCommand const& command, std::uint64_t offset) {
+        findings_.AddUnknownCommand(command, offset, labels_ + (session_->IsInFormat() ? 1 : 0));
     });
 }
 
@@ -31,9 +32,9 @@ void StreamInterpreter::Run(TakeLabel const& take) {
             result = session_->Consume(rest, false, true);
         } catch (std::exception const& error) {
             findings_.AddNotice(Explain(error) + "; this format is dropped", labels_ + 1,
-                                base + session_->LastCommandOffset());
+                                Log::Place().value_or(session_->LastCommandOffset()));
             // At least the byte that the memory ran out at, so that the run comes to an end.
-            base += std::max<std::uint64_t>(1, session_->ConsumedBytes());
+            base = std::max(base + 1, session_->ConsumedBytes());
             rest = stream_.substr(std::min(stream_.size(), static_cast<std::size_t>(base)));
             OpenSession(base);
             continue;
@@ -42,7 +43,7 @@ void StreamInterpreter::Run(TakeLabel const& take) {
         if (!result.label) continue;
         auto& [text, label] = *result.label;
         FinishedLabel finished{std::move(label), std::move(text), result.hasRfidOperations, labels_ + 1,
-                               base + session_->LastCommandOffset()};
+                               session_->LastCommandOffset()};
         if (!take(finished)) break;
         ++labels_;
     }

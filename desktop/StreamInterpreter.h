@@ -29,7 +29,7 @@ public:
 
     StreamInterpreter(Desk& desk, std::string_view stream, Findings& findings)
         : desk_(desk), stream_(stream), findings_(findings), sink_([this](LogTopic topic, std::string_view text) {
-              findings_.AddReport(topic, std::string(text), labels_ + 1);
+              findings_.AddReport(topic, std::string(text), labels_ + 1, Log::Place());
           }) {}
 
     void Run(TakeLabel const& take);

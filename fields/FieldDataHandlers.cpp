@@ -1,11 +1,15 @@
 #include "fields/FieldDataHandlers.h"
 
+#include <utf8.h>
+
+#include <algorithm>
 #include <charconv>
 
 #include "Scripting/PrinterContextInterface.h"
 #include "fields/FieldDataHelper.h"
 #include "fields/FieldElement.h"
 #include "fields/SerialData.h"
+#include "foundation/Log.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
@@ -17,9 +21,20 @@ namespace {
 /// Mask and step of a serial field together, in bytes.
 constexpr std::size_t LongestSerialMask = 3000;
 
+/// The commonest fault of senders is UTF-8 under a character set of single bytes.
+void ReportUtf8(std::string const& data, ContextProcessor const& processor) {
+    bool const isAscii = std::all_of(data.begin(), data.end(), IsAscii);
+    if (isAscii || utf8::find_invalid(data) != std::string::npos) return;
+    auto const& converter = processor.at(ZplContextKeys::CodePageConverter);
+    if (!converter.ReadsSingleBytes()) return;
+    Log::Report(LogTopic::Data, "the data \"" + data.substr(0, 40) + "\" look like UTF-8, and are read as ^CI" +
+                                    std::to_string(converter.CodePage()) + "; ^CI28 stands for UTF-8");
+}
+
 void StoreData(Context& current, std::string raw, ContextProcessor& processor) {
-    StoreSetting(current, processor, ZplContextKeys::FieldData,
-                 ZplCore::FieldDataHelper::ProcessHexAndClockData(std::move(raw), processor));
+    std::string data = ZplCore::FieldDataHelper::ProcessHexAndClockData(std::move(raw), processor);
+    ReportUtf8(data, processor);
+    StoreSetting(current, processor, ZplContextKeys::FieldData, std::move(data));
 }
 
 /// The leading digits as a number; no value without a digit in front, or past what a number can hold.

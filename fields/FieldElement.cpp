@@ -44,7 +44,7 @@ void SaveField(ContextProcessor& processor, unsigned number) {
     SavedFieldsSetAside saved(processor);
     auto& fields = saved.Fields();
     if (fields.size() >= MaximumSavedFields && !fields.contains(number)) {
-        Log::Report(LogTopic::Limit, "Field number " + std::to_string(number) + " is not kept: the format has " +
+        Log::Report(LogTopic::Limit, "field number " + std::to_string(number) + " is not kept: the format has " +
                                          std::to_string(MaximumSavedFields) + " already");
         return;
     }

@@ -8,6 +8,7 @@
 #include "fields/TrueTypeUtils.h"
 #include "fields/UnitConversion.h"
 #include "foundation/AppSettings.h"
+#include "foundation/Log.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/Ascii.h"
@@ -172,8 +173,14 @@ FontName TransformToZplFont(std::variant<BuiltInFont, UserFont> const& font, Con
     auto const* builtIn = std::get_if<BuiltInFont>(&font);
     FontName name = builtIn ? NameOf(builtIn->letter, processor) : ToFontName(std::get<UserFont>(font).name);
     if (IsDrawable(name, processor)) return name;
-    name = NameOf(processor.at(ZplContextKeys::DefaultFont), processor);
-    return IsDrawable(name, processor) ? name : FontName(ZplContextDefaults::FontName);
+    FontName fallback = NameOf(processor.at(ZplContextKeys::DefaultFont), processor);
+    if (!IsDrawable(fallback, processor)) fallback = ZplContextDefaults::FontName;
+    // A field without a font command names none.
+    if (!builtIn || builtIn->letter != 0) {
+        Log::Report(LogTopic::Font,
+                    "font \"" + name.substr(0, 40) + "\" is not there; font " + fallback + " stands for it");
+    }
+    return fallback;
 }
 
 FontName GetZplFont(ContextProcessor const& processor) {

@@ -36,15 +36,26 @@ std::vector<std::uint8_t> Inflate(std::string_view packed, std::size_t limit) {
         bytes.resize(bytes.size() - stream.avail_out);
     }
     inflateEnd(&stream);
-    if (status != Z_OK && status != Z_STREAM_END) Log::Report(LogTopic::Data, "Packed graphic data are damaged");
+    if (status != Z_OK && status != Z_STREAM_END)
+        Log::Report(LogTopic::Data, "the packed data of a picture are damaged; what can be read of them is drawn");
     return bytes;
 }
+
+}  // namespace
+
+void ReportMissingRows(std::size_t rows, Picture const& picture) {
+    Log::Report(LogTopic::Data, "the data of a picture end behind " + std::to_string(rows) + " of " +
+                                    std::to_string(picture.rowCount) + " rows; the rest is white");
+}
+
+namespace {
 
 void FillRows(std::uint8_t const* bytes, std::size_t count, Picture& picture) {
     count = std::min(count, std::size_t{picture.bytesPerRow} * picture.rowCount);
     picture.rows.assign(bytes, bytes + count);
     std::size_t const rows = (count + picture.bytesPerRow - 1) / picture.bytesPerRow;
     picture.rows.resize(rows * picture.bytesPerRow);
+    if (rows < picture.rowCount) ReportMissingRows(rows, picture);
 }
 
 std::string WithoutWhiteSpace(std::string_view text) {
@@ -61,8 +72,10 @@ void CheckCrc(std::string_view text, std::string_view expected) {
     auto const result = std::from_chars(digits.data(), digits.data() + digits.size(), crc, 16);
     bool const isWhole = result.ec == std::errc() && result.ptr == digits.data() + digits.size() && digits.size() == 4;
     // Drawn all the same: a picture with a wrong check sum is most often whole.
-    if (!isWhole || crc != Crc16(text))
-        Log::Report(LogTopic::Data, "The check sum of graphic data is wrong: " + std::string(digits));
+    std::uint16_t const right = Crc16(text);
+    if (isWhole && crc == right) return;
+    Log::Report(LogTopic::Data, "the check sum of a picture's data is " + CrcDigits(right) + ", and not \"" +
+                                    std::string(digits) + "\" as sent; it is drawn all the same");
 }
 
 void DecodeBase64Data(std::string_view body, bool isPacked, Picture& picture) {
@@ -85,8 +98,8 @@ std::optional<Picture> MakePicture(unsigned total, unsigned bytesPerRow) {
     if (total == 0 || bytesPerRow == 0) return std::nullopt;
     std::size_t const rowCount = (std::size_t{total} + bytesPerRow - 1) / bytesPerRow;
     if (bytesPerRow > Picture::MaximumBytesPerRow || rowCount * bytesPerRow > Picture::MaximumBytes) {
-        Log::Report(LogTopic::Limit, "A picture of " + std::to_string(total) + " bytes in rows of " +
-                                         std::to_string(bytesPerRow) + " is too large");
+        Log::Report(LogTopic::Limit, "a picture of " + std::to_string(total) + " bytes in rows of " +
+                                         std::to_string(bytesPerRow) + " is too large and is left out");
         return std::nullopt;
     }
     return Picture{bytesPerRow, static_cast<unsigned>(rowCount), {}};
@@ -102,6 +115,13 @@ void DecodeTextData(std::string_view text, Picture& picture) {
 
 void DecodeBinaryData(std::string_view bytes, Picture& picture) {
     FillRows(reinterpret_cast<std::uint8_t const*>(bytes.data()), bytes.size(), picture);
+}
+
+std::string CrcDigits(std::uint16_t crc) {
+    constexpr std::string_view Digits = "0123456789ABCDEF";
+    std::string digits;
+    for (int shift = 12; shift >= 0; shift -= 4) digits += Digits[crc >> shift & 15];
+    return digits;
 }
 
 std::uint16_t Crc16(std::string_view text) {
@@ -126,7 +146,8 @@ std::optional<Picture> Magnify(Picture const& picture, unsigned x, unsigned y) {
     std::size_t const rowBytes = std::size_t{picture.bytesPerRow} * x;
     std::size_t const rowCount = std::size_t{picture.rowCount} * y;
     if (x == 0 || y == 0 || rowBytes > Picture::MaximumBytesPerRow || rowBytes * rowCount > Picture::MaximumBytes) {
-        Log::Report(LogTopic::Limit, "An enlarged picture is too large");
+        Log::Report(LogTopic::Limit, "a picture enlarged by " + std::to_string(x) + " x " + std::to_string(y) +
+                                         " is too large and is left out");
         return std::nullopt;
     }
     Picture result{static_cast<unsigned>(rowBytes), static_cast<unsigned>(rowCount), {}};

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -40,8 +41,13 @@ void DecodeTextData(std::string_view text, Picture& picture);
 /// Fills `picture` with raw bytes.
 void DecodeBinaryData(std::string_view bytes, Picture& picture);
 
+/// Reports that only so many rows came of a picture.
+void ReportMissingRows(std::size_t rows, Picture const& picture);
+
 /// CRC-16 with polynomial 1021 hex, start value 0, neither reflected nor inverted.
 std::uint16_t Crc16(std::string_view text);
+/// Four hexadecimal digits.
+std::string CrcDigits(std::uint16_t crc);
 
 /// `picture` with each dot drawn as `x` times `y` dots; nothing if that passes the limit (reported).
 std::optional<Picture> Magnify(Picture const& picture, unsigned x, unsigned y);

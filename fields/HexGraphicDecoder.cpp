@@ -33,6 +33,8 @@ public:
         : picture_(picture), rowDigits_(std::size_t{picture.bytesPerRow} * 2), total_(rowDigits_ * picture.rowCount) {}
 
     bool IsFull() const { return position_ >= total_; }
+    /// Rows that have begun.
+    std::size_t Rows() const { return (position_ + rowDigits_ - 1) / rowDigits_; }
 
     /// Copies pairs of plain digits as long as they last; gives the number of characters used.
     std::size_t PutPairs(std::string_view text) {
@@ -103,7 +105,7 @@ void DecodeHexData(std::string_view text, Picture& picture) {
     for (std::size_t i = 0; i < text.size() && !writer.IsFull();) {
         if (repeat == 0) {
             i += writer.PutPairs(text.substr(i));
-            if (i >= text.size() || writer.IsFull()) return;
+            if (i >= text.size() || writer.IsFull()) break;
         }
         char const c = text[i++];
         if (std::uint8_t const digit = Digits[static_cast<std::uint8_t>(c)]; digit != NoDigit) {
@@ -120,6 +122,7 @@ void DecodeHexData(std::string_view text, Picture& picture) {
             repeat = 0;
         }
     }
+    if (writer.Rows() < picture.rowCount) ReportMissingRows(writer.Rows(), picture);
 }
 
 }  // namespace ZplCore

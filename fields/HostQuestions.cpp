@@ -12,7 +12,8 @@ void AddHostQuestion(ContextProcessor& processor, ContextKey<std::vector<ZplCont
     auto& callbacks = (*label)[key];
     if (callbacks.size() < MostQuestions) {
         callbacks.push_back(std::move(answer));
-    } else {
+    } else if (callbacks.size() == MostQuestions) {
+        callbacks.emplace_back();  // asks nothing, and is told of once
         Log::Report(LogTopic::Limit, "a format asks more than " + std::to_string(MostQuestions) +
                                          " questions; the rest is not answered");
     }

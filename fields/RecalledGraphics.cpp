@@ -46,21 +46,26 @@ private:
     std::atomic<std::size_t> bytes_ = 0;  // pictures go at any time
 };
 
-}  // namespace
-
-std::shared_ptr<Picture const> RecallGraphic(ContextProcessor const& processor, std::string const& text) {
+std::shared_ptr<Picture const> Recall(ContextProcessor const& processor, std::string const& text) {
     auto const& recalled = processor.at(ZplContextKeys::RecalledGraphics);
     if (recalled) {
         if (auto const found = recalled->find(text); found != recalled->end()) return found->second;
     }
     auto picture = FindGraphic(processor.FormatsFolder(), text);
-    if (!picture) Log::Report(LogTopic::File, "no picture is stored under the name \"" + text.substr(0, 40) + "\"");
     if (!recalled) return picture ? std::make_shared<Picture const>(std::move(*picture)) : nullptr;
     if (!picture) return recalled->emplace(text, nullptr).first->second;
 
     if (auto const kept = KeptPictures::Process().Keep(text, *picture))
         return recalled->emplace(text, kept).first->second;
     return std::make_shared<Picture const>(std::move(*picture));
+}
+
+}  // namespace
+
+std::shared_ptr<Picture const> RecallGraphic(ContextProcessor const& processor, std::string const& text) {
+    auto picture = Recall(processor, text);
+    if (!picture) Log::Report(LogTopic::File, "no picture is stored under the name \"" + text.substr(0, 40) + "\"");
+    return picture;
 }
 
 }  // namespace ZplCore

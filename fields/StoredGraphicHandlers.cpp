@@ -20,7 +20,8 @@ constexpr std::string_view DefaultExtension = "GRF";
 
 std::optional<ObjectName> ParseName(ZplCommand const& command) {
     auto const name = ObjectName::Parse(command.Parameter(0), DefaultDevice, DefaultName, DefaultExtension);
-    if (!name) Log::Report(LogTopic::Data, "No object can have this name: " + command.Parameter(0).substr(0, 40));
+    if (!name)
+        Log::Report(LogTopic::Data, "no picture can have the name \"" + command.Parameter(0).substr(0, 40) + "\"");
     return name;
 }
 

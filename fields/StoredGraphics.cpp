@@ -27,14 +27,6 @@ std::uint32_t ReadNumber(std::string_view bytes) {
     return number;
 }
 
-std::string CrcDigits(std::string_view text) {
-    constexpr std::string_view Digits = "0123456789ABCDEF";
-    std::uint16_t const crc = Crc16(text);
-    std::string digits;
-    for (int shift = 12; shift >= 0; shift -= 4) digits += Digits[crc >> shift & 15];
-    return digits;
-}
-
 std::string Serialize(Picture const& picture) {
     std::string bytes(Signature);
     bytes.reserve(HeaderSize + picture.rows.size());
@@ -68,7 +60,7 @@ std::optional<Picture> LoadGraphic(std::filesystem::path const& folder, ObjectNa
     std::string const bytes = ReadRegularFile(folder / name.Path());
     if (bytes.empty()) return std::nullopt;
     auto picture = Deserialize(bytes);
-    if (!picture) Log::Report(LogTopic::File, "Object " + name.Path().string() + " is no stored picture");
+    if (!picture) Log::Report(LogTopic::File, "object " + name.Text() + " is no stored picture");
     return picture;
 }
 
@@ -88,7 +80,7 @@ std::string DownloadCommand(ObjectName const& name, Picture const& picture) {
     bytes.resize(total);
     std::string const text = Base64::Encode(bytes);
     return "~DG" + name.Text() + "," + std::to_string(total) + "," + std::to_string(picture.bytesPerRow) +
-           ",:B64:" + text + ":" + CrcDigits(text) + "\r\n";
+           ",:B64:" + text + ":" + CrcDigits(Crc16(text)) + "\r\n";
 }
 
 }  // namespace ZplCore

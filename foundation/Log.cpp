@@ -9,7 +9,16 @@ Sink& CurrentSink() {
     static Sink sink;
     return sink;
 }
+
+std::optional<std::uint64_t>& CurrentPlace() {
+    static std::optional<std::uint64_t> place;
+    return place;
+}
 }  // namespace
+
+void SetPlace(std::optional<std::uint64_t> offset) { CurrentPlace() = offset; }
+
+std::optional<std::uint64_t> Place() { return CurrentPlace(); }
 
 void SetSink(Sink sink) { CurrentSink() = std::move(sink); }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -33,6 +35,11 @@ public:
     ScopedSink(ScopedSink const&) = delete;
     ScopedSink& operator=(ScopedSink const&) = delete;
 };
+
+/// Where in its stream the command that is under way begins, in bytes; nothing where no command is. Set by who runs
+/// commands; a receiver may ask for it when a report comes.
+void SetPlace(std::optional<std::uint64_t> offset);
+std::optional<std::uint64_t> Place();
 
 /// Hands one line, without a line end, to the receiver.
 void Report(LogTopic topic, std::string const& message);

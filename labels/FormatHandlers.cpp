@@ -36,7 +36,8 @@ public:
             processor.set(ContextProcessor::FormatContext, ZplContextKeys::SavedFormatPath, name->Path().string());
         } else {
             // Its fields wait for data that only a recall brings, so it must not be printed either.
-            Log::Report(LogTopic::Limit, "a format cannot be stored under the name \"" + command.Parameter(0) + "\"");
+            Log::Report(LogTopic::Limit,
+                        "a format cannot be stored under the name \"" + command.Parameter(0).substr(0, 40) + "\"");
             processor.set(ContextProcessor::FormatContext, ZplContextKeys::CancelCurrentFormat, true);
         }
         return true;
@@ -57,10 +58,16 @@ class RecallFormatHandler : public HandlerFor<CommandId("XF"), Format, Immediate
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         auto const name = FindStoredFormat(command.Parameter(0), processor.FormatsFolder());
-        if (!name) return true;
+        if (!name) {
+            Log::Report(LogTopic::Data, "no format can have the name \"" + command.Parameter(0).substr(0, 40) + "\"");
+            return true;
+        }
         std::string const path = name->Path().string();
         processor.set(ContextProcessor::FormatContext, ZplContextKeys::RecallFormatPath, path);
         std::error_code error;
+        if (!std::filesystem::is_regular_file(processor.FormatsFolder() / path, error))
+            Log::Report(LogTopic::File,
+                        "no format is stored under the name \"" + command.Parameter(0).substr(0, 40) + "\"");
         auto const stored = std::filesystem::file_size(processor.FormatsFolder() / path, error);
         auto const& commands = processor.GetFormatCommands();
         bool const fits = error || commands.Bytes() + stored <= LargestFormat;

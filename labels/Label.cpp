@@ -6,6 +6,7 @@
 #include "Scripting/PrinterContextInterface.h"
 #include "fields/FieldElement.h"
 #include "fields/StoredGraphics.h"
+#include "foundation/Log.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
@@ -56,6 +57,7 @@ std::optional<std::string> Label::ProcessLabel(unsigned copyIndex, bool forcePag
     ReplayCommands();
     // Draws what the last field left, when the format ended without closing it.
     ZplCore::ProcessElementCommands(processor_.GetCurrentContext(), processor_);
+    Log::SetPlace(std::nullopt);
     RequestCuts(copyIndex, forcePageEnd);
 
     auto& target = *processor_.GetGraphicContext();
@@ -85,7 +87,11 @@ void Label::StartLabel() {
 void Label::ReplayCommands() {
     // A handler may change the recorded list; the replay is of the list as it stands now.
     FormatCommands const commands = processor_.GetFormatCommands();
+    std::optional<std::uint64_t> place;
     for (auto const& command : commands) {
+        // What a field's end reports is about the field, whose data stand before it.
+        if (command.command != "FS") place = command.offset;
+        Log::SetPlace(place);
         if (Context* label = processor_.GetContext(ContextProcessor::LabelContext)) ++(*label)[HandlerSequenceNumber];
         // A stored format may hold a command whose feature has been switched off since.
         CommandHandler* const handler = handlerPool_->GetCommandHandler(command.command);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "foundation/Files.h"
+#include "foundation/Log.h"
 #include "frontend/stream/ZplTokenizer.h"
 
 ContextProcessor::ContextProcessor(std::filesystem::path formatsFolder) : formatsFolder_(std::move(formatsFolder)) {}
@@ -59,10 +60,12 @@ void ContextProcessor::RecallFormat(std::filesystem::path const& name) {
     ZplTokenizer tokenizer;
     std::size_t position = 0;
     while (position < content.size()) {
-        auto const [encoding, command] = tokenizer.TokenizeString(content, position, FormatPrefix, ControlPrefix,
-                                                                  Delimiter, true, Encoding::SingleByte);
+        auto [encoding, command] = tokenizer.TokenizeString(content, position, FormatPrefix, ControlPrefix, Delimiter,
+                                                            true, Encoding::SingleByte);
         if (!command) break;
-        if (!command->command.empty()) AddFormatCommand(*command);
+        if (command->command.empty()) continue;
+        command->offset = Log::Place();  // that of the command which recalls
+        AddFormatCommand(*command);
     }
 }
 

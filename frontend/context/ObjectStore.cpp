@@ -47,7 +47,7 @@ std::uintmax_t& UsedSpaceOf(std::filesystem::path const& folder) {
 
 bool StoreObject(std::filesystem::path const& folder, ObjectName const& name, std::string_view bytes) {
     auto const refuse = [&name](LogTopic topic, std::string const& reason) {
-        Log::Report(topic, "Object " + name.Text() + " is not stored: " + reason);
+        Log::Report(topic, "object " + name.Text() + " is not stored: " + reason);
         return false;
     };
     if (name.device == ReadOnlyDevice) return refuse(LogTopic::File, "its device is read-only");

@@ -5,6 +5,10 @@
 #include "frontend/context/CharacterSets.h"
 #include "frontend/context/Utf8Text.h"
 
+bool ZplCodePageConverter::ReadsSingleBytes() const {
+    return encoding_ == Encoding::SingleByte && !FindCharacterSet(codePage_)->isMultiByte && remap_.empty();
+}
+
 bool ZplCodePageConverter::SelectCodePage(unsigned codePage) {
     auto const* const set = FindCharacterSet(codePage);
     if (!set) return false;

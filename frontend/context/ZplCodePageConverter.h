@@ -18,6 +18,9 @@ public:
     Encoding GetEncoding() const { return encoding_; }
     void SetEncoding(Encoding encoding) { encoding_ = encoding; }
 
+    /// Whether each byte is a character of a set without moved ones.
+    bool ReadsSingleBytes() const;
+
     /// Takes a set number and with it the encoding that goes with the set. False for a number that stands for no set;
     /// nothing changes then.
     bool SelectCodePage(unsigned codePage);

@@ -62,6 +62,7 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
             result.allCommandsKnown = false;
             continue;
         }
+        Log::SetPlace(command->offset);
         RunOrRecord(*handler, *command, controlCommandsOnly);
         // Without a format the flag stays set and nothing happens: that is how a stray end is ignored.
         if (contextProcessor_.IsFormatComplete() && contextProcessor_.GetContext(ContextProcessor::FormatContext)) {

@@ -71,6 +71,8 @@ public:
     /// hold also when an exception has ended ProcessString.
     std::uint64_t LastCommandOffset() const { return tokenizer_.CommandOffset(); }
     std::uint64_t ConsumedBytes() const { return tokenizer_.ConsumedBytes(); }
+    /// What follows is the rest of a longer stream, of which `offset` bytes have passed already.
+    void StartAt(std::uint64_t offset) { tokenizer_.StartAt(offset); }
 
     void ProcessControlCommands();
     Zpl::Label ProcessLabelCommands();

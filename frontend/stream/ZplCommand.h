@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -10,7 +12,8 @@ struct ZplCommand {
     std::string command;
     bool isControl = false;
     std::vector<std::string> parameters;
-    char delimiter = ',';  ///< what parted the parameters
+    char delimiter = ',';                      ///< what parted the parameters
+    std::optional<std::uint64_t> offset = {};  ///< where it begins in its stream, in bytes; nothing if it is in none
 
     /// The parameter at `index` (from 0); empty past the end.
     std::string const& Parameter(std::size_t index) const {

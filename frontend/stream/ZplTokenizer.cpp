@@ -22,12 +22,14 @@ std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(st
         consumed_ += position - start;
         if (!command) continue;
         command->delimiter = delimiter;
+        command->offset = deliveredOffset_;
         return {encoding, std::move(command)};
     }
     auto flushed = flushAtEnd ? machine_.Flush() : nullptr;
     if (flushed) {
         deliveredOffset_ = openOffset_;
         flushed->delimiter = delimiter;
+        flushed->offset = deliveredOffset_;
     }
     return {encoding, std::move(flushed)};
 }

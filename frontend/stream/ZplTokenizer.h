@@ -24,6 +24,8 @@ public:
     std::uint64_t CommandOffset() const { return deliveredOffset_; }
     /// Bytes read since the tokenizer was made.
     std::uint64_t ConsumedBytes() const { return consumed_; }
+    /// Bytes are counted from `offset` on: what follows is the rest of a longer stream.
+    void StartAt(std::uint64_t offset) { consumed_ = offset; }
 
 private:
     struct Syntax {

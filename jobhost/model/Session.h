@@ -28,6 +28,7 @@ public:
     bool IsInFormat() const { return processor_.IsInFormat(); }
     std::uint64_t LastCommandOffset() const { return processor_.LastCommandOffset(); }
     std::uint64_t ConsumedBytes() const { return processor_.ConsumedBytes(); }
+    void StartAt(std::uint64_t offset) { processor_.StartAt(offset); }
     Scripting::ScriptGraphicContext& Target() { return *graphicContext_; }
 
 private:

@@ -123,7 +123,7 @@ TEST(GraphicData, InflatesNoMoreThanThePictureHolds) {
     EXPECT_EQ(Decode(WithCrc(":Z64:", Base64::Encode("no zlib stream")), 4, 2), "");
     std::string const broken = Pack("\xF0\x0F some more bytes that are cut").substr(0, 12);
     EXPECT_EQ(Decode(WithCrc(":Z64:", Base64::Encode(broken)), 100, 2).substr(0, 4), "F00F");
-    EXPECT_EQ(bench.reports.size(), 2U);
+    EXPECT_EQ(bench.reports.size(), 4U);  // damaged, and ended early
 }
 
 TEST(Base64, ReadsWhatItWrites) {
