@@ -44,6 +44,9 @@ PrinterContext::Requests RequestsTo(std::shared_ptr<ZPLProcessorInterface> const
     requests.sendToHost = [model](std::string_view data) {
         model->SetNetworkResponseState(zpl::NetworkResponse::Status::Answer, Base64::Encode(data));
     };
+    requests.status = [model](Scripting::PrinterStatus& status) {
+        status.paused = model->GetPrintJobStatusProperty()->Get() == "Print Paused";
+    };
     return requests;
 }
 

@@ -131,7 +131,7 @@ void DefaultPropertyManager::AnnounceAll() {
     std::map<PropertyAddress, Entry> entries;
     {
         std::lock_guard const lock(mutex_);
-        for (auto& [address, entry] : entries_) entry.answered = false;
+        for (auto& [address, entry] : entries_) entry.answered = entry.available = false;
         entries = entries_;
     }
     for (auto const& [address, entry] : entries) {
@@ -144,11 +144,11 @@ void DefaultPropertyManager::AnnounceAll() {
     }
 }
 
-/// The first value of a link is what was there before.
+/// The first value of a link, or of an owner that has come back, is what was there before.
 bool DefaultPropertyManager::AnswersSubscription(PropertyAddress const& address) const {
     std::lock_guard const lock(mutex_);
     auto const found = entries_.find(address);
-    return found != entries_.end() && found->second.role == Role::Follower && !found->second.answered;
+    return found != entries_.end() && found->second.role == Role::Follower && !found->second.available;
 }
 
 void DefaultPropertyManager::Deliver(PiclMessage const& message) {

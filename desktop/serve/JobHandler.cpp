@@ -1,21 +1,16 @@
 #include "desktop/serve/JobHandler.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 #include <QtCore/QThread>
 #include <algorithm>
-#include <cerrno>
-#include <system_error>
 
 #include "foundation/Base64.h"
 #include "foundation/DebugZones.h"
 #include "jobhost/model/Packet.h"
 
 using namespace std::chrono_literals;
-using Clock = std::chrono::steady_clock;
+using Clock = ClientConnection::Clock;
 
 namespace {
 
@@ -27,41 +22,14 @@ constexpr std::size_t PieceSize = 64 * 1024;   // bytes of one packet
 constexpr std::size_t OpenSize = 256 * 1024;   // a stream of more is opened before it is complete
 constexpr std::size_t MostBuffered = 1 << 20;  // bytes of one connection; then it is not read any more
 constexpr std::size_t JobSize = 1 << 20;       // a stream of more becomes several jobs
-constexpr std::size_t MostAnswers = 1 << 20;   // bytes that wait for a client to read them
 constexpr std::size_t MostConnections = 500;
 constexpr unsigned MostJobs = 16;  // handed over and not yet done
 
 }  // namespace
 
-struct JobHandler::Connection {
-    Connection(int descriptor, StreamWatch streamWatch) : socket(descriptor), watch(std::move(streamWatch)) {}
-    ~Connection() {
-        // One of them may be the reason for this call.
-        for (auto* const notifier : {readNotifier.release(), writeNotifier.release()}) {
-            notifier->setEnabled(false);
-            notifier->deleteLater();
-        }
-        ::close(socket);
-    }
-
-    int socket;
-    StreamWatch watch;
-    std::unique_ptr<QSocketNotifier> readNotifier;
-    std::unique_ptr<QSocketNotifier> writeNotifier;
-    std::string buffer;
-    std::uint64_t received = 0;  // bytes since the watch was made
-    std::uint64_t jobBytes = 0;  // handed over of the open stream
-    Clock::time_point lastRead = Clock::now();
-    Clock::time_point lastTaken;  // when the host was done with a packet of it
-    std::uint8_t session = 0;
-    bool ended = false;   // the client sends no more
-    bool broken = false;  // nor reads any more
-    std::string answers;
-};
-
 JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& socket, std::string const& host,
                        unsigned port)
-    : bus_(threads, ComponentIdentifiers::JobHandler, socket) {
+    : listener_(host, port), bus_(threads, ComponentIdentifiers::JobHandler, socket) {
     namespace Group = PropertyGroups;
     command_ = bus_.Own<StringProperty>(PropertyNames::ZPLCommandToProcess, Group::PrintOperations, "");
     response_ = bus_.Own<StringProperty>(PropertyNames::ZPLResponseToProcess, Group::PrintOperations, "");
@@ -74,21 +42,7 @@ JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& sock
     controlPrefix_ = follow(PropertyNames::ZPLControlCharacter, "~");
     delimiter_ = follow(PropertyNames::ZPLDelimiterCharacter, ",");
 
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    listener_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    int const on = 1;
-    ::setsockopt(listener_, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-    socklen_t size = sizeof address;
-    errno = 0;
-    if (::inet_pton(AF_INET, host.c_str(), &address.sin_addr) != 1) errno = EINVAL;
-    if (errno == EINVAL || ::bind(listener_, reinterpret_cast<sockaddr*>(&address), size) != 0 ||
-        ::listen(listener_, 256) != 0 || ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size) != 0) {
-        throw std::system_error(errno, std::generic_category(), host + ':' + std::to_string(port));
-    }
-    port_ = ntohs(address.sin_port);
-    acceptNotifier_ = std::make_unique<QSocketNotifier>(listener_, QSocketNotifier::Read);
+    acceptNotifier_ = std::make_unique<QSocketNotifier>(listener_.Descriptor(), QSocketNotifier::Read);
     connect(acceptNotifier_.get(), &QSocketNotifier::activated, this, [this] { Accept(); });
 
     // Properties are delivered on a thread of the bus; everything else happens on this one.
@@ -106,11 +60,7 @@ JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& sock
     connect(&quiet_, &QTimer::timeout, this, [this] { Pump(); });
 }
 
-JobHandler::~JobHandler() {
-    connections_.clear();
-    acceptNotifier_.reset();
-    ::close(listener_);
-}
+JobHandler::~JobHandler() = default;
 
 StreamWatch JobHandler::NewWatch() const {
     auto const character = [](StringProperty const& property, char fallback) {
@@ -121,7 +71,7 @@ StreamWatch JobHandler::NewWatch() const {
 }
 
 void JobHandler::Accept() {
-    int const descriptor = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+    int const descriptor = listener_.Accept();
     if (descriptor < 0) return;
     if (connections_.size() >= MostConnections) {
         DebugLog(Warning, "one connection too many is refused");
@@ -130,45 +80,15 @@ void JobHandler::Accept() {
     }
     auto& connection = *connections_.emplace_back(std::make_unique<Connection>(descriptor, NewWatch()));
     connection.session = ++lastSession_;
-    connection.readNotifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
-    connection.writeNotifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Write);
-    connection.writeNotifier->setEnabled(false);
-    connect(connection.readNotifier.get(), &QSocketNotifier::activated, this,
-            [this, &connection] { Read(connection); });
-    connect(connection.writeNotifier.get(), &QSocketNotifier::activated, this, [this, &connection] {
-        Flush(connection);
+    connect(connection.readNotifier.get(), &QSocketNotifier::activated, this, [this, &connection] {
+        connection.Read();
+        if (connection.buffer.size() >= MostBuffered) connection.readNotifier->setEnabled(false);
         Pump();
     });
-}
-
-void JobHandler::Read(Connection& connection) {
-    char buffer[PieceSize];
-    ssize_t const count = ::recv(connection.socket, buffer, sizeof buffer, 0);
-    if (count < 0 && (errno == EAGAIN || errno == EINTR)) return;
-    if (count <= 0) {
-        connection.ended = true;
-        connection.broken = count < 0;
-        connection.readNotifier->setEnabled(false);
-    } else {
-        std::string_view const bytes(buffer, static_cast<std::size_t>(count));
-        connection.buffer += bytes;
-        connection.received += bytes.size();
-        connection.watch.Append(bytes);
-        connection.lastRead = Clock::now();
-        if (connection.buffer.size() >= MostBuffered) connection.readNotifier->setEnabled(false);
-    }
-    Pump();
-}
-
-void JobHandler::Flush(Connection& connection) {
-    while (!connection.answers.empty() && !connection.broken) {
-        ssize_t const count =
-            ::send(connection.socket, connection.answers.data(), connection.answers.size(), MSG_NOSIGNAL);
-        if (count < 0 && (errno == EAGAIN || errno == EINTR)) break;
-        if (count < 0) connection.broken = true;
-        if (count > 0) connection.answers.erase(0, static_cast<std::size_t>(count));
-    }
-    connection.writeNotifier->setEnabled(!connection.answers.empty() && !connection.broken);
+    connect(connection.writeNotifier.get(), &QSocketNotifier::activated, this, [this, &connection] {
+        connection.Flush();
+        Pump();
+    });
 }
 
 void JobHandler::TakeResponse(std::string const& text) {
@@ -182,7 +102,7 @@ void JobHandler::TakeResponse(std::string const& text) {
             // right behind its last packet.
             Connection* const receiver = interpreting_ ? packetOf_ : lastJobOf_;
             auto const bytes = Base64::Decode(response->data.value_or(""));
-            if (receiver && bytes) Answer(*receiver, *bytes);
+            if (receiver && bytes) receiver->Answer(*bytes);
             break;
         }
     }
@@ -193,18 +113,6 @@ void JobHandler::TakeResponse(std::string const& text) {
 void JobHandler::NoteDone() {
     if (!jobs_.empty()) interpreting_ ? jobs_.pop_back() : jobs_.pop_front();
     Pump();
-}
-
-void JobHandler::Answer(Connection& connection, std::string const& bytes) {
-    if (connection.broken) return;
-    if (connection.answers.size() + bytes.size() > MostAnswers) {
-        DebugLog(Warning, "a client does not read its answers; they are dropped");
-        connection.answers.clear();
-        connection.broken = true;
-        return;
-    }
-    connection.answers += bytes;
-    Flush(connection);
 }
 
 void JobHandler::NotePacketTaken() {
@@ -293,7 +201,7 @@ void JobHandler::SendPacket(Connection& connection, std::size_t size, bool isLas
     connection.buffer.erase(0, size);
     connection.jobBytes += size;
     // The end of a stream completes its last command only together with some bytes.
-    if (isLast && packet.payload.empty()) packet.payload = "\n";
+    if (isLast && packet.payload.empty()) packet.payload.push_back('\n');
     packetOf_ = &connection;
     packetUnderWay_ = true;
     packetEndsStream_ = isLast;

@@ -10,7 +10,8 @@
 #include <string>
 
 #include "desktop/serve/BusComponent.h"
-#include "desktop/serve/StreamWatch.h"
+#include "desktop/serve/ClientConnection.h"
+#include "desktop/serve/Listener.h"
 #include "jobhost/model/NetworkResponse.h"
 
 /// Takes print streams from TCP connections and hands them to the host, one packet at a time and one stream after the
@@ -27,18 +28,15 @@ public:
     void ForgetJobs();
     /// So too when the host has ended. A packet on which it ends twice is dropped with the rest of its stream.
     void HostEnded();
-    unsigned Port() const { return port_; }
+    unsigned Port() const { return listener_.Port(); }
 
 private:
-    struct Connection;
+    using Connection = ClientConnection;
 
     void Accept();
-    void Read(Connection& connection);
-    void Flush(Connection& connection);
     void NotePacketTaken();
     void TakeResponse(std::string const& text);
     void NoteDone();
-    void Answer(Connection& connection, std::string const& bytes);
     bool MayBeAnswered(Connection const& connection) const;
     void Pump();
     Connection* NextReady();
@@ -48,14 +46,13 @@ private:
     void RemoveFinished();
     StreamWatch NewWatch() const;
 
+    Listener listener_;
     BusComponent bus_;
     std::shared_ptr<StringProperty> command_;
     std::shared_ptr<StringProperty> response_;
     std::shared_ptr<StringProperty> formatPrefix_;
     std::shared_ptr<StringProperty> controlPrefix_;
     std::shared_ptr<StringProperty> delimiter_;
-    int listener_ = -1;
-    unsigned port_ = 0;
     std::unique_ptr<QSocketNotifier> acceptNotifier_;
     std::list<std::unique_ptr<Connection>> connections_;
     Connection* current_ = nullptr;  // whose stream is open

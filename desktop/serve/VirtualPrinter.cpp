@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QProcessEnvironment>
 #include <QtCore/QTimer>
 #include <cstdio>
@@ -22,7 +23,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto RestartPause = 200ms;
+constexpr std::chrono::milliseconds RestartPause = 200ms;
+constexpr std::chrono::milliseconds LongestPause = 5s;
+constexpr std::chrono::milliseconds EndsAtOnce = 300ms;
 
 void Say(std::string const& line) {
     std::printf("%s\n", line.c_str());
@@ -157,13 +160,18 @@ void VirtualPrinter::Start(QProcess& process, char const* program, QStringList c
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.setStandardInputFile(QProcess::nullDevice());
     EndWithThisProcess(process);
-    connect(&process, &QProcess::finished, this, [this, &process, name = std::string(program)] {
-        if (ending_) return;
-        DebugLog(Error, name + " has ended; it is started again");
-        QTimer::singleShot(RestartPause, this, [this, &process] {
-            if (!ending_) process.start();
-        });
-    });
+    // A process that ends as soon as it is started is started less and less often.
+    auto const started = std::make_shared<QElapsedTimer>();
+    connect(&process, &QProcess::started, this, [started] { started->start(); });
+    connect(&process, &QProcess::finished, this,
+            [this, &process, started, name = std::string(program), pause = RestartPause]() mutable {
+                if (ending_) return;
+                DebugLog(Error, name + " has ended; it is started again");
+                pause = started->hasExpired(EndsAtOnce.count()) ? RestartPause : std::min(2 * pause, LongestPause);
+                QTimer::singleShot(pause, this, [this, &process] {
+                    if (!ending_) process.start();
+                });
+            });
     process.start(QString::fromStdString(path.string()), arguments);
     if (!process.waitForStarted()) throw std::runtime_error("cannot run " + path.string());
 }

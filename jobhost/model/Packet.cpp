@@ -3,6 +3,7 @@
 #include <rapidjson/document.h>
 
 #include "foundation/Base64.h"
+#include "foundation/DebugZones.h"
 #include "foundation/Json.h"
 
 namespace Zpl::Host {
@@ -25,6 +26,7 @@ std::optional<std::uint8_t> LowByte(rapidjson::Document const& header, char cons
 }  // namespace
 
 std::optional<Packet> Packet::Parse(std::string const& text) {
+    if (text.size() % 4 != 0) DebugLog(Warning, "Input data size is not a multiple of 4");
     auto const bytes = Base64::Decode(text);
     if (!bytes) return std::nullopt;
     auto const brace = bytes->find('}');

@@ -37,6 +37,7 @@ protected:
             [] {}, [this](std::string const& line) { said_ += line + '\n'; });
         status_ = follow.operator()<StringProperty>(PropertyNames::PrintJobStatus, "");
         path_ = follow.operator()<StringProperty>(PropertyNames::JobToPrintPathName, "");
+        EXPECT_TRUE(Until([&] { return path_->Get() == "NO PAGE"; }));
         auto const note = [this](std::shared_ptr<Property> const& changed) {
             reports_ += changed->ValueText().substr(changed->ValueText().rfind('/') + 1) + '|';
         };
@@ -91,7 +92,6 @@ protected:
 TEST_F(PrintDriverTest, ReportsTheEndWhileThePathStands) {
     MakeJob("a", 1, 1);
     MakePage("a", 0);
-    EXPECT_TRUE(Until([&] { return path_->Get() == "NO PAGE"; }));
     EXPECT_TRUE(Until([&] { return reports_ == "Printing|a||NO PAGE|"; })) << reports_;
 }
 

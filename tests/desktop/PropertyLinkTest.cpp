@@ -5,6 +5,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <condition_variable>
 #include <thread>
 
@@ -131,6 +132,31 @@ TEST_F(PropertyLinkTest, SurvivesTheServer) {
     EXPECT_TRUE(Becomes(own, "back"));
     auto const late = owner.properties->Create<StringProperty>(PropertyName{"Q", "", "G"}, "");
     EXPECT_TRUE(Becomes(late, "kept"));
+}
+
+TEST_F(PropertyLinkTest, EventsCountEachButNotTheAnswerToASubscription) {
+    auto server = std::make_unique<Server>(folder_.Path());
+    auto owner = std::make_unique<Peer>(folder_.Path(), "A");
+    auto own = owner->properties->Create<StringProperty>(name_, "tag");
+    own->SetEveryWriteCounts(true);
+    auto const mark = owner->properties->Create<UInt32Property>(PropertyName{"M", "", "G"}, 0U);
+    Peer other(folder_.Path(), "B");
+    auto const followed = other.properties->Subscribe<StringProperty>("A", name_, "");
+    auto const reached = other.properties->Follow<UInt32Property>("A", ExternalAppRegistration::Plain,
+                                                                  PropertyName{"M", "", "G"}, 0U);
+    ASSERT_TRUE(Becomes(followed, "tag"));
+    std::atomic<int> events = 0;
+    followed->AddCallback([&](auto const&) { ++events; });
+    own->Set("tag");
+    own->Set("tag");
+    mark->Set(1);
+    ASSERT_TRUE(Becomes(reached, 1U));
+    EXPECT_EQ(events, 2);
+    server.reset();
+    server = std::make_unique<Server>(folder_.Path());
+    mark->Set(2);
+    ASSERT_TRUE(Becomes(reached, 2U));
+    EXPECT_EQ(events, 2) << "a new link says again what is there";
 }
 
 TEST_F(PropertyLinkTest, WritesOfAFollowerReachAnOwnerThatComesLater) {

@@ -164,6 +164,12 @@ TEST_F(TQZPLProcessorInterfaceTest, CancelsAll) {
     EXPECT_EQ(Send({1, 1, "^XA^FDa^FS^XZ"}), (Calls{Processing, Done})) << "while stopped nothing is recorded";
 }
 
+TEST_F(TQZPLProcessorInterfaceTest, SeesThatPrintingWasStoppedBefore) {
+    model_->GetPrintingStoppedProperty()->Set(true);
+    Connect();
+    EXPECT_EQ(Send({1, 1, "^XA^FDa^FS^XZ"}), (Calls{Processing, Done}));
+}
+
 TEST_F(TQZPLProcessorInterfaceTest, EndsAPauseAndPutsTheMarkBack) {
     Connect();
     PrintEngine::Printing::JobMetaData{.jobName = "n", .totalPages = 9}.Write(folder_.Path());

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+/// A socket that takes TCP connections, without waiting for them.
+class Listener {
+public:
+    /// `host` is an IPv4 address; port 0 picks a free one. Throws std::system_error if the address cannot be had.
+    Listener(std::string const& host, unsigned port);
+    ~Listener();
+    Listener(Listener const&) = delete;
+    Listener& operator=(Listener const&) = delete;
+
+    int Descriptor() const { return descriptor_; }
+    unsigned Port() const { return port_; }
+    /// The descriptor of the next connection; negative if there is none.
+    int Accept() const;
+
+private:
+    int descriptor_;
+    unsigned port_ = 0;
+};
