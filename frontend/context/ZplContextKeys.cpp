@@ -92,5 +92,6 @@ ContextKey<std::chrono::system_clock::duration> const ClockAdjustment(std::chron
 ContextKey<std::shared_ptr<PicturesByName>> const RecalledGraphics;
 ContextKey<std::optional<int>> const MediaDarkness;
 ContextKey<std::string> const PrinterName;
+ContextKey<bool> const EndsAtNextOrigin;
 ContextKey<std::vector<std::pair<std::string, std::string>>> const RfidSetUp;
 }  // namespace ZplContextKeys

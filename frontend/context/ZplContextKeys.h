@@ -128,6 +128,8 @@ extern ContextKey<std::shared_ptr<PicturesByName>> const RecalledGraphics;
 // Darkness from 0 to 30 that a stream has set in place of the printer's own.
 extern ContextKey<std::optional<int>> const MediaDarkness;
 extern ContextKey<std::string> const PrinterName;
+// Whether the field is whole without its end: the next field's origin ends it.
+extern ContextKey<bool> const EndsAtNextOrigin;
 // How the tag encoder is to work, by the names of its arguments.
 extern ContextKey<std::vector<std::pair<std::string, std::string>>> const RfidSetUp;
 }  // namespace ZplContextKeys
