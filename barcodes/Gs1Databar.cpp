@@ -103,20 +103,28 @@ std::string BracketIdentifiers(std::string_view elements) {
     return result;
 }
 
-Gs1Symbol EncodeGs1(std::string const& data, Gs1Type type, unsigned segments) {
-    Gs1Symbol symbol;
-    auto const number = static_cast<std::size_t>(type) - 1;
-    if (number >= std::size(Types)) {
-        symbol.status = ValidationStatus::InvalidParameter;
-        return symbol;
-    }
-    TypeRow const& row = Types[number];
+namespace {
+
+constexpr unsigned CcC = 3;
+
+/// A component of CC-C is as wide as its linear part, which must have room for its frame and one column of data: the
+/// library takes that for granted.
+bool HasRoomForCcC(std::string const& linear) {
+    constexpr std::size_t FrameModules = 62;
+    constexpr std::size_t ColumnModules = 17;
+    ModuleRequest request;
+    request.symbology = ModuleSymbology::GS1128;
+    request.data = linear;
+    request.isGs1 = true;
+    auto const rows = EncodeModules(request).rows;
+    return !rows.empty() && rows[0].size() >= FrameModules + ColumnModules;
+}
+
+ModuleRequest RequestOf(std::string const& data, Gs1Type type, unsigned segments) {
+    TypeRow const& row = Types[static_cast<std::size_t>(type) - 1];
     std::size_t const bar = data.find('|');
     std::string const linear = data.substr(0, bar);
-    if (linear.empty()) {
-        symbol.status = ValidationStatus::TooShort;
-        return symbol;
-    }
+    auto const part = row.digits == 0 ? BracketIdentifiers(linear) : FixedDigits(linear, type, row.digits);
     ModuleRequest request;
     request.symbology = row.symbology;
     if (type == Gs1Type::Expanded && segments < 22) {
@@ -125,16 +133,32 @@ Gs1Symbol EncodeGs1(std::string const& data, Gs1Type type, unsigned segments) {
     }
     request.isComposite = bar != std::string::npos && bar + 1 < data.size();
     request.isGs1 = request.isComposite || row.digits == 0;
-    auto const part = row.digits == 0 ? BracketIdentifiers(linear) : FixedDigits(linear, type, row.digits);
     request.data = request.isComposite ? BracketIdentifiers(std::string_view(data).substr(bar + 1)) : part;
-    if (request.isComposite) {
-        request.primary = part;
-        if (type == Gs1Type::Gs1128WithCcC) request.mode = 3;
+    if (request.isComposite) request.primary = part;
+    if (request.isComposite && type == Gs1Type::Gs1128WithCcC) request.mode = CcC;
+    return request;
+}
+
+ValidationStatus Validate(std::string const& data, Gs1Type type) {
+    if (type < Gs1Type::Omnidirectional || type > Gs1Type::Gs1128WithCcC) return ValidationStatus::InvalidParameter;
+    return data.empty() || data[0] == '|' ? ValidationStatus::TooShort : ValidationStatus::Valid;
+}
+
+}  // namespace
+
+Gs1Symbol EncodeGs1(std::string const& data, Gs1Type type, unsigned segments) {
+    Gs1Symbol symbol;
+    symbol.status = Validate(data, type);
+    if (symbol.status != ValidationStatus::Valid) return symbol;
+    auto const request = RequestOf(data, type, segments);
+    if (request.mode == CcC && !HasRoomForCcC(request.primary)) {
+        symbol.status = ValidationStatus::TooShort;
+        return symbol;
     }
     auto const modules = EncodeModules(request);
     symbol.status = modules.status;
     for (std::size_t r = 0; r < modules.rows.size(); ++r)
-        symbol.model << MakeFragment(modules.rows[r], modules.heights[r], row);
+        symbol.model << MakeFragment(modules.rows[r], modules.heights[r], Types[static_cast<std::size_t>(type) - 1]);
     return symbol;
 }
 

@@ -1,13 +1,18 @@
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 #include "Barcode/Encoder/Code128Encoder.h"
 #include "Barcode/Encoder/DataMatrix200Encoder.h"
+#include "Barcode/Encoder/MicroPDF417Encoder.h"
 #include "Barcode/Encoder/PDF417Encoder.h"
 #include "Barcode/Encoder/QREncoder.h"
 #include "barcodes/GraphicHelper.h"
 #include "barcodes/Memoizer.h"
+#include "desktop/Desk.h"
+#include "labels/Job.h"
 
 namespace {
 
@@ -57,6 +62,48 @@ void MemoizedQrSymbol(benchmark::State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(SketchMatrixBarcode(encode(text, {}), 3, Dpi(203), 203));
 }
 BENCHMARK(MemoizedQrSymbol)->Unit(benchmark::kMicrosecond);
+
+void MemoizedPdf417Symbol(benchmark::State& state) {
+    ZplCore::Memoizer<10, decltype(&PDF417Encoder::Encode), std::string, unsigned, unsigned, unsigned, bool> encode(
+        &PDF417Encoder::Encode);
+    std::string const text = Texts(200).Next();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(SketchStackedBarcode(encode(text, 2, 0, 0, false), 2, 6, Dpi(203), 203));
+}
+BENCHMARK(MemoizedPdf417Symbol)->Unit(benchmark::kMicrosecond);
+
+void MemoizedDataMatrixSymbol(benchmark::State& state) {
+    ZplCore::Memoizer<10, decltype(&DataMatrix200Encoder::Encode), std::string, DMSize, char, unsigned> encode(
+        &DataMatrix200Encoder::Encode);
+    std::string const text = Texts(50).Next();
+    for (auto _ : state) benchmark::DoNotOptimize(SketchMatrixBarcode(encode(text, {}, '~', 1), 4, Dpi(203), 203));
+}
+BENCHMARK(MemoizedDataMatrixSymbol)->Unit(benchmark::kMicrosecond);
+
+void MicroPdf417Symbol(benchmark::State& state) {
+    Texts texts(50);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(SketchStackedBarcode(
+            MicroPDF417Encoder::Encode(texts.Next(), {4, 0}, MicroPDF417Linkage::None), 2, 6, Dpi(203), 203));
+}
+BENCHMARK(MicroPdf417Symbol)->Unit(benchmark::kMicrosecond);
+
+/// A field of the language from its data to the dots on the page, with its line: all that is not reading the stream.
+void Code128Field(benchmark::State& state) {
+    Desk desk({});
+    Texts texts(20);
+    std::vector<Zpl::Label> labels;
+    for (int i = 0; i < 64; ++i) {
+        std::string data = texts.Next();
+        std::replace_if(
+            data.begin(), data.end(), [](char c) { return c == '^' || c == '~' || c == '>'; }, '-');
+        auto result = desk.MakeSession()->Consume("^XA^BY2^FO20,20^BCN,100,N,N,N,A^FD" + data + "^FS^XZ", false, true);
+        labels.push_back(std::get<1>(*result.label));
+    }
+    std::size_t next = 0;
+    for (auto _ : state) benchmark::DoNotOptimize(labels[next++ % labels.size()].ProcessLabel(0, false));
+}
+BENCHMARK(Code128Field)->Unit(benchmark::kMicrosecond);
 
 void Pdf417Symbol(benchmark::State& state) {
     Texts texts(200);

@@ -1,7 +1,10 @@
 #include "jobhost/JobQueue.h"
 
 #include <algorithm>
+#include <memory>
 #include <string>
+
+#include "foundation/DebugZones.h"
 
 namespace Zpl::Host {
 
@@ -12,7 +15,9 @@ constexpr unsigned Span = 100;      // pages rendered from the page that prints 
 
 using Jobs = std::vector<QueueJob>;
 
+/// No job has the empty path, which stands for none.
 Jobs::iterator Find(Jobs& jobs, std::filesystem::path const& path) {
+    if (path.empty()) return jobs.end();
     return std::find_if(jobs.begin(), jobs.end(), [&](QueueJob const& job) { return job.JobPath() == path; });
 }
 
@@ -34,17 +39,33 @@ void JobQueue::RenderFrom(QueueJob& job, unsigned page, bool printOnDemand) {
     }
 }
 
+/// A job without a folder never prints: its sender must not wait for it.
+bool JobQueue::StartOrClose(QueueJob& job, std::string const& name) {
+    std::string reason = "its folder cannot be made";
+    try {
+        job.Start(name);
+    } catch (std::exception const& error) {
+        reason = error.what();
+    }
+    if (!job.JobPath().empty()) return true;
+    DebugLog(Error, "job \"" + name + "\" is given up: " + reason);
+    job.CloseNetwork();
+    return false;
+}
+
 void JobQueue::Enqueue(Job const& job, std::string_view jobName, bool printOnDemand) {
-    Q_EMIT dispatcher_.Dispatch([this, job, name = std::string(jobName), printOnDemand](Jobs& jobs) {
-        QueueJob& added = jobs.emplace_back(job);
-        added.Start(name);
-        if (added.IsWaitingOnRfidReadResponse(0)) return;
-        if (printOnDemand) {
-            added.RenderPrintOnDemand(0);
-        } else {
-            added.Render(0, FirstSpan, stop_);
-        }
-    });
+    // One copy, however often the function is copied on its way.
+    Q_EMIT dispatcher_.Dispatch(
+        [this, held = std::make_shared<QueueJob>(job), name = std::string(jobName), printOnDemand](Jobs& jobs) {
+            QueueJob& added = jobs.emplace_back(std::move(*held));
+            if (!StartOrClose(added, name)) return jobs.pop_back();
+            if (added.IsWaitingOnRfidReadResponse(0)) return;
+            if (printOnDemand) {
+                added.RenderPrintOnDemand(0);
+            } else {
+                added.Render(0, FirstSpan, stop_);
+            }
+        });
 }
 
 void JobQueue::Handle(JobStatusChangedEvent const& event, bool printOnDemand, std::function<void()> const& onPaused) {

@@ -26,6 +26,7 @@ private:
     void HandleDone(std::filesystem::path const& path, unsigned page);
     void HandleNewRfidReadResponse(std::filesystem::path const& path, unsigned page,
                                    std::vector<RfidReadResponse> const& responses, bool printOnDemand);
+    static bool StartOrClose(QueueJob& job, std::string const& name);
     void RenderFrom(QueueJob& job, unsigned page, bool printOnDemand);
 
     JobQueueDispatcher dispatcher_;

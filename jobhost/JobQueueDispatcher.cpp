@@ -3,6 +3,7 @@
 #include <QtCore/QMetaType>
 
 #include "foundation/DebugZones.h"
+#include "foundation/Ending.h"
 
 namespace Zpl::Host {
 
@@ -12,7 +13,7 @@ JobQueueDispatcher::JobQueueDispatcher() {
 }
 
 void JobQueueDispatcher::OnDispatch(Step const& step) {
-    if (!step) return;
+    if (!step || processIsEnding) return;
     try {
         step(jobs_);
     } catch (std::exception const& error) {

@@ -41,18 +41,32 @@ void TQZPLProcessorInterface::ConnectModel(std::shared_ptr<TQZPLProcessorInterfa
 
     auto const command = self->model_->GetCommandToProcessProperty();
     std::weak_ptr<TQZPLProcessorInterface> const weak = self;
-    self->OnChange(command, [weak](std::string const& value) {
+    // A packet that arrives at this moment may be seen below and be told to the callback too; it counts once.
+    std::unique_lock connecting(self->connectMutex_);
+    self->OnChange(command, [weak, held = std::weak_ptr(command)](std::string const&) {
         auto const strong = weak.lock();
+        auto const property = held.lock();
+        if (!strong || !property) return;
+        std::string value;
+        {
+            std::lock_guard const lock(strong->connectMutex_);
+            value = property->Get();
+            if (!value.empty() && value == strong->packetAtConnect_) return;
+        }
         // When the clearing of a packet is told here, the next packet may stand in the property already; that one is
         // told by its own change.
-        if (!strong || (strong->isWritingCommand_ && QThread::currentThread() == strong->thread())) return;
+        if (strong->isWritingCommand_ && QThread::currentThread() == strong->thread()) return;
         Q_EMIT strong->zplCommandToProcessChanged(QString::fromStdString(value));
     });
     self->OnChange(self->model_->GetResponseToProcessProperty(), [weak](std::string const& value) {
         if (auto const strong = weak.lock()) Q_EMIT strong->zplResponseToProcessChanged(QString::fromStdString(value));
     });
-    if (auto const value = command->Get(); !value.empty())
-        Q_EMIT self->zplCommandToProcessChanged(QString::fromStdString(value));
+    self->packetAtConnect_ = command->Get();
+    QString const waiting = QString::fromStdString(self->packetAtConnect_);
+    connecting.unlock();
+    if (!waiting.isEmpty()) Q_EMIT self->zplCommandToProcessChanged(waiting);
+    connecting.lock();
+    self->packetAtConnect_.clear();
 }
 
 void TQZPLProcessorInterface::InitCallbacks() {
@@ -67,6 +81,8 @@ void TQZPLProcessorInterface::InitCallbacks() {
         printingStopped_ = stopped;
         if (stopped) queue_->CancelAll();
     });
+    // It may have been so before anybody listened.
+    printingStopped_ = model.GetPrintingStoppedProperty()->Get();
     OnChange(model.GetCancelAllZPLJobsProperty(), [this](bool cancel) {
         if (!cancel) return;
         model_->SetCancelAllJobs(true);
@@ -124,21 +140,26 @@ void TQZPLProcessorInterface::Consume(QString zplToProcess) {
     // The echo of the property being cleared.
     if (zplToProcess.isEmpty()) return;
     PrintProcessHandler::GetInstance()->InitializeOffscreenDrawing();
+    std::optional<Zpl::Host::Packet> packet;
+    bool isLast = false;
     try {
-        auto const packet = Zpl::Host::Packet::Parse(zplToProcess.toStdString());
-        if (packet) {
-            bool const isLast = packet->Command == Zpl::Host::Packet::EndOfStream;
-            if (!session_ && !packet->payload.empty()) OpenSession();
-            model_->SetNetworkResponseState(NetworkResponse::Status::Processing, std::nullopt);
-            ConsumePayload(packet->payload, isLast);
-            if (isLast) FinishStream();
-        } else {
+        packet = Zpl::Host::Packet::Parse(zplToProcess.toStdString());
+        isLast = packet && packet->Command == Zpl::Host::Packet::EndOfStream;
+        if (packet)
+            ConsumePacket(*packet, isLast);
+        else
             DebugLog(Warning, "a packet that cannot be read is dropped");
-        }
     } catch (std::exception const& error) {
         DebugLog(Error, std::string("a packet is given up: ") + error.what());
     }
+    if (isLast) FinishStream();
     SetzplCommandToProcess({});
+}
+
+void TQZPLProcessorInterface::ConsumePacket(Zpl::Host::Packet const& packet, bool isLast) {
+    if (!session_ && !packet.payload.empty()) OpenSession();
+    model_->SetNetworkResponseState(NetworkResponse::Status::Processing, std::nullopt);
+    ConsumePayload(packet.payload, isLast);
 }
 
 void TQZPLProcessorInterface::OpenSession() {
@@ -164,6 +185,20 @@ void TQZPLProcessorInterface::ConsumePayload(std::string_view payload, bool isLa
 }
 
 void TQZPLProcessorInterface::FinishStream() {
+    try {
+        HandOverLabels();
+    } catch (std::exception const& error) {
+        DebugLog(Error, "the job of a stream is given up: " + std::string(error.what()));
+        model_->SetNetworkResponseState(NetworkResponse::Status::Done, std::nullopt);
+    }
+    // Whatever became of it: the next stream begins with nothing.
+    labels_.clear();
+    jobName_.clear();
+    session_.reset();
+    jobFlag_ = false;
+}
+
+void TQZPLProcessorInterface::HandOverLabels() {
     if (labels_.empty()) {
         model_->SetNetworkResponseState(NetworkResponse::Status::Done, std::nullopt);
     } else if (AppSettings::GetInstance().RunningOnTarget()) {
@@ -174,10 +209,6 @@ void TQZPLProcessorInterface::FinishStream() {
     } else {
         RenderInLine();
     }
-    labels_.clear();
-    jobName_.clear();
-    session_.reset();
-    jobFlag_ = false;
 }
 
 void TQZPLProcessorInterface::RenderInLine() {

@@ -4,6 +4,7 @@
 #include <QtCore/QString>
 #include <atomic>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -54,7 +55,9 @@ public Q_SLOTS:
 private:
     void OpenSession();
     void ConsumePayload(std::string_view payload, bool isLast);
+    void ConsumePacket(Zpl::Host::Packet const& packet, bool isLast);
     void FinishStream();
+    void HandOverLabels();
     void RenderInLine();
     template <typename T, typename React>
     void OnChange(std::shared_ptr<T> const& property, React react);
@@ -69,6 +72,8 @@ private:
     std::vector<Zpl::Label> labels_;
     bool jobFlag_ = false;
     std::atomic<bool> isWritingCommand_{false};
+    std::mutex connectMutex_;
+    std::string packetAtConnect_;  // while it is consumed by ConnectModel
     std::shared_ptr<ZPLProcessorInterface> model_;
     std::shared_ptr<Scripting::PrinterContextInterface> printerContext_;
     std::unique_ptr<Zpl::Host::JobQueueInterface> queue_;

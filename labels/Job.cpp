@@ -95,6 +95,11 @@ void Job::RenderLabel(unsigned page) {
     labels_[place.label].RenderLabel(jobPath_, place.copy, page, isLast);
 }
 
+void Job::RenderBlank(unsigned page) {
+    Place const place = Find(page);
+    if (LabelOf(place)) labels_[place.label].RenderBlank(jobPath_, page, Quantity() - 1 <= page);
+}
+
 bool Job::IsFormatBoundry(unsigned page) const {
     Place const place = Find(page);
     return LabelOf(place) && place.label > 0 && place.copy == 0;

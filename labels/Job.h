@@ -22,6 +22,8 @@ public:
     void Start(std::string_view jobName);
     void End();
     /// The job's folder; empty before Start.
+    /// Puts an empty page where one cannot be drawn.
+    void RenderBlank(unsigned page);
     std::filesystem::path const& JobPath() const { return jobPath_; }
 
     /// Number of pages, in 32-bit arithmetic.

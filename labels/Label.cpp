@@ -41,6 +41,12 @@ void Label::RenderLabel(std::filesystem::path const& jobPath, unsigned copyIndex
     processor_.GetGraphicContext()->RenderPage(jobPath, pageNumber, isLastPage);
 }
 
+void Label::RenderBlank(std::filesystem::path const& jobPath, unsigned pageNumber, bool isLastPage) const {
+    auto const target = processor_.GetGraphicContext();
+    target->StartLabel();
+    target->RenderPage(jobPath, pageNumber, isLastPage);
+}
+
 std::optional<std::string> Label::ProcessLabel(unsigned copyIndex, bool forcePageEnd) {
     processor_.SetCurrentLabelNumber(copyIndex);
     StartLabel();

@@ -41,6 +41,8 @@ public:
     /// Draws a copy and writes it as page `pageNumber` of the job. Copy 0 starts from the frozen state; later copies go
     /// on from the state that the copy before left.
     void RenderLabel(std::filesystem::path const& jobPath, unsigned copyIndex, unsigned pageNumber, bool isLastPage);
+    /// A page of the same size with nothing on it.
+    void RenderBlank(std::filesystem::path const& jobPath, unsigned pageNumber, bool isLastPage) const;
 
     /// Stores the page as a picture where the format asked for it.
     void RenderLabelToFile() const;

@@ -62,6 +62,8 @@ void RunPlugin(int argc, char** argv, std::string const& name, std::string const
     SignalWatch::BlockSignals();
     // A reader of our log that goes away is no reason to go too.
     std::signal(SIGPIPE, SIG_IGN);
+    // A file that may not grow is an error of that file.
+    std::signal(SIGXFSZ, SIG_IGN);
     TQApp::InitializeQtSettings(name, componentId, componentLabel);
     QGuiApplication application(argc, argv);
     auto const& settings = AppSettings::GetInstance();

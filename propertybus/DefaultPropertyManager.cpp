@@ -131,6 +131,7 @@ void DefaultPropertyManager::AnnounceAll() {
     std::map<PropertyAddress, Entry> entries;
     {
         std::lock_guard const lock(mutex_);
+        for (auto& [address, entry] : entries_) entry.answered = false;
         entries = entries_;
     }
     for (auto const& [address, entry] : entries) {
@@ -141,6 +142,13 @@ void DefaultPropertyManager::AnnounceAll() {
         Announce(address, entry);
         if (entry.property && entry.role == Role::Owner) entry.property->Resend();
     }
+}
+
+/// The first value of a link is what was there before.
+bool DefaultPropertyManager::AnswersSubscription(PropertyAddress const& address) const {
+    std::lock_guard const lock(mutex_);
+    auto const found = entries_.find(address);
+    return found != entries_.end() && found->second.role == Role::Follower && !found->second.answered;
 }
 
 void DefaultPropertyManager::Deliver(PiclMessage const& message) {
@@ -156,7 +164,7 @@ void DefaultPropertyManager::Deliver(PiclMessage const& message) {
     bool const hasValue = message.type == PiclMessage::Type::Changed;
     if (property && hasValue) {
         DebugLog(Property, Name(message.address) + " = " + message.value.substr(0, 80));
-        if (!property->TakeFromBus(message.value))
+        if (!property->TakeFromBus(message.value, AnswersSubscription(message.address)))
             DebugLog(PropertyWarning, Name(message.address) + " was given a value that is none of its kind");
     }
     {

@@ -66,6 +66,7 @@ private:
     bool Send(PiclMessage const& message);
     bool Announce(PropertyAddress const& address, Entry const& entry);
     void Run();
+    bool AnswersSubscription(PropertyAddress const& address) const;
     void Deliver(PiclMessage const& message);
     void AnnounceAll();
 

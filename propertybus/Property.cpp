@@ -25,8 +25,9 @@ void Property::ConnectWriter(Writer writer) {
 
 bool Property::Admit(bool differs, Origin origin, std::string const& text) {
     // What arrives while a write is under way was written before that write was taken, and will be replaced by it.
-    if (origin == Origin::Bus && writesUnderWay_ > 0) return false;
-    bool const countsAnyway = origin == Origin::Process ? everyWriteCounts_ : everyDeliveryCounts_;
+    if (origin != Origin::Process && writesUnderWay_ > 0) return false;
+    bool const countsAnyway =
+        origin == Origin::Process ? everyWriteCounts_ : origin == Origin::Bus && everyDeliveryCounts_;
     if (!differs && !countsAnyway) return false;
     if (origin == Origin::Process && writer_) {
         ++writesUnderWay_;

@@ -53,15 +53,20 @@ public:
         everyDeliveryCounts_ = isOwner;
     }
     void ConnectWriter(Writer writer);
+    /// With it, each delivery from the bus is an event, also one of the value that is there; but not what only answers
+    /// a subscription.
+    void SetEveryDeliveryCounts() { everyDeliveryCounts_ = true; }
     /// Takes a value that the server sent.
-    bool TakeFromBus(std::string const& text) { return Take(text, Origin::Bus); }
+    bool TakeFromBus(std::string const& text, bool answersSubscription = false) {
+        return Take(text, answersSubscription ? Origin::BusAnswer : Origin::Bus);
+    }
     /// The server has taken one write of this process.
     void NoteTaken();
     /// The link is new: sends the value again if a write of it may be lost.
     void Resend();
 
 protected:
-    enum class Origin { Process, Bus };
+    enum class Origin { Process, Bus, BusAnswer };
 
     virtual bool Take(std::string const& text, Origin origin) = 0;
     /// To be called under the lock before a value is stored; says whether it is stored, and tells the bus.

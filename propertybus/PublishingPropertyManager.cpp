@@ -47,8 +47,8 @@ void PublishingPropertyManager::Publish(std::shared_ptr<Property> const& propert
     if (!component_.empty()) ConnectToBus({component_, name.group, name.identifier}, property, Role::Owner, archived);
 }
 
-void PublishingPropertyManager::Subscribe(std::shared_ptr<Property> const& property, std::string const& component,
-                                          ExternalAppRegistration registration) {
+void PublishingPropertyManager::AskFor(std::shared_ptr<Property> const& property, std::string const& component,
+                                       ExternalAppRegistration registration) {
     if (registration == ExternalAppRegistration::EveryWrite) property->SetEveryWriteCounts(false);
     if (component_.empty()) return;
     auto const& name = property->Name();
@@ -61,7 +61,8 @@ void PublishingPropertyManager::Subscribe(std::shared_ptr<Property> const& prope
 void PublishingPropertyManager::Archive(Property const& property) {
     std::lock_guard const lock(archiveMutex_);
     archive_[property.Name().identifier] = property.ValueText();
-    WriteArchive(archiveAttempts_);
+    // What waits to be tried again takes this value along.
+    if (!retryWaits_) WriteArchive(archiveAttempts_);
 }
 
 void PublishingPropertyManager::WriteArchive(unsigned attemptsLeft) {
@@ -75,8 +76,10 @@ void PublishingPropertyManager::WriteArchive(unsigned attemptsLeft) {
     if (!error) return;
     DebugLog(Error, "archived properties cannot be written to " + archivePath_.string() + ": " + error.message());
     if (attemptsLeft == 0) return;
+    retryWaits_ = true;
     RunLater(archivePause_, [this, attemptsLeft] {
         std::lock_guard const lock(archiveMutex_);
+        retryWaits_ = false;
         WriteArchive(attemptsLeft - 1);
     });
 }

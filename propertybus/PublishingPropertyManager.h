@@ -46,7 +46,16 @@ public:
                               Args&&... args) {
         auto const [property, isNew] =
             Make<T, ExternalAppProperty<T>>(std::move(name), component, std::forward<Args>(args)...);
-        if (isNew) Subscribe(property, component, registration);
+        if (isNew) AskFor(property, component, registration);
+        return property;
+    }
+
+    /// As Follow, for a property whose deliveries are events, each one, whether or not the value differs.
+    template <typename T, typename... Args>
+    std::shared_ptr<T> Subscribe(std::string const& component, PropertyName name, Args&&... args) {
+        auto property =
+            Follow<T>(component, ExternalAppRegistration::Plain, std::move(name), std::forward<Args>(args)...);
+        property->SetEveryDeliveryCounts();
         return property;
     }
 
@@ -71,8 +80,8 @@ private:
     }
 
     void Publish(std::shared_ptr<Property> const& property, bool archived);
-    void Subscribe(std::shared_ptr<Property> const& property, std::string const& component,
-                   ExternalAppRegistration registration);
+    void AskFor(std::shared_ptr<Property> const& property, std::string const& component,
+                ExternalAppRegistration registration);
     void Archive(Property const& property);
     void WriteArchive(unsigned attemptsLeft);
 
@@ -84,4 +93,5 @@ private:
     std::chrono::seconds const archivePause_{};
     std::mutex archiveMutex_;
     std::map<std::string, std::string> archive_;  // value texts by identifier
+    bool retryWaits_ = false;
 };

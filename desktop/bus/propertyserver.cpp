@@ -21,6 +21,8 @@ int main(int argc, char** argv) {
     sigaddset(&signals, SIGINT);
     // A reader of the log that goes away is no reason to go too.
     signal(SIGPIPE, SIG_IGN);
+    // And a file that may not grow is an error of that file.
+    signal(SIGXFSZ, SIG_IGN);
     sigprocmask(SIG_BLOCK, &signals, nullptr);
     try {
         std::filesystem::create_directories(std::filesystem::path(argv[2]).parent_path());

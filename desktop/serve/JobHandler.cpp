@@ -21,6 +21,7 @@ namespace {
 
 constexpr auto QuietTime = 100ms;
 constexpr auto DownloadQuietTime = 2s;         // for commands that bring data along
+constexpr auto AnswerTime = 200ms;             // for pages that answer a sender that has ended its stream
 constexpr auto StallTime = 30s;                // for a stream that is open and breaks off
 constexpr std::size_t PieceSize = 64 * 1024;   // bytes of one packet
 constexpr std::size_t OpenSize = 256 * 1024;   // a stream of more is opened before it is complete
@@ -51,6 +52,7 @@ struct JobHandler::Connection {
     std::uint64_t received = 0;  // bytes since the watch was made
     std::uint64_t jobBytes = 0;  // handed over of the open stream
     Clock::time_point lastRead = Clock::now();
+    Clock::time_point lastTaken;  // when the host was done with a packet of it
     std::uint8_t session = 0;
     bool ended = false;   // the client sends no more
     bool broken = false;  // nor reads any more
@@ -94,12 +96,7 @@ JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& sock
         // The value may have moved on when this thread's own write is told.
         if (QThread::currentThread() == thread() || !changed->ValueText().empty()) return;
         QMetaObject::invokeMethod(
-            this,
-            [this] {
-                packetUnderWay_ = false;
-                Pump();
-            },
-            Qt::QueuedConnection);
+            this, [this] { NotePacketTaken(); }, Qt::QueuedConnection);
     });
     response_->AddCallback([this](std::shared_ptr<Property> const& changed) {
         QMetaObject::invokeMethod(
@@ -177,26 +174,68 @@ void JobHandler::Flush(Connection& connection) {
 void JobHandler::TakeResponse(std::string const& text) {
     auto const response = zpl::NetworkResponse::Parse(text);
     if (!response) return;
-    if (response->status == zpl::NetworkResponse::Status::Done) {
-        if (jobsUnderWay_ > 0) --jobsUnderWay_;
-        Pump();
+    switch (response->status) {
+        case zpl::NetworkResponse::Status::Processing: interpreting_ = packetUnderWay_; break;
+        case zpl::NetworkResponse::Status::Done: NoteDone(); break;
+        case zpl::NetworkResponse::Status::Answer: {
+            // Outside the interpretation of a packet it is pages that answer, and those of the newest job are drawn
+            // right behind its last packet.
+            Connection* const receiver = interpreting_ ? packetOf_ : lastJobOf_;
+            auto const bytes = Base64::Decode(response->data.value_or(""));
+            if (receiver && bytes) Answer(*receiver, *bytes);
+            break;
+        }
     }
-    if (response->status != zpl::NetworkResponse::Status::Answer || !answerTo_) return;
-    auto const bytes = Base64::Decode(response->data.value_or(""));
-    if (!bytes || answerTo_->broken) return;
-    if (answerTo_->answers.size() + bytes->size() > MostAnswers) {
+}
+
+/// Jobs are done in the order in which they were handed over, but for a stream without labels, which is done before its
+/// last packet is.
+void JobHandler::NoteDone() {
+    if (!jobs_.empty()) interpreting_ ? jobs_.pop_back() : jobs_.pop_front();
+    Pump();
+}
+
+void JobHandler::Answer(Connection& connection, std::string const& bytes) {
+    if (connection.broken) return;
+    if (connection.answers.size() + bytes.size() > MostAnswers) {
         DebugLog(Warning, "a client does not read its answers; they are dropped");
-        answerTo_->answers.clear();
-        answerTo_->broken = true;
+        connection.answers.clear();
+        connection.broken = true;
         return;
     }
-    answerTo_->answers += *bytes;
-    Flush(*answerTo_);
+    connection.answers += bytes;
+    Flush(connection);
+}
+
+void JobHandler::NotePacketTaken() {
+    if (!packetUnderWay_) return;
+    packetUnderWay_ = interpreting_ = false;
+    endsOfHost_ = 0;
+    if (packetEndsStream_) lastJobOf_ = packetOf_;
+    if (packetOf_) packetOf_->lastTaken = Clock::now();
+    packetOf_ = nullptr;
+    Pump();
 }
 
 void JobHandler::ForgetJobs() {
-    jobsUnderWay_ = 0;
+    jobs_.clear();
     Pump();
+}
+
+void JobHandler::HostEnded() {
+    constexpr unsigned Most = 2;
+    interpreting_ = false;
+    if (packetUnderWay_ && ++endsOfHost_ >= Most) {
+        DebugLog(Error, "the host ends on what it is sent; the stream is dropped");
+        if (current_) {
+            current_->buffer.clear();
+            current_->jobBytes = 0;
+            current_ = nullptr;
+        }
+        command_->Set("");
+        NotePacketTaken();
+    }
+    ForgetJobs();
 }
 
 bool JobHandler::IsComplete(Connection const& connection) const {
@@ -207,7 +246,7 @@ bool JobHandler::IsComplete(Connection const& connection) const {
 }
 
 JobHandler::Connection* JobHandler::NextReady() {
-    if (jobsUnderWay_ >= MostJobs) return nullptr;
+    if (jobs_.size() >= MostJobs) return nullptr;
     for (auto next = connections_.begin(); next != connections_.end(); ++next) {
         Connection& connection = **next;
         if (connection.buffer.empty()) continue;
@@ -226,8 +265,9 @@ void JobHandler::Pump() {
         if (current_) SendPiece(*current_);
     }
     // Quiet streams are looked at again; with nothing waiting the process sleeps.
-    bool const waits = std::any_of(connections_.begin(), connections_.end(),
-                                   [](auto const& entry) { return !entry->buffer.empty() && !entry->ended; });
+    bool const waits = std::any_of(connections_.begin(), connections_.end(), [this](auto const& entry) {
+        return entry->ended ? MayBeAnswered(*entry) : !entry->buffer.empty();
+    });
     if ((waits || current_) && !quiet_.isActive()) quiet_.start(QuietTime / 2);
 }
 
@@ -254,10 +294,11 @@ void JobHandler::SendPacket(Connection& connection, std::size_t size, bool isLas
     connection.jobBytes += size;
     // The end of a stream completes its last command only together with some bytes.
     if (isLast && packet.payload.empty()) packet.payload = "\n";
-    answerTo_ = &connection;
+    packetOf_ = &connection;
     packetUnderWay_ = true;
+    packetEndsStream_ = isLast;
     if (isLast) {
-        ++jobsUnderWay_;
+        jobs_.push_back(&connection);
         connection.jobBytes = 0;
         current_ = nullptr;
     }
@@ -268,10 +309,19 @@ void JobHandler::SendPacket(Connection& connection, std::size_t size, bool isLas
 void JobHandler::RemoveFinished() {
     std::erase_if(connections_, [this](auto const& entry) {
         Connection& connection = *entry;
-        bool const mayBeAnswered = !connection.broken && packetUnderWay_ && answerTo_ == &connection;
-        bool const done = connection.ended && connection.buffer.empty() && current_ != &connection && !mayBeAnswered &&
-                          (connection.answers.empty() || connection.broken);
-        if (done && answerTo_ == &connection) answerTo_ = nullptr;
-        return done;
+        bool const done = connection.ended && connection.buffer.empty() && current_ != &connection &&
+                          (connection.broken || (connection.answers.empty() && !MayBeAnswered(connection)));
+        if (!done) return false;
+        if (packetOf_ == &connection) packetOf_ = nullptr;
+        if (lastJobOf_ == &connection) lastJobOf_ = nullptr;
+        std::replace(jobs_.begin(), jobs_.end(), &connection, static_cast<Connection*>(nullptr));
+        return true;
     });
+}
+
+/// While its last packet is interpreted, and for the moment in which the first pages of its job are drawn.
+bool JobHandler::MayBeAnswered(Connection const& connection) const {
+    if (packetOf_ == &connection) return true;
+    bool const isAtWork = std::find(jobs_.begin(), jobs_.end(), &connection) != jobs_.end();
+    return isAtWork && lastJobOf_ == &connection && Clock::now() - connection.lastTaken < AnswerTime;
 }

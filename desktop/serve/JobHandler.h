@@ -4,6 +4,7 @@
 #include <QtCore/QSocketNotifier>
 #include <QtCore/QTimer>
 #include <chrono>
+#include <deque>
 #include <list>
 #include <memory>
 #include <string>
@@ -24,6 +25,8 @@ public:
 
     /// Jobs that were on their way are gone, and will not be reported as done.
     void ForgetJobs();
+    /// So too when the host has ended. A packet on which it ends twice is dropped with the rest of its stream.
+    void HostEnded();
     unsigned Port() const { return port_; }
 
 private:
@@ -32,7 +35,11 @@ private:
     void Accept();
     void Read(Connection& connection);
     void Flush(Connection& connection);
+    void NotePacketTaken();
     void TakeResponse(std::string const& text);
+    void NoteDone();
+    void Answer(Connection& connection, std::string const& bytes);
+    bool MayBeAnswered(Connection const& connection) const;
     void Pump();
     Connection* NextReady();
     bool IsComplete(Connection const& connection) const;
@@ -51,10 +58,14 @@ private:
     unsigned port_ = 0;
     std::unique_ptr<QSocketNotifier> acceptNotifier_;
     std::list<std::unique_ptr<Connection>> connections_;
-    Connection* current_ = nullptr;   // whose stream is open
-    Connection* answerTo_ = nullptr;  // whose stream was open last
+    Connection* current_ = nullptr;  // whose stream is open
     bool packetUnderWay_ = false;
-    unsigned jobsUnderWay_ = 0;
+    bool packetEndsStream_ = false;
+    unsigned endsOfHost_ = 0;          // with this packet under way
+    Connection* packetOf_ = nullptr;   // whose packet is under way
+    bool interpreting_ = false;        // the host is at that packet: what it answers now is for its sender
+    std::deque<Connection*> jobs_;     // senders of the streams handed over and not yet done; null once they are gone
+    Connection* lastJobOf_ = nullptr;  // sender of the stream that was handed over last
     std::uint8_t lastSession_ = 0;
     QTimer quiet_;
 };

@@ -28,6 +28,12 @@ PrintDriver::PrintDriver(ThreadFactory& threads, std::filesystem::path const& so
     pageTimer_.setSingleShot(true);
     connect(&pageTimer_, &QTimer::timeout, this, [this] { PrintPage(); });
     scanTimer_.setSingleShot(true);
+    patience_.setSingleShot(true);
+    connect(&patience_, &QTimer::timeout, this, [this] {
+        if (state_ != State::Printing) return;
+        say_("page " + std::to_string(next_ + 1) + " of " + job_.filename().string() + " does not come");
+        PausePrinting("Print Error");
+    });
     connect(&scanTimer_, &QTimer::timeout, this, [this] { StartNext(); });
 }
 
@@ -37,7 +43,7 @@ void PrintDriver::PublishProperties() {
     driver_.Own<UInt32Property>(DotsPerInch, Group::General, options_.dpi);
     driver_.Own<UInt32Property>(SubstrateMode, Group::SubstratePrinterProperties, 2U);
     driver_.Own<BoolProperty>(PrintingIsStopped, Group::PrintOperations, false);
-    driver_.Own<StringProperty>(RfidReadCommandResponse, Group::RfidEncoderOperations, "");
+    driver_.Own<StringProperty>(RfidReadCommandResponse, Group::RfidEncoderOperations, "")->SetEveryWriteCounts(true);
     page_ = driver_.Own<UInt32Property>(CurrentPrintingPageNumber, Group::PrintOperations, 0U);
     resumeFrom_ = driver_.Own<UInt32Property>(ResumePrintingFromPageNumber, Group::PrintOperations, 0U);
     resume_ = driver_.Own<BoolProperty>(ResumePrinting, Group::PrintOperations, false);
@@ -48,14 +54,17 @@ void PrintDriver::PublishProperties() {
     cancelZpl_ = apps_.Own<BoolProperty>(ZPLCancelAllJobs, Group::PrintOperations, false);
     cancelPrint_ = spooler_.Own<BoolProperty>(CancelAllPrintJobs, Group::PrintOperations, false);
     canSend_ = spooler_.Own<StringProperty>(CanSendCurrentJobToPrintResponse, Group::PrintOperations, "");
+    canSend_->SetEveryWriteCounts(true);
     // The host waits for these two, so everything else is there when they are.
     path_ = driver_.Own<StringProperty>(JobToPrintPathName, Group::PrintOperations, JobFileSystemStrings::NoPage);
     status_ = driver_.Own<StringProperty>(PrintJobStatus, Group::PrintOperations, "");
 
     OnMain(resume_, [this](std::string const& value) {
         if (value != "true") return;
-        next_ = resumeFrom_->Get();
         resume_->Set(false);
+        // The host says so twice when nothing is left of a job, and the next one may be printing by then.
+        if (state_ != State::Paused) return;
+        next_ = resumeFrom_->Get();
         GoOn();
     });
     OnMain(pausePrinting_, [this](std::string const& value) { value == "true" ? Pause() : Resume(); });
@@ -100,6 +109,7 @@ void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData)
     job_ = path;
     metaData_ = std::move(metaData);
     next_ = metaData_.firstPage;
+    outputName_ = FreeOutputName();
     state_ = State::Printing;
     watcher_.addPath(QString::fromStdString(path.string()));
     status_->Set("Printing");
@@ -114,10 +124,11 @@ void PrintDriver::PrintPage() {
         std::filesystem::path const file = job_ / std::to_string(next_);
         std::error_code error;
         if (!std::filesystem::exists(file, error)) {
-            if (std::filesystem::exists(job_, error)) return;
+            if (std::filesystem::exists(job_, error)) return patience_.start(options_.patience);
             DebugLog(Error, "the folder of job " + job_.filename().string() + " is gone; the job is given up");
             return Cancel();
         }
+        patience_.stop();
         page_->Set(next_);
         if (!KeepPage(file)) return PausePrinting("Print Error");
         ++next_;
@@ -129,9 +140,22 @@ void PrintDriver::PrintPage() {
     }
 }
 
+std::filesystem::path PrintDriver::OutputFile(std::string const& name, unsigned page) const {
+    return options_.outputFolder / (name + "-" + std::to_string(page + 1) + ".png");
+}
+
+/// The name of the job, with a number behind it if an earlier run of the printer has left pages of that name.
+std::string PrintDriver::FreeOutputName() const {
+    std::string const job = job_.filename().string();
+    std::string name = job;
+    for (unsigned number = 2; std::filesystem::exists(OutputFile(name, next_)); ++number)
+        name = job + "_" + std::to_string(number);
+    return name;
+}
+
 bool PrintDriver::KeepPage(std::filesystem::path const& file) {
     std::string content;
-    auto const target = options_.outputFolder / (job_.filename().string() + "-" + std::to_string(next_ + 1) + ".png");
+    auto const target = OutputFile(outputName_, next_);
     std::error_code error = ReadFile(file, content);
     if (!error) error = WriteFileAtomically(target, content);
     if (error) {
@@ -154,6 +178,7 @@ std::chrono::milliseconds PrintDriver::TimeOf(std::filesystem::path const& file)
 
 void PrintDriver::PausePrinting(char const* status) {
     pageTimer_.stop();
+    patience_.stop();
     state_ = State::Paused;
     status_->Set(status);
     say_(std::string("paused before page ") + std::to_string(next_ + 1) + "; type resume to go on");
@@ -185,7 +210,6 @@ void PrintDriver::Cancel() {
     if (state_ == State::Idle) return;
     std::error_code error;
     std::filesystem::remove_all(job_, error);
-    canSend_->Set("");
     canSend_->Set("false");
     FinishJob();
 }
@@ -203,6 +227,7 @@ void PrintDriver::GiveUpJobs() {
 
 void PrintDriver::FinishJob() {
     pageTimer_.stop();
+    patience_.stop();
     watcher_.removePath(QString::fromStdString(job_.string()));
     finished_.insert(job_);
     state_ = State::Idle;

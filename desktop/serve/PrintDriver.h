@@ -3,6 +3,7 @@
 #include <QtCore/QFileSystemWatcher>
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -22,6 +23,8 @@ public:
         unsigned dpi = 203;
         double speed = 6;  ///< inches a second; 0 for as fast as it goes
         bool paused = false;
+        /// How long a page may take to come while nothing else changes in the folders of the jobs.
+        std::chrono::milliseconds patience = std::chrono::seconds(30);
     };
 
     PrintDriver(ThreadFactory& threads, std::filesystem::path const& socket, Options options,
@@ -43,6 +46,8 @@ private:
     void StartNext();
     void Start(std::filesystem::path const& path, PrintEngine::Printing::JobMetaData metaData);
     void PrintPage();
+    std::filesystem::path OutputFile(std::string const& name, unsigned page) const;
+    std::string FreeOutputName() const;
     bool KeepPage(std::filesystem::path const& file);
     std::chrono::milliseconds TimeOf(std::filesystem::path const& file) const;
     void PausePrinting(char const* status);
@@ -67,11 +72,13 @@ private:
     QFileSystemWatcher watcher_;
     QTimer pageTimer_;
     QTimer scanTimer_;
+    QTimer patience_;
 
     State state_ = State::Idle;
     std::filesystem::path job_;
     PrintEngine::Printing::JobMetaData metaData_;
-    unsigned next_ = 0;  // page to print next
+    unsigned next_ = 0;       // page to print next
+    std::string outputName_;  // of the files that the pages become, without their numbers
     std::set<std::filesystem::path> finished_;
     unsigned printed_ = 0;
 };

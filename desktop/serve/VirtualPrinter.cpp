@@ -37,9 +37,12 @@ bool HasDisplay() {
 
 std::filesystem::path ProgramPath(char const* program) { return AppSettings::GetInstance().AppBin() / program; }
 
-/// Whatever ends this process ends the other too.
+/// Whatever ends this process ends the other too; but what is typed at the terminal is for this one alone.
 void EndWithThisProcess(QProcess& process) {
-    process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
+    process.setChildProcessModifier([] {
+        ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+        ::setpgid(0, 0);
+    });
 }
 
 ServeOptions const& Checked(ServeOptions const& options) {
@@ -94,8 +97,9 @@ void VirtualPrinter::Begin() {
                              options_.speed, options_.pauseOnStart},
         [this] { handler_->ForgetJobs(); }, Say);
     connect(&host_, &QProcess::finished, this, [this] {
+        if (ending_) return;
         driver_->GiveUpJobs();
-        handler_->ForgetJobs();
+        handler_->HostEnded();
     });
     Start(host_, "../plugin/zplhost", {});
     if (options_.preview) OpenPreview();

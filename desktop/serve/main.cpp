@@ -20,6 +20,8 @@ int main(int argc, char** argv) {
         if (options.help) return std::fputs(ServeHelp(), stdout) < 0 ? 2 : 0;
         // A reader of what is printed here that goes away is no reason to go too.
         signal(SIGPIPE, SIG_IGN);
+        // And a file that may not grow is an error of that file.
+        signal(SIGXFSZ, SIG_IGN);
         sigprocmask(SIG_BLOCK, &signals, nullptr);
         QCoreApplication application(argc, argv);
         QSocketNotifier ending(signalfd(-1, &signals, SFD_CLOEXEC), QSocketNotifier::Read);

@@ -5,6 +5,8 @@
 #include <string>
 
 #include "PrintEngine/Printing/JobFileSystemStrings.h"
+#include "foundation/DebugZones.h"
+#include "foundation/Ending.h"
 
 namespace Zpl::Host {
 
@@ -20,6 +22,21 @@ bool QueueJob::HasFile(unsigned page) const {
     std::error_code error;
     auto const type = std::filesystem::status(JobPath() / std::to_string(page), error).type();
     return type != std::filesystem::file_type::none && type != std::filesystem::file_type::not_found;
+}
+
+void QueueJob::RenderPage(unsigned page) {
+    try {
+        job_.RenderLabel(page);
+    } catch (std::exception const& error) {
+        DebugLog(Error, "page " + std::to_string(page) + " of " + JobPath().filename().string() +
+                            " cannot be drawn and stays empty: " + error.what());
+        job_.RenderBlank(page);
+    }
+}
+
+void QueueJob::RenderAll() {
+    for (unsigned page = 0; page < Quantity() && !processIsEnding; ++page) RenderPage(page);
+    End();
 }
 
 void QueueJob::Render(unsigned first, unsigned count, std::atomic<bool> const& stop) {
@@ -38,19 +55,19 @@ void QueueJob::RenderSpan(unsigned first, unsigned count, std::atomic<bool> cons
         std::uint64_t const limit = pause ? *pause : std::min<std::uint64_t>(quantity, end);
         if (i >= limit || IsWaitingOnRfidReadResponse(i)) return;
         if (!HasFile(i)) {
-            job_.RenderLabel(i);
+            RenderPage(i);
             // Carries the start of the span for every page of it.
             job_.SendEndOfPageNetworkResponses(first);
             lastRendered_ = i;
         }
         if (i == quantity - 1) End();
-        if (stop) return;
+        if (stop || processIsEnding) return;
     }
 }
 
 void QueueJob::RenderPrintOnDemand(unsigned page) {
     if (IsWaitingOnRfidReadResponse(page)) return;
-    job_.RenderLabel(page);
+    RenderPage(page);
     job_.SendEndOfPageNetworkResponses(page);
     if (page == Quantity() - 1) {
         End();
@@ -58,14 +75,14 @@ void QueueJob::RenderPrintOnDemand(unsigned page) {
     }
     if (IsWaitingOnRfidReadResponse(page + 1)) return;
     // The page ahead is not printed yet, so it is not answered for.
-    job_.RenderLabel(page + 1);
+    RenderPage(page + 1);
 }
 
 void QueueJob::RenderThumbnail(unsigned page) const {
     if (page >= Quantity() - 1) return;
-    Job copy = job_;
-    copy.RenderLabel(page);
-    copy.RenderLabel(page + 1);
+    QueueJob copy(job_);
+    copy.RenderPage(page);
+    copy.RenderPage(page + 1);
 }
 
 void QueueJob::DeletePages() {

@@ -10,7 +10,8 @@
 namespace Zpl::Host {
 
 /// One job in the queue: renders spans of pages into the job folder and removes them again. File errors are swallowed:
-/// a page that cannot be removed stays. All calls on the main thread.
+/// a page that cannot be removed stays. A page that cannot be drawn becomes an empty one, so that the others print. All
+/// calls on the main thread.
 class QueueJob {
 public:
     explicit QueueJob(Job job) : job_(std::move(job)) {}
@@ -28,6 +29,8 @@ public:
     void SendEndOfFormatNetworkResponses(unsigned page) const { job_.SendEndOfFormatNetworkResponses(page); }
     bool IsLastPageOfJob(unsigned page) const { return job_.IsLastPageOfJob(page); }
 
+    /// Renders every page at once, whatever the printer does.
+    void RenderAll();
     /// Renders `count` pages from `first` on, without those that have a file, and what lies unrendered before `first`.
     /// A pause index ahead takes the place of the span's end. Leaves early when a page waits for its tag or `stop` is
     /// set. In the end the page before `first` is removed: it has been printed.
@@ -43,6 +46,7 @@ public:
     void DeleteJobFolder() const;
 
 private:
+    void RenderPage(unsigned page);
     void RenderSpan(unsigned first, unsigned count, std::atomic<bool> const& stop);
     bool HasFile(unsigned page) const;
 

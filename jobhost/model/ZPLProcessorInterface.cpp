@@ -91,9 +91,9 @@ void ZPLProcessorInterface::CreatePrintProperties(PublishingPropertyManager& man
     printingUnPaused_ =
         manager.Follow<UInt32Property>(PerMainAndApps, Plain, NAME(PrintingUnPaused, PrintOperations), 0U);
     rfidReadCommandResponse_ =
-        manager.Follow<StringProperty>(FirmwareDriver, Plain, NAME(RfidReadCommandResponse, RfidEncoderOperations), "");
-    canSendCurrentJob_ = manager.Follow<StringProperty>(PrintSpooler, Plain,
-                                                        NAME(CanSendCurrentJobToPrintResponse, PrintOperations), "");
+        manager.Subscribe<StringProperty>(FirmwareDriver, NAME(RfidReadCommandResponse, RfidEncoderOperations), "");
+    canSendCurrentJob_ =
+        manager.Subscribe<StringProperty>(PrintSpooler, NAME(CanSendCurrentJobToPrintResponse, PrintOperations), "");
 }
 
 #undef NAME

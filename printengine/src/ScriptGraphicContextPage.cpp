@@ -55,8 +55,7 @@ std::string ScriptGraphicContext::StartJob(std::string_view jobName, unsigned to
                                            std::vector<PageRangeRfidOperations> const& tagOperations,
                                            std::optional<int> density, bool pauseAfterJob) {
     std::error_code error;
-    auto const path =
-        PrintEngine::Pages::MakeJobFolder(PrintProcessHandler::GetInstance()->JobsFolder(), jobName, error);
+    auto path = PrintEngine::Pages::MakeJobFolder(PrintProcessHandler::GetInstance()->JobsFolder(), jobName, error);
     auto const now = std::chrono::system_clock::now().time_since_epoch();
     JobMetaData const metaData{
         .jobName = std::string(jobName),
@@ -68,6 +67,12 @@ std::string ScriptGraphicContext::StartJob(std::string_view jobName, unsigned to
         .serial = static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count()),
         .tagOperations = tagOperations};
     if (!error) error = metaData.Write(path);
+    // A folder that nobody can make anything of is worse than none.
+    if (error && !path.empty()) {
+        std::error_code ignored;
+        std::filesystem::remove_all(path, ignored);
+        path.clear();
+    }
     state_->fileError = error ? error.message() : std::string();
     return path.string();
 }

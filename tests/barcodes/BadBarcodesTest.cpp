@@ -111,6 +111,7 @@ BadRow const Rows[] = {
     {"^BQN,2,3^FDHA," + Long(3058), 'L'},
     {"^BRN,13,2^FD123", 'P'},
     {"^BRN,1,2^FD", 'S'},
+    {"^BRN,12,2^FD03|10ABC", 'S'},  // too narrow for the component above it
     {"^BRN,6,2^FD(01)9001234567890\xE9", 'C'},
     {"^BRN,6,2^FD(10)" + Long(80), 'L'},
     {"^BSN,20,N^FD1x", 'C', BadRow::Error},

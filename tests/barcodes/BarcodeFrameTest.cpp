@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "../support/FieldBench.h"
 
 using namespace ZplCore;
@@ -109,6 +111,52 @@ TEST(BarcodeFrame, SimpleSymbols) {
     EXPECT_EQ(draw("^FT100,40"), "image 100,25 16x16 from 16x16 pixels\n116,40");
     EXPECT_EQ(draw("^FO100,40,1"), "image 84,40 16x16 from 16x16 pixels\n84,55");
     EXPECT_EQ(draw("^FWI^FO100,40"), "image 100,40 16x16 from 16x16 pixels turned 180\n100,40");
+}
+
+/// The places of what was drawn, and that of the next field.
+std::string Places(FieldBench const& bench, std::string const& drawn) {
+    std::istringstream calls(drawn);
+    std::string places;
+    for (std::string kind, place, rest; calls >> kind >> place && std::getline(calls, rest);) places += place + " ";
+    return places + "next " + bench.Next();
+}
+
+TEST(BarcodeFrame, PlacesInEveryOrientation) {
+    struct {
+        char const* origin;
+        char const* linear;  ///< a symbol of 18 x 50 dots and its line
+        char const* simple;  ///< a symbol of 24 x 16 dots
+    } const rows[] = {
+        {"^FWN^FO500,400,0", "500,400 479,456 next 518,449", "500,400 next 524,415"},
+        {"^FWR^FO500,400,0", "500,400 454,379 next 500,418", "500,400 next 500,424"},
+        {"^FWI^FO500,400,0", "500,400 480,354 next 500,400", "500,400 next 500,400"},
+        {"^FWB^FO500,400,0", "500,400 556,380 next 549,400", "500,400 next 515,400"},
+        {"^FWN^FO500,400,1", "482,400 461,456 next 482,449", "476,400 next 476,415"},
+        {"^FWR^FO500,400,1", "451,400 405,379 next 451,400", "485,400 next 485,400"},
+        {"^FWI^FO500,400,1", "482,400 462,354 next 500,400", "476,400 next 500,400"},
+        {"^FWB^FO500,400,1", "450,400 506,380 next 500,418", "484,400 next 500,424"},
+        {"^FWN^FT500,400,0", "500,351 479,407 next 518,400", "500,385 next 524,400"},
+        {"^FWR^FT500,400,0", "500,400 454,379 next 500,418", "500,400 next 500,424"},
+        {"^FWI^FT500,400,0", "482,400 462,354 next 482,400", "476,400 next 476,400"},
+        {"^FWB^FT500,400,0", "451,382 507,362 next 500,382", "485,376 next 500,376"},
+        {"^FWN^FT500,400,1", "482,351 461,407 next 482,400", "476,385 next 476,400"},
+        {"^FWR^FT500,400,1", "500,382 454,361 next 500,382", "500,376 next 500,376"},
+        {"^FWI^FT500,400,1", "500,400 480,354 next 518,400", "500,400 next 524,400"},
+        {"^FWB^FT500,400,1", "451,400 507,380 next 500,418", "485,400 next 500,424"},
+    };
+    std::vector<std::uint8_t> const bitmap(3 * 16);
+    ZplContextKeys::RenderFunction const render = [&bitmap](ContextProcessor& processor) {
+        RenderSimpleBarcode(processor, bitmap, 24, 16, 24);
+    };
+    for (auto const& [origin, linear, simple] : rows) {
+        FieldBench bench;
+        std::string const drawn = Draw(bench, "^BY2,3,50" + std::string(origin) + "^FD12");
+        EXPECT_EQ(Places(bench, drawn), linear) << origin;
+        FieldBench other;
+        other.processor.set(ContextProcessor::ElementContext, ZplContextKeys::FieldRenderFunction, render);
+        std::string const image = other.Run(std::string(origin) + "^FS");
+        EXPECT_EQ(Places(other, image), simple) << origin;
+    }
 }
 
 TEST(BarcodeFrame, ErrorMessages) {

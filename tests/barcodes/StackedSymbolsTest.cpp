@@ -252,6 +252,7 @@ constexpr DrawRow Drawings[] = {
     {"CODABLOCK A follows the ratio", "^BY2,3^FO10,20^BBN,8,N,4,2,A^FDABCDEF^FS",
      "image 10,20 222x38 from 222x38 pixels\n"},
     {"CODABLOCK E", "^BY2,3^FO10,20^BBN,8,Y,4,2,E^FDABCDE^FS", "image 10,20 202x38 from 202x38 pixels\n"},
+    {"MaxiCode is not turned", "^FWR^FO10,20^BD4^FDA^FS", "image 10,20 211x204 from 211x204 pixels\n"},
     {"CODABLOCK too small", "^BY2,3^FO10,20^BBN,8,Y,4,2,F^FDABCDEFGHIJ^FS", ""},
 };
 TEST(StackedSymbols, Draws) { ExpectDrawings(Drawings); }

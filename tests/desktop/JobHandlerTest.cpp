@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <QtCore/QCoreApplication>
+#include <atomic>
 #include <thread>
 
 #include "desktop/bus/PropertyServer.h"
@@ -18,7 +19,7 @@ namespace {
 
 using Zpl::Host::Packet;
 
-/// A job handler whose packets the test takes in place of the host: each is written down and answered by `answer`.
+/// A job handler whose packets the test takes in place of the host: each is written down, and answered if it asks.
 class JobHandlerTest : public testing::Test {
 protected:
     JobHandlerTest() : stop_(::eventfd(0, 0)) {
@@ -36,12 +37,16 @@ protected:
             auto const packet = Packet::Parse(changed->ValueText());
             if (!packet) return;
             packets_ += '[' + packet->payload + (packet->Command == Packet::EndOfStream ? "]." : "]");
-            if (packet->payload.find("~HS") != std::string::npos) {
-                host_->Write(ComponentIdentifiers::JobHandler, PropertyNames::ZPLResponseToProcess,
-                             zpl::NetworkResponse::Create(zpl::NetworkResponse::Status::Answer,
-                                                          Base64::Encode(std::string("\x02 ok\xFF\0\r\n", 8))));
-            }
+            if (deaf_) return;
+            using enum zpl::NetworkResponse::Status;
+            Respond(Processing, std::nullopt);
+            if (packet->payload.find("~HS") != std::string::npos) Respond(Answer, std::string("\x02 ok\xFF\0\r\n", 8));
+            if (packet->payload.find("echo") != std::string::npos) Respond(Answer, packet->payload);
+            bool const isLast = packet->Command == Packet::EndOfStream;
+            bool const isJob = packet->payload.find("^XZ") != std::string::npos;
+            if (isLast && !isJob) Respond(Done, std::nullopt);
             command_->Set("");
+            if (isJob) Respond(Answer, "page of " + packet->payload);
         });
     }
     ~JobHandlerTest() override {
@@ -53,6 +58,11 @@ protected:
         ::close(stop_);
     }
 
+    void Respond(zpl::NetworkResponse::Status status, std::optional<std::string> const& data) {
+        auto const text = data ? std::optional(Base64::Encode(*data)) : std::nullopt;
+        host_->Write(ComponentIdentifiers::JobHandler, PropertyNames::ZPLResponseToProcess,
+                     zpl::NetworkResponse::Create(status, text));
+    }
     int Connect() const {
         int const client = ::socket(AF_INET, SOCK_STREAM, 0);
         sockaddr_in address{};
@@ -61,6 +71,10 @@ protected:
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         EXPECT_EQ(::connect(client, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
         return client;
+    }
+    static void Settle() {
+        QCoreApplication::processEvents();
+        ::usleep(2000);
     }
     /// Runs the event loop until the client has as many bytes, or has been hung up on.
     std::string Read(int client, std::size_t size) {
@@ -86,6 +100,7 @@ protected:
     std::shared_ptr<StringProperty> command_;
     std::unique_ptr<JobHandler> handler_;
     std::string packets_;
+    std::atomic<bool> deaf_{false};  // the host takes packets and does nothing with them
 };
 
 TEST_F(JobHandlerTest, SendsAnswersBackOnTheSameConnection) {
@@ -102,6 +117,54 @@ TEST_F(JobHandlerTest, SendsAnswersBackOnTheSameConnection) {
     EXPECT_EQ(::recv(other, &packets_[0], 1, MSG_DONTWAIT), -1) << "nobody else is answered";
     ::close(client);
     ::close(other);
+}
+
+TEST_F(JobHandlerTest, GivesEachClientItsOwnAnswers) {
+    std::vector<int> clients;
+    for (int i = 0; i < 4; ++i) clients.push_back(Connect());
+    std::vector<std::string> expected(clients.size());
+    for (int round = 0; round < 5; ++round) {
+        for (std::size_t i = 0; i < clients.size(); ++i) {
+            std::string const question = "~echo" + std::to_string(i) + '.' + std::to_string(round) + '\n';
+            ASSERT_EQ(::send(clients[i], question.data(), question.size(), 0), static_cast<ssize_t>(question.size()));
+            expected[i] += question;
+        }
+        if (round % 2) Settle();
+    }
+    for (std::size_t i = 0; i < clients.size(); ++i) {
+        EXPECT_EQ(Read(clients[i], expected[i].size()), expected[i]);
+        ::close(clients[i]);
+    }
+}
+
+TEST_F(JobHandlerTest, PagesAnswerTheSenderOfTheirJob) {
+    int const asking = Connect();
+    int const other = Connect();
+    ASSERT_EQ(::send(asking, "^XA^XZ", 6, 0), 6);
+    // Hung up as `nc -N` does.
+    ::shutdown(asking, SHUT_WR);
+    ASSERT_EQ(::send(other, "~echo", 5, 0), 5);
+    EXPECT_EQ(Read(asking, 100), "page of ^XA^XZ");
+    EXPECT_EQ(Read(other, 5), "~echo");
+    ::close(asking);
+    ::close(other);
+}
+
+TEST_F(JobHandlerTest, DropsAStreamOnWhichTheHostEndsTwice) {
+    deaf_ = true;
+    int const bad = Connect();
+    int const good = Connect();
+    ASSERT_EQ(::send(bad, "~bad", 4, 0), 4);
+    ::close(bad);
+    for (int i = 0; i < 500 && packets_.empty(); ++i) Settle();
+    EXPECT_EQ(packets_, "[~bad].");
+    handler_->HostEnded();
+    Settle();
+    deaf_ = false;
+    handler_->HostEnded();
+    ASSERT_EQ(::send(good, "~echo", 5, 0), 5);
+    EXPECT_EQ(Read(good, 5), "~echo");
+    ::close(good);
 }
 
 }  // namespace

@@ -146,6 +146,34 @@ TEST_F(JobQueueTest, CleansUpJobsWithoutFolders) {
     EXPECT_EQ(RunSteps(), "format:0 close");
 }
 
+TEST_F(JobQueueTest, ClosesAJobWithoutAFolder) {
+    jobs_.makesFolders = false;
+    queue_.Enqueue(jobs_.Make({{3}}), "name", false);
+    EXPECT_EQ(RunSteps(), "start:name close");
+    jobs_.makesFolders = true;
+    auto const job = Enqueue({{1}});
+    Status("", JobStatusChangedEvent::Done, 0);
+    EXPECT_EQ(RunSteps(), "") << "no job has the empty path";
+    Status(job, JobStatusChangedEvent::Done, 0);
+    EXPECT_EQ(RunSteps(), "format:0 close");
+}
+
+TEST_F(JobQueueTest, APageThatCannotBeDrawnStaysEmpty) {
+    bool fails = true;
+    jobs_.onRender = [&fails](unsigned page) {
+        if (page == 1 && std::exchange(fails, false)) throw std::runtime_error("too much");
+    };
+    auto const job = Enqueue({{3}});
+    EXPECT_EQ(RecordedJobs::Files(job), "0 1 2 MetaData TransferDone");
+    jobs_.onRender = [](unsigned page) {
+        if (page == 1) throw std::runtime_error("too much");
+    };
+    auto const second = Enqueue({{3}});
+    EXPECT_EQ(RecordedJobs::Files(second), "0 MetaData") << "nor can the empty one";
+    Status(second, JobStatusChangedEvent::Done, 0);
+    EXPECT_EQ(RunSteps(), "close");
+}
+
 TEST_F(JobQueueTest, TracklessRendersEverythingAtOnce) {
     Zpl::Host::TracklessJobQueue queue;
     queue.Enqueue(jobs_.Make({{2}, {1}}), "n", true);

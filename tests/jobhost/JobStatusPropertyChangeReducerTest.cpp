@@ -51,6 +51,12 @@ TEST(JobStatusPropertyChangeReducer, MakesEventsOfChanges) {
          "/a 0 0, /a 0 2, /a 3 2, /b 0 5"},
         {"a path under a stored status, also done", {"s:", "p:/a"}, "/a 3 0"},
         {"no path", {"s:Printing", "p:NO PAGE", "n:1"}, " 0 0,  0 1"},
+        {"a path taken away before the end tells nobody of the end",
+         {"s:Printing", "p:/a", "p:NO PAGE", "s:"},
+         "/a 0 0,  0 0"},
+        {"a path taken away behind the end",
+         {"s:Printing", "p:/a", "s:", "p:NO PAGE", "s:Printing", "p:/b"},
+         "/a 0 0, /a 3 0,  3 0, /b 0 0"},
         {"a tag", {"r:E1", "s:Printing", "p:/a", "n:2", "r:E2"}, "/a 0 0, /a 0 2, /a 4 0 E2"},
     };
     for (auto const& row : rows) EXPECT_EQ(Events(row.changes), row.events) << row.name;

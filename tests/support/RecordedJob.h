@@ -66,6 +66,7 @@ private:
         std::string StartJob(std::string_view name, unsigned, std::vector<unsigned> const&, bool,
                              std::vector<PageRangeRfidOperations> const&, std::optional<int>, bool) override {
             record_.calls.push_back("start:" + std::string(name));
+            if (!record_.makesFolders) return {};
             auto const path = record_.folder / ("job" + std::to_string(record_.serial_++));
             std::filesystem::create_directory(path);
             std::ofstream(path / "MetaData");
@@ -76,9 +77,9 @@ private:
             std::ofstream(path / "TransferDone");
         }
         void RenderPage(std::filesystem::path const& path, unsigned page, bool isLast) override {
+            if (record_.onRender) record_.onRender(page);
             record_.calls.push_back(std::to_string(page) + (isLast ? "!" : ""));
             std::ofstream(path / std::to_string(page));
-            if (record_.onRender) record_.onRender(page);
         }
 
     private:

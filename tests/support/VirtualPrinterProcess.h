@@ -71,13 +71,27 @@ public:
         for (pid_t child = 0; children >> child;) found.push_back(child);
         return found;
     }
-    /// Kills a process of the printer, so that it has no say in it.
-    void KillChild(std::string const& name) const {
+    /// 0 if there is none of that name.
+    pid_t Child(std::string const& name) const {
         for (pid_t const child : Children()) {
             std::string comm;
             std::ifstream("/proc/" + std::to_string(child) + "/comm") >> comm;
-            if (comm == name) ::kill(child, SIGKILL);
+            if (comm == name) return child;
         }
+        return 0;
+    }
+    /// Kills a process of the printer, so that it has no say in it.
+    void KillChild(std::string const& name) const {
+        if (pid_t const child = Child(name)) ::kill(child, SIGKILL);
+    }
+    /// The most memory that a process has used, in MiB.
+    long MostMemory(std::string const& name) const {
+        std::ifstream status("/proc/" + std::to_string(Child(name)) + "/status");
+        for (std::string word; status >> word;) {
+            long kilobytes = 0;
+            if (word == "VmHWM:" && status >> kilobytes) return kilobytes / 1024;
+        }
+        return 0;
     }
     void Type(std::string const& word) {
         std::string const line = word + '\n';
@@ -102,13 +116,16 @@ public:
     }
 
     std::string Log() const { return ReadRegularFile(folder_ / "log"); }
-    std::vector<std::filesystem::path> Kept() const { return List(folder_ / "out"); }
-    std::vector<std::filesystem::path> Jobs() const {
+    std::filesystem::path Folder() const { return folder_; }
+    /// The folder in which bus and jobs are.
+    std::filesystem::path Runtime() const {
         for (auto const& entry : List(folder_)) {
-            if (entry.filename().string().starts_with("zpl-serve-")) return List(entry / "jobs");
+            if (entry.filename().string().starts_with("zpl-serve-")) return entry;
         }
         return {};
     }
+    std::vector<std::filesystem::path> Kept() const { return List(folder_ / "out"); }
+    std::vector<std::filesystem::path> Jobs() const { return List(Runtime() / "jobs"); }
     /// Page files of all jobs.
     std::size_t Pages() const {
         std::size_t count = 0;

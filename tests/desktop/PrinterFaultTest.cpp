@@ -1,0 +1,120 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include "desktop/serve/BusComponent.h"
+#include "foundation/Base64.h"
+#include "tests/support/VirtualPrinterProcess.h"
+
+// What goes wrong around the printer with its three processes, and that the rest goes on.
+namespace {
+
+std::string Label(std::string const& text, unsigned copies = 1) {
+    return "^XA^PQ" + std::to_string(copies) + "^FO20,20^A0N,40,40^FD" + text + "^FS^XZ";
+}
+
+testing::AssertionResult Prints(VirtualPrinterProcess& printer, std::string const& name) {
+    printer.Print(Label(name));
+    return printer.Until([&] { return printer.Log().find('/' + name + '-') != std::string::npos; });
+}
+
+TEST(PrinterFaults, BadPacketsAreClearedAndForgotten) {
+    VirtualPrinterProcess printer({"--speed", "0"});
+    ThreadFactory threads(4);
+    BusComponent peer(threads, "peer", printer.Runtime() / "bus");
+    auto const command = peer.Properties().Follow<StringProperty>(
+        ComponentIdentifiers::JobHandler, ExternalAppRegistration::EveryWrite,
+        {PropertyNames::ZPLCommandToProcess, "", PropertyGroups::PrintOperations}, "");
+    std::string const packet = Base64::Encode(R"({"SessionId":1,"Command":1})" + std::string(8 << 20, '\xFF'));
+    struct Row {
+        char const* name;
+        std::string text;
+    };
+    for (auto const& row : std::vector<Row>{{"no base64", "!!!!"},
+                                            {"no multiple of four", "abcde"},
+                                            {"no object", Base64::Encode("[1]}")},
+                                            {"no JSON", Base64::Encode("{x}^XA^XZ")},
+                                            {"no command", Base64::Encode(R"({"SessionId":1}^XA^XZ)")},
+                                            {"no session", Base64::Encode(R"({"Command":1}^XA^XZ)")},
+                                            {"brackets", Base64::Encode(std::string(1 << 20, '[') + '}')},
+                                            {"8 MiB of nothing", packet}}) {
+        command->Set(row.text);
+        EXPECT_TRUE(printer.Until([&] { return command->Get().empty(); })) << row.name;
+    }
+    EXPECT_LT(printer.MostMemory("zplhost"), 400);
+    // Longer than a line of the bus may be.
+    command->Set(std::string(64 << 20, 'A'));
+    EXPECT_TRUE(Prints(printer, "after"));
+    EXPECT_LT(printer.MostMemory("propertyserver"), 600);
+}
+
+TEST(PrinterFaults, JobsThatCannotBeWrittenHoldUpNobody) {
+    VirtualPrinterProcess printer({"--speed", "0"});
+    ASSERT_TRUE(Prints(printer, "before"));
+    // As on a full disk: no file may have a byte.
+    rlimit before{};
+    rlimit const none{0, RLIM_INFINITY};
+    ASSERT_EQ(::prlimit(printer.Child("zplhost"), RLIMIT_FSIZE, &none, &before), 0);
+    for (int i = 0; i < 20; ++i) printer.Print(Label("lost"));
+    // More than the jobs that may be under way; the last stream is answered for when all are.
+    int const client = printer.Connect();
+    printer.Write(client, "~HS");
+    char answer[256];
+    EXPECT_GT(::recv(client, answer, sizeof answer, 0), 0);
+    ::close(client);
+    EXPECT_EQ(printer.Kept().size(), 1U);
+    ASSERT_EQ(::prlimit(printer.Child("zplhost"), RLIMIT_FSIZE, &before, nullptr), 0);
+    EXPECT_TRUE(Prints(printer, "after"));
+    EXPECT_TRUE(printer.Jobs().empty());
+}
+
+TEST(PrinterFaults, FoldersThatVanish) {
+    VirtualPrinterProcess printer({"--speed", "20"});
+    printer.Print(Label("gone", 100));
+    ASSERT_TRUE(printer.Until([&] { return !printer.Kept().empty(); }));
+    std::filesystem::remove_all(printer.Jobs().at(0));
+    EXPECT_TRUE(Prints(printer, "next"));
+    EXPECT_NE(printer.Log().find("is gone; the job is given up"), std::string::npos);
+
+    std::filesystem::remove_all(printer.Folder() / "out");
+    printer.Print(Label("kept"));
+    ASSERT_TRUE(printer.Until([&] { return printer.Log().find("cannot be kept") != std::string::npos; }));
+    std::filesystem::create_directory(printer.Folder() / "out");
+    printer.Type("resume");
+    EXPECT_TRUE(Prints(printer, "last"));
+    EXPECT_NE(printer.Log().find("/kept-"), std::string::npos) << "the page that could not be kept is printed again";
+}
+
+TEST(PrinterFaults, ClientsThatDoNotRead) {
+    VirtualPrinterProcess printer({"--speed", "0"});
+    int const deaf = printer.Connect();
+    std::string questions;
+    for (int i = 0; i < 20000; ++i) questions += "~HS";
+    for (int i = 0; i < 6; ++i) {
+        if (::send(deaf, questions.data(), questions.size(), MSG_NOSIGNAL | MSG_DONTWAIT) < 0) break;
+    }
+    EXPECT_TRUE(Prints(printer, "meanwhile"));
+    EXPECT_TRUE(printer.Until([&] { return printer.Log().find("does not read its answers") != std::string::npos; }));
+    EXPECT_LT(printer.MostMemory("zplhost"), 200);
+    ::close(deaf);
+    EXPECT_TRUE(Prints(printer, "after"));
+}
+
+TEST(PrinterFaults, ThePreviewMayGo) {
+    ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    TemporaryDirectory const folder;
+    ::setenv("ZPL_PREVIEW_PICTURE", (folder / "preview.png").c_str(), 1);
+    VirtualPrinterProcess printer({"--speed", "1", "--preview"});
+    ::unsetenv("ZPL_PREVIEW_PICTURE");
+    EXPECT_TRUE(printer.Until([&] { return std::filesystem::exists(folder / "preview.png"); }));
+    std::string const empty = ReadRegularFile(folder / "preview.png");
+    printer.Print(Label("shown", 5));
+    EXPECT_TRUE(printer.Until([&] { return ReadRegularFile(folder / "preview.png").size() > empty.size(); }));
+    printer.KillChild("zplpreview");
+    ASSERT_TRUE(printer.Until([&] { return printer.Child("zplpreview") == 0; }));
+    EXPECT_TRUE(printer.Until([&] { return printer.Kept().size() >= 2; })) << "printing goes on";
+    printer.Type("preview");
+    EXPECT_TRUE(printer.Until([&] { return printer.Child("zplpreview") != 0; }));
+    EXPECT_EQ(printer.Log().find("Error"), std::string::npos) << printer.Log();
+}
+
+}  // namespace
