@@ -142,6 +142,11 @@ bool ProcessElementCommands(Context& current, ContextProcessor& processor) {
     return true;
 }
 
+void EndWholeField(Context& current, ContextProcessor& processor) {
+    auto const* isWhole = current.Find(ZplContextKeys::EndsAtNextOrigin);
+    if (isWhole && *isWhole) ProcessElementCommands(current, processor);
+}
+
 bool HasSavedField(ContextProcessor const& processor, unsigned fieldNumber) {
     return processor.at(ZplContextKeys::SavedContexts).contains(fieldNumber);
 }
