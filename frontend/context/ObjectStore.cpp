@@ -51,11 +51,11 @@ bool StoreObject(std::filesystem::path const& folder, ObjectName const& name, st
     };
     if (name.device == ReadOnlyDevice) return refuse(LogTopic::File, "its device is read-only");
     auto const path = folder / name.Path();
-    std::error_code error;
-    std::filesystem::create_directories(path.parent_path(), error);
     auto& used = UsedSpaceOf(path.parent_path());
     auto const others = used - std::min(used, SpaceOfFile(path));
     if (others + SpaceOf(bytes.size()) > MaximumStoredBytes) return refuse(LogTopic::Limit, "its device is full");
+    std::error_code error;
+    std::filesystem::create_directories(path.parent_path(), error);
     if (!error) error = WriteFileAtomically(path, bytes);
     if (error) return refuse(LogTopic::File, error.message());
     used = others + SpaceOf(bytes.size());
