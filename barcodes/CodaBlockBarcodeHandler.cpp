@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "barcodes/BarcodeFrame.h"
 #include "barcodes/BarcodeParameters.h"
 #include "barcodes/CodaBlockEncoders.h"
@@ -55,7 +57,9 @@ void RenderCodaBlock(ContextProcessor& processor, CodaBlockOptions const& option
 bool CodaBlockBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     StoreBarcodeOrientation(current, command, processor);
     CodaBlockOptions options;
-    if (auto const height = ZplParse<unsigned>(command, 1)) options.rowHeight = *height;
+    constexpr unsigned LeastRow = 2;
+    constexpr unsigned MostRow = 32000;  // modules
+    if (auto const height = ZplParse<unsigned>(command, 1)) options.rowHeight = std::clamp(*height, LeastRow, MostRow);
     options.withCheck = ParseFlag(command, 2, true);
     char const mode = ParseLetter(command, 5, 'F');
     options.mode = mode == 'A' || mode == 'E' ? mode : 'F';

@@ -40,6 +40,24 @@ private:
     SavedFields fields_;
 };
 
+/// Lends what the label has collected (values of field numbers, tag operations, questions of the host) for its own
+/// lifetime. A template is the state of a field without it, and draws with that of the label it is filled for.
+class LabelLent {
+public:
+    LabelLent(ContextProcessor& from, Context* to) : from_(from.GetContext(ContextProcessor::LabelContext)), to_(to) {
+        if (from_ && to_) std::swap(*from_, *to_);
+    }
+    LabelLent(LabelLent const&) = delete;
+    LabelLent& operator=(LabelLent const&) = delete;
+    ~LabelLent() {
+        if (from_ && to_) std::swap(*from_, *to_);
+    }
+
+private:
+    Context* from_;
+    Context* to_;
+};
+
 void SaveField(ContextProcessor& processor, unsigned number) {
     SavedFieldsSetAside saved(processor);
     auto& fields = saved.Fields();
@@ -48,6 +66,8 @@ void SaveField(ContextProcessor& processor, unsigned number) {
                                          std::to_string(MaximumSavedFields) + " already");
         return;
     }
+    Context nothing(ContextProcessor::LabelContext);
+    LabelLent const label(processor, &nothing);
     fields.insert_or_assign(number, processor.DeepClone());
 }
 
@@ -96,14 +116,10 @@ void FillTemplate(ContextProcessor& field, ContextProcessor const& filling, std:
     set(ZplContextKeys::FieldData, FieldDataHelper::ProcessHexAndClockData(std::string(data), field));
 }
 
-/// Carries what one field leaves to the next over from one format to the other: the running position, and the tag
-/// operations of the label.
-void CarryOver(ContextProcessor const& from, ContextProcessor& to) {
+/// Carries the running position over from one format to the other.
+void CarryNextFieldOrigin(ContextProcessor const& from, ContextProcessor& to) {
     for (auto const* key : {&ZplContextKeys::NextFieldOriginX, &ZplContextKeys::NextFieldOriginY})
         to.set(ContextProcessor::FormatContext, *key, from.at(*key));
-    if (auto const& operations = from.at(ZplContextKeys::RfidOperations);
-        operations != to.at(ZplContextKeys::RfidOperations))
-        to.set(ContextProcessor::LabelContext, ZplContextKeys::RfidOperations, operations);
 }
 
 }  // namespace
@@ -126,6 +142,11 @@ bool ProcessElementCommands(Context& current, ContextProcessor& processor) {
     return true;
 }
 
+void EndWholeField(Context& current, ContextProcessor& processor) {
+    auto const* isWhole = current.Find(ZplContextKeys::EndsAtNextOrigin);
+    if (isWhole && *isWhole) ProcessElementCommands(current, processor);
+}
+
 bool HasSavedField(ContextProcessor const& processor, unsigned fieldNumber) {
     return processor.at(ZplContextKeys::SavedContexts).contains(fieldNumber);
 }
@@ -141,12 +162,17 @@ void InvokeSavedFieldRenderFunction(ContextProcessor& processor, unsigned fieldN
     // A copy, since a template may be filled again.
     ContextProcessor field = found->second;
     FillTemplate(field, processor, data);
-    field.SetCurrentLabelNumber(processor.CurrentLabelNumber());
-    if (Context const* element = field.GetContext(ContextProcessor::ElementContext)) SerializeField(*element, field);
+    bool const reverse = processor.at(ZplContextKeys::LabelReversePrint) || field.at(ZplContextKeys::LabelReversePrint);
     // A field that draws nothing leaves the position as it was.
-    CarryOver(processor, field);
-    RenderField(field, processor.at(ZplContextKeys::LabelReversePrint) || field.at(ZplContextKeys::LabelReversePrint));
-    CarryOver(field, processor);
+    CarryNextFieldOrigin(processor, field);
+    {
+        LabelLent const label(processor, field.GetContext(ContextProcessor::LabelContext));
+        field.SetCurrentLabelNumber(processor.CurrentLabelNumber());
+        if (Context const* element = field.GetContext(ContextProcessor::ElementContext))
+            SerializeField(*element, field);
+        RenderField(field, reverse);
+    }
+    CarryNextFieldOrigin(field, processor);
 }
 
 }  // namespace ZplCore

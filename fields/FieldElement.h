@@ -13,6 +13,9 @@ inline constexpr std::size_t MaximumSavedFields = 10000;
 /// done, if `current` is not the element context or is empty.
 bool ProcessElementCommands(Context& current, ContextProcessor& processor);
 
+/// Ends a field that is whole already and has only not been closed: hosts leave out the end of picture fields.
+void EndWholeField(Context& current, ContextProcessor& processor);
+
 /// Whether a template of that number was saved in this format.
 bool HasSavedField(ContextProcessor const& processor, unsigned fieldNumber);
 

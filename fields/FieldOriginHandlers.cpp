@@ -1,5 +1,6 @@
 #include "fields/FieldOriginHandlers.h"
 
+#include "fields/FieldElement.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -27,6 +28,7 @@ void StoreTypesetCoordinate(Context& current, ZplParseResult<unsigned> const& va
 }  // namespace
 
 bool FieldOriginHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    ZplCore::EndWholeField(current, processor);
     processor.set(ContextProcessor::FormatContext, ZplContextKeys::FieldBaseline, Baseline::Top);
     StoreSetting(current, processor, ZplContextKeys::FieldOriginX,
                  ParseCoordinate(command, 0, processor).ValueOr(ZplContextDefaults::FieldOriginX));
@@ -54,6 +56,7 @@ bool FieldReversePrintHandler::HandleCommand(Context&, ZplCommand const&, Contex
 }
 
 bool FieldTypesetHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
+    ZplCore::EndWholeField(current, processor);
     processor.set(ContextProcessor::FormatContext, ZplContextKeys::FieldBaseline, Baseline::Bottom);
     StoreTypesetCoordinate(current, ParseCoordinate(command, 0, processor), ZplContextKeys::FieldOriginX,
                            ZplContextKeys::NextFieldOriginX, processor);

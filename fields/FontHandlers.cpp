@@ -68,7 +68,8 @@ bool ChangeDefaultFontHandler::HandleCommand(Context&, ZplCommand const& command
 bool FontIdentifierHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
     auto const letter = ParseFontLetter(command, 0);
     auto const name = ZplCore::ToFontName(command.Parameter(1));
-    if (!letter || name.empty()) return true;
+    constexpr std::size_t LongestFileName = 255;
+    if (!letter || name.empty() || name.size() > LongestFileName) return true;
     auto substitutes = processor.at(ZplContextKeys::FontSubstitute);
     substitutes[*letter] = name;
     processor.set(ContextProcessor::SystemContext, ZplContextKeys::FontSubstitute, std::move(substitutes));

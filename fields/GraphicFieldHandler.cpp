@@ -32,5 +32,7 @@ bool GraphicFieldHandler::HandleCommand(Context& current, ZplCommand const& comm
             ZplCore::DrawPicture(atRender, *shared);
         };
     StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, draw);
+    // A picture needs no data behind it; it is whole as soon as it has its place.
+    StoreSetting(current, processor, ZplContextKeys::EndsAtNextOrigin, current.HasValue(ZplContextKeys::FieldOriginX));
     return true;
 }

@@ -45,10 +45,15 @@ bool UploadGraphicsHandler::HandleCommand(Context&, ZplCommand const& command, C
     auto const name = ParseName(command);
     auto const picture = name ? ZplCore::RecallGraphic(processor, command.Parameter(0)) : nullptr;
     if (!picture) return true;
-    ZplCore::AddHostQuestion(processor, ZplContextKeys::HostVerificationFormatCallbacks,
-                             [name = *name, picture](ContextProcessor const&) {
-                                 return std::optional(ZplCore::DownloadCommand(name, *picture));
-                             });
+    // The end of a format may be told more than once, when its last page is printed again behind a pause.
+    unsigned const place = processor.at(ZplContextKeys::HandlerSequenceNumber);
+    ZplCore::AddHostQuestion(
+        processor, ZplContextKeys::HostVerificationFormatCallbacks,
+        [name = *name, picture, place](ContextProcessor const& label) -> std::optional<std::string> {
+            auto const& memory = label.at(ZplContextKeys::FormatMemory);
+            if (memory && !memory->answered.insert(place).second) return std::nullopt;
+            return ZplCore::DownloadCommand(name, *picture);
+        });
     return true;
 }
 

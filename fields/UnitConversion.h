@@ -22,8 +22,8 @@ template <typename T>
 T ToDotsScaled(double value, ContextProcessor const& processor);
 template <>
 int ToDotsScaled<int>(double value, ContextProcessor const& processor);
-/// A length parameter in the unit in force, as dots; one beyond every page reads as one that is too large. No value for text
-/// that is none.
+/// A length parameter in the unit in force, as dots; one beyond every page reads as one that is too large. No value for
+/// text that is none.
 ZplParseResult<unsigned> ParseLength(ZplCommand const& command, std::size_t index, ContextProcessor const& processor);
 /// Multiplies the scale in if the unit is dots, and leaves other units unconverted.
 std::function<unsigned(unsigned)> ToDotsScaleOnly(ContextProcessor const& processor);

@@ -2,5 +2,13 @@
 
 class CommandHandlerPool;
 
-/// The tag commands, for printers with a tag encoder: HL RA RB RF RI RL RS RV RW RZ WF.
-void AddRfidHandlers(CommandHandlerPool& pool);
+/// Reads and writes, which belong to fields: RA RF RI WF.
+void AddTagFieldHandlers(CommandHandlerPool& pool);
+/// Locks, set-up, log and reports: HL RB RL RS RV RW RZ.
+void AddTagSetupHandlers(CommandHandlerPool& pool);
+
+/// The tag commands, for printers with a tag encoder.
+inline void AddRfidHandlers(CommandHandlerPool& pool) {
+    AddTagFieldHandlers(pool);
+    AddTagSetupHandlers(pool);
+}

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdio>
 
-#include "Scripting/PrinterContextInterface.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 
@@ -13,13 +13,27 @@ namespace TagOperations {
 namespace {
 
 constexpr std::size_t MostOperations = 1000;
+constexpr std::size_t MostBytes = std::size_t{64} << 10;  // of all arguments
 
-RfidReadResponse const* FindResponse(ContextProcessor const& processor, std::string_view sequence) {
-    auto const& responses = processor.at(ZplContextKeys::RfidReadResponses);
+unsigned NumberOf(std::string_view text) {
+    unsigned number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
+std::string const* FindData(std::vector<RfidReadResponse> const& responses, unsigned sequence) {
     auto const found = std::find_if(responses.begin(), responses.end(), [sequence](RfidReadResponse const& response) {
-        return std::to_string(response.sequence) == sequence;
+        return response.sequence == sequence;
     });
-    return found == responses.end() ? nullptr : &*found;
+    return found == responses.end() ? nullptr : &found->data;
+}
+
+std::size_t BytesOf(std::vector<RfidOperation> const& operations) {
+    std::size_t bytes = 0;
+    for (auto const& operation : operations) {
+        for (auto const& [name, value] : operation.arguments) bytes += name.size() + value.size();
+    }
+    return bytes;
 }
 
 std::string Password(unsigned password) {
@@ -42,10 +56,12 @@ std::string_view NameOf(unsigned type) {
     return row == Rows.end() ? "" : row->name;
 }
 
-RfidOperation Make(ContextProcessor const& processor, unsigned type) {
+RfidOperation Make(ContextProcessor const& processor, unsigned type, std::string_view bank, unsigned firstWord) {
     RfidOperation operation{type, {{"Sequence", std::to_string(processor.at(ZplContextKeys::HandlerSequenceNumber))}}};
     if (unsigned const password = processor.at(ZplContextKeys::RfidAccessPassword); password != 0)
         operation.arguments.emplace_back("Password", Password(password));
+    operation.arguments.emplace_back("Bank", bank);
+    operation.arguments.emplace_back("Start", std::to_string(firstWord));
     return operation;
 }
 
@@ -53,9 +69,8 @@ void Add(ContextProcessor& processor, RfidOperation operation) {
     Context* const label = processor.GetContext(ContextProcessor::LabelContext);
     if (!label) return;
     auto& operations = (*label)[ZplContextKeys::RfidOperations];
-    if (operations.size() >= MostOperations) {
-        Log::Report(LogTopic::Limit, "a label asks for more than " + std::to_string(MostOperations) +
-                                         " tag operations; the rest is left out");
+    if (operations.size() >= MostOperations || BytesOf(operations) + BytesOf({operation}) > MostBytes) {
+        Log::Report(LogTopic::Limit, "a label asks for more tag operations than a tag can take; the rest is left out");
         return;
     }
     auto const& setUp = processor.at(ZplContextKeys::RfidSetUp);
@@ -64,9 +79,10 @@ void Add(ContextProcessor& processor, RfidOperation operation) {
 }
 
 std::optional<std::string> ReadData(ContextProcessor const& processor) {
-    auto const* response = FindResponse(processor, std::to_string(processor.at(ZplContextKeys::HandlerSequenceNumber)));
-    if (!response) return std::nullopt;
-    return response->data;
+    auto const* data =
+        FindData(processor.at(ZplContextKeys::RfidReadResponses), processor.at(ZplContextKeys::HandlerSequenceNumber));
+    if (!data) return std::nullopt;
+    return *data;
 }
 
 void SetUp(ContextProcessor& processor, std::string const& name, std::string const& value) {
@@ -80,31 +96,24 @@ void SetUp(ContextProcessor& processor, std::string const& name, std::string con
     processor.set(ContextProcessor::SystemContext, ZplContextKeys::RfidSetUp, std::move(setUp));
 }
 
-std::string Report(ContextProcessor const& label) {
+std::string Report(std::vector<RfidOperation> const& operations, std::vector<RfidReadResponse> const& responses) {
     std::string lines;
-    for (auto const& operation : label.at(ZplContextKeys::RfidOperations)) {
+    for (auto const& operation : operations) {
         if (operation.type == RfidOperation::SetUp) continue;
-        auto const* response = FindResponse(label, operation.Argument("Sequence"));
         for (std::string_view const part :
              {NameOf(operation.type), operation.Argument("Bank"), operation.Argument("Start")}) {
             lines += part;
             lines += ',';
         }
-        lines += response ? std::string_view(response->data) : operation.Argument("Data");
+        bool const isSecret =
+            operation.type == RfidOperation::SetPassword || operation.Argument("Bank") == Banks::Reserved;
+        auto const* read = FindData(responses, NumberOf(operation.Argument("Sequence")));
+        if (!isSecret) lines += read ? std::string_view(*read) : operation.Argument("Data");
         lines += "\r\n";
     }
     return lines;
 }
 
 std::string Framed(std::string const& lines) { return "\x02" + lines + "\x03\r\n"; }
-
-void ReportAtEndOfPage(ContextProcessor& processor) {
-    ZplContextKeys::ResponseCallback const callback = [](ContextProcessor const& label) -> std::optional<std::string> {
-        label.GetPrinterContext()->AddToTagLog(Report(label));
-        auto const* reporting = label.GetSystemContext()->Find(ZplContextKeys::ReportRfidEncodingCallback);
-        return reporting && *reporting ? (*reporting)(label) : std::nullopt;
-    };
-    processor.set(ContextProcessor::LabelContext, ZplContextKeys::ReportRfidEncodingCallback, callback);
-}
 
 }  // namespace TagOperations

@@ -89,8 +89,9 @@ ContextKey<std::vector<ResponseCallback>> const HostVerificationLabelCallbacks;
 ContextKey<std::map<unsigned, std::string>> const FieldNumberValues;
 ContextKey<unsigned> const HandlerSequenceNumber;
 ContextKey<std::chrono::system_clock::duration> const ClockAdjustment(std::chrono::system_clock::duration::zero());
-ContextKey<std::shared_ptr<PicturesByName>> const RecalledGraphics;
+ContextKey<std::shared_ptr<struct FormatMemory>> const FormatMemory;
 ContextKey<std::optional<int>> const MediaDarkness;
 ContextKey<std::string> const PrinterName;
+ContextKey<bool> const EndsAtNextOrigin;
 ContextKey<std::vector<std::pair<std::string, std::string>>> const RfidSetUp;
 }  // namespace ZplContextKeys

@@ -123,11 +123,13 @@ extern ContextKey<std::vector<ResponseCallback>> const HostVerificationLabelCall
 extern ContextKey<std::map<unsigned, std::string>> const FieldNumberValues;
 extern ContextKey<unsigned> const HandlerSequenceNumber;
 extern ContextKey<std::chrono::system_clock::duration> const ClockAdjustment;  // what a stream has moved its clock by
-// What a format has recalled, shared by all copies of its state; null while the format is still being received.
-extern ContextKey<std::shared_ptr<PicturesByName>> const RecalledGraphics;
+// Shared by all copies of the state of a format; null while the format is still being received.
+extern ContextKey<std::shared_ptr<struct FormatMemory>> const FormatMemory;
 // Darkness from 0 to 30 that a stream has set in place of the printer's own.
 extern ContextKey<std::optional<int>> const MediaDarkness;
 extern ContextKey<std::string> const PrinterName;
+// Whether the field is whole without its end: the next field's origin ends it.
+extern ContextKey<bool> const EndsAtNextOrigin;
 // How the tag encoder is to work, by the names of its arguments.
 extern ContextKey<std::vector<std::pair<std::string, std::string>>> const RfidSetUp;
 }  // namespace ZplContextKeys

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -70,8 +71,13 @@ struct ISMetaData {
     friend bool operator==(ISMetaData const&, ISMetaData const&) = default;
 };
 
-/// Stored pictures by the names that a format recalls them by; null where nothing was stored.
-using PicturesByName = std::map<std::string, std::shared_ptr<ZplCore::Picture const>>;
+/// What all copies of a format have in common.
+struct FormatMemory {
+    /// Stored pictures by the names that it recalls them by; null where nothing was stored.
+    std::map<std::string, std::shared_ptr<ZplCore::Picture const>> pictures;
+    /// Questions that are answered once, and have been, by the place of their command in the format.
+    std::set<unsigned> answered;
+};
 
 using RenderFunction = std::function<void(ContextProcessor&)>;
 using SerializeFunctionType = std::function<void(ContextProcessor&, unsigned)>;

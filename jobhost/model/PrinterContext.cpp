@@ -5,6 +5,7 @@
 
 #include "PrintEngine/Printing/JobMetaData.h"
 #include "jobhost/model/ZPLProcessorInterface.h"
+#include "rfid/TagOperations.h"
 
 namespace {
 
@@ -62,9 +63,10 @@ void PrinterContext::SendToHost(std::string_view data) {
     if (requests_.sendToHost) requests_.sendToHost(data);
 }
 
-void PrinterContext::AddToTagLog(std::string_view lines) {
+void PrinterContext::AddToTagLog(std::vector<RfidOperation> const& operations,
+                                 std::vector<RfidReadResponse> const& responses) {
     constexpr std::size_t LongestLog = std::size_t{64} << 10;  // bytes
-    tagLog_ += lines;
+    tagLog_ += TagOperations::Report(operations, responses);
     if (tagLog_.size() <= LongestLog) return;
     std::size_t const lineEnd = tagLog_.find('\n', tagLog_.size() - LongestLog);
     tagLog_.erase(0, lineEnd == tagLog_.npos ? tagLog_.size() : lineEnd + 1);

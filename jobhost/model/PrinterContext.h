@@ -62,7 +62,8 @@ public:
     void Start() override;
     void Reset() override;
     void SendToHost(std::string_view data) override;
-    void AddToTagLog(std::string_view lines) override;
+    void AddToTagLog(std::vector<RfidOperation> const& operations,
+                     std::vector<RfidReadResponse> const& responses) override;
     std::string TakeTagLog() override { return std::exchange(tagLog_, {}); }
 
 private:

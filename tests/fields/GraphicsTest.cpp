@@ -41,6 +41,9 @@ constexpr DrawRow Pictures[] = {
     {"form left out", "^FO5,6^GF,4,4,2,FFFF8001^FS", "image 5,6 16x2 from 16x2 scaled\n"},
     {"a missing count", "^FO5,6^GFA,4,,2,FFFF8001^FS", ""},
     {"on its base, by its declared height", "^FT5,100^GFA,4,20,2,FFFF8001^FS", "image 5,91 16x2 from 16x2 scaled\n"},
+    {"without its end", "^FO5,6^GFA,1,1,1,FF^FO7,8^FR^GFA,1,1,1,FF^FT1,90^FDx^FS",
+     "image 5,6 8x1 from 8x1 scaled\nimage 7,8 8x1 from 8x1 scaled reverse\ntext 1,76 'x' A 1x1\n"},
+    {"placed behind the data", "^GFA,1,1,1,FF^FO7,8^FS", "image 7,8 8x1 from 8x1 scaled\n"},
     {"white picture", "^FO5,6^GFA,4,4,2,00000000^FS^FT^GB2,2,1^FS",
      "image 5,6 16x2 from 16x2 scaled\nbox 21,6 2x2 border 1\n"},
 };

@@ -3,6 +3,7 @@
 #include "foundation/AppSettings.h"
 #include "foundation/Log.h"
 #include "frontend/context/ObjectStore.h"
+#include "labels/Job.h"
 #include "tests/support/StreamRun.h"
 #include "tests/support/TemporaryDirectory.h"
 
@@ -72,12 +73,46 @@ TEST_F(StoredFormats, RecalledAfterARestartDrawWhatTheyWouldHaveDrawn) {
     EXPECT_EQ(reports_, 0U);
 }
 
+TEST_F(StoredFormats, MemoryIsFreeAgainWhenItIsCleared) {
+    std::string const most(std::size_t{40} << 20, 'x');
+    auto const store = [&](char letter) {
+        return StoreObject(storage_.Path(), *ObjectName::Parse(std::string("R:") + letter, 'R', "", "GRF"), most);
+    };
+    EXPECT_TRUE(store('A'));
+    EXPECT_FALSE(store('B'));
+    ClearMemoryDevice(storage_.Path());
+    EXPECT_TRUE(store('B'));
+}
+
 TEST_F(StoredFormats, OfTheMemoryDeviceEndWithTheProcess) {
     std::string const store = "^XA^DFR:T^FDa^FS^XZ~DGR:G,1,1,FF^XA^DFE:T^FDb^FS^XZ~DGE:G,1,1,FF";
     EXPECT_EQ(Texts(Start(store + "^XA^XFT^XZ")), std::vector<std::string>{"a"});
     EXPECT_EQ(Texts(Start("^XA^XFT^XZ^XA^XFR:T^XZ")), std::vector<std::string>{"b"});
     EXPECT_EQ(Start("^XA^XGE:G^FS^XZ^XA^XGR:G^FS^XZ").labels.size(), 1U);
     EXPECT_EQ(Texts(Start(store + "^XA~JR^FDlost^FS^XZ^XA^XFT^XZ")), std::vector<std::string>{"b"});
+}
+
+TEST_F(StoredFormats, PicturesAreThoseOfTheTimeWhenTheFormatEnded) {
+    Desk desk{RenderOptions{}};
+    auto const session = desk.MakeSession();
+    std::vector<Zpl::Label> labels;
+    std::string const stream =
+        "~DGR:G,1,1,FF^XA^FO0,0^XGR:G^FS^XZ~DGR:G,2,1,AA55^XA^PQ2^FO0,0^XGG^FS^XZ~DGR:G,1,1,00~DGE:H,1,1,FF";
+    for (std::string_view rest = stream; !rest.empty();) {
+        auto result = session->Consume(rest, false, true);
+        rest = result.remaining;
+        if (result.label) labels.push_back(std::move(std::get<1>(*result.label)));
+    }
+    Zpl::Job job(std::move(labels), {}, false);
+    // As the queue draws them, long after, and again behind a pause.
+    for (auto const& [page, first, second] : {std::tuple{2, 0xAA, 0x55}, {0, 0xFF, 0x00}, {1, 0xAA, 0x55}}) {
+        job.RenderLabel(static_cast<unsigned>(page));
+        unsigned width = 0;
+        unsigned height = 0;
+        auto const rows = session->Target().GetPageBitmap(width, height);
+        EXPECT_EQ(rows[0], first) << page;
+        EXPECT_EQ(rows[(width + 7) / 8], second) << page;
+    }
 }
 
 TEST_F(StoredFormats, AThousandStandBesideEachOther) {

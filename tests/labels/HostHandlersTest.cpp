@@ -55,10 +55,12 @@ protected:
             }
             answers_ += "|format:";
             label.SendEndOfFormatNetworkResponses();
+            if (tellsEndTwice_) label.RenderLabel("", 0, 0, true), label.SendEndOfFormatNetworkResponses();
         }
         return std::exchange(answers_, {});
     }
 
+    bool tellsEndTwice_ = false;
     std::string answers_;
 };
 
@@ -95,6 +97,8 @@ TEST_F(HostAnswers, SendAStoredPictureOnceHoweverOftenTheFormatIsDrawn) {
         EXPECT_EQ(Run(store + stream), expected) << stream;
     }
     EXPECT_EQ(Run(answer + "^XA^HYL^XZ"), answer);
+    tellsEndTwice_ = true;
+    EXPECT_EQ(Run(store + "^XA^HYL^HYL^FDa^FS^XZ"), "|page:|format:" + answer + answer);
 }
 
 TEST_F(HostAnswers, StatusComesAtOnceAndDisturbsNoFormat) {

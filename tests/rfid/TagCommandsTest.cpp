@@ -59,12 +59,13 @@ TEST(TagCommands, RecordTheOperationsOfTheirLabel) {
              {"parts of a number", "^RB64,32,32^RFW,E^FD1,2^FS", WriteE + "0000000100000002\n"},
              {"parts that do not add up", "^RB96,32,32^RFW,E^FD1,2^FS", WriteE + "000000000000000100000002\n"},
              {"bad parameters", "^RFX,Z,x,y,Q^FDAB^FS", WriteE + "AB00\n"},
-             {"family byte", "^WF,,1^FD9A^FS", "write Bank=AFI Start=0 Bytes=1 Data=9A\n"},
+             {"family byte", "^WF,,1^FD9A^FS", "write Bank=AFI Start=0 Data=9A\n"},
              {"data of a template", "^RFW^FN5^FS^FN5^FDABCD^FS", WriteE + "ABCD\n"},
              {"locks", "^RLM,L,U,x,P^RLB,4,2^RLQ,L^RLM",
-              "lock Kill=L Access=U 3=P\nlock Bank=3 Start=4 Blocks=2 3=P\n"},
+              "lock Bank=Kill Start=0 Style=L\nlock Bank=Access Start=0 Style=U\nlock Bank=3 Start=0 Style=P\n"
+              "lock Bank=3 Start=4 Blocks=2 Style=P\n"},
              {"password of what follows", "^RFW^FDAA^FS^RZ1f,E,L^RFW^FDBB^FS^RZxyz",
-              WriteE + "AA00\nlock Password=0000001F Bank=E Style=L\n"
+              WriteE + "AA00\nlock Password=0000001F Bank=E Start=0 Style=L\n"
                        "write Password=0000001F Bank=E Start=0 Bytes=0 Data=BB00\n"},
              {"set-up comes first", "^RS8,,,99,Q^RW31,H,A1^RFW^FDAA^FS",
               "setup TagType=8 LabelsToTry=10 ReadPower=30 WritePower=H Antenna=A1\n" + WriteE + "AA00\n"},
@@ -75,8 +76,8 @@ TEST(TagCommands, RecordTheOperationsOfTheirLabel) {
 
 TEST(TagCommands, WithoutAnOperationMakeNoLabel) {
     EXPECT_EQ(Printed("^XA^RS8^RW20^RB64,32,32^RZ12^XZ"), "");
-    std::string const finding = "finding tag data are not what the command's format says; nothing is written\n";
-    EXPECT_EQ(Printed("^XA^RFW^FDxyz^FS^RFW^FS^XZ"), finding + finding);
+    EXPECT_EQ(Printed("^XA^RFW^FDxyz^FS^RFW^FS^RZ1f^RLM^XZ"),
+              "finding tag data are not what the command's format says; nothing is written\n");
 }
 
 TEST(TagCommands, FillFieldNumbersWithWhatIsRead) {
@@ -86,14 +87,14 @@ TEST(TagCommands, FillFieldNumbersWithWhatIsRead) {
     EXPECT_EQ(Printed("^XA^FO9,9^FN1^FS^RFR,A,1,2^FN1^FS^XZ", "epc=30344142"),
               "read Bank=E Start=1 Bytes=2\npage AB\n");
     EXPECT_EQ(Printed("^XA^FO9,9^FN1^FS^FO9,50^FN2^FS^RI1,1^RA2,1^XZ", "tid=E2,afi=7F"),
-              "read Bank=2 Start=0 Bytes=0\nread Bank=AFI Start=0 Bytes=0\npage E2\n");
+              "read Bank=2 Start=0\nread Bank=AFI Start=0\npage E2\n");
     // Without a template the data are kept for questions of the host, and draw nothing.
     EXPECT_EQ(Printed("^XA^RFR,H,0,2^FN1^FS^HV1,9,<,>,L^XZ", "epc=3034"), read + "page \nhost <3034>\n");
 }
 
 TEST(TagCommands, ReportAndLogWhatWasDone) {
     std::string const lines = "write,E,0,AA00\r\nread,2,0,E2\r\n";
-    std::string const done = WriteE + "AA00\nread Bank=2 Start=0 Bytes=0\npage \n";
+    std::string const done = WriteE + "AA00\nread Bank=2 Start=0\npage \n";
     std::string const label = "^XA^RFW^FDAA^FS^RI1^XZ";
     std::string const framed = "host \x02" + lines + "\x03\r\n\n";
     EXPECT_EQ(Printed("~RVE" + label + "~RVD" + label, "tid=E2"), done + framed + done);
@@ -105,10 +106,23 @@ TEST(TagCommands, OfEachCopyAreItsOwn) {
 }
 
 TEST(TagCommands, KeepALimitedNumberOfOperations) {
-    std::string stream = "^XA";
-    for (int i = 0; i < 1500; ++i) stream += "^RI1";
-    std::string const log = Printed(stream + "^XZ");
-    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 1000 + 11);  // ten places are told, and the page
+    std::string many = "^XA";
+    for (int i = 0; i < 1500; ++i) many += "^RI1";
+    std::string large = "^XA";
+    for (int i = 0; i < 100; ++i) large += "^RFW,H,0,4096^FD0^FS";
+    for (auto const& [stream, most] : {std::pair(many, 1000), std::pair(large, 8)}) {
+        std::string const log = Printed(stream + "^XZ");
+        EXPECT_LE(std::count(log.begin(), log.end(), '\n'), most + 12);
+        EXPECT_NE(log.find("more tag operations than"), log.npos);
+    }
+}
+
+// Templates hold no copy of what the label has collected: this would take gigabytes.
+TEST(TagCommands, AreNotKeptByTemplates) {
+    std::string stream = "^XA^FN1^FS^FN1^FD" + std::string(100'000, 'x') + "^FS";
+    for (int i = 0; i < 8; ++i) stream += "^RFW,H,0,4096^FD0^FS";
+    for (int i = 2; i < 9000; ++i) stream += "^FN" + std::to_string(i) + "^FS";
+    EXPECT_NE(Printed(stream + "^RFW^FN9999^FS^FN9999^FDAA^FS^XZ").find("Data=AA00"), std::string::npos);
 }
 
 TEST(VirtualTag, PerformsWritesBeforeTheReadsBehindThem) {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "Scripting/Dpi.h"
+#include "Scripting/RfidOperation.h"
 
 namespace Scripting {
 
@@ -62,8 +63,10 @@ public:
     /// Sends `data` (raw bytes) back to the sender of the stream.
     virtual void SendToHost(std::string_view data) = 0;
 
-    /// The tag log: what was done with the tags of printed pages. Past its limit the oldest lines are dropped.
-    virtual void AddToTagLog(std::string_view /*lines*/) {}
+    /// The tag log: what a drawn page asks of its tag, and what was read from it before. Past its limit the oldest
+    /// lines are dropped.
+    virtual void AddToTagLog(std::vector<RfidOperation> const& /*operations*/,
+                             std::vector<RfidReadResponse> const& /*responses*/) {}
     /// The log, which is empty afterwards.
     virtual std::string TakeTagLog() { return {}; }
 };

@@ -25,6 +25,8 @@ void WriteTagOperations(JsonWriter& writer, std::vector<PageRangeRfidOperations>
     writer.EndArray();
 }
 
+std::string TextOf(rapidjson::Value const& value) { return {value.GetString(), value.GetStringLength()}; }
+
 unsigned UintOf(rapidjson::Value const& object, char const* name) {
     auto const found = object.FindMember(name);
     return found != object.MemberEnd() && found->value.IsUint() ? found->value.GetUint() : 0;
@@ -51,7 +53,7 @@ std::vector<PageRangeRfidOperations> ReadTagOperations(rapidjson::Value const& d
             if (arguments == written.MemberEnd() || !arguments->value.IsObject()) return;
             for (auto const& argument : arguments->value.GetObject()) {
                 if (argument.value.IsString())
-                    operation.arguments.emplace_back(argument.name.GetString(), argument.value.GetString());
+                    operation.arguments.emplace_back(TextOf(argument.name), TextOf(argument.value));
             }
         });
     });
