@@ -33,9 +33,11 @@ std::map<std::filesystem::path, std::uintmax_t>& UsedSpace() {
 }
 
 std::uintmax_t& UsedSpaceOf(std::filesystem::path const& folder) {
+    std::error_code error;
+    // A folder that is gone is an empty device.
+    if (!std::filesystem::exists(folder, error)) UsedSpace().erase(folder);
     auto const [entry, isNew] = UsedSpace().try_emplace(folder, 0);
     if (isNew) {
-        std::error_code error;
         for (std::filesystem::directory_iterator file(folder, error), end; !error && file != end; file.increment(error))
             entry->second += SpaceOfFile(file->path());
     }
@@ -65,5 +67,4 @@ bool StoreObject(std::filesystem::path const& folder, ObjectName const& name, st
 void ClearMemoryDevice(std::filesystem::path const& folder) {
     std::error_code error;  // what cannot be removed stays
     std::filesystem::remove_all(folder / MemoryDevice, error);
-    UsedSpace().erase(folder / MemoryDevice);
 }
