@@ -143,6 +143,14 @@ void DrawTemplate(ContextProcessor& processor, ContextProcessor field, std::stri
     CarryNextFieldOrigin(field, processor);
 }
 
+/// Hosts ask for the data of a number, whether they came with its field or fill a template.
+void NoteFieldNumber(Context const& element, ContextProcessor& processor) {
+    auto const* number = element.Find(ZplContextKeys::FieldNumberToSave);
+    auto const* data = element.Find(ZplContextKeys::FieldData);
+    Context* const label = processor.GetContext(ContextProcessor::LabelContext);
+    if (number && data && label) (*label)[ZplContextKeys::FieldNumberValues].insert_or_assign(*number, *data);
+}
+
 }  // namespace
 
 unsigned GetSerializationIndex(unsigned copyIndex, unsigned replications) {
@@ -157,6 +165,7 @@ bool ProcessElementCommands(Context& current, ContextProcessor& processor) {
         !current.HasValue(ZplContextKeys::FieldData)) {
         SaveTemplate(processor, ZplContextKeys::SavedContexts, *numberToSave, *numberToSave);
     } else {
+        NoteFieldNumber(current, processor);
         RenderField(processor, processor.at(ZplContextKeys::LabelReversePrint));
     }
     processor.ClearContext(ContextProcessor::ElementContext);
