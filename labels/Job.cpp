@@ -120,6 +120,10 @@ void Job::SendEndOfPageNetworkResponses(unsigned page) const {
     if (Label const* label = LabelOf(Find(page))) label->SendEndOfPageNetworkResponses();
 }
 
+void Job::LogTagOperations(unsigned page) const {
+    if (auto const* label = LabelOf(Find(page))) label->LogTagOperations();
+}
+
 bool Job::IsWaitingOnRfidReadResponse(unsigned page) const {
     Place const place = Find(page);
     Label const* const label = LabelOf(place);

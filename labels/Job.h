@@ -38,6 +38,8 @@ public:
 
     void SendEndOfFormatNetworkResponses(unsigned page) const;
     void SendEndOfPageNetworkResponses(unsigned page) const;
+    /// Puts the tag of a page that has just been rendered into the printer's tag log.
+    void LogTagOperations(unsigned page) const;
     bool IsWaitingOnRfidReadResponse(unsigned page) const;
     void SetRfidReadResponse(unsigned page, std::vector<RfidReadResponse> const& responses);
     void CloseNetwork() const;

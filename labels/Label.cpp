@@ -39,6 +39,9 @@ void Label::RenderLabel(std::filesystem::path const& jobPath, unsigned copyIndex
     if (copyIndex == 0) processor_ = pristineProcessor_.DeepClone();
     ProcessLabel(copyIndex, isLastPage);
     processor_.GetGraphicContext()->RenderPage(jobPath, pageNumber, isLastPage);
+}
+
+void Label::LogTagOperations() const {
     if (auto const& operations = processor_.at(ZplContextKeys::RfidOperations); !operations.empty())
         processor_.GetPrinterContext()->AddToTagLog(operations, processor_.at(ZplContextKeys::RfidReadResponses));
 }

@@ -52,6 +52,8 @@ public:
     bool HasRfidOperations() const { return !GetRfidOperations().empty(); }
     std::vector<RfidOperation> GetRfidOperations() const;
     void SetRfidOperations(std::vector<RfidOperation> const& operations) { rfidOperations_ = operations; }
+    /// Writes the operations of the copy that was rendered last, with what was read, into the printer's tag log.
+    void LogTagOperations() const;
     bool HasRfidReadOperations() const;
     bool IsWaitingOnRfidReadResponse(unsigned copyIndex) const;
     void SetRfidReadResponse(unsigned copyIndex, std::vector<RfidReadResponse> const& responses);

@@ -12,7 +12,7 @@ namespace TagOperations {
 
 namespace {
 
-constexpr std::size_t MostOperations = 1000;
+constexpr std::size_t MostOperations = 200;
 constexpr std::size_t MostBytes = std::size_t{64} << 10;  // of all arguments
 
 unsigned NumberOf(std::string_view text) {

@@ -30,7 +30,7 @@ std::string_view NameOf(unsigned type);
 /// recorded by Add, often at the end of the command's field.
 RfidOperation Make(ContextProcessor const& processor, unsigned type, std::string_view bank, unsigned firstWord = 0);
 
-/// Puts an operation behind the others of the label; the first one brings the encoder's set-up with it. Past 1000, or
+/// Puts an operation behind the others of the label; the first one brings the encoder's set-up with it. Past 200, or
 /// 64 KiB of arguments, the rest is left out with a report.
 void Add(ContextProcessor& processor, RfidOperation operation);
 

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QThread>
 #include <algorithm>
 
@@ -60,7 +61,11 @@ JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& sock
     connect(&quiet_, &QTimer::timeout, this, [this] { Pump(); });
 }
 
-JobHandler::~JobHandler() = default;
+JobHandler::~JobHandler() {
+    connections_.clear();
+    // What connections have left to the event loop to delete; that may not run any more.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
 
 StreamWatch JobHandler::NewWatch() const {
     auto const character = [](StringProperty const& property, char fallback) {

@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <chrono>
+#include <sstream>
 
 #include "PrintEngine/Printing/JobFileSystemStrings.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Files.h"
+#include "jobhost/model/RfidReadResponses.h"
+#include "rfid/TagOperations.h"
 
 using PrintEngine::Printing::JobMetaData;
 
@@ -43,7 +46,8 @@ void PrintDriver::PublishProperties() {
     driver_.Own<UInt32Property>(DotsPerInch, Group::General, options_.dpi);
     driver_.Own<UInt32Property>(SubstrateMode, Group::SubstratePrinterProperties, 2U);
     driver_.Own<BoolProperty>(PrintingIsStopped, Group::PrintOperations, false);
-    driver_.Own<StringProperty>(RfidReadCommandResponse, Group::RfidEncoderOperations, "")->SetEveryWriteCounts(true);
+    tagResponse_ = driver_.Own<StringProperty>(RfidReadCommandResponse, Group::RfidEncoderOperations, "");
+    tagResponse_->SetEveryWriteCounts(true);
     page_ = driver_.Own<UInt32Property>(CurrentPrintingPageNumber, Group::PrintOperations, 0U);
     resumeFrom_ = driver_.Own<UInt32Property>(ResumePrintingFromPageNumber, Group::PrintOperations, 0U);
     resume_ = driver_.Own<BoolProperty>(ResumePrinting, Group::PrintOperations, false);
@@ -109,6 +113,7 @@ void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData)
     job_ = path;
     metaData_ = std::move(metaData);
     next_ = metaData_.firstPage;
+    tagIsRead_ = false;
     outputName_ = FreeOutputName();
     state_ = State::Printing;
     watcher_.addPath(QString::fromStdString(path.string()));
@@ -124,20 +129,52 @@ void PrintDriver::PrintPage() {
         std::filesystem::path const file = job_ / std::to_string(next_);
         std::error_code error;
         if (!std::filesystem::exists(file, error)) {
-            if (std::filesystem::exists(job_, error)) return patience_.start(options_.patience);
+            if (std::filesystem::exists(job_, error)) {
+                ReadTag();
+                return patience_.start(options_.patience);
+            }
             DebugLog(Error, "the folder of job " + job_.filename().string() + " is gone; the job is given up");
             return Cancel();
         }
         patience_.stop();
         page_->Set(next_);
         if (!KeepPage(file)) return PausePrinting("Print Error");
+        TellTag();
         ++next_;
+        tagIsRead_ = false;
         ++printed_;
         auto const time = TimeOf(file);
         if (std::binary_search(metaData_.pauseIndices.begin(), metaData_.pauseIndices.end(), next_))
             return PausePrinting("Print Paused");
         if (time.count() > 0) pageTimer_.start(time);
     }
+}
+
+std::vector<RfidOperation> PrintDriver::TagOperationsOfPage() const {
+    for (auto const& range : metaData_.tagOperations) {
+        if (range.firstPage <= next_ && next_ <= range.lastPage) return range.operations;
+    }
+    return {};
+}
+
+/// Answers for the tag of the page to come, if its label reads one: the page is drawn when that is known.
+void PrintDriver::ReadTag() {
+    if (!options_.tag || tagIsRead_) return;
+    auto const responses = VirtualTag(*options_.tag).Perform(TagOperationsOfPage());
+    if (responses.empty()) return;
+    tagIsRead_ = true;
+    page_->Set(next_);
+    // A response counts for the page that stood when a path was reported last.
+    path_->Set(JobFileSystemStrings::NoPage);
+    path_->Set(job_.string());
+    tagResponse_->Set(RfidReadResponsesText(responses));
+}
+
+void PrintDriver::TellTag() {
+    auto const operations = TagOperationsOfPage();
+    if (!options_.tag || operations.empty()) return;
+    std::istringstream lines(TagOperations::Report(operations, VirtualTag(*options_.tag).Perform(operations)));
+    for (std::string line; std::getline(lines, line);) say_("  tag " + line.substr(0, line.find('\r')));
 }
 
 std::filesystem::path PrintDriver::OutputFile(std::string const& name, unsigned page) const {
@@ -201,6 +238,8 @@ void PrintDriver::Resume() {
 void PrintDriver::GoOn() {
     if (state_ != State::Paused) return;
     state_ = State::Printing;
+    // What was drawn is drawn anew, and its tag read again.
+    tagIsRead_ = false;
     if (next_ < metaData_.totalPages) page_->Set(next_);
     status_->Set("Printing");
     PrintPage();

@@ -11,6 +11,7 @@
 #include <string>
 
 #include "PrintEngine/Printing/JobMetaData.h"
+#include "desktop/VirtualTag.h"
 #include "desktop/serve/BusComponent.h"
 
 /// Consumes the pages of jobs as a printer does: one job after the other, page by page, each in the time that its
@@ -23,6 +24,7 @@ public:
         unsigned dpi = 203;
         double speed = 6;  ///< inches a second; 0 for as fast as it goes
         bool paused = false;
+        std::optional<VirtualTag> tag = {};  ///< that every label carries
         /// How long a page may take to come while nothing else changes in the folders of the jobs.
         std::chrono::milliseconds patience = std::chrono::seconds(30);
     };
@@ -46,6 +48,9 @@ private:
     void StartNext();
     void Start(std::filesystem::path const& path, PrintEngine::Printing::JobMetaData metaData);
     void PrintPage();
+    std::vector<RfidOperation> TagOperationsOfPage() const;
+    void ReadTag();
+    void TellTag();
     std::filesystem::path OutputFile(std::string const& name, unsigned page) const;
     std::string FreeOutputName() const;
     bool KeepPage(std::filesystem::path const& file);
@@ -69,6 +74,7 @@ private:
     std::shared_ptr<BoolProperty> cancelZpl_;
     std::shared_ptr<BoolProperty> cancelPrint_;
     std::shared_ptr<StringProperty> canSend_;
+    std::shared_ptr<StringProperty> tagResponse_;
     QFileSystemWatcher watcher_;
     QTimer pageTimer_;
     QTimer scanTimer_;
@@ -78,6 +84,7 @@ private:
     std::filesystem::path job_;
     PrintEngine::Printing::JobMetaData metaData_;
     unsigned next_ = 0;       // page to print next
+    bool tagIsRead_ = false;  // of that page
     std::string outputName_;  // of the files that the pages become, without their numbers
     std::set<std::filesystem::path> finished_;
     unsigned printed_ = 0;

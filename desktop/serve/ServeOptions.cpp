@@ -43,7 +43,7 @@ ServeOptions ParseServeOptions(std::vector<std::string> const& arguments) {
             options.preview = true;
         } else if (option == "--help" || option == "-h") {
             options.help = true;
-        } else if (option == "--dpi" || option == "--size") {
+        } else if (option == "--dpi" || option == "--size" || option == "--tag") {
             drawing.push_back(option);
             drawing.push_back(value());
         } else {
@@ -52,6 +52,7 @@ ServeOptions ParseServeOptions(std::vector<std::string> const& arguments) {
     }
     RenderOptions const render = ParseRenderOptions(drawing);
     options.dpi = render.printerDpi;
+    options.tag = render.tag;
     options.widthInches = render.widthInches;
     options.heightInches = render.heightInches;
     return options;
@@ -67,6 +68,7 @@ A virtual label printer: any program can print to it. Each page becomes a file J
   --dpi N             resolution of the printer: 203 (default), 300 or 600
   --size WxH          size of the label part (default 4x6in)
   --speed N           inches a second (default 6); 0 prints as fast as it goes
+  --tag T             every label carries a tag: blank, or its memory as epc=3034F1,tid=E280,user=00,afi=00
   --pause-on-start    begins paused
   --preview           opens a window that shows the pages while they print
   --state DIR         where stored formats and counters are kept (default: the user's state folder)

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "desktop/VirtualTag.h"
 
 /// The options of `zpl serve`.
 struct ServeOptions {
@@ -14,6 +17,7 @@ struct ServeOptions {
     double widthInches = 4;
     double heightInches = 6;
     double speed = 6;
+    std::optional<VirtualTag> tag;  ///< that every label carries; without one there is no tag encoder
     bool pauseOnStart = false;
     bool preview = false;
     bool help = false;

@@ -16,6 +16,7 @@
 #include "desktop/CommandLine.h"
 #include "foundation/AppSettings.h"
 #include "foundation/DebugZones.h"
+#include "foundation/Features.h"
 #include "foundation/Files.h"
 #include "foundation/Json.h"
 
@@ -97,7 +98,7 @@ void VirtualPrinter::Begin() {
     driver_ = std::make_unique<PrintDriver>(
         threads_, socket,
         PrintDriver::Options{runtime_.Path() / "jobs", std::filesystem::absolute(options_.outputFolder), options_.dpi,
-                             options_.speed, options_.pauseOnStart},
+                             options_.speed, options_.pauseOnStart, options_.tag},
         [this] { handler_->ForgetJobs(); }, Say);
     connect(&host_, &QProcess::finished, this, [this] {
         if (ending_) return;
@@ -141,6 +142,20 @@ void VirtualPrinter::WriteSettings() const {
         if (auto const error = WriteFileAtomically(file, writer.Text()))
             throw std::system_error(error, "cannot write " + file.string());
     }
+    WriteFeatures();
+}
+
+/// A printer whose labels carry tags has an encoder for them.
+void VirtualPrinter::WriteFeatures() const {
+    auto const file = state_ / "zplhost" / "Features" / "TagEncoder.json";
+    std::error_code error;
+    std::filesystem::remove(file, error);
+    if (!options_.tag) return;
+    std::filesystem::create_directories(file.parent_path());
+    JsonWriter writer;
+    writer.StartObject().Key("Features").StartArray().String(FeatureNames::rfidEncoderSupport).EndArray().EndObject();
+    error = WriteFileAtomically(file, writer.Text());
+    if (error) throw std::system_error(error, "cannot write " + file.string());
 }
 
 /// For the other processes: their store is this printer's.

@@ -39,6 +39,7 @@ private:
     void Begin();
     void End();
     void WriteSettings() const;
+    void WriteFeatures() const;
     QProcessEnvironment Environment() const;
     void Start(QProcess& process, char const* program, QStringList const& arguments);
     /// A window on the printer's pages, which the user may close and open again.

@@ -33,9 +33,11 @@ std::map<std::filesystem::path, std::uintmax_t>& UsedSpace() {
 }
 
 std::uintmax_t& UsedSpaceOf(std::filesystem::path const& folder) {
+    std::error_code error;
+    // A folder that is gone is an empty device.
+    if (!std::filesystem::exists(folder, error)) UsedSpace().erase(folder);
     auto const [entry, isNew] = UsedSpace().try_emplace(folder, 0);
     if (isNew) {
-        std::error_code error;
         for (std::filesystem::directory_iterator file(folder, error), end; !error && file != end; file.increment(error))
             entry->second += SpaceOfFile(file->path());
     }
@@ -51,11 +53,11 @@ bool StoreObject(std::filesystem::path const& folder, ObjectName const& name, st
     };
     if (name.device == ReadOnlyDevice) return refuse(LogTopic::File, "its device is read-only");
     auto const path = folder / name.Path();
-    std::error_code error;
-    std::filesystem::create_directories(path.parent_path(), error);
     auto& used = UsedSpaceOf(path.parent_path());
     auto const others = used - std::min(used, SpaceOfFile(path));
     if (others + SpaceOf(bytes.size()) > MaximumStoredBytes) return refuse(LogTopic::Limit, "its device is full");
+    std::error_code error;
+    std::filesystem::create_directories(path.parent_path(), error);
     if (!error) error = WriteFileAtomically(path, bytes);
     if (error) return refuse(LogTopic::File, error.message());
     used = others + SpaceOf(bytes.size());
@@ -65,5 +67,4 @@ bool StoreObject(std::filesystem::path const& folder, ObjectName const& name, st
 void ClearMemoryDevice(std::filesystem::path const& folder) {
     std::error_code error;  // what cannot be removed stays
     std::filesystem::remove_all(folder / MemoryDevice, error);
-    UsedSpace().erase(folder / MemoryDevice);
 }

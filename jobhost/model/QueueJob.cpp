@@ -56,6 +56,7 @@ void QueueJob::RenderSpan(unsigned first, unsigned count, std::atomic<bool> cons
         if (i >= limit || IsWaitingOnRfidReadResponse(i)) return;
         if (!HasFile(i)) {
             RenderPage(i);
+            job_.LogTagOperations(i);
             // Carries the start of the span for every page of it.
             job_.SendEndOfPageNetworkResponses(first);
             lastRendered_ = i;
@@ -68,6 +69,7 @@ void QueueJob::RenderSpan(unsigned first, unsigned count, std::atomic<bool> cons
 void QueueJob::RenderPrintOnDemand(unsigned page) {
     if (IsWaitingOnRfidReadResponse(page)) return;
     RenderPage(page);
+    job_.LogTagOperations(page);
     job_.SendEndOfPageNetworkResponses(page);
     if (page == Quantity() - 1) {
         End();

@@ -2,6 +2,8 @@
 
 #include <rapidjson/document.h>
 
+#include "foundation/Json.h"
+
 std::optional<std::vector<RfidReadResponse>> ParseRfidReadResponses(std::string_view text) {
     rapidjson::Document document;
     document.Parse<rapidjson::kParseIterativeFlag>(text.data(), text.size());
@@ -16,4 +18,13 @@ std::optional<std::vector<RfidReadResponse>> ParseRfidReadResponses(std::string_
         responses.push_back({number->value.GetUint(), {data->value.GetString(), data->value.GetStringLength()}});
     }
     return responses;
+}
+
+std::string RfidReadResponsesText(std::vector<RfidReadResponse> const& responses) {
+    JsonWriter writer;
+    writer.StartArray();
+    for (auto const& response : responses)
+        writer.StartObject().Key("Sequence").Int(response.sequence).Key("Data").String(response.data).EndObject();
+    writer.EndArray();
+    return writer.Text();
 }

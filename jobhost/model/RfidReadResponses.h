@@ -9,3 +9,6 @@
 /// What the tag encoder read for a page, as it travels on the bus: a JSON array of objects with the number
 /// "Sequence" and the text "Data". Nothing if the text is anything else.
 std::optional<std::vector<RfidReadResponse>> ParseRfidReadResponses(std::string_view text);
+
+/// The inverse.
+std::string RfidReadResponsesText(std::vector<RfidReadResponse> const& responses);

@@ -40,11 +40,11 @@ TEST(PrinterFaults, BadPacketsAreClearedAndForgotten) {
         command->Set(row.text);
         EXPECT_TRUE(printer.Until([&] { return command->Get().empty(); })) << row.name;
     }
-    EXPECT_LT(printer.MostMemory("zplhost"), 400);
+    EXPECT_LT(printer.MostMemory("zplhost"), 600);
     // Longer than a line of the bus may be.
     command->Set(std::string(64 << 20, 'A'));
     EXPECT_TRUE(Prints(printer, "after"));
-    EXPECT_LT(printer.MostMemory("propertyserver"), 600);
+    EXPECT_LT(printer.MostMemory("propertyserver"), 1000);
 }
 
 TEST(PrinterFaults, JobsThatCannotBeWrittenHoldUpNobody) {
@@ -99,7 +99,7 @@ TEST(PrinterFaults, ClientsThatDoNotRead) {
     }
     EXPECT_TRUE(Prints(printer, "meanwhile"));
     EXPECT_TRUE(printer.Until([&] { return printer.Log().find("does not read its answers") != std::string::npos; }));
-    EXPECT_LT(printer.MostMemory("zplhost"), 200);
+    EXPECT_LT(printer.MostMemory("zplhost"), 400);
     ::close(deaf);
     EXPECT_TRUE(Prints(printer, "after"));
 }

@@ -137,4 +137,22 @@ TEST(VirtualPrinter, GoesOnWhenProcessesAreKilled) {
     EXPECT_EQ(printer->End(SIGTERM), 0);
 }
 
+// Every page waits for its tag, also the one that printing goes on from.
+TEST(VirtualPrinter, PlaysATagForEveryPage) {
+    VirtualPrinterProcess printer({"--speed", "0", "--tag", "epc=30AB"});
+    printer.Print("^XA^PQ4,2^FO9,9^A0N,40^FN1^FS^RFR,H,0,2^FN1^FS^FO9,80^A0N,40^FDtag^FS^XZ");
+    ASSERT_TRUE(printer.Until([&] { return printer.Log().find("type resume") != std::string::npos; }));
+    EXPECT_EQ(printer.Kept().size(), 2U);
+    printer.Type("resume");
+    auto const tags = [&] {
+        std::string const log = printer.Log();
+        std::size_t count = 0;
+        for (auto at = log.find("tag read,E,0,30AB"); at != log.npos; at = log.find("tag read,E,0,30AB", at + 1))
+            ++count;
+        return count;
+    };
+    EXPECT_TRUE(printer.Until([&] { return tags() == 4; }));
+    EXPECT_EQ(printer.Kept().size(), 4U);
+}
+
 }  // namespace

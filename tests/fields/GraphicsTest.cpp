@@ -2,6 +2,7 @@
 
 #include "../support/FieldBench.h"
 #include "fields/StoredGraphics.h"
+#include "frontend/context/ObjectStore.h"
 
 namespace {
 
@@ -110,6 +111,9 @@ TEST(StoredGraphics, ADeviceFillsUp) {
     EXPECT_TRUE(ZplCore::StoreGraphic(bench.folder, name("R:A"), picture));  // in its own place
     EXPECT_TRUE(ZplCore::StoreGraphic(bench.folder, name("E:B"), picture));
     EXPECT_EQ(bench.reports.size(), 1U);
+    ClearMemoryDevice(bench.folder);
+    EXPECT_TRUE(ZplCore::StoreGraphic(bench.folder, name("R:B"), picture));
+    EXPECT_FALSE(ZplCore::StoreGraphic(bench.folder, name("E:C"), picture));
 }
 
 TEST(StoredGraphics, ImageSaveNamesThePictureOfTheLabel) {
