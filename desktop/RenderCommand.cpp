@@ -184,6 +184,8 @@ ExitCode ForEachInput(RenderOptions const& options, RenderReport& report, One&& 
         ExitCode result = ExitCode::Usage;
         try {
             result = one(input, ReadInput(input));
+        } catch (UsageError const& error) {
+            report.UnreadInput(input, error.what());
         } catch (std::exception const& error) {
             report.Error(error.what());
             if (dynamic_cast<OutputError const*>(&error)) {

@@ -116,6 +116,11 @@ void RenderReport::Error(std::string const& line) {
     std::fprintf(stderr, "zpl: %s\n", line.c_str());
 }
 
+void RenderReport::UnreadInput(std::string const& name, std::string const& line) {
+    Error(line);
+    if (json_) writer_.StartObject().Key("input").String(name).Key("error").String(line).EndObject();
+}
+
 ExitCode RenderReport::Finish(ExitCode code) {
     if (json_) {
         writer_.EndArray().Key("exitCode").Int(static_cast<int>(code)).EndObject();

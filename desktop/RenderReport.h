@@ -31,6 +31,8 @@ public:
     /// Ends an input. Findings about set-up commands are left out for a person unless `everything` is asked for.
     void EndInput(Findings const& findings, bool everything);
     void Error(std::string const& line);
+    /// An input that cannot be read; `line` says why.
+    void UnreadInput(std::string const& name, std::string const& line);
     /// Ends the run. Standard output that could not be written makes the code ExitCode::Usage.
     ExitCode Finish(ExitCode code);
 

@@ -77,7 +77,7 @@ std::vector<BadRow> const Rows = {
       "their characters"}},
     {"a QR Code without its switches",
      "^XA^FO9,9^BQN,2,4^FDHELLO^FS^FO9,99^BQN,2,4^FDQA,HELLO^FS^FO9,199^BQN,2,4^FDA,HELLO^FS^XZ",
-     {"label 1, byte 18, line 1, column 19: the data of a QR Code begin with error level, input mode and a comma, as "
+     {"label 1, byte 17, line 1, column 18: the data of a QR Code begin with error level, input mode and a comma, as "
       "\"QA,\"; \"HEL\" stands there, and is left out"}},
     {"UTF-8 under another set",
      "^XA^FO9,9^FDcaf\xC3\xA9^FS^XZ",

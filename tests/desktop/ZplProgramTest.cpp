@@ -98,7 +98,8 @@ TEST_F(ZplProgram, SpeaksJson) {
     EXPECT_EQ(input["findings"][0]["offset"].GetInt(), 14);
     EXPECT_EQ(document["exitCode"].GetInt(), 0);
     document.Parse(Run("render missing.zpl in.zpl --json --out in.zpl/no").out.c_str());
-    EXPECT_FALSE(document.HasParseError());
+    ASSERT_FALSE(document.HasParseError());
+    EXPECT_STREQ(document["inputs"][0]["error"].GetString(), "cannot read missing.zpl: No such file or directory");
 }
 
 TEST_F(ZplProgram, EndsWithTheCodeAndTheLineThatFit) {
