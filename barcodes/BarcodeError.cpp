@@ -27,10 +27,16 @@ constexpr ErrorText Errors[] = {
     {" INVALID - P ", "a parameter of the command does not fit them"},
 };
 
-std::string_view MeaningOf(std::string_view message) {
+/// Why data were refused, by what is printed for it, as it stands behind a report.
+std::string Reason(std::string_view message) {
     auto const error = std::find_if(std::begin(Errors), std::end(Errors),
                                     [message](ErrorText const& candidate) { return candidate.message == message; });
-    return error == std::end(Errors) ? message : error->meaning;
+    return error == std::end(Errors) || error->meaning.empty() ? "" : ": " + std::string(error->meaning);
+}
+
+std::string Quoted(std::string const& data) {
+    constexpr std::size_t Longest = 60;
+    return "\"" + data.substr(0, Longest) + (data.size() > Longest ? "..." : "") + "\"";
 }
 
 }  // namespace
@@ -41,10 +47,25 @@ std::optional<std::string> GetBarcodeErrorMessage(BarcodeStatus status) {
     return std::string(Errors[index].message);
 }
 
+void ReportRefusedBarcode(ContextProcessor const& processor, std::string_view message) {
+    Log::Report(LogTopic::BarcodeRefused, "no barcode can be made of the data " +
+                                              Quoted(processor.at(ZplContextKeys::FieldData)) + Reason(message));
+}
+
+std::string RepairBarcodeData(ContextProcessor const& processor, std::string const& text, std::string_view message,
+                              BarcodeTransform const& repair) {
+    std::string repaired = repair(text);
+    if (repaired.empty()) {
+        ReportRefusedBarcode(processor, message);
+    } else {
+        Log::Report(LogTopic::Data, "a barcode is made of " + Quoted(repaired) + " in place of the data " +
+                                        Quoted(processor.at(ZplContextKeys::FieldData)) + Reason(message));
+    }
+    return repaired;
+}
+
 void HandleBarcodeError(ContextProcessor& processor, std::string const& message, bool force) {
-    auto const& data = processor.at(ZplContextKeys::FieldData);
-    Log::Report(LogTopic::BarcodeRefused, "no barcode can be made of the data \"" + data.substr(0, 60) +
-                                              "\": " + std::string(MeaningOf(message)));
+    ReportRefusedBarcode(processor, message);
     auto const& target = processor.GetGraphicContext();
     if (!target) return;
     if (!force && !processor.at(ZplContextKeys::EnableBarcodeValidation)) return;

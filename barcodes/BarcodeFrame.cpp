@@ -54,10 +54,13 @@ void RenderLinear(ContextProcessor& processor, LinearBarcode const& barcode, Lin
             HandleBarcodeError(processor, *message, false);
             return;
         }
-        text = barcode.invalidTransform(text);
+        text = RepairBarcodeData(processor, text, *message, barcode.invalidTransform);
     }
     auto const model = barcode.encode(text);
-    if (!model) return;
+    if (!model) {
+        if (!text.empty()) ReportRefusedBarcode(processor, {});
+        return;
+    }
     DrawLinearBarcode(processor, *model, style, barcode.interpretationText(data, model->GetCheckDigit()));
 }
 

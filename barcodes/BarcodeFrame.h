@@ -124,6 +124,11 @@ std::string TransformInvalidInput(std::string const& text);
 
 /// What is printed in place of a symbol; nothing for valid data.
 std::optional<std::string> GetBarcodeErrorMessage(BarcodeStatus status);
+/// Reports that the field's data were refused, with what `message` means.
+void ReportRefusedBarcode(ContextProcessor const& processor, std::string_view message);
+/// What `repair` makes of refused text, which is reported; empty text is no symbol, and reported as refused.
+std::string RepairBarcodeData(ContextProcessor const& processor, std::string const& text, std::string_view message,
+                              BarcodeTransform const& repair);
 /// Reports refused data, and draws the message at the field origin if validation is on or `force` is set. The next
 /// field then starts where this one should have stood.
 void HandleBarcodeError(ContextProcessor& processor, std::string const& message, bool force);

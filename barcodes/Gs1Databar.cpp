@@ -141,7 +141,10 @@ ModuleRequest RequestOf(std::string const& data, Gs1Type type, unsigned segments
 
 ValidationStatus Validate(std::string const& data, Gs1Type type) {
     if (type < Gs1Type::Omnidirectional || type > Gs1Type::Gs1128WithCcC) return ValidationStatus::InvalidParameter;
-    return data.empty() || data[0] == '|' ? ValidationStatus::TooShort : ValidationStatus::Valid;
+    if (data.empty() || data[0] == '|') return ValidationStatus::TooShort;
+    bool const isNumber = Types[static_cast<std::size_t>(type) - 1].digits != 0;
+    bool const hasDigits = data.substr(0, data.find('|')).find_first_of("0123456789") != std::string::npos;
+    return isNumber && !hasDigits ? ValidationStatus::InvalidCharacter : ValidationStatus::Valid;
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "barcodes/Memoizer.h"
 #include "barcodes/QrFieldData.h"
 #include "fields/UnitConversion.h"
+#include "foundation/Log.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
@@ -32,6 +33,10 @@ unsigned Magnification(ZplCommand const& command, std::size_t index, ContextProc
 void RenderQr(ContextProcessor& processor, unsigned magnification, char level, unsigned mask) {
     static Memoizer<10, decltype(&QREncoder::Encode), std::string, QROptions> encode(&QREncoder::Encode);
     auto const field = ReadQrFieldData(processor.at(ZplContextKeys::FieldData), level, mask);
+    if (!field.dropped.empty())
+        Log::Report(LogTopic::Data,
+                    "the data of a QR Code begin with error level, input mode and a comma, as \"QA,\"; \"" +
+                        field.dropped + "\" stands there, and is left out");
     auto const status = QREncoder::Validate(field.text, field.options);
     RenderMatrix(
         processor, status, [&]() -> MatrixBarcodeModel const& { return encode(field.text, field.options); },

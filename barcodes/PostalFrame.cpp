@@ -20,7 +20,8 @@ std::optional<std::string> AcceptedText(ContextProcessor& processor, BarcodeVali
     std::string const text = inputTransform ? inputTransform(data) : data;
     auto const message = GetBarcodeErrorMessage(validate(text));
     if (!message) return text;
-    if (!processor.at(ZplContextKeys::EnableBarcodeValidation) && invalidTransform) return invalidTransform(text);
+    if (!processor.at(ZplContextKeys::EnableBarcodeValidation) && invalidTransform)
+        return RepairBarcodeData(processor, text, *message, invalidTransform);
     HandleBarcodeError(processor, *message, false);
     return std::nullopt;
 }

@@ -49,6 +49,8 @@ QrFieldData ReadQrFieldData(std::string_view data, char level, unsigned mask) {
         field.options.parity = Number(data.substr(5, 2), 16);
         data.remove_prefix(AppendLength);
     }
+    auto const isComma = [data](std::size_t at) { return at < data.size() && data[at] == ','; };
+    if (!isComma(1) && !isComma(2)) field.dropped = data.substr(0, 3);
     // The level can be left out, the input mode not.
     bool const hasLevel = data.size() < 2 || data[1] != ',';
     if (hasLevel && !data.empty()) {

@@ -11,6 +11,7 @@ namespace ZplCore {
 struct QrFieldData {
     std::string text;
     Barcode::Encoder::QROptions options;
+    std::string dropped;  ///< data in the place of the switches that are none
 };
 
 /// `level` holds where the data name none. Switches are error level and input mode: A for plain text, M for runs with a

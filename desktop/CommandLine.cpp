@@ -5,11 +5,13 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <iterator>
 
 namespace {
 
 constexpr double MillimetersPerInch = 25.4;
-constexpr double LargestSide = 200;  // inches
+constexpr double SmallestSide = 0.1;  // inches
+constexpr double LargestSide = 200;   // inches
 
 unsigned ParseNumber(std::string_view option, std::string_view text, unsigned low, unsigned high) {
     unsigned value = 0;
@@ -41,8 +43,8 @@ struct Size {
 /// `WxH` with a unit: in, mm or dots.
 Size ParseSize(std::string_view text) {
     auto const bad = [&] {
-        return UsageError("--size is WIDTHxHEIGHT with the unit in, mm or dots, as 4x6in; not \"" + std::string(text) +
-                          "\"");
+        return UsageError("--size is WIDTHxHEIGHT with the unit in (if none is named), mm or dots, as 4x6in; not \"" +
+                          std::string(text) + "\"");
     };
     Size size{};
     auto const [afterWidth, widthError] = std::from_chars(text.data(), text.data() + text.size(), size.width);
@@ -61,9 +63,9 @@ void ApplySize(RenderOptions& options, Size const& size) {
     double const perInch = size.unit == "in" ? 1 : size.unit == "mm" ? MillimetersPerInch : options.designDpi;
     options.widthInches = size.width / perInch;
     options.heightInches = size.height / perInch;
-    if (options.widthInches > LargestSide || options.heightInches > LargestSide) {
-        throw UsageError("--size is at most 200 inches on a side");
-    }
+    auto const fits = [](double side) { return side >= SmallestSide && side <= LargestSide; };
+    if (!fits(options.widthInches) || !fits(options.heightInches))
+        throw UsageError("--size is from 0.1 to 200 inches on a side");
 }
 
 std::chrono::system_clock::time_point ParseTime(std::string const& text) {
@@ -99,65 +101,70 @@ std::pair<std::string, std::string> ParseFont(std::string_view text) {
     return {std::string(text.substr(0, equals)), std::string(text.substr(equals + 1))};
 }
 
-}  // namespace
-
-RenderOptions ParseRenderOptions(std::vector<std::string> const& arguments) {
+/// What has been read so far. Sizes and densities are brought together at the end, as options come in any order.
+struct Reading {
     RenderOptions options;
     std::optional<unsigned> printerDpi;
     std::optional<Size> size;
     bool onlyInputs = false;
+};
+
+struct Option {
+    std::string_view name;
+    bool takesValue;
+    void (*take)(Reading&, std::string const& name, std::string const& value);
+};
+
+using Text = std::string const&;
+
+constexpr Option Options[] = {
+    {"--", false, [](Reading& r, Text, Text) { r.onlyInputs = true; }},
+    {"--dpi", true, [](Reading& r, Text name, Text value) { r.options.designDpi = ParseDpi(name, value); }},
+    {"--printer-dpi", true, [](Reading& r, Text name, Text value) { r.printerDpi = ParseDpi(name, value); }},
+    {"--size", true, [](Reading& r, Text, Text value) { r.size = ParseSize(value); }},
+    {"--out", true, [](Reading& r, Text, Text value) { r.options.outputFolder = value; }},
+    {"--format", true, [](Reading& r, Text, Text value) { r.options.format = ParseFormat(value); }},
+    {"--copies", true,
+     [](Reading& r, Text name, Text value) { r.options.mostCopies = ParseNumber(name, value, 1, 99'999'999); }},
+    {"--font", true, [](Reading& r, Text, Text value) { r.options.fonts.push_back(ParseFont(value)); }},
+    {"--time", true, [](Reading& r, Text, Text value) { r.options.time = ParseTime(value); }},
+    {"--tag", true, [](Reading& r, Text, Text value) { r.options.tag = VirtualTag::Parse(value); }},
+    {"--job", false, [](Reading& r, Text, Text) { r.options.keepJob = true; }},
+    {"--json", false, [](Reading& r, Text, Text) { r.options.json = true; }},
+    {"--strict", false, [](Reading& r, Text, Text) { r.options.strict = true; }},
+    {"--help", false, [](Reading& r, Text, Text) { r.options.help = true; }},
+    {"-h", false, [](Reading& r, Text, Text) { r.options.help = true; }},
+};
+
+}  // namespace
+
+RenderOptions ParseRenderOptions(std::vector<std::string> const& arguments) {
+    Reading reading;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        std::string option = arguments[i];
-        if (onlyInputs || option == "-" || !option.starts_with("-")) {
-            options.inputs.push_back(option);
+        std::string name = arguments[i];
+        if (reading.onlyInputs || name == "-" || !name.starts_with("-")) {
+            reading.options.inputs.push_back(name);
             continue;
         }
-        std::optional<std::string> attached;
-        if (auto const equals = option.find('='); option.starts_with("--") && equals != std::string::npos) {
-            attached = option.substr(equals + 1);
-            option.resize(equals);
+        std::optional<std::string> value;
+        if (auto const equals = name.find('='); name.starts_with("--") && equals != std::string::npos) {
+            value = name.substr(equals + 1);
+            name.resize(equals);
         }
-        auto const value = [&]() -> std::string {
-            if (attached) return *attached;
-            if (i + 1 == arguments.size()) throw UsageError(option + " needs a value");
-            return arguments[++i];
-        };
-        bool const isFlag = option == "--job" || option == "--json" || option == "--strict" || option == "--help";
-        if (attached && isFlag) throw UsageError(option + " takes no value");
-        if (option == "--")
-            onlyInputs = true;
-        else if (option == "--dpi")
-            options.designDpi = ParseDpi(option, value());
-        else if (option == "--printer-dpi")
-            printerDpi = ParseDpi(option, value());
-        else if (option == "--size")
-            size = ParseSize(value());
-        else if (option == "--out")
-            options.outputFolder = value();
-        else if (option == "--format")
-            options.format = ParseFormat(value());
-        else if (option == "--copies")
-            options.mostCopies = ParseNumber(option, value(), 1, 99'999'999);
-        else if (option == "--font")
-            options.fonts.push_back(ParseFont(value()));
-        else if (option == "--time")
-            options.time = ParseTime(value());
-        else if (option == "--tag")
-            options.tag = VirtualTag::Parse(value());
-        else if (option == "--job")
-            options.keepJob = true;
-        else if (option == "--json")
-            options.json = true;
-        else if (option == "--strict")
-            options.strict = true;
-        else if (option == "--help" || option == "-h")
-            options.help = true;
-        else
-            throw UsageError("unknown option " + option + "; zpl render --help lists them all");
+        auto const option = std::find_if(std::begin(Options), std::end(Options),
+                                         [&name](Option const& candidate) { return candidate.name == name; });
+        if (option == std::end(Options))
+            throw UsageError("unknown option " + name + "; zpl render --help lists them all");
+        if (value && !option->takesValue) throw UsageError(name + " takes no value");
+        if (!value && option->takesValue) {
+            if (i + 1 == arguments.size()) throw UsageError(name + " needs a value");
+            value = arguments[++i];
+        }
+        option->take(reading, name, value.value_or(std::string()));
     }
-    options.printerDpi = printerDpi.value_or(options.designDpi);
-    if (size) ApplySize(options, *size);
-    return options;
+    reading.options.printerDpi = reading.printerDpi.value_or(reading.options.designDpi);
+    if (reading.size) ApplySize(reading.options, *reading.size);
+    return reading.options;
 }
 
 std::string_view GeneralHelp() {
@@ -167,6 +174,7 @@ std::string_view GeneralHelp() {
   zpl check FILE...    tell what a stream holds and what is wrong with it, without drawing
   zpl serve            a virtual printer that any program can print to
   zpl COMMAND --help   all options of a command
+  zpl --version        the version of this program
 
 Try:  ./zpl render examples/shipping-label.zpl
 )";

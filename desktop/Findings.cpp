@@ -70,6 +70,10 @@ constexpr std::array DrawingCommands = std::to_array<KnownElsewhere>({
     {"^TO", "copies a stored object"},
 });
 
+/// Commands that a printer knows if it has a tag encoder.
+constexpr std::array TagCommands = std::to_array<std::string_view>(
+    {"^RF", "^RI", "^RA", "^WF", "^RB", "^RL", "^RZ", "^RS", "^RW", "~RV", "^HL", "~HL"});
+
 template <typename Table>
 std::string_view Look(Table const& table, std::string_view name) {
     auto const found = std::find_if(table.begin(), table.end(), [&](auto const& row) { return row.command == name; });
@@ -126,6 +130,9 @@ void Findings::AddUnknownCommand(ZplCommand const& command, std::uint64_t offset
              "command " + name + " is not known: on other printers it " + std::string(drawing) +
                  ", so the page may differ",
              label, offset});
+    } else if (std::find(TagCommands.begin(), TagCommands.end(), name) != TagCommands.end()) {
+        Add({Finding::Kind::UnknownCommand,
+             "command " + name + " is not known: it takes a tag encoder, which --tag brings", label, offset});
     } else {
         Add({Finding::Kind::UnknownCommand, "command " + name + " is not known and was left out", label, offset});
     }

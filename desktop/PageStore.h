@@ -6,12 +6,7 @@
 
 #include "desktop/CommandLine.h"
 #include "desktop/Desk.h"
-
-/// The output folder could not be written; the text is one line for the user.
-class OutputError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
+#include "desktop/OutputError.h"
 
 /// What the names of an input's pages begin with: the input's file name without its ending.
 std::string PageStem(std::string const& input);

@@ -106,7 +106,11 @@ private:
         }
         Zpl::Job job(std::move(kept_), {}, jobFlag_);
         job.Start(jobName_);
-        CheckFile(options_.outputFolder);
+        if (!interpreter_.Target().FileError().empty()) {
+            std::error_code ignored;
+            if (!job.JobPath().empty()) std::filesystem::remove_all(job.JobPath(), ignored);
+            CheckFile(job.JobPath().empty() ? std::filesystem::path(options_.outputFolder) : job.JobPath());
+        }
         unsigned page = 0;
         for (std::size_t i = 0; i < quantities.size(); ++i) {
             auto const number = static_cast<unsigned>(i + 1);
@@ -131,12 +135,15 @@ private:
     /// then.
     template <typename Render>
     bool Draw(std::filesystem::path const& file, unsigned label, Render&& render) {
+        interpreter_.SetDrawnLabel(label);
         try {
             render();
         } catch (std::exception const& error) {
             findings_.AddNotice(Explain(error) + "; its pages from here on are dropped", label);
+            interpreter_.SetDrawnLabel(0);
             return false;
         }
+        interpreter_.SetDrawnLabel(0);
         CheckFile(file);
         return true;
     }
@@ -177,6 +184,8 @@ ExitCode ForEachInput(RenderOptions const& options, RenderReport& report, One&& 
         ExitCode result = ExitCode::Usage;
         try {
             result = one(input, ReadInput(input));
+        } catch (UsageError const& error) {
+            report.UnreadInput(input, error.what());
         } catch (std::exception const& error) {
             report.Error(error.what());
             if (dynamic_cast<OutputError const*>(&error)) {
@@ -236,7 +245,7 @@ ExitCode RunRender(RenderOptions const& options) {
     RefuseMissingFonts(options);
     StopOnInterrupt();
     Desk desk(options);
-    RenderReport report(options.json);
+    RenderReport report(options.json, options.inputs.size() > 1);
     ExitCode const code = ForEachInput(options, report, [&](std::string const& input, std::string const& stream) {
         desk.StartStream();
         return InputRenderer(options, desk, input, stream, report).Run();
@@ -247,7 +256,7 @@ ExitCode RunRender(RenderOptions const& options) {
 ExitCode RunCheck(RenderOptions const& options) {
     StopOnInterrupt();
     Desk desk(options);
-    RenderReport report(options.json);
+    RenderReport report(options.json, options.inputs.size() > 1);
     ExitCode const code = ForEachInput(options, report, [&](std::string const& input, std::string const& stream) {
         desk.StartStream();
         report.StartInput(input);

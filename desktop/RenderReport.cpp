@@ -6,6 +6,8 @@
 
 namespace {
 
+constexpr std::string_view OutputLost = "standard output cannot be written";
+
 std::string_view KindName(Finding::Kind kind) {
     switch (kind) {
         case Finding::Kind::SetupCommand: return "setup-command";
@@ -29,11 +31,12 @@ void WriteTagOperations(JsonWriter& writer, std::vector<RfidOperation> const& op
 
 }  // namespace
 
-RenderReport::RenderReport(bool json) : json_(json) {
+RenderReport::RenderReport(bool json, bool hasSeveralInputs) : json_(json), hasSeveralInputs_(hasSeveralInputs) {
     if (json_) writer_.StartObject().Key("inputs").StartArray();
 }
 
 void RenderReport::StartInput(std::string const& name) {
+    lead_ = hasSeveralInputs_ ? Printable(name) + ": " : "";
     if (!json_) return;
     writer_.StartObject().Key("input").String(name);
     inList_ = false;
@@ -48,7 +51,7 @@ void RenderReport::Page(RenderedPage const& page) {
                 std::printf(" %s=%s", name.c_str(), Printable(value).c_str());
             std::printf("\n");
         }
-        return;
+        return EndLine();
     }
     if (!inList_) writer_.Key("pages").StartArray();
     inList_ = true;
@@ -66,9 +69,10 @@ void RenderReport::Page(RenderedPage const& page) {
 
 void RenderReport::Label(unsigned number, std::string const& text, unsigned copies, std::uint64_t offset) {
     if (!json_) {
-        std::printf("label %u: %u %s, ends at byte %llu%s%s\n", number, copies, copies == 1 ? "copy" : "copies",
-                    static_cast<unsigned long long>(offset), text.empty() ? "" : ", says ", Printable(text).c_str());
-        return;
+        std::printf("%slabel %u: %u %s, ends at byte %llu%s%s\n", lead_.c_str(), number, copies,
+                    copies == 1 ? "copy" : "copies", static_cast<unsigned long long>(offset),
+                    text.empty() ? "" : ", says ", Printable(text).c_str());
+        return EndLine();
     }
     if (!inList_) writer_.Key("labels").StartArray();
     inList_ = true;
@@ -76,12 +80,19 @@ void RenderReport::Label(unsigned number, std::string const& text, unsigned copi
     writer_.Key("offset").Int(static_cast<std::int64_t>(offset)).Key("text").String(text).EndObject();
 }
 
+/// Each line goes out at once, so that a reader that has gone ends the run.
+void RenderReport::EndLine() {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return;
+    outputIsLost_ = true;
+    throw OutputError(std::string(OutputLost));
+}
+
 void RenderReport::EndInput(Findings const& findings, bool everything) {
     if (!json_) {
         std::fflush(stdout);
         for (auto const& finding : findings.List()) {
             if (finding.kind == Finding::Kind::SetupCommand && !everything) continue;
-            std::fprintf(stderr, "zpl: %s\n", finding.Describe().c_str());
+            std::fprintf(stderr, "zpl: %s%s\n", lead_.c_str(), finding.Describe().c_str());
         }
         return;
     }
@@ -105,12 +116,17 @@ void RenderReport::Error(std::string const& line) {
     std::fprintf(stderr, "zpl: %s\n", line.c_str());
 }
 
+void RenderReport::UnreadInput(std::string const& name, std::string const& line) {
+    Error(line);
+    if (json_) writer_.StartObject().Key("input").String(name).Key("error").String(line).EndObject();
+}
+
 ExitCode RenderReport::Finish(ExitCode code) {
     if (json_) {
         writer_.EndArray().Key("exitCode").Int(static_cast<int>(code)).EndObject();
         std::puts(writer_.Text().c_str());
     }
-    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return code;
-    std::fputs("zpl: standard output cannot be written\n", stderr);
-    return ExitCode::Usage;
+    bool const isWritten = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    if (!isWritten && !outputIsLost_) Error(std::string(OutputLost));
+    return isWritten ? code : ExitCode::Usage;
 }

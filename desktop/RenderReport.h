@@ -5,6 +5,7 @@
 
 #include "desktop/CommandLine.h"
 #include "desktop/Findings.h"
+#include "desktop/OutputError.h"
 #include "foundation/Json.h"
 
 /// One page as it was written.
@@ -18,10 +19,11 @@ struct RenderedPage {
     std::vector<RfidOperation> tagOperations = {};
 };
 
-/// What is said about a run: lines for a person, or one JSON object for a program.
+/// What is said about a run: lines for a person, or one JSON object for a program. Where there are several inputs, a
+/// line about one begins with its name. Page and Label throw OutputError once standard output cannot be written.
 class RenderReport {
 public:
-    explicit RenderReport(bool json);
+    RenderReport(bool json, bool hasSeveralInputs);
 
     void StartInput(std::string const& name);
     void Page(RenderedPage const& page);
@@ -29,11 +31,18 @@ public:
     /// Ends an input. Findings about set-up commands are left out for a person unless `everything` is asked for.
     void EndInput(Findings const& findings, bool everything);
     void Error(std::string const& line);
+    /// An input that cannot be read; `line` says why.
+    void UnreadInput(std::string const& name, std::string const& line);
     /// Ends the run. Standard output that could not be written makes the code ExitCode::Usage.
     ExitCode Finish(ExitCode code);
 
 private:
+    void EndLine();
+
     bool json_;
+    bool hasSeveralInputs_;
+    std::string lead_;  ///< of a line about the input under way
     bool inList_ = false;
+    bool outputIsLost_ = false;
     JsonWriter writer_;
 };

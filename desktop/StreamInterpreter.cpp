@@ -44,9 +44,13 @@ void StreamInterpreter::Run(TakeLabel const& take) {
         auto& [text, label] = *result.label;
         FinishedLabel finished{std::move(label), std::move(text), result.hasRfidOperations, labels_ + 1,
                                session_->LastCommandOffset()};
-        if (!take(finished)) break;
+        bool const goesOn = take(finished);
         ++labels_;
+        if (!goesOn) return;
     }
-    if (session_->IsInFormat())
+    if (session_->IsInFormat()) {
         findings_.AddNotice("the stream ends inside a format: ^XZ is missing", labels_ + 1, stream_.size());
+    } else if (labels_ == 0) {
+        findings_.AddNotice("the stream holds no printable label", 0);
+    }
 }

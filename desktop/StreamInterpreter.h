@@ -29,10 +29,15 @@ public:
 
     StreamInterpreter(Desk& desk, std::string_view stream, Findings& findings)
         : desk_(desk), stream_(stream), findings_(findings), sink_([this](LogTopic topic, std::string_view text) {
-              findings_.AddReport(topic, std::string(text), labels_ + 1, Log::Place());
+              // Who draws looks at a file that cannot be written, and says which one it is.
+              if (session_ && !session_->Target().FileError().empty()) return;
+              findings_.AddReport(topic, std::string(text), drawnLabel_ != 0 ? drawnLabel_ : labels_ + 1, Log::Place());
           }) {}
 
     void Run(TakeLabel const& take);
+
+    /// What is reported from now on belongs to this label, which is being drawn; 0 for the one under way in the stream.
+    void SetDrawnLabel(unsigned label) { drawnLabel_ = label; }
 
     /// The drawing target of the session under way.
     Scripting::ScriptGraphicContext& Target() { return session_->Target(); }
@@ -45,5 +50,6 @@ private:
     Findings& findings_;
     std::unique_ptr<Zpl::Host::Session> session_;
     unsigned labels_ = 0;
+    unsigned drawnLabel_ = 0;
     Log::ScopedSink sink_;
 };

@@ -31,6 +31,7 @@ int Run(std::vector<std::string> arguments) {
     arguments.erase(arguments.begin());
     if (command == "--help" || command == "-h" || command == "help")
         return Print(GeneralHelp(), stdout, ExitCode::Success);
+    if (command == "--version") return Print("zpl " ZPL_VERSION "\n", stdout, ExitCode::Success);
     if (command == "serve") return Serve(arguments);
     bool const render = command == "render";
     if (!render && command != "check") throw UsageError("unknown command " + command + "; zpl --help lists them");

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstring>
 #include <string>
 
 #include "fields/HexGraphicDecoder.h"
@@ -106,6 +105,7 @@ std::optional<Picture> MakePicture(unsigned total, unsigned bytesPerRow) {
 }
 
 void DecodeTextData(std::string_view text, Picture& picture) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
     if (text.starts_with(Base64Lead) || text.starts_with(PackedLead)) {
         DecodeBase64Data(text.substr(Base64Lead.size()), text.starts_with(PackedLead), picture);
     } else {
@@ -139,31 +139,6 @@ std::uint16_t Crc16(std::string_view text) {
     for (char const c : text)
         crc = static_cast<std::uint16_t>(crc << 8 ^ Table[(crc >> 8 ^ static_cast<std::uint8_t>(c)) & 0xFF]);
     return crc;
-}
-
-std::optional<Picture> Magnify(Picture const& picture, unsigned x, unsigned y) {
-    if (x == 1 && y == 1) return picture;
-    std::size_t const rowBytes = std::size_t{picture.bytesPerRow} * x;
-    std::size_t const rowCount = std::size_t{picture.rowCount} * y;
-    if (x == 0 || y == 0 || rowBytes > Picture::MaximumBytesPerRow || rowBytes * rowCount > Picture::MaximumBytes) {
-        Log::Report(LogTopic::Limit, "a picture enlarged by " + std::to_string(x) + " x " + std::to_string(y) +
-                                         " is too large and is left out");
-        return std::nullopt;
-    }
-    Picture result{static_cast<unsigned>(rowBytes), static_cast<unsigned>(rowCount), {}};
-    unsigned const stored = picture.StoredRows();
-    result.rows.resize(rowBytes * stored * y);
-    for (unsigned row = 0; row < stored; ++row) {
-        std::uint8_t const* source = picture.rows.data() + std::size_t{row} * picture.bytesPerRow;
-        std::uint8_t* first = result.rows.data() + std::size_t{row} * y * rowBytes;
-        for (std::size_t dot = 0; dot < rowBytes * 8; ++dot) {
-            std::size_t const from = dot / x;
-            if ((source[from / 8] & 0x80U >> from % 8) != 0)
-                first[dot / 8] = static_cast<std::uint8_t>(first[dot / 8] | 0x80U >> dot % 8);
-        }
-        for (unsigned copy = 1; copy < y; ++copy) std::memcpy(first + copy * rowBytes, first, rowBytes);
-    }
-    return result;
 }
 
 }  // namespace ZplCore

@@ -49,7 +49,4 @@ std::uint16_t Crc16(std::string_view text);
 /// Four hexadecimal digits.
 std::string CrcDigits(std::uint16_t crc);
 
-/// `picture` with each dot drawn as `x` times `y` dots; nothing if that passes the limit (reported).
-std::optional<Picture> Magnify(Picture const& picture, unsigned x, unsigned y);
-
 }  // namespace ZplCore

@@ -18,17 +18,29 @@ ZplPoint PlaceGraphic(ContextProcessor& processor, unsigned width, unsigned heig
     return Rendering::PreOrPostRotationShift(transform, render, factor, field.baseline);
 }
 
-void DrawBitmap(ContextProcessor& processor, Scripting::Bitmap const& bitmap, unsigned height,
-                ZplOrientation orientation) {
+namespace {
+
+/// Draws a bitmap as `width` x `rows` dots, the upper part of what is `height` dots high.
+void DrawEnlarged(ContextProcessor& processor, Scripting::Bitmap const& bitmap, unsigned width, unsigned rows,
+                  unsigned height, ZplOrientation orientation) {
     auto const& target = processor.GetGraphicContext();
     if (!target) return;
     target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
-    ZplPoint const point = PlaceGraphic(processor, bitmap.width, height, orientation);
-    if (bitmap.height != 0) DrawImage(*target, bitmap, point, orientation, bitmap.width, bitmap.height, true);
+    ZplPoint const point = PlaceGraphic(processor, width, height, orientation);
+    if (rows != 0) DrawImage(*target, bitmap, point, orientation, width, rows, true);
 }
 
-void DrawPicture(ContextProcessor& processor, Picture const& picture) {
-    DrawBitmap(processor, {picture.rows, picture.Width(), picture.StoredRows()}, picture.Height());
+}  // namespace
+
+void DrawBitmap(ContextProcessor& processor, Scripting::Bitmap const& bitmap, unsigned height,
+                ZplOrientation orientation) {
+    DrawEnlarged(processor, bitmap, bitmap.width, bitmap.height, height, orientation);
+}
+
+void DrawPicture(ContextProcessor& processor, Picture const& picture, unsigned x, unsigned y) {
+    unsigned const rows = picture.StoredRows();
+    DrawEnlarged(processor, {picture.rows, picture.Width(), rows}, picture.Width() * x, rows * y, picture.Height() * y,
+                 ZplOrientation::Normal);
 }
 
 }  // namespace ZplCore

@@ -15,6 +15,8 @@ ZplPoint PlaceGraphic(ContextProcessor& processor, unsigned width, unsigned heig
 /// would, of which it holds the upper rows.
 void DrawBitmap(ContextProcessor& processor, Scripting::Bitmap const& bitmap, unsigned height,
                 ZplOrientation orientation = ZplOrientation::Normal);
-void DrawPicture(ContextProcessor& processor, Picture const& picture);
+/// Draws a picture there, each of its dots as `x` times `y` dots. The picture is not copied: only as much of it is
+/// enlarged as the page can show.
+void DrawPicture(ContextProcessor& processor, Picture const& picture, unsigned x = 1, unsigned y = 1);
 
 }  // namespace ZplCore

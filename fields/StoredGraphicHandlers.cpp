@@ -25,6 +25,11 @@ std::optional<ObjectName> ParseName(ZplCommand const& command) {
     return name;
 }
 
+void ReportUnsent(ObjectName const& name) {
+    Log::Report(LogTopic::Limit, "picture " + name.Text() + " is not sent back: the answers of a format are at most " +
+                                     std::to_string(ZplCore::MostAnswerBytes) + " bytes");
+}
+
 }  // namespace
 
 bool DownloadGraphicsHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
@@ -45,15 +50,24 @@ bool UploadGraphicsHandler::HandleCommand(Context&, ZplCommand const& command, C
     auto const name = ParseName(command);
     auto const picture = name ? ZplCore::RecallGraphic(processor, command.Parameter(0)) : nullptr;
     if (!picture) return true;
-    // The end of a format may be told more than once, when its last page is printed again behind a pause.
-    unsigned const place = processor.at(ZplContextKeys::HandlerSequenceNumber);
-    ZplCore::AddHostQuestion(
-        processor, ZplContextKeys::HostVerificationFormatCallbacks,
-        [name = *name, picture, place](ContextProcessor const& label) -> std::optional<std::string> {
-            auto const& memory = label.at(ZplContextKeys::FormatMemory);
-            if (memory && !memory->answered.insert(place).second) return std::nullopt;
-            return ZplCore::DownloadCommand(name, *picture);
-        });
+    if (ZplCore::DownloadSize(*picture) > ZplCore::MostAnswerBytes) {
+        ReportUnsent(*name);
+        return true;
+    }
+    ZplCore::AddHostQuestion(processor, ZplContextKeys::HostVerificationFormatCallbacks,
+                             [name = *name, picture](ContextProcessor const& label) -> std::optional<std::string> {
+                                 // The end of a format may be told more than once, when its last page is printed again
+                                 // behind a pause.
+                                 auto const& memory = label.at(ZplContextKeys::FormatMemory);
+                                 if (memory && !memory->answered.insert(name.Text()).second) return std::nullopt;
+                                 std::size_t const size = ZplCore::DownloadSize(*picture);
+                                 if (memory && memory->answerBytes + size > ZplCore::MostAnswerBytes) {
+                                     ReportUnsent(name);
+                                     return std::nullopt;
+                                 }
+                                 if (memory) memory->answerBytes += size;
+                                 return ZplCore::DownloadCommand(name, *picture);
+                             });
     return true;
 }
 
@@ -73,9 +87,7 @@ bool RecallGraphicHandler::HandleCommand(Context& current, ZplCommand const& com
     };
     ZplContextKeys::RenderFunction const draw = [text = command.Parameter(0), x = parse(1),
                                                  y = parse(2)](ContextProcessor& atRender) {
-        auto const picture = ZplCore::RecallGraphic(atRender, text);
-        auto const enlarged = picture ? ZplCore::Magnify(*picture, x, y) : std::nullopt;
-        if (enlarged) ZplCore::DrawPicture(atRender, *enlarged);
+        if (auto const picture = ZplCore::RecallGraphic(atRender, text)) ZplCore::DrawPicture(atRender, *picture, x, y);
     };
     StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, draw);
     return true;

@@ -79,8 +79,17 @@ std::string DownloadCommand(ObjectName const& name, Picture const& picture) {
     std::string bytes(picture.rows.begin(), picture.rows.end());
     bytes.resize(total);
     std::string const text = Base64::Encode(bytes);
-    return "~DG" + name.Text() + "," + std::to_string(total) + "," + std::to_string(picture.bytesPerRow) +
-           ",:B64:" + text + ":" + CrcDigits(Crc16(text)) + "\r\n";
+    std::string command;
+    command.reserve(DownloadSize(picture));
+    command += "~DG" + name.Text() + "," + std::to_string(total) + "," + std::to_string(picture.bytesPerRow) + ",:B64:";
+    command += text;
+    command += ":" + CrcDigits(Crc16(text)) + "\r\n";
+    return command;
+}
+
+std::size_t DownloadSize(Picture const& picture) {
+    constexpr std::size_t Frame = 100;
+    return (std::size_t{picture.bytesPerRow} * picture.rowCount + 2) / 3 * 4 + Frame;
 }
 
 }  // namespace ZplCore

@@ -24,5 +24,7 @@ std::optional<Picture> FindGraphic(std::filesystem::path const& folder, std::str
 /// The command that stores the picture again under that name, as a host can send it back: base64 text with its check
 /// sum, in the characters that a printer starts with, and a line end behind it.
 std::string DownloadCommand(ObjectName const& name, Picture const& picture);
+/// How long that is at most, in bytes.
+std::size_t DownloadSize(Picture const& picture);
 
 }  // namespace ZplCore

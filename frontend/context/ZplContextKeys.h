@@ -122,6 +122,7 @@ extern ContextKey<std::vector<ResponseCallback>> const HostVerificationFormatCal
 extern ContextKey<std::vector<ResponseCallback>> const HostVerificationLabelCallbacks;
 extern ContextKey<std::map<unsigned, std::string>> const FieldNumberValues;
 extern ContextKey<unsigned> const HandlerSequenceNumber;
+// The keys from here on are this program's own, beyond those of the language's state.
 extern ContextKey<std::chrono::system_clock::duration> const ClockAdjustment;  // what a stream has moved its clock by
 // Shared by all copies of the state of a format; null while the format is still being received.
 extern ContextKey<std::shared_ptr<struct FormatMemory>> const FormatMemory;

@@ -75,8 +75,9 @@ struct ISMetaData {
 struct FormatMemory {
     /// Stored pictures by the names that it recalls them by; null where nothing was stored.
     std::map<std::string, std::shared_ptr<ZplCore::Picture const>> pictures;
-    /// Questions that are answered once, and have been, by the place of their command in the format.
-    std::set<unsigned> answered;
+    /// Names of the pictures that have been sent back: each is sent once, however often the format asks.
+    std::set<std::string> answered;
+    std::size_t answerBytes = 0;  ///< of all these answers
 };
 
 using RenderFunction = std::function<void(ContextProcessor&)>;

@@ -170,26 +170,25 @@ Zpl::Label ZplCommandProcessor::ProcessLabelCommands() {
 }
 
 void ZplCommandProcessor::SaveFormatCommands(std::string const& path) {
-    auto const& commands = contextProcessor_.GetFormatCommands();
-    std::string content;
-    // What no device takes need not be put together first.
-    if (commands.Bytes() <= MaximumStoredBytes) {
-        for (auto const& command : commands) {
-            if (HoldsPrefixes(command)) {
-                Log::Report(LogTopic::Data, "data of ^" + command.command +
-                                                " hold ^ or ~, which begin a command when " + path + " is recalled");
-            }
-            content += '^' + command.command + command.Joined(0, ',');
-        }
-    } else {
-        content.resize(MaximumStoredBytes + 1);
-    }
     // The path is that of an object: device folder and file name.
     std::filesystem::path const object(path);
-    if (auto const name =
-            ObjectName::Parse(object.parent_path().string() + ":" + object.filename().string(), 'R', "", "ZPL")) {
-        StoreObject(contextProcessor_.FormatsFolder(), *name, content);
+    auto const name =
+        ObjectName::Parse(object.parent_path().string() + ":" + object.filename().string(), 'R', "", "ZPL");
+    if (!name) return;
+    auto const& commands = contextProcessor_.GetFormatCommands();
+    if (commands.Bytes() > MaximumStoredBytes) {
+        Log::Report(LogTopic::Limit, "object " + name->Text() + " is not stored: it is larger than its device");
+        return;
     }
+    std::string content;
+    for (auto const& command : commands) {
+        if (HoldsPrefixes(command)) {
+            Log::Report(LogTopic::Data, "data of ^" + command.command + " hold ^ or ~, which begin a command when " +
+                                            path + " is recalled");
+        }
+        content += '^' + command.command + command.Joined(0, ',');
+    }
+    StoreObject(contextProcessor_.FormatsFolder(), *name, content);
 }
 
 void ZplCommandProcessor::LoadTrueTypeFonts() {

@@ -161,7 +161,7 @@ void ScriptGraphicContext::RenderPage(std::filesystem::path const& jobPath, unsi
         state.fileError = error ? error.message() : std::string();
     }
     if (!state.fileError.empty()) {
-        PrintProcessHandler::GetInstance()->Warn("page " + std::to_string(pageNumber) +
+        PrintProcessHandler::GetInstance()->Warn("page " + std::to_string(pageNumber + 1) +
                                                  " cannot be written: " + state.fileError);
         return;
     }

@@ -8,7 +8,27 @@ namespace Scripting {
 
 using PrintEngine::Drawing::BitRows;
 using PrintEngine::Drawing::PixelBox;
+using PrintEngine::Drawing::PixelScale;
 using PrintEngine::Drawing::Raster;
+using PrintEngine::Drawing::ScaledPicture;
+
+namespace {
+
+/// Calls `draw(part)` for bands of a picture of `width` x `height` pixels at (left, top), which are all of it that a
+/// raster keeps: an enlarged picture may be many times a page.
+template <typename Draw>
+void ForBandsKept(int left, int top, int width, int height, Draw const& draw) {
+    constexpr int BandRows = 256;
+    int const bottom = std::min(height, Raster::MaxHeight - top);
+    for (int y = std::max(0, -top); y < bottom; y += BandRows) {
+        PixelBox const part{std::max(0, -left), y, std::min(width, Raster::WidthLimit(top + y) - left),
+                            std::min(bottom, y + BandRows)};
+        if (part.left >= part.right) break;
+        draw(part);
+    }
+}
+
+}  // namespace
 
 PixelBox ScriptGraphicContext::State::PixelBoxOf(std::int64_t left, std::int64_t top, std::int64_t right,
                                                  std::int64_t bottom) const {
@@ -75,12 +95,24 @@ void ScriptGraphicContext::DrawImage(Bitmap const& bitmap, int x, int y, unsigne
     int const targetHeight = scaled ? scale.Length(height) : picture.height;
     if (targetWidth == picture.width && targetHeight == picture.height) {
         state_->OnRasters([&](Raster& raster) { raster.Blit(picture, left, top, state_->degrees, state_->Ink()); });
-    } else if (std::int64_t{targetWidth} * targetHeight > Raster::MaxDots) {
+        return;
+    }
+    bool const isLevel = state_->degrees == 0;
+    if (isLevel ? std::max(targetWidth, targetHeight) >= PixelScale::Farthest
+                : std::int64_t{targetWidth} * targetHeight > Raster::MaxDots) {
         PrintEngine::Printing::PrintProcessHandler::GetInstance()->Warn("an image is too large to be scaled, left out");
+        return;
+    }
+    auto const blit = [&](PixelBox const& part) {
+        ScaledPicture const resized(picture, targetWidth, targetHeight, part);
+        state_->OnRasters([&](Raster& raster) {
+            raster.Blit(resized.Rows(), left + part.left, top + part.top, state_->degrees, state_->Ink());
+        });
+    };
+    if (isLevel) {
+        ForBandsKept(left, top, targetWidth, targetHeight, blit);
     } else if (targetWidth > 0 && targetHeight > 0) {
-        PrintEngine::Drawing::ScaledPicture const resized(picture, targetWidth, targetHeight);
-        state_->OnRasters(
-            [&](Raster& raster) { raster.Blit(resized.Rows(), left, top, state_->degrees, state_->Ink()); });
+        blit({0, 0, targetWidth, targetHeight});
     }
 }
 

@@ -149,7 +149,8 @@ void ScriptGraphicContext::DrawText(int x, int y, std::string_view text, ScriptT
                                     bool) {
     State& state = *state_;
     if (text.empty()) return;
-    state.NoteContent(text);
+    // White text is no text of the sender: it says why a barcode was refused.
+    state.NoteContent(state.color == 1 ? std::string_view() : text);
     Typeface& typeface = state.fonts.Find(state.font);
     state.textStyle.spacing = spacing;
     std::int64_t const width = PrintEngine::Text::MeasureWidth(typeface, text, state.textStyle.magnificationX, spacing);

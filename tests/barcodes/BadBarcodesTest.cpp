@@ -111,6 +111,7 @@ BadRow const Rows[] = {
     {"^BQN,2,3^FDHA," + Long(3058), 'L'},
     {"^BRN,13,2^FD123", 'P'},
     {"^BRN,1,2^FD", 'S'},
+    {"^BRN,5,2^FDabc", 'C'},
     {"^BRN,12,2^FD03|10ABC", 'S'},  // too narrow for the component above it
     {"^BRN,6,2^FD(01)9001234567890\xE9", 'C'},
     {"^BRN,6,2^FD(10)" + Long(80), 'L'},
@@ -158,6 +159,8 @@ TEST(BadBarcodes, DataAndParameters) {
         auto const drawn = Draw(lenient, "^FO50,50" + row.field);
         EXPECT_EQ(drawn.find(error) != std::string::npos, row.drawn == BadRow::Error) << name;
         EXPECT_EQ(drawn.find("image") != std::string::npos, row.drawn == BadRow::Symbol) << name << drawn;
+        std::string const told = row.drawn == BadRow::Symbol ? "a barcode is made of " : "no barcode can be made of ";
+        EXPECT_EQ(lenient.reports.empty() ? "" : lenient.reports[0].substr(0, told.size()), told) << name;
     }
 }
 

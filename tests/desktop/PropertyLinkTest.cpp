@@ -142,8 +142,8 @@ TEST_F(PropertyLinkTest, EventsCountEachButNotTheAnswerToASubscription) {
     auto const mark = owner->properties->Create<UInt32Property>(PropertyName{"M", "", "G"}, 0U);
     Peer other(folder_.Path(), "B");
     auto const followed = other.properties->Subscribe<StringProperty>("A", name_, "");
-    auto const reached = other.properties->Follow<UInt32Property>("A", ExternalAppRegistration::Plain,
-                                                                  PropertyName{"M", "", "G"}, 0U);
+    auto const reached =
+        other.properties->Follow<UInt32Property>("A", ExternalAppRegistration::Plain, PropertyName{"M", "", "G"}, 0U);
     ASSERT_TRUE(Becomes(followed, "tag"));
     std::atomic<int> events = 0;
     followed->AddCallback([&](auto const&) { ++events; });

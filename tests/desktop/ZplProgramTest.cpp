@@ -98,7 +98,8 @@ TEST_F(ZplProgram, SpeaksJson) {
     EXPECT_EQ(input["findings"][0]["offset"].GetInt(), 14);
     EXPECT_EQ(document["exitCode"].GetInt(), 0);
     document.Parse(Run("render missing.zpl in.zpl --json --out in.zpl/no").out.c_str());
-    EXPECT_FALSE(document.HasParseError());
+    ASSERT_FALSE(document.HasParseError());
+    EXPECT_STREQ(document["inputs"][0]["error"].GetString(), "cannot read missing.zpl: No such file or directory");
 }
 
 TEST_F(ZplProgram, EndsWithTheCodeAndTheLineThatFit) {
@@ -112,7 +113,11 @@ TEST_F(ZplProgram, EndsWithTheCodeAndTheLineThatFit) {
         char const* line;  // part of what is said; empty for silence
     };
     for (auto const& row : std::vector<Row>{
-             {"empty input", "", "", 1, 0, ""},
+             {"empty input", "", "", 1, 0, "the stream holds no printable label"},
+             {"no command", "hello", "", 1, 0, "the stream holds no printable label"},
+             {"only set-up", "^XA^XZ", "", 1, 0, "the stream holds no printable label"},
+             {"a tag without --tag", "^XA^RFW^FDx^FS^XZ", "", 0, 1,
+              "^RF is not known: it takes a tag encoder, which --tag brings"},
              {"no end", "^XA^FDx^FS", "", 1, 0, "ends inside a format"},
              {"stray end", "^XZ" + fine, "", 0, 1, ""},
              {"nested begin", "^XA^FDlost^FS" + fine, "", 0, 1, ""},
@@ -182,6 +187,7 @@ TEST_F(ZplProgram, SaysWhatCannotBeReadOrWritten) {
     EXPECT_EQ(std::count(usage.err.begin(), usage.err.end(), '\n'), 1);
     EXPECT_EQ(Run("paint good.zpl").code, 2);
     EXPECT_EQ(Run("--help").code, 0);
+    EXPECT_THAT(Run("--version").out, testing::MatchesRegex("zpl [0-9.]+\n"));
     EXPECT_THAT(Run("render --help").out, HasSubstr("--printer-dpi"));
 }
 
@@ -192,8 +198,27 @@ TEST_F(ZplProgram, AFullDiskKeepsWhatIsFinishedAndLeavesNothingHalf) {
     WriteFileAtomically(folder_ / "in.zpl", "^XA^FDsmall^FS^XZ^XA^PW800^LL200^GFA,20000,20000,100," + noise + "^FS^XZ");
     auto const run = Run("render in.zpl --size 1x1in", "trap '' XFSZ; ulimit -f 8;");
     EXPECT_EQ(run.code, 2);
-    EXPECT_THAT(run.err, HasSubstr("cannot write in-2.png: File too large"));
+    EXPECT_EQ(run.err, "zpl: cannot write in-2.png: File too large\n");
     EXPECT_EQ(Files(), std::vector<std::string>{"in-1.png"});
+}
+
+TEST_F(ZplProgram, EndsWhenNobodyReadsItsLines) {
+    auto const run = Render(TwoLabels, ">/dev/full");
+    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(run.err, "zpl: standard output cannot be written\n");
+    EXPECT_EQ(Files(), std::vector<std::string>{"in-1.png"});
+}
+
+TEST_F(ZplProgram, NamesTheInputOfALineWhereThereAreSeveral) {
+    WriteFileAtomically(folder_ / "in.zpl", "^XA^FDone^FS^ZZ^XZ");
+    std::filesystem::create_directory(folder_ / "other");
+    WriteFileAtomically(folder_ / "other/in.zpl", "^XA^CVY^BEN^FDtwo^FS^FDthree^FS^XZ");
+    auto const run = Run("check in.zpl other/in.zpl");
+    EXPECT_EQ(run.out,
+              "in.zpl: label 1: 1 copy, ends at byte 15, says one\n"
+              "other/in.zpl: label 1: 1 copy, ends at byte 31, says three\n");
+    EXPECT_THAT(run.err, StartsWith("zpl: in.zpl: label 1, byte 12, line 1, column 13: command ^ZZ"));
+    EXPECT_THAT(run.err, HasSubstr("zpl: other/in.zpl: label 1, byte"));
 }
 
 TEST_F(ZplProgram, ChecksWithoutDrawing) {

@@ -105,7 +105,7 @@ TEST(GraphicData, Base64AndPackedForms) {
     FieldBench bench;
     std::string const bytes("\x12\x34\xAB\xCD\xFF", 5);
     EXPECT_EQ(Decode(WithCrc(":B64:", Base64::Encode(bytes)), 6, 2), "1234 ABCD FF00");
-    EXPECT_EQ(Decode(WithCrc(":Z64:", Base64::Encode(Pack(bytes))), 6, 2), "1234 ABCD FF00");
+    EXPECT_EQ(Decode(" \r\n" + WithCrc(":Z64:", Base64::Encode(Pack(bytes))), 6, 2), "1234 ABCD FF00");
     // Line ends in the text do not count for the check sum.
     std::string folded = WithCrc(":B64:", Base64::Encode(bytes));
     EXPECT_EQ(Decode(folded.insert(9, "\r\n"), 6, 2), "1234 ABCD FF00");
@@ -175,16 +175,6 @@ TEST(GraphicData, AgreesWithASlowReader) {
         actual.resize(std::size_t{rowCount} * bytesPerRow * 2, '0');
         ASSERT_EQ(actual, DecodeSlowly(data, rowCount, bytesPerRow)) << data << " in rows of " << bytesPerRow;
     }
-}
-
-TEST(GraphicData, Magnifies) {
-    auto picture = MakePicture(4, 1);
-    DecodeTextData("A500", *picture);
-    EXPECT_EQ(Dump(*Magnify(*picture, 2, 1)), "CC33 0000");
-    // A is 1010, so three dots each are E38.
-    EXPECT_EQ(Dump(*Magnify(*picture, 3, 2)), "E381C7 E381C7 000000 000000");
-    EXPECT_EQ(Magnify(*picture, 2, 3)->Height(), 12U);
-    EXPECT_EQ(Magnify(*picture, 10000, 1), std::nullopt);
 }
 
 }  // namespace

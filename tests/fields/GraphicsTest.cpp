@@ -65,7 +65,7 @@ TEST(StoredGraphics, AreRecalledByName) {
     FieldBench bench;
     bench.Run("~DGR:LOGO.GRF,4,2,F00F8001");
     EXPECT_EQ(bench.Run("^FO5,6^XGR:LOGO.GRF,2,3^FS^FO5,6^XGlogo^FS^FO5,6^IMR:LOGO.GRF,9,9^FS"),
-              "image 5,6 32x6 from 32x6 scaled\nimage 5,6 16x2 from 16x2 scaled\nimage 5,6 16x2 from 16x2 scaled\n");
+              "image 5,6 32x6 from 16x2 scaled\nimage 5,6 16x2 from 16x2 scaled\nimage 5,6 16x2 from 16x2 scaled\n");
     EXPECT_EQ(bench.target->lastImage, (std::vector<std::uint8_t>{0xF0, 0x0F, 0x80, 0x01}));
     EXPECT_EQ(bench.Run("^FO5,6^XGE:LOGO.GRF^FS^FO5,6^XGR:OTHER.GRF^FS"), "");
     bench.Run("~DGR:LOGO.GRF,1,1,FF");

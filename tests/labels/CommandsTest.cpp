@@ -54,6 +54,15 @@ std::string Values(FieldBench& bench, std::string const&) {
 
 std::string Drawn(FieldBench&, std::string const& drawn) { return drawn; }
 
+/// What is drawn by a command that changes nothing, with requests to the printer and the settings that shape a page.
+std::string DrawnAtDefaults(FieldBench& bench, std::string const& drawn) {
+    std::string requests;
+    for (auto const& request : bench.printer->requests) requests += request + ' ';
+    return drawn + requests +
+           Values<LabelOriginX, LabelOriginY, LabelLength, LabelWidth, LabelAdjustY, MediaDarknessOffset, MediaDarkness>(
+               bench, drawn);
+}
+
 std::string Characters(FieldBench& bench, std::string const&) {
     return {bench.printer->FormatPrefix(), bench.printer->ControlPrefix(), bench.printer->Delimiter()};
 }
@@ -131,13 +140,14 @@ std::vector<CommandRow> const Rows = {
     {"JA", "~JA", Requests, "cancel ", {}},
     {"JX", "~JX", Values<CancelCurrentFormat>, "yes", {}},
     {"JR", "^LH5,6~CD;^MD3~JR", Values<LabelOriginX, MediaDarknessOffset>, "0 0", {}},
-    {"JZ", "^JZN^SPx^MTX^PRx~PR~TAx", Requests, "", {}},
-    {"SP", "^SP", Drawn, "", {}},
-    {"MT", "^MTT", Drawn, "", {}},
-    {"PR", "^PR2,6,2", Drawn, "", {}},
-    {"TA", "~TA010", Drawn, "", {}},
+    {"JZ", "^JZN^FO1,2^GB^FS", DrawnAtDefaults, "box 1,2 1x1 border 1\n0 0 0 0 0 0 none", {"^JZx^FO1,2^GB^FS"}},
+    {"SP", "^SP99^FO1,2^GB^FS", DrawnAtDefaults, "box 1,2 1x1 border 1\n0 0 0 0 0 0 none", {"^SPx^FO1,2^GB^FS"}},
+    {"MT", "^MTT^FO1,2^GB^FS", DrawnAtDefaults, "box 1,2 1x1 border 1\n0 0 0 0 0 0 none", {"^MTX^FO1,2^GB^FS"}},
+    {"PR", "^PR2,6,2^FO1,2^GB^FS", DrawnAtDefaults, "box 1,2 1x1 border 1\n0 0 0 0 0 0 none", {"^PRx^FO1,2^GB^FS", "~PR^FO1,2^GB^FS"}},
+    {"TA", "~TA010^FO1,2^GB^FS", DrawnAtDefaults, "box 1,2 1x1 border 1\n0 0 0 0 0 0 none", {"~TAx^FO1,2^GB^FS"}},
     {"XF", "^XFE:NONE.ZPL", Values<RecallFormatPath>, "E/NONE.ZPL", {"^XFE:../A", "^XFQ:A", "^XFE:12345678901234567"}},
-    {"DF", "^DFE:A.ZPL", Values<SavedFormatPath>, "E/A.ZPL", {"^DFE:../B", "^DFE:B.GRF", "^DFQ:B"}},
+    {"DF", "^DFE:A.ZPL", Values<SavedFormatPath>, "E/A.ZPL", {"^DFE:../B", "^DFE:B.GRF", "^DFE:B.PNG", "^DFQ:B"}},
+    {"DF", "^DFR:T.TXT", Values<SavedFormatPath>, "R/T.TXT", {}},
     {"IS", "^ISE:a.grf,N", Values<ImageSave>, "E:A.GRF", {"^ISE:../B", "^ISQ:B"}},
     {"HS", "~HS", Sent, "\x02" "030,0,0,0000,000,0,0,1,000,0,0,0\x03\r\n\x02" "000,0,0,0,0,3,0,0,00000000,1,000\x03\r\n\x02" "0000,0\x03\r\n", {}},
     {"HV", "^FN3^FS^FN3^FDabc^FS^HV3,2,<,>", Answers, "<ab>|", {}},
@@ -145,7 +155,7 @@ std::vector<CommandRow> const Rows = {
     {"HY", "~DGR:A.GRF,1,1,FF^HYR:A.GRF", Answers, "~DGR:A.GRF,1,1,:B64:/w==:2A0F\r\n|", {"^HYR:B.GRF", "^HY", "^HYQ:A", "^HYE:../A"}},
     {"DG", "~DGR:A.GRF,1,1,FF^FO1,2^XGA^FS", Drawn, "image 1,2 8x1 from 8x1 scaled\n", {"~DGR:A.GRF,,1,FFFF^FO1,2^XGA^FS", "~DGR:A,2^FO1,2^XGA^FS", "~DGR:A,2,0,FFFF^FO1,2^XGA^FS", "~DGR:A,9,100000,FF^FO1,2^XGA^FS", "~DGQ:A,2,1,FFFF^FO1,2^XGA^FS"}},
     {"XG", "~DGA,1,1,FF^FO1,2^XGA^FS", Drawn, "image 1,2 8x1 from 8x1 scaled\n", {"^FO1,2^XGA,0,0^FS", "^FO1,2^XGA,x,y^FS"}},
-    {"XG", "~DGA,1,1,FF^FO1,2^XGA,99,99^FS", Drawn, "image 1,2 80x10 from 80x10 scaled\n", {"^FO1,2^XGA,10,10^FS"}},
+    {"XG", "~DGA,1,1,FF^FO1,2^XGA,99,99^FS", Drawn, "image 1,2 80x10 from 8x1 scaled\n", {"^FO1,2^XGA,10,10^FS"}},
     {"IM", "~DGA,1,1,FF^FO1,2^IMA,9,9^FS", Drawn, "image 1,2 8x1 from 8x1 scaled\n", {}},
     {"GF", "^GFA^FS", Drawn, "", {"^GFA,1,,1,FF^FS", "^GFA,,1,1,FF^FS", "^GFA,1,1,,FF^FS", "^GFA,1,0,1,FF^FS", "^GFA,1,1,0,FF^FS", "^GFA,9,9,100000,FF^FS", "^GFx,y,z,1,FF^FS"}},
     {"GB", "^FO1,2^GB^FS", Drawn, "box 1,2 1x1 border 1\n", {"^FO1,2^GBx,y,z,Q,r^FS", "^FO1,2^GB0,0,0^FS", "^FO1,2^GB,,,,^FS"}},

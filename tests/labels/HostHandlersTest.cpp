@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "fields/HostQuestions.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "labels/HostStatus.h"
 #include "labels/Job.h"
@@ -100,7 +101,18 @@ TEST_F(HostAnswers, SendAStoredPictureOnceHoweverOftenTheFormatIsDrawn) {
     }
     EXPECT_EQ(Run(answer + "^XA^HYL^XZ"), answer);
     tellsEndTwice_ = true;
-    EXPECT_EQ(Run(store + "^XA^HYL^HYL^FDa^FS^XZ"), "|page:|format:" + answer + answer);
+    EXPECT_EQ(Run(store + "^XA^HYL^HYR:L^FDa^FS^XZ"), "|page:|format:" + answer);
+}
+
+TEST_F(HostAnswers, PicturesOfAFormatFitALineOfTheBusTogether) {
+    std::string const answers =
+        Run("~DGR:A.GRF,20971520,8192,FF~DGR:B.GRF,20971520,8192,FF~DGR:TOOLARGE.GRF,41943040,8192,FF~DGR:S.GRF,1,1,FF"
+            "^XA^HYA^HYB^HYTOOLARGE^HYS^HYA^XZ");
+    std::string names;
+    for (auto at = answers.find("~DGR:"); at != answers.npos; at = answers.find("~DGR:", at + 1))
+        names += answers[at + 5];
+    EXPECT_EQ(names, "AS");
+    EXPECT_LE(answers.size(), ZplCore::MostAnswerBytes);
 }
 
 TEST_F(HostAnswers, StatusComesAtOnceAndDisturbsNoFormat) {

@@ -38,13 +38,20 @@ TEST_F(ImageTest, UnscaledPixelsArePrinterPixelsAtEveryResolution) {
 
 TEST_F(ImageTest, ScaledDotsTakeTheNearestPixel) {
     Picture const picture = Noise(77, 41);
-    for (auto const& [width, height] : {std::pair{77, 41}, {154, 123}, {40, 41}, {100, 30}, {1, 1}}) {
+    struct Row {
+        int width, height;
+        int left = 0, top = 0;
+    };
+    // The large ones reach far over the page, and begin left of it and above it.
+    for (auto const& [width, height, left, top] : {Row{77, 41}, Row{154, 123}, Row{40, 41}, Row{100, 30}, Row{1, 1},
+                                                   Row{7700, 41000}, Row{770, 4100, -333, -611}, Row{770, 410, 9, 7}}) {
         auto const target = Target(1, 1);
-        Draw(*target, picture, 0, 0, static_cast<unsigned>(width), static_cast<unsigned>(height), true);
+        Draw(*target, picture, left, top, static_cast<unsigned>(width), static_cast<unsigned>(height), true);
         Picture expected(203, 203);
-        for (int y = 0; y < height; ++y)
-            for (int x = 0; x < width; ++x)
-                expected.At(x, y) = picture.At((2 * x + 1) * 77 / (2 * width), (2 * y + 1) * 41 / (2 * height));
+        for (int y = std::max(0, top); y < std::min(203, top + height); ++y)
+            for (int x = std::max(0, left); x < std::min(203, left + width); ++x)
+                expected.At(x, y) =
+                    picture.At((2 * (x - left) + 1) * 77 / (2 * width), (2 * (y - top) + 1) * 41 / (2 * height));
         EXPECT_EQ(Drawn(*target), expected) << width << " x " << height;
     }
 }

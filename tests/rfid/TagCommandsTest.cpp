@@ -143,8 +143,38 @@ TEST(VirtualTag, PerformsWritesBeforeTheReadsBehindThem) {
          operation(RfidOperation::Read, "7", "0", "0", "")});
     EXPECT_EQ(responses, (std::vector<RfidReadResponse>{{4, "1122FFFF55667788"}, {4, "0000"}}));
     EXPECT_EQ(tag.Bank("user"), "AABB");
-    for (char const* const bad : {"epc", "epc=", "epc=1", "epc=xx", "bank=11", "epc=11,,"})
+    for (char const* const bad : {"epc", "epc=", "epc=1", "epc=xx", "bank=11", "epc=11,,", "", "epc=11,epc=22"})
         EXPECT_THROW(VirtualTag::Parse(bad), UsageError) << bad;
+}
+
+TEST(VirtualTag, KeepsWhatIsLocked) {
+    auto const after = [](std::string const& commands) {
+        RenderOptions options;
+        options.tag = VirtualTag::Parse("blank");
+        Desk desk{options};
+        auto const session = desk.MakeSession();
+        auto result = session->Consume("^XA" + commands + "^XZ", false, true);
+        auto tag = VirtualTag::Parse("epc=00,user=00,tid=E2,reserved=0000000000000000");
+        auto& label = std::get<1>(*result.label);
+        label.ProcessLabel(0, false);
+        tag.Perform(label.GetRfidOperations());
+        return tag.Bank("epc") + " " + tag.Bank("user") + " " + tag.Bank("tid") + " " + tag.Bank("reserved");
+    };
+    std::string const write = "^RFW^FD1111^FS^RFW,H,0,,3^FD2222^FS";
+    std::string const password = "^RFP,H,2,,0^FD0000001F^FS";
+    for (auto const& [commands, expected] : std::vector<std::pair<std::string, std::string>>{
+             {write, "1111 2222 E2 0000000000000000"},
+             {password, "00 00 E2 000000000000001F"},
+             {"^RFW,H,0,,2^FD3333^FS", "00 00 E2 0000000000000000"},
+             {"^RLM,,,L" + write, "00 2222 E2 0000000000000000"},
+             {"^RLM,,,L,P^RLM,,,U,U" + write, "00 00 E2 0000000000000000"},
+             {"^RLM,,L" + password, "00 00 E2 0000000000000000"},
+             {password + "^RZ1F^RLM,,,L,P" + write, "1111 00 E2 000000000000001F"},
+             {"^RFL^FD5555^FS" + write, "5555 2222 E2 0000000000000000"},
+             {"^RLB,0,1" + write + "^RFW,H,4,,3^FD4444^FS", "1111 00000000000000004444 E2 0000000000000000"},
+         }) {
+        EXPECT_EQ(after(commands), expected) << commands;
+    }
 }
 
 }  // namespace

@@ -169,8 +169,8 @@ public:
     /// runs from the bottom left to the top right corner.
     virtual void DrawDiagonal(int x, int y, unsigned width, unsigned height, unsigned thickness, bool leansRight) = 0;
     /// Draws the set bits of a picture, turned by the rotation in force; (x, y) is the upper left corner of the turned
-    /// picture. `width` and `height` are the unturned logical size in dots. With `scaled` the picture is in dots and
-    /// is brought to the printer's pixels; without, its pixels are the printer's.
+    /// picture. `width` and `height` are the unturned logical size in dots. With `scaled` the picture is brought to
+    /// that size, whatever its own; without, its pixels are the printer's.
     virtual void DrawImage(Bitmap const& bitmap, int x, int y, unsigned width, unsigned height, bool scaled) = 0;
 };
 

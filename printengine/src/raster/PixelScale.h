@@ -13,13 +13,13 @@ public:
     PixelScale(unsigned printerDpi, unsigned designDpi)
         : factor_(printerDpi && designDpi ? static_cast<double>(printerDpi) / designDpi : 1) {}
 
+    static constexpr int Farthest = 1 << 28;  ///< pixels; far outside every page
+
     double Factor() const { return factor_; }
-    /// The edge between two dots, in pixels. Kept within 2^28, far outside every page.
+    /// The edge between two dots, in pixels, kept within Farthest.
     int Edge(std::int64_t dots) const {
-        constexpr double Limit = 1 << 28;
-        if (factor_ == 1)
-            return static_cast<int>(
-                std::clamp(dots, -static_cast<std::int64_t>(Limit), static_cast<std::int64_t>(Limit)));
+        constexpr double Limit = Farthest;
+        if (factor_ == 1) return static_cast<int>(std::clamp(dots, -std::int64_t{Farthest}, std::int64_t{Farthest}));
         return static_cast<int>(std::lround(std::clamp(static_cast<double>(dots) * factor_, -Limit, Limit)));
     }
     /// A thickness: at least a pixel, if it is at least a dot.

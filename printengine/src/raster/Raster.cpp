@@ -9,9 +9,7 @@ namespace {
 constexpr std::size_t ChunkWords = 16384;
 
 /// Words that row `y` may have: see the class comment.
-int WordLimit(int y) {
-    return static_cast<int>(std::min<std::int64_t>(Raster::MaxWidth, Raster::MaxDots / (y + 1)) / WordBits);
-}
+int WordLimit(int y) { return Raster::WidthLimit(y) / WordBits; }
 
 template <Ink Mode>
 void Apply(Word& word, Word mask) {

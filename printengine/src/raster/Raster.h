@@ -55,6 +55,11 @@ public:
     static constexpr int MaxWidth = 1 << 16;
     static constexpr int MaxHeight = 1 << 18;
 
+    /// How many pixels of row `y` are kept at most; no row further down keeps more.
+    static int WidthLimit(int y) {
+        return static_cast<int>(std::min<std::int64_t>(MaxWidth, MaxDots / (std::int64_t{y} + 1)));
+    }
+
     Raster() = default;
     Raster(Raster const&) = delete;
     Raster& operator=(Raster const&) = delete;

@@ -3,20 +3,21 @@
 #include <vector>
 
 #include "printengine/src/raster/Raster.h"
+#include "printengine/src/raster/Shapes.h"
 
 namespace PrintEngine::Drawing {
 
-/// A picture brought to another size by taking the nearest pixel.
+/// A part of a picture that is brought to another size by taking the nearest pixel.
 class ScaledPicture {
 public:
-    /// `width` and `height` in pixels, at most Raster::MaxDots in all.
-    ScaledPicture(BitRows const& source, int width, int height);
+    /// What lies in `part` of the picture at `width` x `height` pixels; the part holds at most Raster::MaxDots.
+    ScaledPicture(BitRows const& source, int width, int height, PixelBox const& part);
 
     BitRows Rows() const;
 
 private:
-    int width_;
-    int height_;
+    int width_;   ///< of the part, pixels
+    int height_;  ///< of the part, pixels
     std::vector<Word> words_;
 };
 
