@@ -5,6 +5,7 @@
 #include <QtCore/QTimer>
 #include <chrono>
 #include <deque>
+#include <functional>
 #include <list>
 #include <memory>
 #include <string>
@@ -20,8 +21,12 @@
 /// buffer and holds up nobody.
 class JobHandler : public QObject {
 public:
-    /// Listens; throws std::system_error if the address cannot be had.
-    JobHandler(ThreadFactory& threads, std::filesystem::path const& socket, std::string const& host, unsigned port);
+    using Say = std::function<void(std::string const&)>;
+
+    /// Listens; throws std::runtime_error if the address cannot be had. `say` is told what its user should know.
+    JobHandler(
+        ThreadFactory& threads, std::filesystem::path const& socket, std::string const& host, unsigned port,
+        Say say = [](std::string const&) {});
     ~JobHandler() override;
 
     /// Jobs that were on their way are gone, and will not be reported as done.
@@ -29,6 +34,7 @@ public:
     /// So too when the host has ended. A packet on which it ends twice is dropped with the rest of its stream.
     void HostEnded();
     unsigned Port() const { return listener_.Port(); }
+    bool IsLocal() const { return listener_.IsLocal(); }
 
 private:
     using Connection = ClientConnection;
@@ -45,7 +51,10 @@ private:
     void SendPacket(Connection& connection, std::size_t size, bool isLast);
     void RemoveFinished();
     StreamWatch NewWatch() const;
+    std::shared_ptr<StringProperty> FollowCharacter(char const* property, char const* usual, char const* name);
+    void TellNoise(Connection const& connection) const;
 
+    Say say_;
     Listener listener_;
     BusComponent bus_;
     std::shared_ptr<StringProperty> command_;
