@@ -58,11 +58,14 @@ void StoreSerializer(Context& current, ContextProcessor& processor, Count count)
                  }));
 }
 
-ZplContextKeys::RenderFunction FillFunction(unsigned number) {
-    return [number](ContextProcessor& processor) {
+/// `own` is what the field would draw under no number.
+ZplContextKeys::RenderFunction FillFunction(unsigned number, ZplContextKeys::RenderFunction own) {
+    return [number, own = std::move(own)](ContextProcessor& processor) {
         Context const* element = processor.GetContext(ContextProcessor::ElementContext);
-        // Without data this is the template itself again, on a further copy of the label.
-        if (!element || !element->HasValue(ZplContextKeys::FieldData)) return;
+        if (!element || !element->HasValue(ZplContextKeys::FieldData)) {
+            ZplCore::SaveFurtherTemplate(processor, number, own);
+            return;
+        }
         std::string const data = processor.at(ZplContextKeys::FieldData);
         ZplCore::InvokeSavedFieldRenderFunction(processor, number, data);
     };
@@ -103,7 +106,9 @@ bool FieldNumberHandler::HandleCommand(Context& current, ZplCommand const& comma
     auto const number = ParseFieldNumber(command.Parameter(0));
     if (!number) return true;
     if (ZplCore::HasSavedField(processor, *number)) {
-        StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, FillFunction(*number));
+        auto const* own = current.Find(ZplContextKeys::FieldRenderFunction);
+        StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction,
+                     FillFunction(*number, own ? *own : ZplContextKeys::RenderFunction()));
     } else {
         StoreSetting(current, processor, ZplContextKeys::FieldNumberToSave, *number);
     }

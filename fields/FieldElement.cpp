@@ -11,33 +11,23 @@ namespace ZplCore {
 
 namespace {
 
-using SavedFields = std::map<unsigned, ContextProcessor>;
-
-SavedFields* FindSavedFields(ContextProcessor& processor) {
-    Context* format = processor.GetContext(ContextProcessor::FormatContext);
-    return format && format->HasValue(ZplContextKeys::SavedContexts) ? &(*format)[ZplContextKeys::SavedContexts]
-                                                                     : nullptr;
-}
-
-/// Takes the templates of a format out of it for its own lifetime, so that a copy made meanwhile does not contain them:
-/// copies that hold copies would double with each field.
-class SavedFieldsSetAside {
+/// Takes a value out of a context for its own lifetime.
+template <typename T>
+class SetAside {
 public:
-    explicit SavedFieldsSetAside(ContextProcessor& processor)
-        : place_(processor.GetContext(ContextProcessor::FormatContext)) {
-        if (place_) fields_.swap((*place_)[ZplContextKeys::SavedContexts]);
+    SetAside(Context* context, ContextKey<T> const& key)
+        : place_(context && context->HasValue(key) ? &(*context)[key] : nullptr) {
+        if (place_) std::swap(value_, *place_);
     }
-    SavedFieldsSetAside(SavedFieldsSetAside const&) = delete;
-    SavedFieldsSetAside& operator=(SavedFieldsSetAside const&) = delete;
-    ~SavedFieldsSetAside() {
-        if (place_) fields_.swap((*place_)[ZplContextKeys::SavedContexts]);
+    SetAside(SetAside const&) = delete;
+    SetAside& operator=(SetAside const&) = delete;
+    ~SetAside() {
+        if (place_) std::swap(value_, *place_);
     }
-
-    SavedFields& Fields() { return fields_; }
 
 private:
-    Context* place_;
-    SavedFields fields_;
+    T* place_;
+    T value_;
 };
 
 /// Lends what the label has collected (values of field numbers, tag operations, questions of the host) for its own
@@ -58,17 +48,33 @@ private:
     Context* to_;
 };
 
-void SaveField(ContextProcessor& processor, unsigned number) {
-    SavedFieldsSetAside saved(processor);
-    auto& fields = saved.Fields();
-    if (fields.size() >= MaximumSavedFields && !fields.contains(number)) {
+/// A copy of the state of a field. Templates are not part of it: copies that hold copies would double with each field.
+ContextProcessor MakeTemplate(ContextProcessor& processor) {
+    processor.set(ContextProcessor::ElementContext, ZplContextKeys::TemplateSequence,
+                  processor.at(ZplContextKeys::HandlerSequenceNumber));
+    Context* const format = processor.GetContext(ContextProcessor::FormatContext);
+    SetAside const saved(format, ZplContextKeys::SavedContexts);
+    SetAside const further(format, ZplContextKeys::FurtherTemplates);
+    Context nothing(ContextProcessor::LabelContext);
+    LabelLent const label(processor, &nothing);
+    return processor.DeepClone();
+}
+
+/// Keeps the field under way as a template under a key; what was kept under it before goes.
+template <typename Key>
+void SaveTemplate(ContextProcessor& processor, ContextKey<std::map<Key, ContextProcessor>> const& templates, Key key,
+                  unsigned number) {
+    Context* const format = processor.GetContext(ContextProcessor::FormatContext);
+    if (!format) return;
+    std::size_t const count =
+        processor.at(ZplContextKeys::SavedContexts).size() + processor.at(ZplContextKeys::FurtherTemplates).size();
+    if (count >= MaximumSavedFields && !processor.at(templates).contains(key)) {
         Log::Report(LogTopic::Limit, "field number " + std::to_string(number) + " is not kept: the format has " +
                                          std::to_string(MaximumSavedFields) + " already");
         return;
     }
-    Context nothing(ContextProcessor::LabelContext);
-    LabelLent const label(processor, &nothing);
-    fields.insert_or_assign(number, processor.DeepClone());
+    ContextProcessor copy = MakeTemplate(processor);
+    (*format)[templates].insert_or_assign(key, std::move(copy));
 }
 
 /// Gives the drawing target the label home and the reverse mode of a field, and lets the field draw.
@@ -122,6 +128,29 @@ void CarryNextFieldOrigin(ContextProcessor const& from, ContextProcessor& to) {
         to.set(ContextProcessor::FormatContext, *key, from.at(*key));
 }
 
+void DrawTemplate(ContextProcessor& processor, ContextProcessor field, std::string_view data) {
+    FillTemplate(field, processor, data);
+    bool const reverse = processor.at(ZplContextKeys::LabelReversePrint) || field.at(ZplContextKeys::LabelReversePrint);
+    // A field that draws nothing leaves the position as it was.
+    CarryNextFieldOrigin(processor, field);
+    {
+        LabelLent const label(processor, field.GetContext(ContextProcessor::LabelContext));
+        field.SetCurrentLabelNumber(processor.CurrentLabelNumber());
+        if (Context const* element = field.GetContext(ContextProcessor::ElementContext))
+            SerializeField(*element, field);
+        RenderField(field, reverse);
+    }
+    CarryNextFieldOrigin(field, processor);
+}
+
+/// Hosts ask for the data of a number, whether they came with its field or fill a template.
+void NoteFieldNumber(Context const& element, ContextProcessor& processor) {
+    auto const* number = element.Find(ZplContextKeys::FieldNumberToSave);
+    auto const* data = element.Find(ZplContextKeys::FieldData);
+    Context* const label = processor.GetContext(ContextProcessor::LabelContext);
+    if (number && data && label) (*label)[ZplContextKeys::FieldNumberValues].insert_or_assign(*number, *data);
+}
+
 }  // namespace
 
 unsigned GetSerializationIndex(unsigned copyIndex, unsigned replications) {
@@ -134,8 +163,9 @@ bool ProcessElementCommands(Context& current, ContextProcessor& processor) {
     auto const* numberToSave = current.Find(ZplContextKeys::FieldNumberToSave);
     if (numberToSave && processor.at(ZplContextKeys::FieldRenderFunction) &&
         !current.HasValue(ZplContextKeys::FieldData)) {
-        SaveField(processor, *numberToSave);
+        SaveTemplate(processor, ZplContextKeys::SavedContexts, *numberToSave, *numberToSave);
     } else {
+        NoteFieldNumber(current, processor);
         RenderField(processor, processor.at(ZplContextKeys::LabelReversePrint));
     }
     processor.ClearContext(ContextProcessor::ElementContext);
@@ -151,28 +181,35 @@ bool HasSavedField(ContextProcessor const& processor, unsigned fieldNumber) {
     return processor.at(ZplContextKeys::SavedContexts).contains(fieldNumber);
 }
 
+void SaveFurtherTemplate(ContextProcessor& processor, unsigned fieldNumber,
+                         ZplContextKeys::RenderFunction const& render) {
+    auto const& saved = processor.at(ZplContextKeys::SavedContexts);
+    auto const first = saved.find(fieldNumber);
+    unsigned const sequence = processor.at(ZplContextKeys::HandlerSequenceNumber);
+    Context* const element = processor.GetContext(ContextProcessor::ElementContext);
+    // On a further copy of the label this is the first template again.
+    if (first == saved.end() || !element || first->second.at(ZplContextKeys::TemplateSequence) == sequence) return;
+    if (!render && !element->HasValue(ZplContextKeys::FieldOriginX)) return;
+    if (render) {
+        (*element)[ZplContextKeys::FieldRenderFunction] = render;
+    } else {
+        element->Erase(ZplContextKeys::FieldRenderFunction.id);
+    }
+    SaveTemplate(processor, ZplContextKeys::FurtherTemplates, {fieldNumber, sequence}, fieldNumber);
+}
+
 void InvokeSavedFieldRenderFunction(ContextProcessor& processor, unsigned fieldNumber, std::string_view data) {
     if (Context* label = processor.GetContext(ContextProcessor::LabelContext))
         (*label)[ZplContextKeys::FieldNumberValues].insert_or_assign(fieldNumber, std::string(data));
-    auto* fields = FindSavedFields(processor);
-    if (!fields) return;
-    auto const found = fields->find(fieldNumber);
-    if (found == fields->end()) return;
-
-    // A copy, since a template may be filled again.
-    ContextProcessor field = found->second;
-    FillTemplate(field, processor, data);
-    bool const reverse = processor.at(ZplContextKeys::LabelReversePrint) || field.at(ZplContextKeys::LabelReversePrint);
-    // A field that draws nothing leaves the position as it was.
-    CarryNextFieldOrigin(processor, field);
-    {
-        LabelLent const label(processor, field.GetContext(ContextProcessor::LabelContext));
-        field.SetCurrentLabelNumber(processor.CurrentLabelNumber());
-        if (Context const* element = field.GetContext(ContextProcessor::ElementContext))
-            SerializeField(*element, field);
-        RenderField(field, reverse);
-    }
-    CarryNextFieldOrigin(field, processor);
+    auto const& saved = processor.at(ZplContextKeys::SavedContexts);
+    auto const first = saved.find(fieldNumber);
+    if (first == saved.end()) return;
+    // Copies, since a template may be filled again.
+    DrawTemplate(processor, first->second, data);
+    auto const& further = processor.at(ZplContextKeys::FurtherTemplates);
+    for (auto next = further.lower_bound({fieldNumber, 0}); next != further.end() && next->first.first == fieldNumber;
+         ++next)
+        DrawTemplate(processor, next->second, data);
 }
 
 }  // namespace ZplCore

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "frontend/context/ContextProcessor.h"
+#include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {
 
@@ -19,7 +20,12 @@ void EndWholeField(Context& current, ContextProcessor& processor);
 /// Whether a template of that number was saved in this format.
 bool HasSavedField(ContextProcessor const& processor, unsigned fieldNumber);
 
-/// Fills a template with `data` and draws it; without such a template only the data are noted under the number. The
+/// Keeps the field under way as a further template of a number that has one: formats print one number as text and as a
+/// barcode. `render` draws it; a field that neither draws nor has a place of its own is none.
+void SaveFurtherTemplate(ContextProcessor& processor, unsigned fieldNumber,
+                         ZplContextKeys::RenderFunction const& render);
+
+/// Fills the templates of a number with `data` and draws them; without one only the data are noted under the number. A
 /// template keeps its own font, unless the field that fills it names one itself.
 void InvokeSavedFieldRenderFunction(ContextProcessor& processor, unsigned fieldNumber, std::string_view data);
 

@@ -61,8 +61,10 @@ public:
                                             ContextProcessor const& label) -> std::optional<std::string> {
             auto const& values = label.at(FieldNumberValues);
             auto const found = values.find(number);
-            if (found == values.end()) return std::nullopt;
-            return header + found->second.substr(0, bytes) + termination;
+            // Who frames the answer waits for it, also when the number has no data.
+            std::string text = header + (found == values.end() ? "" : found->second.substr(0, bytes)) + termination;
+            if (text.empty()) return std::nullopt;
+            return text;
         };
         char const applies = ZplParse<char>(command, 4).ValueOr('F');
         auto const& key =

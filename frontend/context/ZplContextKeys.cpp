@@ -94,4 +94,6 @@ ContextKey<std::optional<int>> const MediaDarkness;
 ContextKey<std::string> const PrinterName;
 ContextKey<bool> const EndsAtNextOrigin;
 ContextKey<std::vector<std::pair<std::string, std::string>>> const RfidSetUp;
+ContextKey<std::map<std::pair<unsigned, unsigned>, ContextProcessor>> const FurtherTemplates;
+ContextKey<unsigned> const TemplateSequence;
 }  // namespace ZplContextKeys

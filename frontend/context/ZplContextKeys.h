@@ -132,4 +132,8 @@ extern ContextKey<std::string> const PrinterName;
 extern ContextKey<bool> const EndsAtNextOrigin;
 // How the tag encoder is to work, by the names of its arguments.
 extern ContextKey<std::vector<std::pair<std::string, std::string>>> const RfidSetUp;
+// Templates of a number that has one already, by number and by the place of their command in the label; and that place
+// in each template.
+extern ContextKey<std::map<std::pair<unsigned, unsigned>, ContextProcessor>> const FurtherTemplates;
+extern ContextKey<unsigned> const TemplateSequence;
 }  // namespace ZplContextKeys

@@ -4,7 +4,6 @@
 #include <array>
 #include <cstdlib>
 #include <map>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -202,15 +201,19 @@ TEST(CommandTable, GivesFontsTimesAndSpellingsByRule) {
         EXPECT_EQ(pool.GetCommandHandler(letters), nullptr) << letters;
 }
 
-/// The commands named by the first cell of a row of the page, with their prefixes; a range of fonts stands for all.
+/// The commands named by the first cell of a row of the page, with their prefixes; a dash between two stands for all
+/// from the one to the other.
 std::vector<std::string> CommandsOf(std::string const& row) {
-    static std::regex const pattern("`([~^]..)`(-`[~^].(.)`)?");
     std::string const cell = row.substr(0, row.find('|', 1));
     std::vector<std::string> commands;
-    for (std::sregex_iterator match(cell.begin(), cell.end(), pattern), end; match != end; ++match) {
-        std::string name = (*match)[1];
-        char const last = (*match)[3].matched ? (*match)[3].str()[0] : name.back();
-        for (; name.back() <= last; ++name.back()) commands.push_back(name);
+    for (auto at = cell.find('`'); at != cell.npos; at = cell.find('`', at + 5)) {
+        std::string name = cell.substr(at + 1, 3);
+        if (at > 0 && cell[at - 1] == '-') {
+            std::string next = commands.back();
+            while (next < name) commands.push_back((++next.back(), next));
+        } else {
+            commands.push_back(name);
+        }
     }
     return commands;
 }

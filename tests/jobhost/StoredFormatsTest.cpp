@@ -56,6 +56,11 @@ TEST_F(StoredFormats, RecalledAfterARestartDrawWhatTheyWouldHaveDrawn) {
               "^XA^XFE:T.ZPL^CI28^FN1^FD\xC3\xA9t\xC3\xA9, \xC3\xBC^FS^XZ", accents},
              {"a format that keeps its own code page", "^XA^DFE:T.ZPL^CI27^FO20,20^A0N,40,30^FD\xE9t\xE9, \xFC^FS^XZ",
               "^XA^CI28^XFE:T.ZPL^XZ", accents},
+             {"a number for text and barcode",
+              "^XA^DFE:T.ZPL^FO9,9^FN1^FS^FO20,20^A0N,40,30^FN2^FS^FO20,80^BY2^BCN,60,N^FN1^FS^FO20,200^FN1^FS^"
+              "XZ",
+              "^XA^XFE:T.ZPL^FN1^FD22^FS^FN2^FDone^FS^XZ",
+              "^XA^FO9,9^FD22^FS^FO20,20^A0N,40,30^FDone^FS^FO20,80^BY2^BCN,60,N^FD22^FS^FO20,200^FD22^FS^XZ"},
              {"a raw picture", "^XA^DFE:T.ZPL^FO20,20^GFB,4,4,1,\xFF^,~^FS^XZ", "^XA^XFE:T.ZPL^XZ",
               "^XA^FO20,20^GFA,8,4,1,FF5E2C7E^FS^XZ"},
              {"a serial template", "^XA^DFE:T.ZPL^FO20,20^A0N,40,30^FN1^SFdd^FS^XZ", "^XA^XFE:T^FN1^FD07^FS^XZ",

@@ -76,6 +76,8 @@ TEST_F(HostAnswers, VerifyFieldsOncePerFormatOrLabel) {
              {"framed", "^FH^HV3,3,<_0D,_0A>,F^FS", "|page:|format:<\rABC\n>"},
              {"once for every label", "^PQ2^HV3,64,,;,L", "|page:ABCDE;|page:ABCDE;|format:"},
              {"a number that no field has", "^HV4", "|page:|format:"},
+             {"a number that no field has, framed", "^HV4,,<,>", "|page:|format:<>"},
+             {"data of the field itself", "^FN5^FDxy^FS^HV5", "|page:|format:xy"},
              {"two questions", "^HV3,1^HV3,2", "|page:|format:AAB"},
          }) {
         SCOPED_TRACE(row.name);

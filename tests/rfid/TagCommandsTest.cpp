@@ -81,6 +81,11 @@ TEST(TagCommands, WithoutAnOperationMakeNoLabel) {
               "finding tag data are not what the command's format says; nothing is written\n");
 }
 
+TEST(TagCommands, WriteWhatIsPrinted) {
+    EXPECT_EQ(Printed("^XA^PQ2^FO9,9^A0,20^FN7^FS^RFW,H^FN7^FS^FN7^FDABCD^FS^XZ"),
+              WriteE + "ABCD\npage ABCD\n" + WriteE + "ABCD\npage ABCD\n");
+}
+
 TEST(TagCommands, FillFieldNumbersWithWhatIsRead) {
     std::string const read = "read Bank=E Start=0 Bytes=2\n";
     EXPECT_EQ(Printed("^XA^PQ2^FO9,9^FN1^FS^RFR,H,0,2^FN1^FS^XZ", "epc=3034F1"),
