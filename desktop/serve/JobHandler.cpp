@@ -26,28 +26,18 @@ constexpr std::size_t JobSize = 1 << 20;       // a stream of more becomes sever
 constexpr std::size_t MostConnections = 500;
 constexpr unsigned MostJobs = 16;  // handed over and not yet done
 
-/// A character as people can read it, whatever byte it is.
-std::string Shown(std::string const& character) {
-    if (character.size() == 1 && character[0] > ' ' && character[0] <= '~') return character;
-    std::string shown = "0x";
-    for (char const byte : character) {
-        for (int const digit : {byte >> 4 & 15, byte & 15}) shown += "0123456789ABCDEF"[digit];
-    }
-    return shown;
-}
-
 }  // namespace
 
 JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& socket, std::string const& host,
                        unsigned port, Say say)
-    : say_(std::move(say)), listener_(host, port), bus_(threads, ComponentIdentifiers::JobHandler, socket) {
+    : say_(std::move(say)),
+      listener_(host, port),
+      bus_(threads, ComponentIdentifiers::JobHandler, socket),
+      characters_(bus_.Properties(), *this, say_) {
     namespace Group = PropertyGroups;
     command_ = bus_.Own<StringProperty>(PropertyNames::ZPLCommandToProcess, Group::PrintOperations, "");
     response_ = bus_.Own<StringProperty>(PropertyNames::ZPLResponseToProcess, Group::PrintOperations, "");
     response_->SetEveryWriteCounts(true);
-    formatPrefix_ = FollowCharacter(PropertyNames::ZPLFormatCharacter, "^", "format prefix");
-    controlPrefix_ = FollowCharacter(PropertyNames::ZPLControlCharacter, "~", "control prefix");
-    delimiter_ = FollowCharacter(PropertyNames::ZPLDelimiterCharacter, ",", "delimiter");
 
     acceptNotifier_ = std::make_unique<QSocketNotifier>(listener_.Descriptor(), QSocketNotifier::Read);
     connect(acceptNotifier_.get(), &QSocketNotifier::activated, this, [this] { Accept(); });
@@ -73,34 +63,10 @@ JobHandler::~JobHandler() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-/// The characters outlast streams and runs, and labels written for the usual ones do not print: so others are told.
-std::shared_ptr<StringProperty> JobHandler::FollowCharacter(char const* property, char const* usual, char const* name) {
-    auto const followed =
-        bus_.Properties().Follow<StringProperty>(ComponentIdentifiers::ZplHost, ExternalAppRegistration::Plain,
-                                                 {property, property, PropertyGroups::PrintOperations}, usual);
-    auto const tell = [this, usual, name](std::string const& value) {
-        if (!value.empty() && value != usual)
-            say_(std::string("the ") + name + " is " + Shown(value) + ", not " + usual);
-    };
-    followed->AddCallback([this, tell](std::shared_ptr<Property> const& changed) {
-        QMetaObject::invokeMethod(
-            this, [tell, value = changed->ValueText()] { tell(value); }, Qt::QueuedConnection);
-    });
-    return followed;
-}
-
 void JobHandler::TellNoise(Connection const& connection) const {
     if (!connection.watch.IsNoise()) return;
     say_("a stream of " + std::to_string(connection.jobBytes) + " bytes holds no command: the prefixes are " +
-         Shown(formatPrefix_->Get()) + " and " + Shown(controlPrefix_->Get()));
-}
-
-StreamWatch JobHandler::NewWatch() const {
-    auto const character = [](StringProperty const& property, char fallback) {
-        std::string const value = property.Get();
-        return value.empty() ? fallback : value[0];
-    };
-    return {character(*formatPrefix_, '^'), character(*controlPrefix_, '~'), character(*delimiter_, ',')};
+         characters_.Prefixes());
 }
 
 void JobHandler::Accept() {
@@ -111,7 +77,7 @@ void JobHandler::Accept() {
         ::close(descriptor);
         return;
     }
-    auto& connection = *connections_.emplace_back(std::make_unique<Connection>(descriptor, NewWatch()));
+    auto& connection = *connections_.emplace_back(std::make_unique<Connection>(descriptor, characters_.NewWatch()));
     connection.session = ++lastSession_;
     connect(connection.readNotifier.get(), &QSocketNotifier::activated, this, [this, &connection] {
         connection.Read();

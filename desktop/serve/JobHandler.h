@@ -13,6 +13,7 @@
 #include "desktop/serve/BusComponent.h"
 #include "desktop/serve/ClientConnection.h"
 #include "desktop/serve/Listener.h"
+#include "desktop/serve/StreamCharacters.h"
 #include "jobhost/model/NetworkResponse.h"
 
 /// Takes print streams from TCP connections and hands them to the host, one packet at a time and one stream after the
@@ -50,18 +51,14 @@ private:
     void SendPiece(Connection& connection);
     void SendPacket(Connection& connection, std::size_t size, bool isLast);
     void RemoveFinished();
-    StreamWatch NewWatch() const;
-    std::shared_ptr<StringProperty> FollowCharacter(char const* property, char const* usual, char const* name);
     void TellNoise(Connection const& connection) const;
 
     Say say_;
     Listener listener_;
     BusComponent bus_;
+    StreamCharacters characters_;
     std::shared_ptr<StringProperty> command_;
     std::shared_ptr<StringProperty> response_;
-    std::shared_ptr<StringProperty> formatPrefix_;
-    std::shared_ptr<StringProperty> controlPrefix_;
-    std::shared_ptr<StringProperty> delimiter_;
     std::unique_ptr<QSocketNotifier> acceptNotifier_;
     std::list<std::unique_ptr<Connection>> connections_;
     Connection* current_ = nullptr;  // whose stream is open
