@@ -81,14 +81,18 @@ std::string ReadRegularFile(std::filesystem::path const& path) {
     return content;
 }
 
-std::error_code WriteFileAtomically(std::filesystem::path const& path, std::string_view content) {
+std::error_code WriteFileAtomically(std::filesystem::path const& path, std::string_view content,
+                                    WholeAfter wholeAfter) {
     static std::atomic<unsigned> serial{0};
     std::filesystem::path temporary = path;
     temporary += "." + std::to_string(::getpid()) + "-" + std::to_string(++serial) + ".tmp";
 
     FileDescriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
     if (file.Get() < 0) return LastError();
-    if (!WriteAll(file.Get(), content) || !file.Close() || ::rename(temporary.c_str(), path.c_str()) != 0) {
+    // The rename may reach the disk before the bytes do.
+    bool const written =
+        WriteAll(file.Get(), content) && (wholeAfter == WholeAfter::ProcessEnd || ::fdatasync(file.Get()) == 0);
+    if (!written || !file.Close() || ::rename(temporary.c_str(), path.c_str()) != 0) {
         std::error_code const error = LastError();
         ::unlink(temporary.c_str());
         return error;

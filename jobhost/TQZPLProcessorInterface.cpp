@@ -202,7 +202,10 @@ void TQZPLProcessorInterface::HandOverLabels() {
     if (labels_.empty()) {
         model_->SetNetworkResponseState(NetworkResponse::Status::Done, std::nullopt);
     } else if (AppSettings::GetInstance().RunningOnTarget()) {
-        auto const onJobClosed = [model = model_] {
+        // Held by the job, however it ends.
+        ++*jobsInQueue_;
+        std::shared_ptr<void> const counted(nullptr, [count = jobsInQueue_](void*) { --*count; });
+        auto const onJobClosed = [model = model_, counted] {
             model->SetNetworkResponseState(NetworkResponse::Status::Done, std::nullopt);
         };
         queue_->Enqueue(Zpl::Job(std::move(labels_), onJobClosed, jobFlag_), jobName_, model_->PrintOnDemandToggle());

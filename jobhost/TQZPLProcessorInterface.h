@@ -40,6 +40,9 @@ public:
     void InitCallbacks();
     void SetServerAgent(std::shared_ptr<PICLServerAgent> agent);
 
+    /// Jobs in the queue, the one that prints among them.
+    unsigned JobsInQueue() const { return *jobsInQueue_; }
+
     QString zplCommandToProcess() const;
     QString zplResponseToProcess() const;
     void SetzplCommandToProcess(QString const& value);
@@ -71,6 +74,7 @@ private:
     std::string jobName_;
     std::vector<Zpl::Label> labels_;
     bool jobFlag_ = false;
+    std::shared_ptr<std::atomic<unsigned>> jobsInQueue_ = std::make_shared<std::atomic<unsigned>>(0);
     std::atomic<bool> isWritingCommand_{false};
     std::mutex connectMutex_;
     std::string packetAtConnect_;  // while it is consumed by ConnectModel

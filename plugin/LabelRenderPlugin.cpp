@@ -2,6 +2,7 @@
 
 #include <QtQml/QQmlApplicationEngine>
 
+#include "PrintEngine/Printing/JobFileSystemStrings.h"
 #include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "foundation/AppSettings.h"
 #include "foundation/Base64.h"
@@ -32,7 +33,8 @@ public:
 
 /// What a stream asks of the machine goes to the components whose business it is.
 PrinterContext::Requests RequestsTo(std::shared_ptr<ZPLProcessorInterface> const& model,
-                                    std::shared_ptr<PICLServerAgent> const& agent) {
+                                    std::shared_ptr<PICLServerAgent> const& agent,
+                                    std::weak_ptr<TQZPLProcessorInterface> const& door) {
     auto const pausePrinting = [agent](char const* value) {
         agent->SetProperty(ComponentIdentifiers::FirmwareDriver, PropertyGroups::PrintOperations,
                            PropertyNames::PausePrinting, value);
@@ -44,19 +46,23 @@ PrinterContext::Requests RequestsTo(std::shared_ptr<ZPLProcessorInterface> const
     requests.sendToHost = [model](std::string_view data) {
         model->SetNetworkResponseState(zpl::NetworkResponse::Status::Answer, Base64::Encode(data));
     };
-    requests.status = [model](Scripting::PrinterStatus& status) {
-        status.paused = model->GetPrintJobStatusProperty()->Get() == "Print Paused";
+    requests.status = [model, door](Scripting::PrinterStatus& status) {
+        auto const host = door.lock();
+        unsigned const jobs = host ? host->JobsInQueue() : 0;
+        bool const onePrints = model->GetCurrentJobPath() != JobFileSystemStrings::NoPage;
+        status.formatsInBuffer = jobs - (onePrints && jobs > 0 ? 1 : 0);
     };
     return requests;
 }
 
 std::shared_ptr<PrinterContext> MakePrinterContext(std::shared_ptr<ZPLProcessorInterface> const& model,
                                                    PublishingPropertyManager const& properties,
-                                                   std::shared_ptr<PICLServerAgent> const& agent) {
+                                                   std::shared_ptr<PICLServerAgent> const& agent,
+                                                   std::weak_ptr<TQZPLProcessorInterface> const& door) {
     auto const dpi = std::dynamic_pointer_cast<UInt32Property>(properties.Find(PropertyNames::DotsPerInch));
     return std::make_shared<PrinterContext>(
         *model, Scripting::Dpi(dpi->Get()), Scripting::Dpi(model->GetEmulatedDpiProperty()->Get()),
-        std::make_shared<LocalClock>(), RequestsTo(model, agent), std::make_shared<PrinterFeatureChecker>());
+        std::make_shared<LocalClock>(), RequestsTo(model, agent, door), std::make_shared<PrinterFeatureChecker>());
 }
 
 /// What streams ask for and cannot have is a matter for the log: what is lost is a warning, the rest is information.
@@ -101,7 +107,7 @@ void LabelRenderPlugin::Init(std::shared_ptr<PublishingPropertyManager> properti
     DebugZoneSetupHelper::ConnectDebugZones(properties);
     zplModel_ = ZPLProcessorInterface::Create(properties, agent);
     zplModel_->PartManager().SetInstalledPart(InstalledPart());
-    auto const printerContext = MakePrinterContext(zplModel_, *properties, agent);
+    auto const printerContext = MakePrinterContext(zplModel_, *properties, agent, zplInterface_);
     TQZPLProcessorInterface::ConnectModel(zplInterface_, zplModel_, printerContext);
     zplInterface_->InitCallbacks();
     twsModel_ = TWSProcessorInterface::Create(properties, agent);

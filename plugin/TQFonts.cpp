@@ -1,12 +1,7 @@
 #include "plugin/TQFonts.h"
 
-#include <QtGui/QFontDatabase>
-
 #include "plugin/FontsInterface.h"
 
 void TQFonts::ConnectModel(std::shared_ptr<TQFonts> const& self, std::shared_ptr<FontsInterface> model) {
     self->model_ = std::move(model);
-    Q_EMIT self->familiesChanged();
 }
-
-QStringList TQFonts::families() const { return QFontDatabase::families(); }

@@ -1,23 +1,16 @@
 #pragma once
 
 #include <QtCore/QObject>
-#include <QtCore/QStringList>
 #include <memory>
 
 class FontsInterface;
 
-/// The font families that surfaces can show.
+/// Keeps the model of the fonts for as long as the plugin is there.
 class TQFonts : public QObject {
     Q_OBJECT
-    Q_PROPERTY(QStringList families READ families NOTIFY familiesChanged)
 
 public:
     static void ConnectModel(std::shared_ptr<TQFonts> const& self, std::shared_ptr<FontsInterface> model);
-
-    QStringList families() const;
-
-Q_SIGNALS:
-    void familiesChanged();
 
 private:
     std::shared_ptr<FontsInterface> model_;

@@ -37,6 +37,7 @@ public:
                              std::shared_ptr<TWSProcessorInterface> model);
     void SetPropertyManager(std::shared_ptr<PublishingPropertyManager> properties);
     void InitCallbacks();
+    /// Held for surfaces that write properties; those there are only read them.
     void SetServerAgent(std::shared_ptr<PICLServerAgent> agent);
 
     QString jobFolder() const { return jobFolder_; }

@@ -6,12 +6,11 @@
 #include "propertybus/PublishingPropertyManager.h"
 
 std::shared_ptr<TWSProcessorInterface> TWSProcessorInterface::Create(std::shared_ptr<PublishingPropertyManager> manager,
-                                                                     std::shared_ptr<PICLServerAgent> agent) {
-    return std::shared_ptr<TWSProcessorInterface>(new TWSProcessorInterface(*manager, std::move(agent)));
+                                                                     std::shared_ptr<PICLServerAgent> const&) {
+    return std::shared_ptr<TWSProcessorInterface>(new TWSProcessorInterface(*manager));
 }
 
-TWSProcessorInterface::TWSProcessorInterface(PublishingPropertyManager& manager, std::shared_ptr<PICLServerAgent> agent)
-    : agent_(std::move(agent)) {
+TWSProcessorInterface::TWSProcessorInterface(PublishingPropertyManager& manager) {
     auto const name = [](char const* property, char const* label) {
         return PropertyName{property, label, PropertyGroups::PrintOperations};
     };

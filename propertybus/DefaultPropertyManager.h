@@ -28,7 +28,7 @@ public:
     /// Starts delivery; once.
     void StartThread();
     /// Ends delivery; what has not been delivered is dropped.
-    void StopThread();
+    virtual void StopThread();
 
     /// Set before anything is published; the sender outlives the manager's use of it, or is taken away by an empty one.
     void SetSender(Sender sender);

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 
@@ -23,6 +24,15 @@ constexpr std::chrono::milliseconds LongestPause{2000};
 /// A server that takes nothing for so long that this much waits is treated as lost.
 constexpr std::size_t MostOutput = 2 * PiclLines::LongestLine;
 constexpr std::size_t MostKept = 1000;
+
+/// Whether a loss has to be told: one server serves all links of a process, and while it dies it may take a link once
+/// more, so what is lost in one second is lost once.
+bool IsNews() {
+    using Clock = std::chrono::steady_clock;
+    static std::atomic<Clock::duration> lastLoss{Clock::duration::min() / 2};
+    Clock::duration const now = Clock::now().time_since_epoch();
+    return now - lastLoss.exchange(now) > std::chrono::seconds(1);
+}
 
 }  // namespace
 
@@ -172,7 +182,7 @@ void PICLIF::Drop(char const* reason) {
     }
     ::close(socket_);
     socket_ = -1;
-    DebugLog(Warning, std::string("the property server is lost: ") + reason);
+    if (IsNews()) DebugLog(Warning, std::string("the property server is lost: ") + reason);
 }
 
 void PICLIF::Run() {

@@ -58,28 +58,45 @@ void PublishingPropertyManager::AskFor(std::shared_ptr<Property> const& property
     if (!asked || !WaitForAnswer(address, timeout)) DebugLog(PropertyWarning, name.label + " is not answered for yet");
 }
 
+void PublishingPropertyManager::StopThread() {
+    DefaultPropertyManager::StopThread();
+    std::unique_lock lock(archiveMutex_);
+    if (!archiveChanged_) return;
+    lock.unlock();
+    WriteArchive(0);
+}
+
+/// Some values change with every label, and a write waits for the disk: so many changes are written together, and on
+/// the delivering thread, where nobody waits for them.
 void PublishingPropertyManager::Archive(Property const& property) {
+    constexpr std::chrono::seconds Pause{1};
     std::lock_guard const lock(archiveMutex_);
     archive_[property.Name().identifier] = property.ValueText();
-    // What waits to be tried again takes this value along.
-    if (!retryWaits_) WriteArchive(archiveAttempts_);
+    archiveChanged_ = true;
+    // What waits takes this value along.
+    if (!writeWaits_) WriteArchiveLater(Pause, archiveAttempts_);
+}
+
+void PublishingPropertyManager::WriteArchiveLater(std::chrono::milliseconds pause, unsigned attemptsLeft) {
+    writeWaits_ = true;
+    RunLater(pause, [this, attemptsLeft] { WriteArchive(attemptsLeft); });
 }
 
 void PublishingPropertyManager::WriteArchive(unsigned attemptsLeft) {
     JsonWriter writer;
-    writer.StartObject();
-    for (auto const& [identifier, value] : archive_) writer.Key(identifier).String(value);
-    writer.EndObject();
+    {
+        std::lock_guard const lock(archiveMutex_);
+        writer.StartObject();
+        for (auto const& [identifier, value] : archive_) writer.Key(identifier).String(value);
+        writer.EndObject();
+        archiveChanged_ = writeWaits_ = false;
+    }
     std::error_code error;
     std::filesystem::create_directories(archivePath_.parent_path(), error);
-    error = WriteFileAtomically(archivePath_, writer.Text());
+    error = WriteFileAtomically(archivePath_, writer.Text(), WholeAfter::PowerLoss);
     if (!error) return;
     DebugLog(Error, "archived properties cannot be written to " + archivePath_.string() + ": " + error.message());
-    if (attemptsLeft == 0) return;
-    retryWaits_ = true;
-    RunLater(archivePause_, [this, attemptsLeft] {
-        std::lock_guard const lock(archiveMutex_);
-        retryWaits_ = false;
-        WriteArchive(attemptsLeft - 1);
-    });
+    std::lock_guard const lock(archiveMutex_);
+    archiveChanged_ = true;
+    if (attemptsLeft > 0 && !writeWaits_) WriteArchiveLater(archivePause_, attemptsLeft - 1);
 }

@@ -16,11 +16,13 @@
 class PublishingPropertyManager : public DefaultPropertyManager {
 public:
     PublishingPropertyManager() : DefaultPropertyManager(nullptr) {}
-    /// `archive`: the file in which archived values are kept. A write of it that fails is tried again, so many times,
-    /// with so many seconds between.
+    /// `archive`: the file in which archived values are kept. It is written within a second of a change, and by
+    /// StopThread and the destructor. A write that fails is tried again, so many times, with so many seconds between.
     PublishingPropertyManager(ThreadFactory& threads, unsigned archiveAttempts, unsigned archivePause,
                               std::string component, std::filesystem::path archive);
     ~PublishingPropertyManager() override;
+
+    void StopThread() override;
 
     /// Makes the property and publishes it, or gives the one that has this identifier already. T is a property class;
     /// std::logic_error if the existing one is of another.
@@ -83,6 +85,7 @@ private:
     void AskFor(std::shared_ptr<Property> const& property, std::string const& component,
                 ExternalAppRegistration registration);
     void Archive(Property const& property);
+    void WriteArchiveLater(std::chrono::milliseconds pause, unsigned attemptsLeft);
     void WriteArchive(unsigned attemptsLeft);
 
     mutable std::mutex mutex_;
@@ -93,5 +96,6 @@ private:
     std::chrono::seconds const archivePause_{};
     std::mutex archiveMutex_;
     std::map<std::string, std::string> archive_;  // value texts by identifier
-    bool retryWaits_ = false;
+    bool archiveChanged_ = false;                 // since it was written
+    bool writeWaits_ = false;
 };

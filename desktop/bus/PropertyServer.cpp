@@ -74,15 +74,34 @@ PropertyServer::~PropertyServer() {
     for (auto const& [descriptor, link] : links_) ::close(descriptor);
     ::close(listener_);
     ::unlink(socketPath_.c_str());
+    if (store_.HasChanges()) store_.WriteChanges();
+}
+
+/// Some archived values change with every label, and a write waits for the disk: changes of a second are written
+/// together. Gives the milliseconds until then, as poll takes them.
+int PropertyServer::WriteArchiveInTime() {
+    constexpr std::chrono::seconds Pause{1};
+    auto const now = std::chrono::steady_clock::now();
+    if (!store_.HasChanges()) {
+        archiveDue_.reset();
+        return -1;
+    }
+    if (!archiveDue_) archiveDue_ = now + Pause;
+    if (*archiveDue_ > now)
+        return static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(*archiveDue_ - now).count());
+    store_.WriteChanges();
+    archiveDue_.reset();
+    return -1;
 }
 
 void PropertyServer::Run(int stop) {
     std::vector<pollfd> descriptors;
     for (;;) {
+        int const patience = WriteArchiveInTime();
         descriptors.assign({{stop, POLLIN, 0}, {listener_, POLLIN, 0}});
         for (auto const& [descriptor, link] : links_)
             descriptors.push_back({descriptor, static_cast<short>(link.output.empty() ? POLLIN : POLLIN | POLLOUT), 0});
-        if (::poll(descriptors.data(), descriptors.size(), -1) < 0) continue;
+        if (::poll(descriptors.data(), descriptors.size(), patience) < 0) continue;
         if (descriptors[0].revents) return;
         for (std::size_t i = 2; i < descriptors.size(); ++i) {
             auto const& entry = descriptors[i];

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <chrono>
 #include <deque>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "desktop/bus/PropertyStore.h"
@@ -33,6 +35,7 @@ private:
         bool dropped = false;
     };
 
+    int WriteArchiveInTime();
     void Accept();
     void Read(int descriptor, Link& link);
     void Flush(int descriptor, Link& link);
@@ -43,4 +46,5 @@ private:
     int listener_ = -1;
     std::map<int, Link> links_;  // by descriptor
     PropertyStore store_;
+    std::optional<std::chrono::steady_clock::time_point> archiveDue_;
 };

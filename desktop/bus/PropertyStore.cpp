@@ -60,7 +60,7 @@ void PropertyStore::Publish(Peer peer, PiclMessage const& message) {
     entry->written = false;
     bool const archives = message.archived && (changes || takesOver || !entry->archived);
     entry->archived = message.archived;
-    if (archives) WriteArchive();
+    if (archives) NoteChange(*entry);
     if (takesOver && entry->value != message.value) Tell(peer, message.address, *entry);
     if (!changes && !returns) return;
     for (Peer const follower : entry->followers) Tell(follower, message.address, *entry);
@@ -81,7 +81,7 @@ void PropertyStore::Set(Peer peer, PiclMessage const& message) {
         return;
     }
     entry->written = entry->owner == 0;
-    if (entry->archived) WriteArchive();
+    if (entry->archived) NoteChange(*entry);
     send_(peer, taken);
     for (Peer const follower : entry->followers) {
         if (follower != peer && follower != entry->owner) Tell(follower, message.address, *entry);
@@ -139,7 +139,13 @@ void PropertyStore::ReadArchive() {
     }
 }
 
-void PropertyStore::WriteArchive() {
+void PropertyStore::NoteChange(Entry const& entry) {
+    hasChanges_ = true;
+    if (entry.owner == 0) WriteChanges();
+}
+
+void PropertyStore::WriteChanges() {
+    hasChanges_ = false;
     JsonWriter writer;
     writer.StartArray();
     for (auto const& [address, entry] : entries_) {
@@ -148,6 +154,6 @@ void PropertyStore::WriteArchive() {
         writer.String(entry.value).String(entry.written ? "written" : "").EndArray();
     }
     writer.EndArray();
-    if (auto const error = WriteFileAtomically(archive_, writer.Text()))
+    if (auto const error = WriteFileAtomically(archive_, writer.Text(), WholeAfter::PowerLoss))
         DebugLog(Error, "archived values cannot be written to " + archive_.string() + ": " + error.message());
 }

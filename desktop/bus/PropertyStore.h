@@ -10,7 +10,8 @@
 #include "propertybus/PiclMessage.h"
 
 /// The properties of the bus and who follows them, without the sockets: what each message changes, and what is said to
-/// whom for it. Archived values are on the disk before their write is taken.
+/// whom for it. An archived value that nobody else holds, as its owner is away, is on the disk before its write is
+/// taken; one that its owner holds too is written by WriteChanges.
 class PropertyStore {
 public:
     using Peer = int;
@@ -25,6 +26,11 @@ public:
     void Handle(Peer peer, PiclMessage const& message);
     /// The peer is gone: nobody owns its properties now. Their values stay for those who ask.
     void Remove(Peer peer);
+
+    /// Whether archived values have changed since they were written.
+    bool HasChanges() const { return hasChanges_; }
+    /// Writes them, and waits for the disk. A failure is logged.
+    void WriteChanges();
 
 private:
     struct Entry {
@@ -44,10 +50,11 @@ private:
     void Tell(Peer peer, PropertyAddress const& address, Entry const& entry);
     void Refuse(Peer peer, std::string reason);
     void ReadArchive();
-    void WriteArchive();
+    void NoteChange(Entry const& entry);
 
     std::filesystem::path archive_;
     Send send_;
     std::map<PropertyAddress, Entry> entries_;
     std::size_t bytes_ = 0;
+    bool hasChanges_ = false;
 };

@@ -4,12 +4,13 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <utility>
 
 #include "foundation/DebugZones.h"
 
 namespace {
 
-constexpr std::size_t MostAnswers = 1 << 20;  // bytes that wait for a client to read them
+constexpr std::size_t MostAnswers = 1 << 20;  // bytes that may wait for a client when the next answer comes
 
 }  // namespace
 
@@ -49,22 +50,28 @@ void ClientConnection::Read() {
 
 void ClientConnection::Answer(std::string const& bytes) {
     if (broken) return;
-    if (answers.size() + bytes.size() > MostAnswers) {
+    if (answers.size() - sent > MostAnswers) {
         DebugLog(Warning, "a client does not read its answers; they are dropped");
         answers.clear();
+        sent = 0;
         broken = true;
         return;
     }
+    answers.erase(0, std::exchange(sent, 0));
     answers += bytes;
     Flush();
 }
 
 void ClientConnection::Flush() {
-    while (!answers.empty() && !broken) {
-        ssize_t const count = ::send(socket, answers.data(), answers.size(), MSG_NOSIGNAL);
+    while (sent < answers.size() && !broken) {
+        ssize_t const count = ::send(socket, answers.data() + sent, answers.size() - sent, MSG_NOSIGNAL);
         if (count < 0 && (errno == EAGAIN || errno == EINTR)) break;
         if (count < 0) broken = true;
-        if (count > 0) answers.erase(0, static_cast<std::size_t>(count));
+        if (count > 0) sent += static_cast<std::size_t>(count);
+    }
+    if (sent == answers.size()) {
+        answers.clear();
+        sent = 0;
     }
     writeNotifier->setEnabled(!answers.empty() && !broken);
 }

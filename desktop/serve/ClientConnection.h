@@ -20,7 +20,8 @@ struct ClientConnection {
 
     /// Takes what has arrived; notes that the client has ended or is gone.
     void Read();
-    /// Sends bytes, now or when the client reads; one that lets 1 MiB wait is told nothing more.
+    /// Sends bytes, now or when the client reads; one that lets more than 1 MiB wait is told nothing more. One answer
+    /// may be of any size.
     void Answer(std::string const& bytes);
     void Flush();
 
@@ -37,4 +38,5 @@ struct ClientConnection {
     bool ended = false;   // the client sends no more
     bool broken = false;  // nor reads any more
     std::string answers;
+    std::size_t sent = 0;  // bytes of them
 };

@@ -29,19 +29,15 @@ constexpr unsigned MostJobs = 16;  // handed over and not yet done
 }  // namespace
 
 JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& socket, std::string const& host,
-                       unsigned port)
-    : listener_(host, port), bus_(threads, ComponentIdentifiers::JobHandler, socket) {
+                       unsigned port, Say say)
+    : say_(std::move(say)),
+      listener_(host, port),
+      bus_(threads, ComponentIdentifiers::JobHandler, socket),
+      characters_(bus_.Properties(), *this, say_) {
     namespace Group = PropertyGroups;
     command_ = bus_.Own<StringProperty>(PropertyNames::ZPLCommandToProcess, Group::PrintOperations, "");
     response_ = bus_.Own<StringProperty>(PropertyNames::ZPLResponseToProcess, Group::PrintOperations, "");
     response_->SetEveryWriteCounts(true);
-    auto const follow = [&](char const* property, char const* value) {
-        return bus_.Properties().Follow<StringProperty>(ComponentIdentifiers::ZplHost, ExternalAppRegistration::Plain,
-                                                        {property, property, Group::PrintOperations}, value);
-    };
-    formatPrefix_ = follow(PropertyNames::ZPLFormatCharacter, "^");
-    controlPrefix_ = follow(PropertyNames::ZPLControlCharacter, "~");
-    delimiter_ = follow(PropertyNames::ZPLDelimiterCharacter, ",");
 
     acceptNotifier_ = std::make_unique<QSocketNotifier>(listener_.Descriptor(), QSocketNotifier::Read);
     connect(acceptNotifier_.get(), &QSocketNotifier::activated, this, [this] { Accept(); });
@@ -67,12 +63,10 @@ JobHandler::~JobHandler() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-StreamWatch JobHandler::NewWatch() const {
-    auto const character = [](StringProperty const& property, char fallback) {
-        std::string const value = property.Get();
-        return value.empty() ? fallback : value[0];
-    };
-    return {character(*formatPrefix_, '^'), character(*controlPrefix_, '~'), character(*delimiter_, ',')};
+void JobHandler::TellNoise(Connection const& connection) const {
+    if (!connection.watch.IsNoise()) return;
+    say_("a stream of " + std::to_string(connection.jobBytes) + " bytes holds no command: the prefixes are " +
+         characters_.Prefixes());
 }
 
 void JobHandler::Accept() {
@@ -83,7 +77,7 @@ void JobHandler::Accept() {
         ::close(descriptor);
         return;
     }
-    auto& connection = *connections_.emplace_back(std::make_unique<Connection>(descriptor, NewWatch()));
+    auto& connection = *connections_.emplace_back(std::make_unique<Connection>(descriptor, characters_.NewWatch()));
     connection.session = ++lastSession_;
     connect(connection.readNotifier.get(), &QSocketNotifier::activated, this, [this, &connection] {
         connection.Read();
@@ -211,6 +205,9 @@ void JobHandler::SendPacket(Connection& connection, std::size_t size, bool isLas
     packetUnderWay_ = true;
     packetEndsStream_ = isLast;
     if (isLast) {
+        TellNoise(connection);
+        // What is left begins the next stream, and has been watched already.
+        if (connection.buffer.empty()) connection.watch.ForgetBytes();
         jobs_.push_back(&connection);
         connection.jobBytes = 0;
         current_ = nullptr;

@@ -5,6 +5,7 @@
 #include <QtCore/QTimer>
 #include <chrono>
 #include <deque>
+#include <functional>
 #include <list>
 #include <memory>
 #include <string>
@@ -12,6 +13,7 @@
 #include "desktop/serve/BusComponent.h"
 #include "desktop/serve/ClientConnection.h"
 #include "desktop/serve/Listener.h"
+#include "desktop/serve/StreamCharacters.h"
 #include "jobhost/model/NetworkResponse.h"
 
 /// Takes print streams from TCP connections and hands them to the host, one packet at a time and one stream after the
@@ -20,8 +22,12 @@
 /// buffer and holds up nobody.
 class JobHandler : public QObject {
 public:
-    /// Listens; throws std::system_error if the address cannot be had.
-    JobHandler(ThreadFactory& threads, std::filesystem::path const& socket, std::string const& host, unsigned port);
+    using Say = std::function<void(std::string const&)>;
+
+    /// Listens; throws std::runtime_error if the address cannot be had. `say` is told what its user should know.
+    JobHandler(
+        ThreadFactory& threads, std::filesystem::path const& socket, std::string const& host, unsigned port,
+        Say say = [](std::string const&) {});
     ~JobHandler() override;
 
     /// Jobs that were on their way are gone, and will not be reported as done.
@@ -29,6 +35,7 @@ public:
     /// So too when the host has ended. A packet on which it ends twice is dropped with the rest of its stream.
     void HostEnded();
     unsigned Port() const { return listener_.Port(); }
+    bool IsLocal() const { return listener_.IsLocal(); }
 
 private:
     using Connection = ClientConnection;
@@ -44,15 +51,14 @@ private:
     void SendPiece(Connection& connection);
     void SendPacket(Connection& connection, std::size_t size, bool isLast);
     void RemoveFinished();
-    StreamWatch NewWatch() const;
+    void TellNoise(Connection const& connection) const;
 
+    Say say_;
     Listener listener_;
     BusComponent bus_;
+    StreamCharacters characters_;
     std::shared_ptr<StringProperty> command_;
     std::shared_ptr<StringProperty> response_;
-    std::shared_ptr<StringProperty> formatPrefix_;
-    std::shared_ptr<StringProperty> controlPrefix_;
-    std::shared_ptr<StringProperty> delimiter_;
     std::unique_ptr<QSocketNotifier> acceptNotifier_;
     std::list<std::unique_ptr<Connection>> connections_;
     Connection* current_ = nullptr;  // whose stream is open

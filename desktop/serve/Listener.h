@@ -5,7 +5,8 @@
 /// A socket that takes TCP connections, without waiting for them.
 class Listener {
 public:
-    /// `host` is an IPv4 address; port 0 picks a free one. Throws std::system_error if the address cannot be had.
+    /// `host` is an IPv4 address, or a name that has one; port 0 picks a free one. Throws std::runtime_error if the
+    /// address cannot be had.
     Listener(std::string const& host, unsigned port);
     ~Listener();
     Listener(Listener const&) = delete;
@@ -13,10 +14,13 @@ public:
 
     int Descriptor() const { return descriptor_; }
     unsigned Port() const { return port_; }
+    /// Whether only this machine reaches it.
+    bool IsLocal() const { return local_; }
     /// The descriptor of the next connection; negative if there is none.
     int Accept() const;
 
 private:
-    int descriptor_;
+    int descriptor_ = -1;
     unsigned port_ = 0;
+    bool local_ = false;
 };

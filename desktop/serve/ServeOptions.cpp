@@ -7,12 +7,27 @@
 namespace {
 
 template <typename T>
-T Number(std::string const& option, std::string_view text, T low, T high) {
+std::optional<T> Number(std::string_view text, T high) {
     T value{};
     auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size() || !(value >= low) || !(value <= high))
-        throw UsageError(option + " cannot be \"" + std::string(text) + "\"");
-    return value;
+    bool const isNumber = error == std::errc() && end == text.data() + text.size();
+    return isNumber && value >= T{} && value <= high ? std::optional(value) : std::nullopt;
+}
+
+/// "HOST:PORT", or "PORT" for the host that is set already.
+void ReadAddress(std::string const& text, ServeOptions& options) {
+    auto const colon = text.rfind(':');
+    if (colon != std::string::npos) options.host = text.substr(0, colon);
+    auto const port = Number(std::string_view(text).substr(colon == std::string::npos ? 0 : colon + 1), 65535U);
+    if (!port || options.host.empty())
+        throw UsageError("--listen is HOST:PORT, with a PORT of 0 to 65535, not \"" + text + "\"");
+    options.port = *port;
+}
+
+double Speed(std::string const& text) {
+    auto const speed = Number(text, 1000.0);
+    if (!speed) throw UsageError("--speed is 0 to 1000 inches a second, not \"" + text + "\"");
+    return *speed;
 }
 
 }  // namespace
@@ -27,16 +42,13 @@ ServeOptions ParseServeOptions(std::vector<std::string> const& arguments) {
             return arguments[++i];
         };
         if (option == "--listen") {
-            std::string const address = value();
-            auto const colon = address.rfind(':');
-            if (colon != std::string::npos) options.host = address.substr(0, colon);
-            options.port = Number(option, address.substr(colon == std::string::npos ? 0 : colon + 1), 0U, 65535U);
+            ReadAddress(value(), options);
         } else if (option == "--out") {
             options.outputFolder = value();
         } else if (option == "--state") {
             options.stateFolder = value();
         } else if (option == "--speed") {
-            options.speed = Number(option, value(), 0.0, 1000.0);
+            options.speed = Speed(value());
         } else if (option == "--pause-on-start") {
             options.pauseOnStart = true;
         } else if (option == "--preview") {
@@ -63,7 +75,8 @@ char const* ServeHelp() {
 
 A virtual label printer: any program can print to it. Each page becomes a file JOB-PAGE.png.
 
-  --listen HOST:PORT  where it takes print streams (default 127.0.0.1:9100; port 0 picks a free one)
+  --listen HOST:PORT  where it takes print streams (default 127.0.0.1:9100; port 0 picks a free one);
+                      HOST is an IPv4 address or a name that has one
   --out DIR           where the pages go (default: the current folder)
   --dpi N             resolution of the printer: 203 (default), 300 or 600
   --size WxH          size of the label part (default 4x6in)

@@ -10,9 +10,11 @@ void StreamWatch::Append(std::string_view bytes) {
         encoding_ = encoding;
         if (command) Note(*command);
     }
+    hasText_ = hasText_ || bytes.find_first_not_of(std::string_view(" \t\r\n\0", 5)) != std::string_view::npos;
     char const prefixes[] = {formatPrefix_, controlPrefix_};
     if (auto const last = bytes.find_last_of({prefixes, 2}); last != std::string_view::npos) {
         tail_ = bytes.substr(last, Letters);
+        hasPrefix_ = true;
     } else if (tail_.size() < Letters && !tail_.empty()) {
         tail_ += bytes.substr(0, Letters - tail_.size());
     }

@@ -18,6 +18,9 @@ public:
     bool InLetters() const;
     /// Whether the stream breaks off in a command that brings data along, which may take its time.
     bool InDownload() const;
+    /// Whether bytes have come since ForgetBytes that are no blanks, but among them neither prefix.
+    bool IsNoise() const { return hasText_ && !hasPrefix_; }
+    void ForgetBytes() { hasText_ = hasPrefix_ = false; }
     /// Bytes up to the end of the last format; 0 if none has ended.
     std::uint64_t LastFormatEnd() const { return lastFormatEnd_; }
 
@@ -30,6 +33,8 @@ private:
     ZplTokenizer tokenizer_;
     Encoding encoding_ = Encoding::SingleByte;
     bool inFormat_ = false;
+    bool hasText_ = false;
+    bool hasPrefix_ = false;
     std::uint64_t lastFormatEnd_ = 0;
     std::string tail_;  // what stands behind the last prefix, the prefix included, as far as it matters
 };

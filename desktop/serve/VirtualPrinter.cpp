@@ -10,6 +10,7 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QProcessEnvironment>
 #include <QtCore/QTimer>
+#include <cerrno>
 #include <cstdio>
 #include <thread>
 
@@ -49,16 +50,26 @@ void EndWithThisProcess(QProcess& process) {
     });
 }
 
+/// Makes a folder in which files can be written.
+void MakeFolder(std::filesystem::path const& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (!error && ::access(folder.c_str(), W_OK) != 0) error = {errno, std::generic_category()};
+    if (error) throw std::system_error(error, "cannot write " + folder.string());
+}
+
 ServeOptions const& Checked(ServeOptions const& options) {
     if (options.preview && !HasDisplay())
         throw UsageError("--preview needs a display: neither DISPLAY nor WAYLAND_DISPLAY is set");
+    MakeFolder(options.outputFolder);
     return options;
 }
 
 std::filesystem::path StateFolder(ServeOptions const& options) {
     auto const folder = options.stateFolder.empty() ? AppSettings::GetInstance().StorageDir() / "printer"
                                                     : std::filesystem::absolute(options.stateFolder);
-    std::filesystem::create_directories(folder / "zplhost");
+    MakeFolder(folder);
+    MakeFolder(folder / "zplhost");
     return folder;
 }
 
@@ -94,7 +105,7 @@ void VirtualPrinter::Begin() {
     Start(server_, "propertyserver",
           {QString::fromStdString(socket.string()), QString::fromStdString((state_ / "properties.json").string())});
     for (int i = 0; i < 500 && !std::filesystem::exists(socket); ++i) std::this_thread::sleep_for(2ms);
-    handler_ = std::make_unique<JobHandler>(threads_, socket, options_.host, options_.port);
+    handler_ = std::make_unique<JobHandler>(threads_, socket, options_.host, options_.port, Say);
     driver_ = std::make_unique<PrintDriver>(
         threads_, socket,
         PrintDriver::Options{runtime_.Path() / "jobs", std::filesystem::absolute(options_.outputFolder), options_.dpi,
@@ -108,7 +119,7 @@ void VirtualPrinter::Begin() {
     Start(host_, "../plugin/zplhost", {});
     if (options_.preview) OpenPreview();
     connect(&terminal_, &QSocketNotifier::activated, this, [this] { ReadTerminal(); });
-    if (options_.host != "127.0.0.1")
+    if (!handler_->IsLocal())
         std::fprintf(stderr, "zpl: every machine that reaches %s can print here\n", options_.host.c_str());
     Say("printer at " + options_.host + ":" + std::to_string(handler_->Port()) + ", pages go to " +
         options_.outputFolder.string());
@@ -179,7 +190,7 @@ void VirtualPrinter::Start(QProcess& process, char const* program, QStringList c
     auto const started = std::make_shared<QElapsedTimer>();
     connect(&process, &QProcess::started, this, [started] { started->start(); });
     connect(&process, &QProcess::finished, this,
-            [this, &process, started, name = std::string(program), pause = RestartPause]() mutable {
+            [this, &process, started, name = path.filename().string(), pause = RestartPause]() mutable {
                 if (ending_) return;
                 DebugLog(Error, name + " has ended; it is started again");
                 pause = started->hasExpired(EndsAtOnce.count()) ? RestartPause : std::min(2 * pause, LongestPause);

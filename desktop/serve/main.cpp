@@ -15,6 +15,9 @@ int main(int argc, char** argv) {
     sigemptyset(&signals);
     sigaddset(&signals, SIGTERM);
     sigaddset(&signals, SIGINT);
+    // The terminal may go, unless this was started to outlive it.
+    struct sigaction hangUp {};
+    if (sigaction(SIGHUP, nullptr, &hangUp) == 0 && hangUp.sa_handler != SIG_IGN) sigaddset(&signals, SIGHUP);
     try {
         ServeOptions const options = ParseServeOptions({argv + 1, argv + argc});
         if (options.help) return std::fputs(ServeHelp(), stdout) < 0 ? 2 : 0;

@@ -58,7 +58,7 @@ bool StoreObject(std::filesystem::path const& folder, ObjectName const& name, st
     if (others + SpaceOf(bytes.size()) > MaximumStoredBytes) return refuse(LogTopic::Limit, "its device is full");
     std::error_code error;
     std::filesystem::create_directories(path.parent_path(), error);
-    if (!error) error = WriteFileAtomically(path, bytes);
+    if (!error) error = WriteFileAtomically(path, bytes, WholeAfter::PowerLoss);
     if (error) return refuse(LogTopic::File, error.message());
     used = others + SpaceOf(bytes.size());
     return true;

@@ -47,12 +47,22 @@ Scripting::PrinterStatus PrinterContext::Status() const {
     status.continuousMedia = part.GetIsContinuous();
     status.partLength = static_cast<unsigned>(std::lround(part.GetHeight() * designDpi_.Value()));
     status.paused = model_.GetPrintJobStatusProperty()->Get() == "Print Paused";
-    if (auto const job = PrintEngine::Printing::JobMetaData::Read(model_.GetCurrentJobPath())) {
-        unsigned const printed = model_.GetCurrentPrintingPageProperty()->Get();
-        status.labelsRemaining = job->totalPages - std::min(printed, job->totalPages);
-    }
+    unsigned const pages = PagesOfCurrentJob();
+    status.labelsRemaining = pages - std::min(model_.GetCurrentPrintingPageProperty()->Get(), pages);
     if (requests_.status) requests_.status(status);
     return status;
+}
+
+/// Hosts poll the state, and the metadata of a job may be long: they are read once.
+unsigned PrinterContext::PagesOfCurrentJob() const {
+    std::string const path = model_.GetCurrentJobPath();
+    if (path != jobPath_) {
+        auto const job = PrintEngine::Printing::JobMetaData::Read(path);
+        if (!job) return 0;
+        jobPath_ = path;
+        jobPages_ = job->totalPages;
+    }
+    return jobPages_;
 }
 
 void PrinterContext::CancelAll() { Ask(requests_.cancelAll); }

@@ -67,6 +67,8 @@ public:
     std::string TakeTagLog() override { return std::exchange(tagLog_, {}); }
 
 private:
+    unsigned PagesOfCurrentJob() const;
+
     ZPLProcessorInterface& model_;
     std::shared_ptr<StringProperty> formatPrefix_;
     std::shared_ptr<StringProperty> controlPrefix_;
@@ -76,5 +78,7 @@ private:
     std::shared_ptr<Clock const> clock_;
     Requests requests_;
     std::string tagLog_;
+    mutable std::string jobPath_;  // of the job whose pages were counted last
+    mutable unsigned jobPages_ = 0;
     std::shared_ptr<PrinterFeatureCheckerInterface const> checker_;
 };

@@ -1,9 +1,9 @@
 #include "plugin/preview/PreviewPlugin.h"
 
-#include <QtCore/QDir>
 #include <QtGui/QImage>
 #include <QtQml/QQmlApplicationEngine>
 #include <QtQuick/QQuickWindow>
+#include <filesystem>
 #include <stdexcept>
 
 #include "plugin/TQTWSProcessorInterface.h"
@@ -47,8 +47,9 @@ void PreviewPlugin::KeepPicture(QQuickWindow& window, QString const& file) {
     connect(&pictureTimer_, &QTimer::timeout, &window, [&window, file] {
         QString const temporary = file + QStringLiteral(".tmp");
         if (!window.grabWindow().save(temporary, "png")) return;
-        QDir().remove(file);
-        QDir().rename(temporary, file);
+        // Replaces the one before in one step.
+        std::error_code error;
+        std::filesystem::rename(temporary.toStdString(), file.toStdString(), error);
     });
     pictureTimer_.start(Milliseconds);
 }

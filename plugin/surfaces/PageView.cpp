@@ -30,6 +30,7 @@ void PageView::setFolder(QString const& folder) {
     folder_ = folder;
     pageCount_ = 0;
     jobName_.clear();
+    Q_EMIT pageCountChanged();
     if (!folder_.isEmpty()) watcher_.addPath(folder_);
     ReadJob();
     Q_EMIT folderChanged();

@@ -61,7 +61,7 @@ Item {
                     text: "Follow"
                     focusPolicy: Qt.NoFocus
                     checked: surface.follows
-                    onToggled: checked ? surface.followAgain() : surface.turnTo(surface.page)
+                    onToggled: checked ? surface.followAgain() : surface.follows = false
                 }
                 Separator {}
                 Button { text: "\u2212"; onClicked: surface.zoomOut() }
@@ -71,8 +71,8 @@ Item {
                     Layout.minimumWidth: 52
                 }
                 Button { text: "+"; onClicked: surface.zoomIn() }
-                Button { text: "Fit"; checkable: true; checked: surface.zoom === 0; onClicked: surface.zoom = 0 }
-                Button { text: "Dots"; checkable: true; checked: surface.zoom === 1; onClicked: surface.zoom = 1 }
+                Button { text: "Fit"; highlighted: surface.zoom === 0; onClicked: surface.zoom = 0 }
+                Button { text: "Dots"; highlighted: surface.zoom === 1; onClicked: surface.zoom = 1 }
                 Item { Layout.fillWidth: true }
             }
         }

@@ -20,6 +20,7 @@ Rectangle {
     readonly property var zoomSteps: [0.1, 0.25, 0.5, 0.75, 1, 2, 3, 4, 6, 8]
 
     function turnTo(number) {
+        if (pageCount === 0) return
         follows = false
         page = Math.max(0, Math.min(number, pageCount - 1))
     }
@@ -40,6 +41,9 @@ Rectangle {
     }
 
     color: "#d8d8d8"
+
+    // Another job may have fewer pages.
+    onPageCountChanged: if (pageCount > 0 && page >= pageCount) page = pageCount - 1
 
     Connections {
         target: TQTWSProcessorInterface
@@ -67,7 +71,7 @@ Rectangle {
         visible: text.length > 0
         padding: 8
         background: Rectangle { color: "#f8f8f8"; border.color: "#909090"; radius: 4 }
-        text: label.dots.width === 0 && surface.follows ? "There is no page to show yet"
+        text: label.dots.width === 0 && (surface.follows || surface.pageCount === 0) ? "There is no page to show yet"
             : !label.isShown && !surface.follows ? "Page " + (surface.page + 1) + " is printed already, or not rendered yet"
             : ""
     }

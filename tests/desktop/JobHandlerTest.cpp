@@ -42,6 +42,7 @@ protected:
             Respond(Processing, std::nullopt);
             if (packet->payload.find("~HS") != std::string::npos) Respond(Answer, std::string("\x02 ok\xFF\0\r\n", 8));
             if (packet->payload.find("echo") != std::string::npos) Respond(Answer, packet->payload);
+            if (packet->payload.find("large") != std::string::npos) Respond(Answer, std::string(3'000'000, 'x'));
             bool const isLast = packet->Command == Packet::EndOfStream;
             bool const isJob = packet->payload.find("^XZ") != std::string::npos;
             if (isLast && !isJob) Respond(Done, std::nullopt);
@@ -81,7 +82,7 @@ protected:
         std::string bytes;
         for (int i = 0; i < 2000 && bytes.size() < size; ++i) {
             QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-            char buffer[256];
+            char buffer[64 * 1024];
             ssize_t const count = ::recv(client, buffer, sizeof buffer, MSG_DONTWAIT);
             if (count > 0) bytes.append(buffer, static_cast<std::size_t>(count));
             if (count == 0) break;
@@ -135,6 +136,13 @@ TEST_F(JobHandlerTest, GivesEachClientItsOwnAnswers) {
         EXPECT_EQ(Read(clients[i], expected[i].size()), expected[i]);
         ::close(clients[i]);
     }
+}
+
+TEST_F(JobHandlerTest, OneAnswerMayBeLarge) {
+    int const client = Connect();
+    ASSERT_EQ(::send(client, "~large", 6, 0), 6);
+    EXPECT_EQ(Read(client, 3'000'000), std::string(3'000'000, 'x'));
+    ::close(client);
 }
 
 TEST_F(JobHandlerTest, PagesAnswerTheSenderOfTheirJob) {

@@ -89,6 +89,42 @@ TEST(PrinterFaults, FoldersThatVanish) {
     EXPECT_NE(printer.Log().find("/kept-"), std::string::npos) << "the page that could not be kept is printed again";
 }
 
+std::size_t Count(std::string const& text, std::string const& part) {
+    std::size_t count = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
+    return count;
+}
+
+TEST(PrinterFaults, AreToldOnce) {
+    VirtualPrinterProcess printer({"--speed", "0"});
+    ASSERT_TRUE(Prints(printer, "before"));
+    printer.KillChild("propertyserver");
+    ASSERT_TRUE(Prints(printer, "after"));
+    EXPECT_LE(Count(printer.Log(), "the property server is lost"), 2U) << "by each process once";
+    EXPECT_EQ(Count(printer.Log(), "propertyserver has ended"), 1U);
+    EXPECT_EQ(printer.End(SIGHUP), 0);
+    for (auto const& entry : std::filesystem::directory_iterator(printer.Folder()))
+        EXPECT_FALSE(entry.path().filename().string().starts_with("zpl-serve-")) << entry.path();
+}
+
+TEST(PrinterFaults, OtherPrefixesAreTold) {
+    TemporaryDirectory const folder;
+    {
+        VirtualPrinterProcess printer({"--speed", "0"}, folder.Path());
+        printer.Print("^XA^CC*^XZ");
+        ASSERT_TRUE(
+            printer.Until([&] { return printer.Log().find("the format prefix is *, not ^") != std::string::npos; }));
+        printer.Print("\r\n");
+        printer.Print(Label("swallowed"));
+        EXPECT_TRUE(printer.Until([&] { return printer.Log().find("holds no command") != std::string::npos; }));
+        EXPECT_EQ(Count(printer.Log(), "holds no command"), 1U);
+    }
+    VirtualPrinterProcess printer({"--speed", "0"}, folder.Path());
+    EXPECT_TRUE(printer.Until([&] { return printer.Log().find("the format prefix is *") != std::string::npos; }));
+    printer.Print("*CC^");
+    EXPECT_TRUE(Prints(printer, "again"));
+}
+
 TEST(PrinterFaults, ClientsThatDoNotRead) {
     VirtualPrinterProcess printer({"--speed", "0"});
     int const deaf = printer.Connect();

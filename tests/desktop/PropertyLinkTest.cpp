@@ -11,6 +11,7 @@
 
 #include "desktop/bus/PropertyServer.h"
 #include "foundation/DebugZones.h"
+#include "foundation/Files.h"
 #include "propertybus/PICLIF.h"
 #include "propertybus/PublishingPropertyManager.h"
 #include "propertybus/ThreadFactory.h"
@@ -180,6 +181,20 @@ TEST_F(PropertyLinkTest, ArchivedValuesComeBackWithoutTheServer) {
         auto const own = owner.properties->CreateArchived<UInt32Property>(name_, 7U);
         EXPECT_EQ(own->Get(), 7U + start);
         own->Set(own->Get() + 1);
+    }
+}
+
+TEST_F(PropertyLinkTest, ArchivesAreWrittenWhileEverythingRuns) {
+    Server const server(folder_.Path());
+    Peer owner(folder_.Path(), "A");
+    auto const own = owner.properties->CreateArchived<UInt32Property>(name_, 7U);
+    for (std::uint32_t value = 0; value < 300; ++value) own->Set(value);
+    auto const end = std::chrono::steady_clock::now() + 10s;
+    for (char const* const file : {"A.json", "archive"}) {
+        while (ReadRegularFile(folder_ / file).find("\"299\"") == std::string::npos) {
+            ASSERT_LT(std::chrono::steady_clock::now(), end) << file;
+            std::this_thread::sleep_for(5ms);
+        }
     }
 }
 

@@ -59,6 +59,9 @@ TEST_F(PropertyStoreTest, AWriteWithoutAnOwnerIsTakenOver) {
 TEST_F(PropertyStoreTest, ArchivedValuesSurviveRestarts) {
     Do(1, Type::Publish, "a", true);
     Do(1, Type::Set, "b");
+    EXPECT_TRUE(store_->HasChanges()) << "the owner holds it too, and its disk is not waited for";
+    store_->WriteChanges();
+    EXPECT_FALSE(store_->HasChanges());
     Start();
     EXPECT_EQ(Do(2, Type::Subscribe), "2:P absent");
     EXPECT_EQ(Do(1, Type::Publish, "newer", true), "2:P=newer");
@@ -66,6 +69,7 @@ TEST_F(PropertyStoreTest, ArchivedValuesSurviveRestarts) {
     Do(2, Type::Set, "while away");
     Start();
     EXPECT_EQ(Do(1, Type::Publish, "newer", true), "1:P=while away");
+    store_->WriteChanges();
     Start();
     EXPECT_EQ(Do(1, Type::Publish, "own", true), "");
 }

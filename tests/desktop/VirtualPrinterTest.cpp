@@ -137,6 +137,29 @@ TEST(VirtualPrinter, GoesOnWhenProcessesAreKilled) {
     EXPECT_EQ(printer->End(SIGTERM), 0);
 }
 
+/// A field of the first line of the answer to `~HS`.
+std::string HostStatus(VirtualPrinterProcess const& printer, unsigned field) {
+    int const client = printer.Connect();
+    printer.Write(client, "~HS");
+    char answer[256];
+    ssize_t const size = ::recv(client, answer, sizeof answer, 0);
+    ::close(client);
+    std::string text(answer, size > 0 ? static_cast<std::size_t>(size) : 0);
+    for (; field > 0; --field) text.erase(0, text.find(',') + 1);
+    return text.substr(0, text.find(','));
+}
+
+TEST(VirtualPrinter, TellsHostsHowManyFormatsWait) {
+    constexpr unsigned FormatsInBuffer = 4;
+    VirtualPrinterProcess printer({"--speed", "0", "--pause-on-start"});
+    for (int i = 0; i < 3; ++i) printer.Print(Label("waits"));
+    ASSERT_TRUE(printer.Until([&] { return printer.Jobs().size() == 3; }));
+    EXPECT_EQ(HostStatus(printer, FormatsInBuffer), "003");
+    printer.Type("resume");
+    EXPECT_TRUE(printer.Until([&] { return printer.Jobs().empty() && HostStatus(printer, FormatsInBuffer) == "000"; }));
+    EXPECT_EQ(printer.Kept().size(), 3U);
+}
+
 // Every page waits for its tag, also the one that printing goes on from.
 TEST(VirtualPrinter, PlaysATagForEveryPage) {
     VirtualPrinterProcess printer({"--speed", "0", "--tag", "epc=30AB"});

@@ -218,6 +218,26 @@ TEST_F(PreviewTest, TurnsPages) {
     EXPECT_EQ(BlackRows(surface), 2);
 }
 
+TEST_F(PreviewTest, TurnsFromJobToJob) {
+    TemporaryDirectory const shorter;
+    TemporaryDirectory const nothing;
+    PrintEngine::Printing::JobMetaData{.jobName = "shorter", .totalPages = 2}.Write(shorter.Path());
+    auto const folder = [](auto const& path) { return QString::fromStdString(path.string()); };
+    Surface surface(QStringLiteral("PrintPreviewSurface"));
+    surface.Set("folder", QString());
+    surface.Call("turnTo", 3);
+    EXPECT_TRUE(surface.Value("follows").toBool()) << "there was nothing to turn to";
+    surface.Set("folder", folder(folder_.Path()));
+    surface.Call("turnTo", 8);
+    EXPECT_EQ(surface.Value("page").toInt(), 8);
+    surface.Set("folder", folder(shorter.Path()));
+    EXPECT_EQ(surface.Value("page").toInt(), 1);
+    EXPECT_EQ(surface.Value("jobName").toString().toStdString(), "shorter");
+    surface.Set("folder", folder(nothing.Path()));
+    EXPECT_EQ(surface.Value("pageCount").toInt(), 0);
+    EXPECT_EQ(surface.Value("jobName").toString().toStdString(), "");
+}
+
 TEST_F(PreviewTest, ZoomsDotForDot) {
     Print(3);
     Surface surface(QStringLiteral("PrintPreviewSurface"));
