@@ -76,9 +76,10 @@ TEST(TagCommands, RecordTheOperationsOfTheirLabel) {
 }
 
 TEST(TagCommands, WithoutAnOperationMakeNoLabel) {
-    EXPECT_EQ(Printed("^XA^RS8^RW20^RB64,32,32^RZ12^XZ"), "");
+    std::string const none = "finding the stream holds no printable label\n";
+    EXPECT_EQ(Printed("^XA^RS8^RW20^RB64,32,32^RZ12^XZ"), none);
     EXPECT_EQ(Printed("^XA^RFW^FDxyz^FS^RFW^FS^RZ1f^RLM^XZ"),
-              "finding tag data are not what the command's format says; nothing is written\n");
+              "finding tag data are not what the command's format says; nothing is written\n" + none);
 }
 
 TEST(TagCommands, WriteWhatIsPrinted) {
