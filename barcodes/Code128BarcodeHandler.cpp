@@ -37,12 +37,14 @@ void ModeURenderFunc(ContextProcessor& processor, bool printLine, bool lineAbove
     target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
     std::string const data = processor.at(ZplContextKeys::FieldData);
     bool const validates = processor.at(ZplContextKeys::EnableBarcodeValidation);
-    if (auto const message = validates ? GetBarcodeErrorMessage(Code128::ModeUValidation(data)) : std::nullopt) {
+    auto const message = GetBarcodeErrorMessage(Code128::ModeUValidation(data));
+    if (message && validates) {
         HandleBarcodeError(processor, *message, false);
         return;
     }
-    std::string const digits = validates ? Code128::ModeUEncoderInputTransformWithoutPadding(data)
-                                         : Code128::ModeUEncoderInputTransformWithPadding(data);
+    BarcodeTransform const transform =
+        validates ? Code128::ModeUEncoderInputTransformWithoutPadding : Code128::ModeUEncoderInputTransformWithPadding;
+    std::string const digits = message ? RepairBarcodeData(processor, data, *message, transform) : transform(data);
     if (auto const model = Code128Encoder::Encode(digits, Code128EncodeMode::Ucc))
         DrawLinearBarcode(processor, *model, LinearBarcodeStyle::Fixed(processor, printLine, lineAbove),
                           Code128::ModeUTransformHRText(data, !validates));

@@ -71,9 +71,11 @@ TEST(BarcodeFrame, RepairsRefusedData) {
     // The line shows the data as they came.
     EXPECT_EQ(Draw(bench, "^BY2,3,50^FO100,40^FD1x2"),
               "image 100,40 18x50 from 18x50 pixels\ntext 69,96 '1x27' A 2x2\n");
-    EXPECT_TRUE(bench.reports.empty());
+    EXPECT_EQ(
+        bench.reports[0],
+        "a barcode is made of \"12\" in place of the data \"1x2\": the symbology has not all of their characters");
     EXPECT_EQ(Draw(bench, "^FO100,40^FD1x2", false, {}), "");
-    EXPECT_EQ(bench.reports.size(), 1U);
+    EXPECT_EQ(bench.reports.size(), 2U);
 }
 
 TEST(BarcodeFrame, DrawsTheErrorWithValidation) {
