@@ -61,7 +61,8 @@ void PrintDriver::PublishProperties() {
     canSend_->SetEveryWriteCounts(true);
     // The host waits for these two, so everything else is there when they are.
     path_ = driver_.Own<StringProperty>(JobToPrintPathName, Group::PrintOperations, JobFileSystemStrings::NoPage);
-    status_ = driver_.Own<StringProperty>(PrintJobStatus, Group::PrintOperations, "");
+    status_ =
+        driver_.Own<StringProperty>(PrintJobStatus, Group::PrintOperations, options_.paused ? "Print Paused" : "");
 
     OnMain(resume_, [this](std::string const& value) {
         if (value != "true") return;
@@ -224,12 +225,16 @@ void PrintDriver::PausePrinting(char const* status) {
 void PrintDriver::Pause() {
     options_.paused = true;
     if (state_ == State::Printing) PausePrinting("Print Paused");
+    if (state_ == State::Idle) status_->Set("Print Paused");
 }
 
 void PrintDriver::Resume() {
     options_.paused = false;
     pausePrinting_->Set(false);
-    if (state_ == State::Idle) return StartNext();
+    if (state_ == State::Idle) {
+        status_->Set("");
+        return StartNext();
+    }
     // The host renders the pages anew and then says from where to go on.
     if (state_ == State::Paused)
         driver_.Write(ComponentIdentifiers::ZplHost, PropertyNames::ZplUnPause, std::to_string(next_));
@@ -274,6 +279,8 @@ void PrintDriver::FinishJob() {
     status_->Set("");
     path_->Set(JobFileSystemStrings::NoPage);
     page_->Set(0);
+    // Hosts ask whether the printer is paused, also while it has nothing to print.
+    if (options_.paused) status_->Set("Print Paused");
     scanTimer_.start(0);
 }
 
