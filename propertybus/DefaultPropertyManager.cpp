@@ -1,5 +1,7 @@
 #include "propertybus/DefaultPropertyManager.h"
 
+#include <utility>
+
 #include "foundation/DebugZones.h"
 #include "propertybus/ThreadFactory.h"
 
@@ -89,6 +91,8 @@ void DefaultPropertyManager::Post(PiclMessage message) {
 void DefaultPropertyManager::PostLinkUp() {
     {
         std::lock_guard const lock(mutex_);
+        // What comes later announces itself, and its writes are on this link already.
+        for (auto& [address, entry] : entries_) entry.unannounced = true;
         work_.emplace_back([this] { AnnounceAll(); });
     }
     wakeDelivery_.notify_all();
@@ -131,8 +135,11 @@ void DefaultPropertyManager::AnnounceAll() {
     std::map<PropertyAddress, Entry> entries;
     {
         std::lock_guard const lock(mutex_);
-        for (auto& [address, entry] : entries_) entry.answered = entry.available = false;
-        entries = entries_;
+        for (auto& [address, entry] : entries_) {
+            if (!std::exchange(entry.unannounced, false)) continue;
+            entry.answered = entry.available = false;
+            entries.emplace(address, entry);
+        }
     }
     for (auto const& [address, entry] : entries) {
         // What this process wrote goes first: an older value that somebody else still holds must not undo it.

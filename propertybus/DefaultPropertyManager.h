@@ -61,6 +61,7 @@ private:
         bool archived = false;
         bool answered = false;
         bool available = false;
+        bool unannounced = false;  // on the link that is up now
     };
 
     bool Send(PiclMessage const& message);
