@@ -22,8 +22,6 @@ public:
     void Start(std::string_view jobName);
     void End();
     /// The job's folder; empty before Start.
-    /// Puts an empty page where one cannot be drawn.
-    void RenderBlank(unsigned page);
     std::filesystem::path const& JobPath() const { return jobPath_; }
 
     /// Number of pages, in 32-bit arithmetic.
@@ -31,6 +29,8 @@ public:
     /// The page count after which printing pauses next, seen from `page`.
     std::optional<unsigned> NextPauseIndex(unsigned page) const;
     void RenderLabel(unsigned page);
+    /// Puts an empty page where one cannot be drawn.
+    void RenderBlank(unsigned page);
     /// Whether `page` is the first copy of a label other than the first. (The spelling is part of the interface.)
     bool IsFormatBoundry(unsigned page) const;
     /// Whether `page` is the last copy of the last label. Beyond the end this is so only if that label has one copy.
