@@ -11,7 +11,10 @@
 
 namespace {
 
-sockaddr_in AddressOf(std::string const& host, unsigned port) {
+sockaddr_in AddressOf(std::string host, unsigned port) {
+    // Also where no list of hosts names it (RFC 6761).
+    if (host == "localhost") host = "127.0.0.1";
+    if (host.find(':') != host.npos) throw std::runtime_error("cannot listen at " + host + ": it is no IPv4 address");
     addrinfo hints{};
     hints.ai_family = AF_INET;
     hints.ai_socktype = SOCK_STREAM;

@@ -57,11 +57,10 @@ Item {
                 }
                 Button { text: "Next"; enabled: surface.page < surface.pageCount - 1; onClicked: surface.turnTo(surface.page + 1) }
                 Button { text: "Last"; enabled: surface.page < surface.pageCount - 1; onClicked: surface.turnTo(surface.pageCount - 1) }
-                CheckBox {
+                Button {
                     text: "Follow"
-                    focusPolicy: Qt.NoFocus
-                    checked: surface.follows
-                    onToggled: checked ? surface.followAgain() : surface.follows = false
+                    highlighted: surface.follows
+                    onClicked: surface.follows ? surface.follows = false : surface.followAgain()
                 }
                 Separator {}
                 Button { text: "\u2212"; onClicked: surface.zoomOut() }

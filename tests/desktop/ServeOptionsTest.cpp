@@ -30,7 +30,7 @@ TEST(ServeOptions, SaysWhatIsAllowed) {
              {{"--listen", ":9100"}, address + "\":9100\""},
              {{"--listen", "127.0.0.1:99999"}, address + "\"127.0.0.1:99999\""},
              {{"--listen", "127.0.0.1:"}, address + "\"127.0.0.1:\""},
-             {{"--listen", "[::1]:0"}, "cannot listen at [::1]: Name or service not known"},
+             {{"--listen", "[::1]:0"}, "cannot listen at [::1]: it is no IPv4 address"},
              {{"--listen", "8.8.8.8:0"}, "cannot listen at 8.8.8.8:0: Cannot assign requested address"},
              {{"--speed", "-1"}, "--speed is 0 to 1000 inches a second, not \"-1\""},
              {{"--speed", "fast"}, "--speed is 0 to 1000 inches a second, not \"fast\""},

@@ -76,6 +76,14 @@ public:
         window_.show();
         Settle();
     }
+    Surface(Surface const&) = delete;
+    Surface& operator=(Surface const&) = delete;
+    /// What the scene puts off is done while there is a scene, and not left over at the end of the process.
+    ~Surface() {
+        object_.reset();
+        Settle();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
     static void Settle() {
         for (int i = 0; i < 5; ++i) QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
     }
