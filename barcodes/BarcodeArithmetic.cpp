@@ -1,30 +1,11 @@
-#include <locale.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
-#include <cstdlib>
-#include <stdexcept>
 
 #include "barcodes/BarcodeFrame.h"
 #include "frontend/stream/Ascii.h"
+#include "frontend/stream/PlainNumber.h"
 
 namespace ZplCore {
-
-namespace {
-
-/// The standard conversion to float in the C locale: the point is a point whatever the process's locale says.
-float ToFloat(std::string const& text) {
-    static locale_t const plain = ::newlocale(LC_NUMERIC_MASK, "C", nullptr);
-    char* end = nullptr;
-    errno = 0;
-    float const value = ::strtof_l(text.c_str(), &end, plain);
-    if (end == text.c_str()) throw std::invalid_argument("stof");
-    if (errno == ERANGE) throw std::out_of_range("stof");
-    return value;
-}
-
-}  // namespace
 
 unsigned ComputeWideBarWidth(unsigned narrow, float ratio) {
     if (narrow == 0) return 0;
@@ -39,7 +20,7 @@ float ParseRatio(std::string const& text) {
     std::string prefix = text.substr(0, text.find_first_not_of("0123456789."));
     // One decimal counts.
     if (prefix.size() > 1 && prefix[1] == '.') prefix.resize(3, '\0');
-    return ToFloat(prefix);
+    return ToPlainNumber<float>(prefix);
 }
 
 bool CheckRatio(float ratio) { return 2.0F <= ratio && ratio <= 3.0F; }
@@ -68,10 +49,7 @@ InterpretationText AddGuardsAndAppendCheckDigit(bool appendCheckDigit, char lead
     };
 }
 
-std::string ConvertToUpper(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), [](char c) { return ToAsciiUpper(c); });
-    return text;
-}
+std::string ConvertToUpper(std::string_view text) { return ToAsciiUpper(text); }
 
 BarcodeTransform KeepCharacters(std::string_view alphabet) {
     return [alphabet = std::string(alphabet)](std::string const& text) {

@@ -111,7 +111,7 @@ unsigned ClampMagnificationFactor(Scripting::Dpi dpi, unsigned value, unsigned l
 /// Makes lines of `leading`, the transformed data, the check digits if wanted, and `trailing`.
 InterpretationText AddGuardsAndAppendCheckDigit(bool appendCheckDigit, char leading, char trailing,
                                                 BarcodeTransform transform);
-std::string ConvertToUpper(std::string text);
+std::string ConvertToUpper(std::string_view text);
 /// Leaves out every character that is not in `alphabet`.
 BarcodeTransform KeepCharacters(std::string_view alphabet);
 

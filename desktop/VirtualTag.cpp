@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <set>
 
 #include "desktop/CommandLine.h"
@@ -22,11 +21,8 @@ struct Place {
     std::size_t digits = 0;
 };
 
-std::size_t NumberOf(RfidOperation const& operation, std::string_view name) {
-    std::string_view const text = operation.Argument(name);
-    std::size_t number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return std::min(number, LargestBank);
+std::size_t Bounded(RfidOperation const& operation, std::string_view name) {
+    return std::min<std::size_t>(operation.NumberOf(name), LargestBank);
 }
 
 Place PlaceOf(RfidOperation const& operation) {
@@ -45,9 +41,9 @@ Place PlaceOf(RfidOperation const& operation) {
     auto const row = std::find_if(Rows.begin(), Rows.end(),
                                   [letter = operation.Argument("Bank")](Row const& r) { return r.letter == letter; });
     if (row == Rows.end()) return {};
-    std::size_t const start = NumberOf(operation, "Start");
+    std::size_t const start = Bounded(operation, "Start");
     return {row->bank, (start - std::min(start, row->hiddenWords) + row->firstWord) * DigitsOfAWord,
-            NumberOf(operation, "Bytes") * 2};
+            Bounded(operation, "Bytes") * 2};
 }
 
 }  // namespace
@@ -110,8 +106,8 @@ void VirtualTag::Lock(RfidOperation const& operation, std::string_view bank, std
     if (name == TagOperations::Banks::KillPassword || name == TagOperations::Banks::AccessPassword) {
         part.first = digit;
         part.last = digit + 2 * DigitsOfAWord;
-    } else if (std::size_t const blocks = NumberOf(operation, "Blocks"); blocks != 0) {
-        part.first = NumberOf(operation, "Start") * WordsOfABlock * DigitsOfAWord;
+    } else if (std::size_t const blocks = Bounded(operation, "Blocks"); blocks != 0) {
+        part.first = Bounded(operation, "Start") * WordsOfABlock * DigitsOfAWord;
         part.last = part.first + blocks * WordsOfABlock * DigitsOfAWord;
     }
     if (!Takes(operation, bank, part.first, part.last)) return;
@@ -132,7 +128,7 @@ std::vector<RfidReadResponse> VirtualTag::Perform(std::vector<RfidOperation> con
         if (operation.type == RfidOperation::Read) {
             std::string data = memory.substr(std::min(place.digit, memory.size()));
             if (place.digits != 0) data.resize(place.digits, '0');
-            responses.push_back({static_cast<unsigned>(NumberOf(operation, "Sequence")), std::move(data)});
+            responses.push_back({operation.NumberOf("Sequence"), std::move(data)});
         } else if (operation.type == RfidOperation::Lock) {
             Lock(operation, name, place.digit);
         } else if (operation.type == RfidOperation::Write || operation.type == RfidOperation::SetPassword) {

@@ -10,23 +10,17 @@
 #include "fields/ClockFields.h"
 #include "frontend/context/Utf8Text.h"
 #include "frontend/context/ZplContextKeys.h"
+#include "frontend/stream/Ascii.h"
 
 namespace ZplCore::FieldDataHelper {
 
 namespace {
 
-int HexValue(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    return -1;
-}
-
 /// The byte that an indicator and two digits at `at` name.
 std::optional<char> HexByteAt(std::string_view data, std::size_t at, char indicator) {
     if (indicator == 0 || data[at] != indicator || at + 2 >= data.size()) return std::nullopt;
-    int const high = HexValue(data[at + 1]);
-    int const low = HexValue(data[at + 2]);
+    int const high = HexDigit(data[at + 1]);
+    int const low = HexDigit(data[at + 2]);
     if (high < 0 || low < 0) return std::nullopt;
     return static_cast<char>(high * 16 + low);
 }

@@ -144,11 +144,9 @@ void DrawTemplate(ContextProcessor& processor, ContextProcessor field, std::stri
 }
 
 /// Hosts ask for the data of a number, whether they came with its field or fill a template.
-void NoteFieldNumber(Context const& element, ContextProcessor& processor) {
-    auto const* number = element.Find(ZplContextKeys::FieldNumberToSave);
-    auto const* data = element.Find(ZplContextKeys::FieldData);
-    Context* const label = processor.GetContext(ContextProcessor::LabelContext);
-    if (number && data && label) (*label)[ZplContextKeys::FieldNumberValues].insert_or_assign(*number, *data);
+void NoteFieldNumber(ContextProcessor& processor, unsigned number, std::string_view data) {
+    if (Context* const label = processor.GetContext(ContextProcessor::LabelContext))
+        (*label)[ZplContextKeys::FieldNumberValues].insert_or_assign(number, std::string(data));
 }
 
 }  // namespace
@@ -165,7 +163,8 @@ bool ProcessElementCommands(Context& current, ContextProcessor& processor) {
         !current.HasValue(ZplContextKeys::FieldData)) {
         SaveTemplate(processor, ZplContextKeys::SavedContexts, *numberToSave, *numberToSave);
     } else {
-        NoteFieldNumber(current, processor);
+        auto const* data = current.Find(ZplContextKeys::FieldData);
+        if (numberToSave && data) NoteFieldNumber(processor, *numberToSave, *data);
         RenderField(processor, processor.at(ZplContextKeys::LabelReversePrint));
     }
     processor.ClearContext(ContextProcessor::ElementContext);
@@ -199,8 +198,7 @@ void SaveFurtherTemplate(ContextProcessor& processor, unsigned fieldNumber,
 }
 
 void InvokeSavedFieldRenderFunction(ContextProcessor& processor, unsigned fieldNumber, std::string_view data) {
-    if (Context* label = processor.GetContext(ContextProcessor::LabelContext))
-        (*label)[ZplContextKeys::FieldNumberValues].insert_or_assign(fieldNumber, std::string(data));
+    NoteFieldNumber(processor, fieldNumber, data);
     auto const& saved = processor.at(ZplContextKeys::SavedContexts);
     auto const first = saved.find(fieldNumber);
     if (first == saved.end()) return;

@@ -43,12 +43,6 @@ constexpr ResidentFont ResidentFonts[] = {
     {"OCRB", "E"},     {"OCR-B", "E"},
 };
 
-std::string ToUpper(std::string_view text) {
-    std::string upper(text);
-    std::transform(upper.begin(), upper.end(), upper.begin(), [](char c) { return ToAsciiUpper(c); });
-    return upper;
-}
-
 bool IsOneOf(FontName const& name, std::string_view letters) {
     return name.size() == 1 && letters.find(name[0]) != std::string_view::npos;
 }
@@ -149,7 +143,7 @@ bool IsTrueTypeFont(FontName const& name, ContextProcessor const& processor) {
 
 FontName ToFontName(std::string_view objectName) {
     if (ObjectName::NamesDevice(objectName)) objectName.remove_prefix(2);
-    FontName const name = ToUpper(objectName);
+    FontName const name = ToAsciiUpper(objectName);
     std::string const stem = name.substr(0, name.find('.'));
     for (auto const& resident : ResidentFonts) {
         if (stem == resident.stem) return FontName(resident.font);
@@ -210,8 +204,8 @@ void UseFontFilesOfSettings() {
         rest.remove_prefix(std::min(entry.size() + 1, rest.size()));
         auto const equals = entry.find('=');
         if (equals == 0 || equals == entry.npos) continue;
-        PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetFontFile(ToUpper(entry.substr(0, equals)),
-                                                                               entry.substr(equals + 1));
+        PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetFontFile(
+            ToAsciiUpper(entry.substr(0, equals)), entry.substr(equals + 1));
     }
 }
 

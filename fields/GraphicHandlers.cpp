@@ -11,6 +11,7 @@
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/Ascii.h"
 #include "frontend/stream/ZplParse.h"
 
 namespace {
@@ -31,7 +32,7 @@ unsigned ParseSize(ZplCommand const& command, std::size_t index, ContextProcesso
 
 Color ParseColor(ZplCommand const& command, std::size_t index) {
     char const letter = ZplParse<char>(command, index).ValueOr('B');
-    return letter == 'W' || letter == 'w' ? White : Black;
+    return ToAsciiUpper(letter) == 'W' ? White : Black;
 }
 
 /// A drawing of a size, in a colour; `draw` takes the target and the place of its upper left corner.

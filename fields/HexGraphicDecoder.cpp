@@ -4,6 +4,8 @@
 #include <array>
 #include <cstring>
 
+#include "frontend/stream/Ascii.h"
+
 namespace ZplCore {
 
 namespace {
@@ -12,9 +14,8 @@ constexpr std::uint8_t NoDigit = 0xFF;
 
 constexpr std::array<std::uint8_t, 256> Digits = [] {
     std::array<std::uint8_t, 256> digits{};
-    digits.fill(NoDigit);
-    for (unsigned i = 0; i < 10; ++i) digits['0' + i] = static_cast<std::uint8_t>(i);
-    for (unsigned i = 0; i < 6; ++i) digits['A' + i] = digits['a' + i] = static_cast<std::uint8_t>(10 + i);
+    // No digit, -1, becomes NoDigit.
+    for (unsigned i = 0; i < digits.size(); ++i) digits[i] = static_cast<std::uint8_t>(HexDigit(static_cast<char>(i)));
     return digits;
 }();
 

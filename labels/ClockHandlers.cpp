@@ -5,6 +5,7 @@
 #include "Scripting/PrinterContextInterface.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/Ascii.h"
 #include "frontend/stream/ZplParse.h"
 #include "labels/LabelHandlers.h"
 
@@ -64,9 +65,9 @@ class SetModeAndLanguageHandler : public HandlerFor<CommandId("SL")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         auto mode = processor.at(ZplContextKeys::TimeMode);
-        char const letter = ZplParse<char>(command, 0).ValueOr(0);
-        if (letter == 'S' || letter == 's') mode.everyCopy = false;
-        if (letter == 'T' || letter == 't') {
+        char const letter = ToAsciiUpper(ZplParse<char>(command, 0).ValueOr(0));
+        if (letter == 'S') mode.everyCopy = false;
+        if (letter == 'T') {
             mode.everyCopy = true;
             mode.tolerance = 0;
         }
@@ -118,9 +119,9 @@ public:
         unsigned hour = part(3, 0, 23, static_cast<unsigned>(clock.hours().count()));
         unsigned const minute = part(4, 0, 59, static_cast<unsigned>(clock.minutes().count()));
         unsigned const second = part(5, 0, 59, static_cast<unsigned>(clock.seconds().count()));
-        char const half = ZplParse<char>(command, 6).ValueOr('M');
-        if ((half == 'A' || half == 'a') && hour == 12) hour = 0;
-        if ((half == 'P' || half == 'p') && hour < 12) hour += 12;
+        char const half = ToAsciiUpper(ZplParse<char>(command, 6).ValueOr('M'));
+        if (half == 'A' && hour == 12) hour = 0;
+        if (half == 'P' && hour < 12) hour += 12;
 
         year_month_day const wanted(std::chrono::year(static_cast<int>(year)), std::chrono::month(month),
                                     std::chrono::day(day));

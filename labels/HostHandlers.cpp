@@ -5,6 +5,7 @@
 #include "fields/HostQuestions.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/Ascii.h"
 #include "frontend/stream/ZplParse.h"
 #include "labels/HostStatus.h"
 #include "labels/LabelHandlers.h"
@@ -66,9 +67,8 @@ public:
             if (text.empty()) return std::nullopt;
             return text;
         };
-        char const applies = ZplParse<char>(command, 4).ValueOr('F');
-        auto const& key =
-            applies == 'L' || applies == 'l' ? HostVerificationLabelCallbacks : HostVerificationFormatCallbacks;
+        char const applies = ToAsciiUpper(ZplParse<char>(command, 4).ValueOr('F'));
+        auto const& key = applies == 'L' ? HostVerificationLabelCallbacks : HostVerificationFormatCallbacks;
         ZplCore::AddHostQuestion(processor, key, answer);
         return true;
     }

@@ -4,6 +4,7 @@
 #include "fields/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/Ascii.h"
 #include "frontend/stream/ZplParse.h"
 #include "labels/LabelHandlers.h"
 
@@ -51,9 +52,9 @@ public:
 class SetDotsPerMillimeterHandler : public HandlerFor<CommandId("JM")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
-        char const letter = ZplParse<char>(command, 0).ValueOr(0);
-        if (letter == 'A' || letter == 'a') Keep(processor, FormatScale, 1U);
-        if (letter == 'B' || letter == 'b') Keep(processor, FormatScale, 2U);
+        char const letter = ToAsciiUpper(ZplParse<char>(command, 0).ValueOr(0));
+        if (letter == 'A') Keep(processor, FormatScale, 1U);
+        if (letter == 'B') Keep(processor, FormatScale, 2U);
         return true;
     }
 };

@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <charconv>
 
+#include "frontend/stream/Ascii.h"
+
 namespace {
 
 constexpr std::string_view Digits = "0123456789ABCDEF";
 
-std::size_t HexValue(char c) {
-    if (c >= 'a' && c <= 'f') c = static_cast<char>(c - 'a' + 'A');
-    return Digits.find(c);
-}
+/// What a tag answers is not checked: any character counts as some digit.
+unsigned NibbleOf(char c) { return static_cast<unsigned>(HexDigit(c)) & 0xF; }
 
 /// Gathers bits, the most significant first, as hexadecimal digits; the last digit is filled up with zeros.
 class BitWriter {
@@ -61,7 +61,7 @@ std::string EpcFromHex(std::string_view hex, std::vector<std::uint8_t> const& pa
     for (unsigned const size : partitions) {
         std::uint64_t value = 0;
         for (unsigned i = 0; i < size; ++i, ++bit) {
-            std::size_t const digit = bit / 4 < hex.size() ? HexValue(hex[bit / 4]) & 0xF : 0;
+            unsigned const digit = bit / 4 < hex.size() ? NibbleOf(hex[bit / 4]) : 0;
             value = value << 1 | (digit >> (3 - bit % 4) & 1);
         }
         if (!text.empty()) text += ',';
@@ -81,9 +81,8 @@ std::optional<std::string> ToTagHex(TagFormat format, std::string_view data,
             auto const byte = static_cast<unsigned char>(c);
             hex += {Digits[byte >> 4], Digits[byte & 0xF]};
         } else {
-            std::size_t const digit = HexValue(c);
-            if (digit == Digits.npos) return std::nullopt;
-            hex += Digits[digit];
+            if (HexDigit(c) < 0) return std::nullopt;
+            hex += ToAsciiUpper(c);
         }
     }
     return hex;
@@ -94,7 +93,7 @@ std::string FromTagHex(TagFormat format, std::string_view hex, std::vector<std::
     if (format == TagFormat::Hex) return std::string(hex);
     std::string bytes;
     for (std::size_t i = 0; i + 1 < hex.size(); i += 2)
-        bytes += static_cast<char>((HexValue(hex[i]) & 0xF) << 4 | (HexValue(hex[i + 1]) & 0xF));
+        bytes += static_cast<char>(NibbleOf(hex[i]) << 4 | NibbleOf(hex[i + 1]));
     return bytes;
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdio>
 
 #include "foundation/Log.h"
@@ -15,12 +14,6 @@ namespace {
 constexpr std::size_t MostOperations = 200;
 constexpr std::size_t MostBytes = std::size_t{64} << 10;  // of all arguments
 
-unsigned NumberOf(std::string_view text) {
-    unsigned number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
-}
-
 std::string const* FindData(std::vector<RfidReadResponse> const& responses, unsigned sequence) {
     auto const found = std::find_if(responses.begin(), responses.end(), [sequence](RfidReadResponse const& response) {
         return response.sequence == sequence;
@@ -28,11 +21,9 @@ std::string const* FindData(std::vector<RfidReadResponse> const& responses, unsi
     return found == responses.end() ? nullptr : &found->data;
 }
 
-std::size_t BytesOf(std::vector<RfidOperation> const& operations) {
+std::size_t BytesOf(RfidOperation const& operation) {
     std::size_t bytes = 0;
-    for (auto const& operation : operations) {
-        for (auto const& [name, value] : operation.arguments) bytes += name.size() + value.size();
-    }
+    for (auto const& [name, value] : operation.arguments) bytes += name.size() + value.size();
     return bytes;
 }
 
@@ -69,7 +60,9 @@ void Add(ContextProcessor& processor, RfidOperation operation) {
     Context* const label = processor.GetContext(ContextProcessor::LabelContext);
     if (!label) return;
     auto& operations = (*label)[ZplContextKeys::RfidOperations];
-    if (operations.size() >= MostOperations || BytesOf(operations) + BytesOf({operation}) > MostBytes) {
+    std::size_t bytes = BytesOf(operation);
+    for (auto const& recorded : operations) bytes += BytesOf(recorded);
+    if (operations.size() >= MostOperations || bytes > MostBytes) {
         Log::Report(LogTopic::Limit, "a label asks for more tag operations than a tag can take; the rest is left out");
         return;
     }
@@ -107,7 +100,7 @@ std::string Report(std::vector<RfidOperation> const& operations, std::vector<Rfi
         }
         bool const isSecret =
             operation.type == RfidOperation::SetPassword || operation.Argument("Bank") == Banks::Reserved;
-        auto const* read = FindData(responses, NumberOf(operation.Argument("Sequence")));
+        auto const* read = FindData(responses, operation.NumberOf("Sequence"));
         if (!isSecret) lines += read ? std::string_view(*read) : operation.Argument("Data");
         lines += "\r\n";
     }

@@ -2,11 +2,11 @@
 
 #include <string_view>
 
+#include "frontend/stream/Ascii.h"
 #include "frontend/stream/ZplParse.h"
 
 /// The letter of a parameter as a capital, if it is one of `allowed`; otherwise `otherwise`.
 inline char UpperLetter(ZplCommand const& command, std::size_t index, std::string_view allowed, char otherwise) {
-    char letter = ZplParse<char>(command, index).ValueOr(otherwise);
-    if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
+    char const letter = ToAsciiUpper(ZplParse<char>(command, index).ValueOr(otherwise));
     return allowed.find(letter) == allowed.npos ? otherwise : letter;
 }

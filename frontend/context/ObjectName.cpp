@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "frontend/stream/Ascii.h"
+
 namespace {
 
 constexpr std::string_view Devices = "REBAZ";
@@ -9,8 +11,6 @@ constexpr std::size_t LongestName = 16;
 constexpr std::size_t LongestExtension = 3;
 
 bool IsAsciiAlphanumeric(char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); }
-
-char ToUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 bool IsNameCharacter(char c) { return IsAsciiAlphanumeric(c) || c == '_' || c == '-'; }
 
@@ -20,7 +20,7 @@ std::optional<ObjectName> ObjectName::Parse(std::string_view text, char defaultD
                                             std::string_view defaultExtension) {
     ObjectName result{defaultDevice, {}, {}};
     if (NamesDevice(text)) {
-        result.device = ToUpper(text[0]);
+        result.device = ToAsciiUpper(text[0]);
         text.remove_prefix(2);
     }
     auto const dot = text.find('.');
@@ -31,8 +31,8 @@ std::optional<ObjectName> ObjectName::Parse(std::string_view text, char defaultD
     while (!result.extension.empty() && result.extension.back() == ' ') result.extension.pop_back();
     if (result.name.empty()) result.name = defaultName;
     if (result.extension.empty()) result.extension = defaultExtension;
-    std::transform(result.name.begin(), result.name.end(), result.name.begin(), ToUpper);
-    std::transform(result.extension.begin(), result.extension.end(), result.extension.begin(), ToUpper);
+    result.name = ToAsciiUpper(result.name);
+    result.extension = ToAsciiUpper(result.extension);
 
     bool const allowed = Devices.find(result.device) != std::string_view::npos && !result.name.empty() &&
                          result.name.size() <= LongestName &&

@@ -1,13 +1,9 @@
 #include "frontend/stream/ZplParse.h"
 
-#include <cerrno>
-#include <clocale>
-#include <cstdlib>
-#include <stdexcept>
-
 #include <algorithm>
 
 #include "frontend/stream/Ascii.h"
+#include "frontend/stream/PlainNumber.h"
 
 namespace {
 
@@ -28,17 +24,6 @@ ZplParseResult<T> ParseLetter(std::string const& text, std::pair<char, T> const 
         if (letter == ToAsciiUpper(text[0])) return value;
     }
     return {};
-}
-
-/// The standard conversion to double in the C locale: the point is a point whatever the process's locale says.
-double ToDouble(std::string const& text) {
-    static locale_t const plain = ::newlocale(LC_NUMERIC_MASK, "C", nullptr);
-    char* end = nullptr;
-    errno = 0;
-    double const value = ::strtod_l(text.c_str(), &end, plain);
-    if (end == text.c_str()) throw std::invalid_argument("stod");
-    if (errno == ERANGE) throw std::out_of_range("stod");
-    return value;
 }
 
 }  // namespace
@@ -78,7 +63,7 @@ template <>
 ZplParseResult<double> ZplParse<double>(std::string const& text) {
     auto const first = text.find_first_of(".0123456789");
     if (first == std::string::npos) return {};
-    return ToDouble(text.substr(first));
+    return ToPlainNumber<double>(text.substr(first));
 }
 
 template <>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <charconv>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -26,6 +27,14 @@ struct RfidOperation {
             if (key == name) return value;
         }
         return {};
+    }
+
+    /// An argument that is a number; 0 if there is none.
+    unsigned NumberOf(std::string_view name) const {
+        std::string_view const text = Argument(name);
+        unsigned number = 0;
+        std::from_chars(text.data(), text.data() + text.size(), number);
+        return number;
     }
 
     friend bool operator==(RfidOperation const&, RfidOperation const&) = default;

@@ -8,25 +8,25 @@ namespace PrintEngine::Fonts {
 
 namespace {
 
-/// The bytes of a picture turned clockwise, in whole words a row.
-std::vector<std::uint8_t> Turned(GlyphBitmap const& upright, int degrees) {
+/// A picture turned clockwise.
+GlyphBitmap Turned(GlyphBitmap const& upright, int degrees) {
     bool const isUpended = degrees == 90 || degrees == 270;
-    int const width = isUpended ? upright.height : upright.width;
-    int const height = isUpended ? upright.width : upright.height;
+    GlyphBitmap turned;
+    turned.width = isUpended ? upright.height : upright.width;
+    turned.height = isUpended ? upright.width : upright.height;
     Drawing::Raster raster;
-    raster.Reset(width, height);
+    raster.Reset(turned.width, turned.height);
     raster.Blit(upright.Rows(), 0, 0, degrees, Drawing::Ink::Black);
-    std::size_t const stride = static_cast<std::size_t>(width + 63) / 64 * 8;
-    std::vector<std::uint8_t> bytes(stride * static_cast<std::size_t>(height));
-    for (int y = 0; y < height; ++y) {
-        std::uint8_t* target = bytes.data() + stride * static_cast<std::size_t>(y);
+    turned.bytes.resize(turned.RowBytes() * static_cast<std::size_t>(turned.height));
+    for (int y = 0; y < turned.height; ++y) {
+        std::uint8_t* target = turned.bytes.data() + turned.RowBytes() * static_cast<std::size_t>(y);
         for (Drawing::Word const word : raster.Row(y)) {
             Drawing::Word const packed = Drawing::BigEndian(word);
             std::memcpy(target, &packed, sizeof packed);
             target += sizeof packed;
         }
     }
-    return bytes;
+    return turned;
 }
 
 std::int32_t In64ths(double pixels) { return static_cast<std::int32_t>(std::lround(std::min(pixels, 1e7) * 64)); }
@@ -51,11 +51,12 @@ GlyphCache::Set& GlyphCache::SetOf(Typeface& typeface, double pixelsX, double pi
 
 TurnedGlyph const& GlyphCache::Set::Draw(char32_t character) {
     TurnedGlyph glyph;
-    glyph.degrees = degrees_;
     glyph.isTooLarge = !typeface_->Draw(character, pixelsX_, pixelsY_, glyph.upright);
     if (glyph.isTooLarge) glyph.upright = {};
-    if (degrees_ != 0 && !glyph.upright.IsEmpty()) glyph.upright.bytes = Turned(glyph.upright, degrees_);
-    cache_.Reserve(glyph.upright.bytes.size() + GlyphBytes, this);
+    if (!glyph.upright.IsEmpty() && degrees_ != 0) glyph.picture = Turned(glyph.upright, degrees_);
+    if (degrees_ == 0) glyph.picture = glyph.upright;
+    glyph.upright.bytes = {};
+    cache_.Reserve(glyph.picture.bytes.size() + GlyphBytes, this);
     TurnedGlyph const& kept = glyphs_[character] = std::move(glyph);
     if (character < ascii_.size()) ascii_[character] = &kept;
     return kept;

@@ -13,17 +13,9 @@ namespace PrintEngine::Fonts {
 
 /// A glyph ready to be drawn.
 struct TurnedGlyph {
-    GlyphBitmap upright;  ///< the place and size before it is turned; its bytes are those of the turned picture
+    GlyphBitmap upright;  ///< its place and size before it is turned, without pixels
+    GlyphBitmap picture;  ///< the turned picture, without a place
     bool isTooLarge = false;
-    int degrees = 0;
-
-    /// The turned picture, in pixels.
-    Drawing::BitRows Rows() const {
-        bool const isUpended = degrees == 90 || degrees == 270;
-        GlyphBitmap const turned{
-            0, 0, isUpended ? upright.height : upright.width, isUpended ? upright.width : upright.height, {}};
-        return {upright.bytes.data(), turned.RowBytes(), turned.width, turned.height};
-    }
 };
 
 /// Glyphs that were drawn before, by font, size and turn; at most MaxBytes of them. All but those of the font in use

@@ -62,7 +62,7 @@ void TextPainter::Place(Fonts::TurnedGlyph const& glyph, TextFrame const& frame,
     int const right = left + glyph.upright.width;
     int const top = ascentPixels - glyph.upright.above;
     int const bottom = top + glyph.upright.height;
-    auto const put = [&](int x, int y) { raster_.Blit(glyph.Rows(), x, y, 0, ink_); };
+    auto const put = [&](int x, int y) { raster_.Blit(glyph.picture.Rows(), x, y, 0, ink_); };
     switch (frame.degrees) {
         case 90: return put(scale_.Edge(frame.x - v + 1) - bottom, scale_.Edge(frame.y + u) + left);
         case 180: return put(scale_.Edge(frame.x - u + 1) - right, scale_.Edge(frame.y - v + 1) - bottom);

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cerrno>
+#include <clocale>
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+
+/// The standard conversion of the beginning of a text to float or double in the C locale: the point is a point whatever
+/// the process's locale says. Throws std::invalid_argument for a text that is no number, and std::out_of_range.
+template <typename T>
+T ToPlainNumber(std::string const& text) {
+    static locale_t const plain = ::newlocale(LC_NUMERIC_MASK, "C", nullptr);
+    constexpr bool IsFloat = std::is_same_v<T, float>;
+    constexpr char const* Name = IsFloat ? "stof" : "stod";
+    char* end = nullptr;
+    errno = 0;
+    T value{};
+    if constexpr (IsFloat) {
+        value = ::strtof_l(text.c_str(), &end, plain);
+    } else {
+        value = ::strtod_l(text.c_str(), &end, plain);
+    }
+    if (end == text.c_str()) throw std::invalid_argument(Name);
+    if (errno == ERANGE) throw std::out_of_range(Name);
+    return value;
+}
