@@ -149,6 +149,17 @@ void NoteFieldNumber(ContextProcessor& processor, unsigned number, std::string_v
         (*label)[ZplContextKeys::FieldNumberValues].insert_or_assign(number, std::string(data));
 }
 
+/// Data for a number without a template are a field of their own, which nobody has given a place.
+void ReportMissingTemplate(Context const& element, ContextProcessor const& processor, unsigned number,
+                           std::string_view data) {
+    if (element.HasValue(ZplContextKeys::FieldOriginX) || element.HasValue(ZplContextKeys::FieldRenderFunction)) return;
+    std::string format = processor.at(ZplContextKeys::RecallFormatPath);
+    std::replace(format.begin(), format.end(), '/', ':');
+    Log::Report(LogTopic::Data, (format.empty() ? "this format" : "the format " + format) + " has no field " +
+                                    std::to_string(number) + ": its data \"" + std::string(data.substr(0, 40)) +
+                                    "\" are drawn in the upper left corner");
+}
+
 }  // namespace
 
 unsigned GetSerializationIndex(unsigned copyIndex, unsigned replications) {
@@ -164,7 +175,10 @@ bool ProcessElementCommands(Context& current, ContextProcessor& processor) {
         SaveTemplate(processor, ZplContextKeys::SavedContexts, *numberToSave, *numberToSave);
     } else {
         auto const* data = current.Find(ZplContextKeys::FieldData);
-        if (numberToSave && data) NoteFieldNumber(processor, *numberToSave, *data);
+        if (numberToSave && data) {
+            NoteFieldNumber(processor, *numberToSave, *data);
+            ReportMissingTemplate(current, processor, *numberToSave, *data);
+        }
         RenderField(processor, processor.at(ZplContextKeys::LabelReversePrint));
     }
     processor.ClearContext(ContextProcessor::ElementContext);

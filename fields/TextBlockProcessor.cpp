@@ -3,6 +3,7 @@
 #include <unordered_map>
 
 #include "Scripting/GraphicContext.h"
+#include "fields/FieldText.h"
 #include "fields/RenderPoints.h"
 #include "fields/TextBlockLayout.h"
 #include "fields/TextBlockText.h"
@@ -200,7 +201,9 @@ Block MakeBlock(Scripting::GraphicContext& target, ContextProcessor& processor) 
 void TextElementProcessor::ProcessFieldBlock(Context const&, ContextProcessor& processor) {
     auto const target = processor.GetGraphicContext();
     if (!target) return;
-    std::string const text = FieldBlockText(processor.at(ZplContextKeys::FieldData), processor);
+    std::string const& data = processor.at(ZplContextKeys::FieldData);
+    ReportMisread(data, processor);
+    std::string const text = FieldBlockText(data, processor);
     if (text.empty()) return;
     target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
     Block block = MakeBlock(*target, processor);
@@ -215,11 +218,14 @@ void TextElementProcessor::ProcessFieldBlock(Context const&, ContextProcessor& p
 void TextElementProcessor::ProcessTextBlock(Context&, ContextProcessor& processor, unsigned height) {
     auto const target = processor.GetGraphicContext();
     if (!target) return;
-    std::string const text = TextBlockText(FieldText(processor.at(ZplContextKeys::FieldData), processor));
+    std::string const& data = processor.at(ZplContextKeys::FieldData);
+    ReportMisread(data, processor);
+    std::string const text = TextBlockText(FieldText(data, processor));
     if (text.empty()) return;
     target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
     Block block = MakeBlock(*target, processor);
-    block.lineCount = Dots{height} / std::max<Dots>(block.pitch, 1);
+    // Hosts that leave the height out, or take it for that of the capitals, expect their text all the same.
+    block.lineCount = std::max<Dots>(Dots{height} / std::max<Dots>(block.pitch, 1), 1);
     DrawBlock(block, text);
 }
 
