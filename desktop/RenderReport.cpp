@@ -101,6 +101,7 @@ void RenderReport::EndInput(Findings const& findings, bool everything) {
     for (auto const& finding : findings.List()) {
         writer_.StartObject().Key("kind").String(KindName(finding.kind)).Key("text").String(finding.text);
         if (finding.label != 0) writer_.Key("label").Int(finding.label);
+        if (finding.times > 1) writer_.Key("times").Int(finding.times);
         if (finding.offset) {
             writer_.Key("offset").Int(static_cast<std::int64_t>(*finding.offset));
             writer_.Key("line").Int(static_cast<std::int64_t>(finding.line));

@@ -67,6 +67,10 @@ public:
     /// Whether a format has begun and not ended.
     bool IsInFormat() const { return contextProcessor_.GetContext(ContextProcessor::LabelContext) != nullptr; }
 
+    /// Where the format under way begins, in bytes since the processor was made. It holds behind the format's end until
+    /// the stream goes on, and is nothing between formats.
+    std::optional<std::uint64_t> FormatOffset() const { return formatOffset_; }
+
     /// Where the command run last begins, and how far the stream is read, in bytes since the processor was made. They
     /// hold also when an exception has ended ProcessString.
     std::uint64_t LastCommandOffset() const { return tokenizer_.CommandOffset(); }
@@ -99,4 +103,5 @@ private:
     std::shared_ptr<UInt32Property> lifetimeZplScriptCount_;
     std::shared_ptr<BoolProperty> lowMemoryError_;
     UnknownCommandObserver unknownCommandObserver_;
+    std::optional<std::uint64_t> formatOffset_;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "PrintEngine/PartManagement/LabelPart.h"
@@ -26,6 +27,7 @@ public:
         processor_.SetUnknownCommandObserver(std::move(observer));
     }
     bool IsInFormat() const { return processor_.IsInFormat(); }
+    std::optional<std::uint64_t> FormatOffset() const { return processor_.FormatOffset(); }
     std::uint64_t LastCommandOffset() const { return processor_.LastCommandOffset(); }
     std::uint64_t ConsumedBytes() const { return processor_.ConsumedBytes(); }
     void StartAt(std::uint64_t offset) { processor_.StartAt(offset); }

@@ -24,7 +24,7 @@ std::vector<BadRow> const Rows = {
      {"label 1, byte 10, line 2, column 7: the data of a picture end behind 1 of 80 rows; the rest is white"}},
     {"truncated raw picture",
      "^XA^FO9,9^GFB,4,4,2,\xFF\xFF",
-     {"label 1, byte 22, line 1, column 23: the stream ends inside a format: ^XZ is missing"},
+     {"byte 22, line 1, column 23: the stream ends inside a format: ^XZ is missing"},
      0},
     {"overlong picture", "^XA^GFA,4,4,2," + Marks(5000, 'F') + "^FS^XZ", {}},
     {"wrong check sum",
@@ -50,17 +50,17 @@ std::vector<BadRow> const Rows = {
      {"label 1, byte 3, line 1, column 4: no format is stored under the name \"E:NONE.ZPL\""}},
     {"a name with path parts",
      "~DGE:../X,1,1,FF^XA^FDa^FS^XZ",
-     {"label 1, byte 0, line 1, column 1: no picture can have the name \"E:../X\""}},
+     {"byte 0, line 1, column 1: no picture can have the name \"E:../X\""}},
     {"a fault of a stored format",
      "^XA^DFR:T^FO9,9^XGR:NONE^FS^FDa^FS^XZ\n^XA^XFR:T^XZ",
      {"label 1, byte 41, line 2, column 4: no picture is stored under the name \"R:NONE\""}},
     {"a number out of range",
      "^XA^FO9,9\n^FB99999999999^FDa^FS^XZ",
-     {"label 1, byte 10, line 2, column 1: a number is out of range; this format is dropped"},
+     {"byte 10, line 2, column 1: a number is out of range; this format is dropped"},
      0},
     {"a quantity out of range",
      "^XA^PQ2147483648^FDa^FS^XZ",
-     {"label 1, byte 3, line 1, column 4: a number is out of range; this format is dropped"},
+     {"byte 3, line 1, column 4: a number is out of range; this format is dropped"},
      0},
     {"huge quantities and groups", "^XA^PQ99999999,99999999,99999999,N^FDa^FS^XZ", {}},
     {"clocks out of range",
@@ -87,6 +87,20 @@ std::vector<BadRow> const Rows = {
     {"a missing font",
      "^XA^FO9,9^A@N,30,30,E:NONE.TTF^FDa^FS^XZ",
      {"label 1, byte 30, line 1, column 31: font \"NONE.TTF\" is not there; font A stands for it"}},
+    {"one missing font in many places",
+     "^XA^AMN^FDa^FS^AMN^FDb^FS^XZ^XA^AMN^FDc^FS^XZ",
+     {"label 1, byte 7, line 1, column 8: font \"M\" is not there; font A stands for it (3 times)"},
+     2},
+    {"faults of formats without page",
+     "~QA^XA^ZZ^DFR:T^FDa^FS^XZ^XA^QQ^XZ^XA^ZY^FDa^FS^XZ",
+     {"byte 0, line 1, column 1: command ~QA is not known and was left out",
+      "byte 6, line 1, column 7: command ^ZZ is not known and was left out",
+      "byte 28, line 1, column 29: command ^QQ is not known and was left out",
+      "label 1, byte 37, line 1, column 38: command ^ZY is not known and was left out"}},
+    {"a byte order mark amid the stream",
+     "^XA^FDa^FS^XZ\xEF\xBB\xBF",
+     {"byte 13, line 1, column 14: a byte order mark stands here: what follows is read as UTF-8"}},
+    {"a byte order mark in front", "\xEF\xBB\xBF^XA^FDa^FS^XZ", {}},
     {"questions without end",
      "^XA" +
          [] {
@@ -107,7 +121,7 @@ TEST(BadInput, IsToldWithItsPlaceAndTheNextLabelPrints) {
     for (auto const& row : Rows) {
         SCOPED_TRACE(row.name);
         desk.StartStream();
-        bool const isWhole = row.stream.ends_with("^XZ");
+        bool const isWhole = row.stream.find("^XZ") != std::string::npos;
         std::string const stream = row.stream + (isWhole ? "^XA^FDnext^FS^XZ" : "");
         Findings findings(stream);
         StreamInterpreter interpreter(desk, stream, findings);
