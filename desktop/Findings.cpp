@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <limits>
 
 namespace {
 
@@ -153,7 +154,20 @@ std::string ShiftMeaning(std::string_view dots) {
     return "moves the page " + distance + " dots to the " + (shift > 0 ? "left" : "right");
 }
 
-bool IsFault(Finding::Kind kind) { return kind == Finding::Kind::UnknownCommand || kind == Finding::Kind::Refused; }
+bool IsOfBarcode(Finding::Kind kind) { return kind == Finding::Kind::Refused || kind == Finding::Kind::BarcodeCut; }
+
+/// Whether strictness forbids it.
+bool IsFault(Finding::Kind kind) { return kind == Finding::Kind::UnknownCommand || IsOfBarcode(kind); }
+
+Finding::Kind KindOf(LogTopic topic) {
+    switch (topic) {
+        case LogTopic::BarcodeRefused:
+        case LogTopic::NotDrawn: return Finding::Kind::Refused;
+        case LogTopic::BarcodeCut: return Finding::Kind::BarcodeCut;
+        case LogTopic::OffPage: return Finding::Kind::OffPage;
+        default: return Finding::Kind::Notice;
+    }
+}
 
 }  // namespace
 
@@ -194,8 +208,7 @@ void Findings::AddUnknownCommand(ZplCommand const& command, std::uint64_t offset
 }
 
 void Findings::AddReport(LogTopic topic, std::string const& text, Format format, std::optional<std::uint64_t> offset) {
-    bool const refused = topic == LogTopic::BarcodeRefused || topic == LogTopic::NotDrawn;
-    Finding finding{refused ? Finding::Kind::Refused : Finding::Kind::Notice, Printable(text), 0, offset};
+    Finding finding{KindOf(topic), Printable(text), 0, offset};
     if (topic == LogTopic::Font) {
         AddCounted(std::move(finding), format);
     } else {
@@ -240,18 +253,33 @@ std::optional<std::size_t> Findings::Append(Finding finding, Format format) {
 }
 
 std::vector<Finding> Findings::List() const {
-    std::vector<Finding> list;
+    std::vector<Placed> list;
     for (auto const& [finding, format] : list_) {
-        list.push_back(finding);
+        constexpr auto Behind = std::numeric_limits<std::uint64_t>::max();
+        list.push_back({finding, finding.offset.value_or(Behind)});
         auto const number = format ? labels_.find(*format) : labels_.end();
-        if (number != labels_.end()) list.back().label = number->second;
+        if (number == labels_.end()) continue;
+        list.back().finding.label = number->second;
+        list.back().group = *format;
     }
-    std::stable_sort(list.begin(), list.end(), [](Finding const& a, Finding const& b) {
-        return a.offset && (!b.offset || *a.offset < *b.offset);
+    auto const byOffset = [](Placed const& a, Placed const& b) {
+        return a.finding.offset && (!b.finding.offset || *a.finding.offset < *b.finding.offset);
+    };
+    std::stable_sort(list.begin(), list.end(), byOffset);
+    FindLines(list);
+    // A label that scans wrong is worse than one that reads wrong.
+    std::stable_sort(list.begin(), list.end(), [](Placed const& a, Placed const& b) {
+        return std::pair(a.group, !IsOfBarcode(a.finding.kind)) < std::pair(b.group, !IsOfBarcode(b.finding.kind));
     });
+    std::vector<Finding> findings;
+    for (auto& placed : list) findings.push_back(std::move(placed.finding));
+    return findings;
+}
+
+void Findings::FindLines(std::vector<Placed>& inOrder) const {
     std::size_t line = 1;
     std::size_t lineStart = 0;
-    for (auto& finding : list) {
+    for (auto& [finding, group] : inOrder) {
         if (!finding.offset) break;
         auto const at = static_cast<std::size_t>(std::min<std::uint64_t>(*finding.offset, stream_.size()));
         for (auto end = stream_.find('\n', lineStart); end < at; end = stream_.find('\n', lineStart)) {
@@ -261,5 +289,4 @@ std::vector<Finding> Findings::List() const {
         finding.line = line;
         finding.column = at - lineStart + 1;
     }
-    return list;
 }

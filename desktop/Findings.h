@@ -18,6 +18,8 @@ struct Finding {
         SetupCommand,    ///< an unknown command that only sets up a printer; strictness lets it pass
         UnknownCommand,  ///< an unknown command that may change the picture
         Refused,         ///< a barcode that could not be made of its data
+        BarcodeCut,      ///< a barcode that is not whole on its page
+        OffPage,         ///< anything else that is not whole on its page
         Notice,          ///< anything else that was left out or replaced
     };
 
@@ -51,7 +53,8 @@ public:
     /// The format that begins there is the label of that number, from 1.
     void NumberLabel(std::uint64_t format, unsigned number) { labels_[format] = number; }
 
-    /// In the order of the stream; what has no place there stands behind the rest.
+    /// In the order of the stream, those of a label together, about its barcodes first. What has no place in the stream
+    /// stands at the end of its label, or of all.
     std::vector<Finding> List() const;
     /// Whether strictness forbids what was found.
     bool HasFaults() const { return faults_ != 0; }
@@ -67,6 +70,14 @@ private:
         std::set<std::pair<Format, std::optional<std::uint64_t>>> places;
     };
 
+    /// A finding, and where what it is listed with begins.
+    struct Placed {
+        Finding finding;
+        std::uint64_t group;
+    };
+
+    /// Looks up line and column of what stands in the order of the stream.
+    void FindLines(std::vector<Placed>& inOrder) const;
     void Add(Finding finding, Format format);
     void AddCounted(Finding finding, Format format);
     std::optional<std::size_t> Append(Finding finding, Format format);

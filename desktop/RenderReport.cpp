@@ -13,6 +13,8 @@ std::string_view KindName(Finding::Kind kind) {
         case Finding::Kind::SetupCommand: return "setup-command";
         case Finding::Kind::UnknownCommand: return "unknown-command";
         case Finding::Kind::Refused: return "barcode-refused";
+        case Finding::Kind::BarcodeCut: return "barcode-cut";
+        case Finding::Kind::OffPage: return "off-page";
         case Finding::Kind::Notice: break;
     }
     return "notice";

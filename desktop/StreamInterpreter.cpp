@@ -18,6 +18,7 @@ std::string Explain(std::exception const& error) {
 void StreamInterpreter::OpenSession(std::uint64_t base) {
     session_ = desk_.MakeSession();
     session_->StartAt(base);
+    session_->MapFields();
     session_->SetUnknownCommandObserver([this](ZplCommand const& command, std::uint64_t offset) {
         findings_.AddUnknownCommand(command, offset, Format());
     });

@@ -4,6 +4,7 @@
 
 #include "Scripting/GraphicContext.h"
 #include "fields/FieldDataHelper.h"
+#include "fields/FieldMap.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 
@@ -87,7 +88,10 @@ void RenderField(ContextProcessor& processor, bool reverse) {
         target->SetLabelOriginY(processor.at(ZplContextKeys::LabelOriginY));
         target->SetReverse(reverse);
     }
+    FieldMap* const map = processor.GetFieldMap().get();
+    if (map) map->StartField();
     render(processor);
+    if (map) map->EndField(processor, reverse);
 }
 
 void SerializeField(Context const& element, ContextProcessor& processor) {

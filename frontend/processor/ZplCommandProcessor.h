@@ -44,6 +44,7 @@ public:
 
     void SetPrinterContext(std::shared_ptr<Scripting::PrinterContextInterface> context);
     void SetGraphicContext(std::shared_ptr<Scripting::GraphicContext> context);
+    void SetFieldMap(std::shared_ptr<ZplCore::FieldMap> map) { contextProcessor_.SetFieldMap(std::move(map)); }
     void SetSystemContext(std::shared_ptr<Context> context);
     void SetMissingZplCommands(std::shared_ptr<StringProperty> property) { missingZplCommands_ = std::move(property); }
     void SetLifetimeZPLScriptCount(std::shared_ptr<UInt32Property> property) {

@@ -41,7 +41,8 @@ std::vector<BadRow> const Rows = {
      {"label 1, byte 3, line 1, column 4: a picture of 200000 bytes in rows of 100000 is too large and is left out"}},
     {"a picture far larger than every page",
      "~DGR:P.GRF,1080000,300," + Marks(2160000, 'F') + "^XA^XGR:P,10,10^FS^FDa^FS^XZ",
-     {}},
+     {"label 1, byte 2160026, line 1, column 2160027: the picture is cut: 23188 of its 24000 dots are missing at the "
+      "right edge of the page, and 34782 of its 36000 at the bottom edge"}},
     {"missing picture",
      "^XA\r\n^FO9,9^XGE:LOGO.GRF,1,1^FS^FDa^FS^XZ",
      {"label 1, byte 11, line 2, column 7: no picture is stored under the name \"E:LOGO.GRF\""}},
@@ -101,6 +102,52 @@ std::vector<BadRow> const Rows = {
      "^XA^FDa^FS^XZ\xEF\xBB\xBF",
      {"byte 13, line 1, column 14: a byte order mark stands here: what follows is read as UTF-8"}},
     {"a byte order mark in front", "\xEF\xBB\xBF^XA^FDa^FS^XZ", {}},
+    {"a barcode cut by the edge, before what else is missing",
+     "^XA^PW400^FO390,20^ADN,18^FDtext^FS^FO300,90^BY2^BCN,50,N^FD12345678^FS^XZ",
+     {"label 1, byte 57, line 1, column 58: the barcode \"12345678\" is cut: 146 of its 246 dots are missing at the "
+      "right "
+      "edge of the page",
+      "label 1, byte 25, line 1, column 26: the text \"text\" is cut: 36 of its 45 dots are missing at the right edge "
+      "of "
+      "the page",
+      "label 1: the page is 400 x 1218 dots; one of 546 x 1218 dots would hold all fields"}},
+    {"only the line of a barcode cut",
+     "^XA^LL200^FO20,150^BY2^BCN,40^FD12^FS^XZ",
+     {"label 1, byte 29, line 1, column 30: the text line of the barcode \"12\" is cut: 14 of its 18 dots are missing "
+      "at "
+      "the bottom edge of the page"}},
+    {"fields off a page that is turned and mirrored",
+     "^XA^POI^PMY^LT20^LL400^FO20,20^ADN,18^FDa^FS^FO20,390^ADN,18^FDb^FS^FO900,20^BY2^B3N,,50,N^FDC^FS^XZ"
+     "^XA^PON^PMN^LT0^XZ",
+     {"label 1, byte 90, line 1, column 91: the barcode \"C\" is not on the page: it stands 88 dots beyond the right "
+      "edge",
+      "label 1, byte 60, line 1, column 61: the text \"b\" is cut: 4 of its 14 dots are missing at the top edge of the "
+      "page"}},
+    {"a page that is blank because all lies off it",
+     "^XA^LH0,2000^FO20,20^GB50,50,50^FS^FO20,90^BY2^B3N,,50,N^FDC^FS^XZ^XA^LH0,0^XZ",
+     {"label 1: the page of 812 x 1218 dots is blank: all its 2 fields lie off it, the nearest 802 dots beyond the "
+      "bottom edge"}},
+    {"what runs past the page and is no loss",
+     "^XA^FO0,0^GB812,1218,3^FS^FO0,50^GB2000,3,3^FS^FO900,20^FR^GB50,50,50^FS^FO900,20^GB50,50,50,W^FS"
+     "^FO780,20^ADN,18^FDa                ^FS^FO760,90^GFA,40,40,20," +
+         Marks(12, 'F') + Marks(28, '0') + Marks(12, 'F') + Marks(28, '0') + "^FS^XZ",
+     {}},
+    {"blocks that do not hold their text",
+     "^XA^FO9,9^FB200,2^ADN,18^FDone and a half of them and some more^FS^FO9,99^TBN,200,20^ADN,18^FDone and a half of "
+     "them^FS"
+     "^FO9,200^FB^FDgone^FS^FO9,300^FB400,1,0,C^FDdone\\&^FS^XZ",
+     {"label 1, byte 24, line 1, column 25: the text \"one and a half of them and some more\" does not fit its block "
+      "of 2 "
+      "lines: 1 more is printed over the last one",
+      "label 1, byte 91, line 1, column 92: the text \"one and a half of them\" does not fit its block of 1 line: the "
+      "rest "
+      "is left out",
+      "label 1, byte 130, line 1, column 131: the text \"gone\" is not drawn: its block has no width"}},
+    {"each field once, however often it is drawn",
+     "^XA^PQ3^FO800,20^ADN,18^SN0001,1,Y^FS^XZ",
+     {"label 1, byte 23, line 1, column 24: the text \"0001\" is cut: 35 of its 46 dots are missing at the right edge "
+      "of "
+      "the page"}},
     {"questions without end",
      "^XA" +
          [] {

@@ -18,6 +18,7 @@ TEST(Findings, NameThePlaceInTheStream) {
     findings.AddUnknownCommand({"JS", true, {}}, 17, {});
     findings.AddUnknownCommand({"\xC3\xA9", true, {}}, 99, {});
     findings.AddNotice("a notice", 20);
+    findings.AddReport(LogTopic::BarcodeCut, "a barcode", 20);
     findings.AddNotice("a notice of a format without page", 30);
     findings.NumberLabel(0, 1);
     findings.NumberLabel(20, 2);
@@ -26,8 +27,9 @@ TEST(Findings, NameThePlaceInTheStream) {
                   "label 1, byte 4, line 2, column 1: command ^QQ is not known and was left out",
                   "label 1, byte 10, line 3, column 3: command ^QR is not known and was left out",
                   "byte 17, line 3, column 10: command ~JS is not known (backfeed sequence): no effect on the page",
-                  "byte 99, line 3, column 12: command ~\\xC3\\xA9 is not known and was left out",
+                  "label 2: a barcode",
                   "label 2: a notice",
+                  "byte 99, line 3, column 12: command ~\\xC3\\xA9 is not known and was left out",
                   "a notice of a format without page",
               }));
 }
@@ -67,7 +69,7 @@ TEST(Findings, OfANoticeAreNoFaultAndNeverHideOne) {
     EXPECT_FALSE(findings.HasFaults());
     findings.AddReport(LogTopic::BarcodeRefused, "refused", 1);
     EXPECT_TRUE(findings.HasFaults());
-    EXPECT_EQ(findings.List().back().text, "refused");
+    EXPECT_EQ(findings.List().front().text, "refused");
     EXPECT_LT(findings.List().size(), 1010U);
 }
 
