@@ -151,6 +151,7 @@ void ZplCommandProcessor::ProcessControlCommands() {
         // meaning, and would grow without end.
         bool const shapesFormats =
             command.command == "XA" || command.command == "XZ" || command.command == "XF" || command.command == "DF";
+        Log::SetPlace(command.offset);
         if (handler && !shapesFormats && handler->GetProcessingType() == ProcessingType::Immediate) {
             handler->HandleCommand(contextProcessor_.GetCurrentContext(), command, contextProcessor_);
         }

@@ -67,7 +67,24 @@ std::vector<BadRow> const Rows = {
     {"clocks out of range",
      "^XA^ST99,99,9999,99,99,99^SO2,99999,99999,99999,99999,99999,99999^SO3,-99999,-99999,-99999,-99999,-99999,-99999"
      "^FC%,{,#^FD%Y {Y #Y {Q#^FS^XZ",
-     {}},
+     [] {
+         std::vector<std::string> findings;
+         for (char const* const part :
+              {"1 of ^ST is 99, beyond its range of 1 to 12", "2 of ^ST is 99, beyond its range of 1 to 31",
+               "3 of ^ST is 9999, beyond its range of 1998 to 2097", "4 of ^ST is 99, beyond its range of 0 to 23",
+               "5 of ^ST is 99, beyond its range of 0 to 59", "6 of ^ST is 99, beyond its range of 0 to 59"})
+             findings.push_back("label 1, byte 3, line 1, column 4: parameter " + std::string(part) +
+                                "; it is left out");
+         for (char const* const sign : {"", "-"}) {
+             for (char digit = '2'; digit <= '7'; ++digit) {
+                 findings.push_back((*sign ? "label 1, byte 65, line 1, column 66: parameter "
+                                           : "label 1, byte 25, line 1, column 26: parameter ") +
+                                    std::string(1, digit) + " of ^SO is " + sign +
+                                    "99999, beyond its range of -32000 to 32000; " + sign + "32000 stands for it");
+             }
+         }
+         return findings;
+     }()},
     {"masks of odd lengths",
      "^XA^PQ3^FDab^SFdddddddddd,99999^FS^FDab^SFd^FS^FDab^SF,5^FS^FDab^SFd%,9999999^FS^FD^SFdd^FS^FDab^SF" +
          Marks(4000, 'd') + "^FS^SN" + Marks(50, '9') + ",-2147483647,Y^FS^XZ",
@@ -157,6 +174,19 @@ std::vector<BadRow> const Rows = {
          }() +
          "^FDa^FS^XZ",
      {"label 1, byte 4003, line 1, column 4004: a format asks more than 1000 questions; the rest is not answered"}},
+    {"numbers that are brought into their range",
+     "^XA^LT500^FO1,1^GB9,9,9,B,9^FS^FO1,50^FB99,99999^FDa^FS~SD99^PQ0^BY2,9^XZ^XA^LT0^XZ",
+     {"label 1, byte 3, line 1, column 4: parameter 1 of ^LT is 500, beyond its range of -120 to 120; 120 stands for "
+      "it",
+      "label 1, byte 15, line 1, column 16: parameter 5 of ^GB is 9, beyond its range of 0 to 8; 8 stands for it",
+      "label 1, byte 37, line 1, column 38: parameter 2 of ^FB is 99999, beyond its range of 0 to 9999; it is left out",
+      "label 1, byte 55, line 1, column 56: parameter 1 of ~SD is 99, beyond its range of 0 to 30; 30 stands for it",
+      "label 1, byte 60, line 1, column 61: parameter 1 of ^PQ is 0, beyond its range of 1 to 99999999; 1 stands for "
+      "it",
+      "label 1, byte 64, line 1, column 65: parameter 2 of ^BY is 9, beyond its range of 2 to 3; it is left out"}},
+    {"numbers that are fine or a custom",
+     "^XA^LL0^PW0^FO1,1^GB9,0,3^FS^FO1,50^FB99,0^FDa^FS^FO1,90^GC1,0^FS^BY2,0^XZ",
+     {}},
     {"one fault in two places",
      "^XA^XGA^FS\n^XGA^FS^FDa^FS^XZ",
      {"label 1, byte 3, line 1, column 4: no picture is stored under the name \"A\"",
