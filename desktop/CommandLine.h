@@ -4,7 +4,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "desktop/VirtualTag.h"
@@ -43,11 +43,3 @@ struct RenderOptions {
     bool strict = false;
     bool help = false;
 };
-
-/// Reads what stands behind `zpl render` or `zpl check`; throws UsageError.
-RenderOptions ParseRenderOptions(std::vector<std::string> const& arguments);
-
-/// The help texts.
-std::string_view GeneralHelp();
-std::string_view RenderHelp();
-std::string_view CheckHelp();

@@ -5,6 +5,9 @@
 #include <vector>
 
 #include "desktop/Commands.h"
+#include "desktop/Completion.h"
+#include "desktop/Manual.h"
+#include "desktop/Options.h"
 #include "foundation/AppSettings.h"
 
 namespace {
@@ -25,25 +28,46 @@ int Serve(std::vector<std::string> const& arguments) {
     throw UsageError("cannot run " + program);
 }
 
-int Run(std::vector<std::string> arguments) {
-    if (arguments.empty()) return Print(GeneralHelp(), stderr, ExitCode::Usage);
-    std::string const command = arguments.front();
-    arguments.erase(arguments.begin());
-    if (command == "--help" || command == "-h" || command == "help")
-        return Print(GeneralHelp(), stdout, ExitCode::Success);
-    if (command == "--version") return Print("zpl " ZPL_VERSION "\n", stdout, ExitCode::Success);
-    if (command == "serve") return Serve(arguments);
-    bool const render = command == "render";
-    if (!render && command != "check") throw UsageError("unknown command " + command + "; zpl --help lists them");
+/// Throws UsageError if there is no command of that name.
+CommandRow const& Find(std::string const& name) {
+    if (auto const* const command = FindCommand(name)) return *command;
+    throw UsageError("unknown command " + name + "; zpl --help lists them");
+}
 
-    RenderOptions const options = ParseRenderOptions(arguments);
-    if (options.help) return Print(render ? RenderHelp() : CheckHelp(), stdout, ExitCode::Success);
-    if (options.inputs.empty())
-        throw UsageError("no input: name a file, or - for standard input; see zpl " + command + " --help");
-    int const code = static_cast<int>(render ? RunRender(options) : RunCheck(options));
+/// Of the one command named, or of all.
+int PrintManual(std::vector<std::string> const& names) {
+    std::string const text = names.empty() ? ManualPage(ZPL_VERSION) : ManualPage(Find(names.front()), ZPL_VERSION);
+    return Print(text, stdout, ExitCode::Success);
+}
+
+int Draw(CommandRow const& command, RenderOptions const& options) {
+    int const code = static_cast<int>(command.name == "render" ? RunRender(options) : RunCheck(options));
     // As the shell says of a program that a signal has ended.
     constexpr int EndedBySignal = 128;
     return InterruptedBy() != 0 ? EndedBySignal + InterruptedBy() : code;
+}
+
+int Run(std::vector<std::string> arguments) {
+    if (arguments.empty()) return Print(GeneralHelp(), stderr, ExitCode::Usage);
+    std::string const name = arguments.front();
+    arguments.erase(arguments.begin());
+    if (name == "--help" || name == "-h" || name == "help") {
+        bool const ofCommand = name == "help" && !arguments.empty();
+        return Print(ofCommand ? HelpText(Find(arguments.front())) : GeneralHelp(), stdout, ExitCode::Success);
+    }
+    if (name == "--version") return Print("zpl " ZPL_VERSION "\n", stdout, ExitCode::Success);
+    CommandRow const& command = Find(name);
+    if (name == "serve") return Serve(arguments);
+
+    Reading const reading = ReadArguments(command, arguments);
+    if (reading.help) return Print(HelpText(command), stdout, ExitCode::Success);
+    if (name == "man") return PrintManual(reading.operands);
+    if (name == "completion" && reading.operands.empty())
+        throw UsageError("for which shell? zpl completion bash, or zpl completion zsh");
+    if (name == "completion") return Print(CompletionScript(reading.operands.front()), stdout, ExitCode::Success);
+    if (reading.operands.empty())
+        throw UsageError("no input: name a file, or - for standard input; see zpl " + name + " --help");
+    return Draw(command, reading.render);
 }
 
 }  // namespace

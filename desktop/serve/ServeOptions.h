@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "desktop/VirtualTag.h"
 
@@ -22,7 +21,3 @@ struct ServeOptions {
     bool preview = false;
     bool help = false;
 };
-
-/// Throws UsageError.
-ServeOptions ParseServeOptions(std::vector<std::string> const& arguments);
-char const* ServeHelp();

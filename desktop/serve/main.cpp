@@ -5,7 +5,8 @@
 #include <QtCore/QSocketNotifier>
 #include <cstdio>
 
-#include "desktop/CommandLine.h"
+#include "desktop/Manual.h"
+#include "desktop/Options.h"
 #include "desktop/serve/VirtualPrinter.h"
 #include "foundation/AppSettings.h"
 
@@ -19,8 +20,9 @@ int main(int argc, char** argv) {
     struct sigaction hangUp {};
     if (sigaction(SIGHUP, nullptr, &hangUp) == 0 && hangUp.sa_handler != SIG_IGN) sigaddset(&signals, SIGHUP);
     try {
-        ServeOptions const options = ParseServeOptions({argv + 1, argv + argc});
-        if (options.help) return std::fputs(ServeHelp(), stdout) < 0 ? 2 : 0;
+        CommandRow const& command = *FindCommand("serve");
+        ServeOptions const options = ReadArguments(command, {argv + 1, argv + argc}).serve;
+        if (options.help) return std::fputs(HelpText(command).c_str(), stdout) < 0 ? 2 : 0;
         // A reader of what is printed here that goes away is no reason to go too.
         signal(SIGPIPE, SIG_IGN);
         // And a file that may not grow is an error of that file.

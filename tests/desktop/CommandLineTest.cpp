@@ -1,12 +1,16 @@
-#include "desktop/CommandLine.h"
+#include "desktop/Options.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace {
 
+RenderOptions Render(std::vector<std::string> const& arguments) {
+    return ReadArguments(*FindCommand("render"), arguments).render;
+}
+
 TEST(CommandLine, DrawsFourBySixInchesAt203DpiUnlessToldOtherwise) {
-    auto const options = ParseRenderOptions({"a.zpl"});
+    auto const options = Render({"a.zpl"});
     EXPECT_EQ(options.inputs, std::vector<std::string>{"a.zpl"});
     EXPECT_EQ(options.designDpi, 203U);
     EXPECT_EQ(options.printerDpi, 203U);
@@ -17,8 +21,8 @@ TEST(CommandLine, DrawsFourBySixInchesAt203DpiUnlessToldOtherwise) {
 
 TEST(CommandLine, ReadsEveryOption) {
     auto const options =
-        ParseRenderOptions({"--dpi", "300", "-", "--printer-dpi=600", "--size", "600x300dots", "--out", "o", "--format",
-                            "pdf", "--copies", "7", "--font", "Z=z.ttf", "--job", "--json", "--strict", "--", "--odd"});
+        Render({"--dpi", "300", "-", "--printer-dpi=600", "--size", "600x300dots", "--out", "o", "--format", "pdf",
+                "--copies", "7", "--font", "Z=z.ttf", "--job", "--json", "--strict", "--", "--odd"});
     EXPECT_EQ(options.inputs, (std::vector<std::string>{"-", "--odd"}));
     EXPECT_EQ(options.designDpi, 300U);
     EXPECT_EQ(options.printerDpi, 600U);
@@ -55,10 +59,11 @@ TEST(CommandLine, SaysWhatIsWrongInOneLine) {
              {{"--time", "2026-02-03T00:00"}, "--time is"},
              {{"--json=no"}, "takes no value"},
              {{"--font", "Z"}, "LETTER=FILE"},
-             {{"--frobnicate"}, "unknown option --frobnicate"},
+             {{"--frobnicate"}, "unknown option --frobnicate; zpl render --help lists them all"},
+             {{"--speed", "3"}, "--speed is an option of zpl serve; zpl render --help lists its own"},
          }) {
         try {
-            ParseRenderOptions(row.arguments);
+            Render(row.arguments);
             ADD_FAILURE() << row.part;
         } catch (UsageError const& error) {
             EXPECT_THAT(error.what(), testing::HasSubstr(row.part));

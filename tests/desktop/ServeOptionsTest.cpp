@@ -2,14 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include "desktop/CommandLine.h"
+#include "desktop/Options.h"
 #include "desktop/serve/Listener.h"
 
 namespace {
 
 std::string ErrorOf(std::vector<std::string> const& arguments) {
     try {
-        auto const options = ParseServeOptions(arguments);
+        auto const options = ReadArguments(*FindCommand("serve"), arguments).serve;
         Listener(options.host, options.port);
     } catch (std::exception const& error) {
         return error.what();
@@ -35,6 +35,9 @@ TEST(ServeOptions, SaysWhatIsAllowed) {
              {{"--speed", "-1"}, "--speed is 0 to 1000 inches a second, not \"-1\""},
              {{"--speed", "fast"}, "--speed is 0 to 1000 inches a second, not \"fast\""},
              {{"--speed"}, "--speed needs a value"},
+             {{"--dpi=300", "--listen=0", "--size=10x10mm"}, ""},
+             {{"--job"}, "--job is an option of zpl render; zpl serve --help lists its own"},
+             {{"label.zpl"}, "zpl serve takes only options, not \"label.zpl\""},
          })
         EXPECT_EQ(ErrorOf(arguments), error) << arguments.back();
     EXPECT_TRUE(Listener("localhost", 0).IsLocal());

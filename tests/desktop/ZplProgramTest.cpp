@@ -187,9 +187,55 @@ TEST_F(ZplProgram, SaysWhatCannotBeReadOrWritten) {
     EXPECT_EQ(usage.code, 2);
     EXPECT_EQ(std::count(usage.err.begin(), usage.err.end(), '\n'), 1);
     EXPECT_EQ(Run("paint good.zpl").code, 2);
+    EXPECT_THAT(Run("check --job in.zpl").err, HasSubstr("--job is an option of zpl render;"));
     EXPECT_EQ(Run("--help").code, 0);
     EXPECT_THAT(Run("--version").out, testing::MatchesRegex("zpl [0-9.]+\n"));
-    EXPECT_THAT(Run("render --help").out, HasSubstr("--printer-dpi"));
+}
+
+TEST_F(ZplProgram, EveryCommandTellsItsOptionsAsHelpAndAsManualPage) {
+    struct Row {
+        std::string command;
+        std::string ownOption;
+        std::string otherOption;
+    };
+    for (auto const& [command, own, other] : {Row{"render", "--printer-dpi", "--speed"},
+                                              Row{"check", "--time", "--out"}, Row{"serve", "--speed", "--strict"}}) {
+        SCOPED_TRACE(command);
+        std::string const help = Run(command + " --help").out;
+        EXPECT_THAT(help, testing::AllOf(HasSubstr("  " + own + " "), testing::Not(HasSubstr("  " + other + " "))));
+        for (std::size_t end = 0, start = 0; (end = help.find('\n', start)) != std::string::npos; start = end + 1)
+            EXPECT_LE(end - start, 80U) << help.substr(start, end - start);
+        EXPECT_EQ(Run("help " + command).out, help);
+        // As roff prints a hyphen that may be copied.
+        std::string page = Run("man " + command).out;
+        page.erase(std::remove(page.begin(), page.end(), '\\'), page.end());
+        EXPECT_THAT(page, testing::AllOf(StartsWith(".TH ZPL-"), HasSubstr(".B " + own + " "),
+                                         testing::Not(HasSubstr(".B " + other))));
+    }
+    EXPECT_THAT(Run("man").out, HasSubstr("zpl\\-serve (1)"));
+}
+
+TEST_F(ZplProgram, ShellsCompleteWhatIsTyped) {
+    // As bash asks for it: an equals sign is a word of its own.
+    std::string const script = R"(
+        . ./script
+        complete_words() { COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _zpl; echo "${COMPREPLY[*]}"; }
+        complete_words zpl re
+        complete_words zpl render --dpi 3
+        complete_words zpl serve --dpi = 6
+        complete_words zpl render --format pn
+        complete_words zpl check --st
+        complete_words zpl render --out some
+        complete_words zpl render lab
+        complete_words zpl completion z
+    )";
+    std::filesystem::create_directory(folder_ / "some folder");
+    WriteFileAtomically(folder_ / "label.zpl", "");
+    WriteFileAtomically(folder_ / "script", Run("completion bash").out);
+    WriteFileAtomically(folder_ / "try", script);
+    Run("--version >/dev/null", "bash ./try;");
+    EXPECT_EQ(ReadRegularFile(folder_ / ".out"), "render\n300\n600\npng\n--strict\nsome folder\nlabel.zpl\nzsh\n");
+    EXPECT_THAT(Run("completion zsh").out, testing::AllOf(StartsWith("#compdef zpl\n"), HasSubstr("'*--dpi=[")));
 }
 
 TEST_F(ZplProgram, AFullDiskKeepsWhatIsFinishedAndLeavesNothingHalf) {

@@ -1,0 +1,106 @@
+#include <algorithm>
+#include <iterator>
+
+#include "desktop/OptionValues.h"
+#include "desktop/Options.h"
+
+namespace {
+
+enum : unsigned { Render = 1, Check = 2, Serve = 4, Manual = 8, Completion = 16, Drawing = Render | Check, All = 31 };
+
+constexpr std::string_view ExitCodes =
+    "0 if pages were made, 1 if the stream holds no printable label, 2 for bad usage or a file that cannot be read or "
+    "written, 3 for findings under --strict.";
+
+constexpr CommandRow CommandTable[] = {
+    {"render", Render, "FILE...|-", "", "draw every page of a stream into picture files",
+     "Draws every page of each stream as NAME-1.png, NAME-2.png, ... and prints one line per page. \"-\" reads "
+     "standard "
+     "input, and what stands behind \"--\" is a FILE whatever it begins with.",
+     ExitCodes},
+    {"check", Check, "FILE...|-", "", "tell what a stream holds and what is wrong with it, without drawing",
+     "Reads each stream as zpl render does and reports its labels, their copies, and what would not print as it was "
+     "sent: barcodes without fitting data, what does not stand on the page or in its block, unknown commands, numbers "
+     "out of range, missing pictures, formats and fonts, damaged data. Each is told in a sentence with label, byte "
+     "offset, line and column.\n"
+     "Draws the first copy of each label in memory, and no files.",
+     ExitCodes},
+    {"serve", Serve, "", "", "be a virtual printer that any program can print to",
+     "A virtual label printer: any program can print to it. Each page becomes a file JOB-PAGE.png.\n"
+     "While it runs it takes these words on its terminal: status, pause, resume, cancel, cancel-all, preview, quit."},
+    {"man", Manual, "[COMMAND]", "render check serve man completion", "print the manual page of a command",
+     "Prints a manual page as roff text: of a COMMAND, or without one of all together. To read it: zpl man render | "
+     "man -l -"},
+    {"completion", Completion, "bash|zsh", "bash zsh", "print a script that lets a shell complete commands and options",
+     "Prints a script for the shell to run when it starts, so that the Tab key completes commands, options and their "
+     "values. For the shell under way: source <(zpl completion bash)"},
+};
+
+using Text = std::string const&;
+
+constexpr OptionRow OptionTable[] = {
+    {"--listen", "HOST:PORT", "", Serve,
+     "where it takes print streams (default 127.0.0.1:9100; port 0 picks a free one); HOST is an IPv4 address or a "
+     "name that has one",
+     [](Reading& r, Text, Text value) { OptionValues::Address(value, r.serve); }},
+    {"--dpi", "N", "203 300 600", Render | Check | Serve,
+     "resolution that streams are made for: 203 (default), 300 or 600",
+     [](Reading& r, Text name, Text value) { r.render.designDpi = OptionValues::Number(name, value, 203, 600); }},
+    {"--printer-dpi", "N", "203 300 600", Drawing, "resolution of the page, if it is another",
+     [](Reading& r, Text name, Text value) { r.printerDpi = OptionValues::Number(name, value, 203, 600); }},
+    {"--size", "WxH", "", Render | Check | Serve,
+     "size of the label part, as 4x6in (default), 100x150mm or 812x1218dots; a stream that gives its own width or "
+     "length has the last word",
+     [](Reading& r, Text, Text value) { r.size = OptionValues::Size(value); }},
+    {"--out", "DIR", "", Render | Serve,
+     "where the pages go (default: the current folder; it is made if it is missing)",
+     [](Reading& r, Text, Text value) { r.serve.outputFolder = r.render.outputFolder = value; }},
+    {"--format", "F", "png pbm pdf", Render, "png (default), pbm or pdf",
+     [](Reading& r, Text, Text value) { r.render.format = OptionValues::Format(value); }},
+    {"--copies", "N", "", Render, "copies of one label that are drawn at most (default 1000)",
+     [](Reading& r, Text name, Text value) { r.render.mostCopies = OptionValues::Number(name, value, 1, 99'999'999); }},
+    {"--font", "L=FILE.ttf", "", Drawing, "draws font letter L, or a named font, with this TrueType file",
+     [](Reading& r, Text, Text value) { r.render.fonts.push_back(OptionValues::Font(value)); }},
+    {"--time", "T", "", Drawing, "lets the clock stand still at T, as 2026-03-31T14:05:00",
+     [](Reading& r, Text, Text value) { r.render.time = OptionValues::Time(value); }},
+    {"--speed", "N", "", Serve, "inches a second (default 6); 0 prints as fast as it goes",
+     [](Reading& r, Text, Text value) { r.serve.speed = OptionValues::Speed(value); }},
+    {"--tag", "T", "", Render | Check | Serve,
+     "every label carries a tag: blank, or its memory as epc=3034F1,tid=E280,user=00,afi=00; without a tag its "
+     "commands are unknown",
+     [](Reading& r, Text, Text value) { r.serve.tag = r.render.tag = VirtualTag::Parse(value); }},
+    {"--job", "", "", Render, "keeps all pages as one job folder, as the print driver takes it",
+     [](Reading& r, Text, Text) { r.render.keepJob = true; }},
+    {"--json", "", "", Drawing, "prints JSON for programs instead of lines",
+     [](Reading& r, Text, Text) { r.render.json = true; }},
+    {"--strict", "", "", Drawing,
+     "ends with 3 if a command that may change the page is unknown, or a barcode was refused or is not whole on its "
+     "page",
+     [](Reading& r, Text, Text) { r.render.strict = true; }},
+    {"--pause-on-start", "", "", Serve, "begins paused", [](Reading& r, Text, Text) { r.serve.pauseOnStart = true; }},
+    {"--preview", "", "", Serve, "opens a window that shows the pages while they print",
+     [](Reading& r, Text, Text) { r.serve.preview = true; }},
+    {"--state", "DIR", "", Serve, "where stored formats and counters are kept (default: the user's state folder)",
+     [](Reading& r, Text, Text value) { r.serve.stateFolder = value; }},
+    {"--help", "", "", All, "lists what the command takes", [](Reading& r, Text, Text) { r.help = true; }},
+};
+
+}  // namespace
+
+std::span<CommandRow const> Commands() { return CommandTable; }
+
+std::span<OptionRow const> Options() { return OptionTable; }
+
+CommandRow const* FindCommand(std::string_view name) {
+    auto const found = std::find_if(std::begin(CommandTable), std::end(CommandTable),
+                                    [name](CommandRow const& row) { return row.name == name; });
+    return found == std::end(CommandTable) ? nullptr : found;
+}
+
+std::vector<OptionRow const*> OptionsOf(CommandRow const& command) {
+    std::vector<OptionRow const*> options;
+    for (auto const& row : OptionTable) {
+        if (row.commands & command.bit) options.push_back(&row);
+    }
+    return options;
+}

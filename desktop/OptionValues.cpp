@@ -1,0 +1,104 @@
+#include "desktop/OptionValues.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+
+namespace OptionValues {
+
+namespace {
+
+constexpr double MillimetersPerInch = 25.4;
+constexpr double SmallestSide = 0.1;  // inches
+constexpr double LargestSide = 200;   // inches
+
+/// The number that the whole text is, if it is one from `low` to `high`.
+template <typename T>
+std::optional<T> Within(std::string_view text, T low, T high) {
+    T value{};
+    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    bool const isNumber = error == std::errc() && end == text.data() + text.size();
+    return isNumber && value >= low && value <= high ? std::optional(value) : std::nullopt;
+}
+
+}  // namespace
+
+unsigned Number(std::string_view option, std::string_view text, unsigned low, unsigned high) {
+    auto const value = Within(text, low, high);
+    if (value) return *value;
+    throw UsageError(std::string(option) + " takes a whole number from " + std::to_string(low) + " to " +
+                     std::to_string(high) + ", not \"" + std::string(text) + "\"");
+}
+
+LabelSize Size(std::string_view text) {
+    auto const bad = [&] {
+        return UsageError("--size is WIDTHxHEIGHT with the unit in (if none is named), mm or dots, as 4x6in; not \"" +
+                          std::string(text) + "\"");
+    };
+    LabelSize size{};
+    auto const [afterWidth, widthError] = std::from_chars(text.data(), text.data() + text.size(), size.width);
+    if (widthError != std::errc() || afterWidth == text.data() + text.size() || *afterWidth != 'x') throw bad();
+    auto const [afterHeight, heightError] = std::from_chars(afterWidth + 1, text.data() + text.size(), size.height);
+    if (heightError != std::errc()) throw bad();
+    size.unit = std::string(afterHeight, text.data() + text.size());
+    if (size.unit.empty()) size.unit = "in";
+    bool const known = size.unit == "in" || size.unit == "mm" || size.unit == "dots";
+    if (!known || !(size.width > 0) || !(size.height > 0) || !std::isfinite(size.width) || !std::isfinite(size.height))
+        throw bad();
+    return size;
+}
+
+std::pair<double, double> Inches(LabelSize const& size, unsigned dpi) {
+    double const perInch = size.unit == "in" ? 1 : size.unit == "mm" ? MillimetersPerInch : dpi;
+    std::pair const inches{size.width / perInch, size.height / perInch};
+    auto const fits = [](double side) { return side >= SmallestSide && side <= LargestSide; };
+    if (!fits(inches.first) || !fits(inches.second)) throw UsageError("--size is from 0.1 to 200 inches on a side");
+    return inches;
+}
+
+std::chrono::system_clock::time_point Time(std::string const& text) {
+    using namespace std::chrono;
+    int y = 0;
+    unsigned mo = 0;
+    unsigned d = 0;
+    unsigned h = 0;
+    unsigned mi = 0;
+    unsigned s = 0;
+    int length = 0;
+    bool const read = std::sscanf(text.c_str(), "%4d-%2u-%2uT%2u:%2u:%2u%n", &y, &mo, &d, &h, &mi, &s, &length) == 6;
+    year_month_day const date{year(y), month(mo), day(d)};
+    bool const whole = read && static_cast<std::size_t>(length) == text.size();
+    if (!whole || !date.ok() || y < 1900 || y > 2200 || h > 23 || mi > 59 || s > 59) {
+        throw UsageError("--time is YEAR-MONTH-DAYTHOUR:MINUTE:SECOND, as 2026-03-31T14:05:00; not \"" + text + "\"");
+    }
+    return sys_days(date) + hours(h) + minutes(mi) + seconds(s);
+}
+
+std::pair<std::string, std::string> Font(std::string_view text) {
+    auto const equals = text.find('=');
+    if (equals == std::string_view::npos || equals == 0 || equals + 1 == text.size()) {
+        throw UsageError("--font is LETTER=FILE.ttf, not \"" + std::string(text) + "\"");
+    }
+    return {std::string(text.substr(0, equals)), std::string(text.substr(equals + 1))};
+}
+
+PageFormat Format(std::string_view text) {
+    return text == "pbm" ? PageFormat::Pbm : text == "pdf" ? PageFormat::Pdf : PageFormat::Png;
+}
+
+void Address(std::string const& text, ServeOptions& options) {
+    auto const colon = text.rfind(':');
+    if (colon != std::string::npos) options.host = text.substr(0, colon);
+    auto const port = Within(std::string_view(text).substr(colon == std::string::npos ? 0 : colon + 1), 0U, 65535U);
+    if (!port || options.host.empty())
+        throw UsageError("--listen is HOST:PORT, with a PORT of 0 to 65535, not \"" + text + "\"");
+    options.port = *port;
+}
+
+double Speed(std::string const& text) {
+    auto const speed = Within(std::string_view(text), 0.0, 1000.0);
+    if (!speed) throw UsageError("--speed is 0 to 1000 inches a second, not \"" + text + "\"");
+    return *speed;
+}
+
+}  // namespace OptionValues

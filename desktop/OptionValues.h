@@ -1,0 +1,28 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "desktop/Options.h"
+
+/// Readers of the values that options take. Each throws UsageError with what the option allows.
+namespace OptionValues {
+
+/// A whole number from `low` to `high`.
+unsigned Number(std::string_view option, std::string_view text, unsigned low, unsigned high);
+/// `WxH` with a unit, inches if none is named.
+LabelSize Size(std::string_view text);
+/// Sides in inches, of which dots are `dpi` to the inch.
+std::pair<double, double> Inches(LabelSize const& size, unsigned dpi);
+std::chrono::system_clock::time_point Time(std::string const& text);
+/// `LETTER=FILE`.
+std::pair<std::string, std::string> Font(std::string_view text);
+PageFormat Format(std::string_view text);
+/// `HOST:PORT`, or `PORT` for the host that is set already.
+void Address(std::string const& text, ServeOptions& options);
+/// Inches a second.
+double Speed(std::string const& text);
+
+}  // namespace OptionValues
