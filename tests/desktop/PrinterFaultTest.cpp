@@ -20,7 +20,7 @@ testing::AssertionResult Prints(VirtualPrinterProcess& printer, std::string cons
 TEST(PrinterFaults, BadPacketsAreClearedAndForgotten) {
     VirtualPrinterProcess printer({"--speed", "0"});
     ThreadFactory threads(4);
-    BusComponent peer(threads, "peer", printer.Runtime() / "bus");
+    BusComponent peer(threads, "peer", printer.Runtime() / "properties");
     auto const command = peer.Properties().Follow<StringProperty>(
         ComponentIdentifiers::JobHandler, ExternalAppRegistration::EveryWrite,
         {PropertyNames::ZPLCommandToProcess, "", PropertyGroups::PrintOperations}, "");
