@@ -48,9 +48,19 @@ void Property::NoteWrite(std::string const& text) {
 }
 
 void Property::NoteTaken() {
+    std::function<void()> callback;
+    {
+        std::lock_guard const lock(mutex_);
+        if (writesUnderWay_ > 0) --writesUnderWay_;
+        if (repeats_.size() > writesUnderWay_) repeats_.pop_front();
+        if (writesUnderWay_ == 0) callback = onTaken_;
+    }
+    if (callback) callback();
+}
+
+void Property::SetTakenCallback(std::function<void()> callback) {
     std::lock_guard const lock(mutex_);
-    if (writesUnderWay_ > 0) --writesUnderWay_;
-    if (repeats_.size() > writesUnderWay_) repeats_.pop_front();
+    onTaken_ = std::move(callback);
 }
 
 bool Property::IsTaken() const {

@@ -66,6 +66,8 @@ public:
     void NoteTaken();
     /// Whether the server has taken all writes of this process.
     bool IsTaken() const;
+    /// Is called when that becomes so, on the thread of the bus.
+    void SetTakenCallback(std::function<void()> callback);
     /// The place of this process's last write of the property among its writes of all properties; 0 for none.
     std::uint64_t LastWrite() const;
     /// The link is new: what is written waits for Resend.
@@ -89,6 +91,7 @@ private:
     PropertyName const name_;
     std::vector<Callback> callbacks_;
     Writer writer_;
+    std::function<void()> onTaken_;
     std::size_t writesUnderWay_ = 0;
     std::deque<std::string> repeats_;  // what Resend sends of them
     bool holdsWrites_ = false;

@@ -87,6 +87,12 @@ void PrintDriver::PublishProperties() {
     status_ =
         driver_.Own<StringProperty>(PrintJobStatus, Group::PrintOperations, options_.paused ? "Print Paused" : "");
 
+    for (auto const& property : std::initializer_list<std::shared_ptr<Property>>{status_, path_, page_}) {
+        property->SetTakenCallback([this] {
+            QMetaObject::invokeMethod(
+                this, [this] { GoAhead(); }, Qt::QueuedConnection);
+        });
+    }
     OnMain(resume_, [this](std::string const& value) {
         if (value != "true") return;
         resume_->Set(false);
@@ -116,16 +122,18 @@ void PrintDriver::OnMain(std::shared_ptr<Property> const& property, std::functio
 
 /// The host has heard of everything when all is taken by a server that the host is there on.
 bool PrintDriver::HostHasHeard() {
+    // Whoever is taken last calls again.
     if (!status_->IsTaken() || !path_->IsTaken() || !page_->IsTaken()) return false;
     static PropertyAddress const ofHost{ComponentIdentifiers::ZplHost, PropertyGroups::PrintOperations,
                                         PropertyNames::ZplUnPause};
-    return driver_.Properties().WaitUntilAvailable(ofHost, {});
+    if (driver_.Properties().WaitUntilAvailable(ofHost, {})) return true;
+    nextTimer_.start(Later);
+    return false;
 }
 
 void PrintDriver::GoAhead() {
-    constexpr std::chrono::milliseconds Soon{1};
     if (state_ != State::Idle && state_ != State::Ending) return;
-    if (!HostHasHeard()) return nextTimer_.start(page_->IsTaken() ? Later : Soon);
+    if (!HostHasHeard()) return;
     if (state_ == State::Ending) return ReportEnd();
     // Hosts ask whether the printer is paused, also while it has nothing to print.
     status_->Set(options_.paused ? "Print Paused" : "");

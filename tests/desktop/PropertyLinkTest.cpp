@@ -229,8 +229,8 @@ TEST_F(PropertyLinkTest, WhatIsLostWithTheServerIsRepeatedInItsOrder) {
     owner.link.GetServerAgent()->SetProperty("B", "G", "P", "another's");
     EXPECT_EQ(server.WritesUntil("another's"), "4=old 4=first 3=second 2=event 2=event P=another's ");
     EXPECT_FALSE(own[3]->IsTaken());
-    server.Accept();
     own[2]->Set("last");
+    server.Accept();
     EXPECT_EQ(server.WritesUntil("last"), "P=another's 4=first 2=event 2=event 3=last ");
 }
 
