@@ -105,8 +105,7 @@ void PrintDriver::PublishProperties() {
     OnMain(cancelPrint_, [this](std::string const& value) {
         if (value != "true") return;
         cancelPrint_->Set(false);
-        // The host takes away the folders of the jobs that it cancels. What stands came later, and prints.
-        if (state_ != State::Idle) cancelled_ = job_;
+        NoteCancellation();
         onJobsLost_();
         EndIfGone();
     });
@@ -118,6 +117,17 @@ void PrintDriver::OnMain(std::shared_ptr<Property> const& property, std::functio
         QMetaObject::invokeMethod(
             this, [react, value = changed->ValueText()] { react(value); }, Qt::QueuedConnection);
     });
+}
+
+/// The host takes away the folders of the jobs that it cancels, in a moment. What stands then came later, and prints.
+void PrintDriver::NoteCancellation() {
+    constexpr std::chrono::milliseconds Moment{100};
+    cancelled_.clear();
+    std::error_code error;
+    for (auto const& entry : std::filesystem::directory_iterator(options_.jobsFolder, error))
+        cancelled_.insert(entry.path());
+    if (state_ != State::Idle) cancelled_.insert(job_);
+    cancellation_ = QDeadlineTimer(Moment);
 }
 
 /// The host has heard of everything when all is taken by a server that the host is there on.
@@ -158,6 +168,7 @@ void PrintDriver::StartNext() {
     }
     CleanUpAfter(waiting);
     // A job whose folder was made a moment ago gets its metadata next.
+    if (first && cancelled_.contains(firstPath) && !cancellation_.hasExpired()) return nextTimer_.start(Later);
     if (first) return Start(firstPath, std::move(*first));
     if (incomplete) nextTimer_.start(Later);
 }
@@ -300,7 +311,10 @@ bool PrintDriver::Cancel() {
     return true;
 }
 
-void PrintDriver::CancelAll() { cancelZpl_->Set(true); }
+void PrintDriver::CancelAll() {
+    NoteCancellation();
+    cancelZpl_->Set(true);
+}
 
 void PrintDriver::GiveUpJobs() {
     std::error_code error;
@@ -318,7 +332,7 @@ void PrintDriver::GiveUpJobs() {
 bool PrintDriver::EndIfGone() {
     std::error_code error;
     if (state_ == State::Idle || state_ == State::Ending || std::filesystem::exists(job_, error)) return false;
-    if (job_ == cancelled_)
+    if (cancelled_.contains(job_))
         say_("job " + names_.Job() + " is cancelled");
     else
         DebugLog(Error, "the folder of job " + names_.Job() + " is gone; the job is given up");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QFileSystemWatcher>
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
@@ -55,6 +56,7 @@ private:
     bool HostHasHeard();
     void GoAhead();
     void StartNext();
+    void NoteCancellation();
     void CleanUpAfter(std::set<std::filesystem::path> const& waiting);
     void Start(std::filesystem::path const& path, PrintEngine::Printing::JobMetaData metaData);
     void PrintPage();
@@ -97,7 +99,8 @@ private:
     bool tagIsRead_ = false;  // of that page
     PageNames names_;
     std::set<std::filesystem::path> finished_;
-    std::set<std::filesystem::path> waiting_;  // jobs that have not begun
-    std::filesystem::path cancelled_;          // by the host
+    std::set<std::filesystem::path> waiting_;    // jobs that have not begun
+    std::set<std::filesystem::path> cancelled_;  // what was there when the host cancelled all
+    QDeadlineTimer cancellation_;                // by which it has taken away those that it means
     unsigned printed_ = 0;
 };

@@ -61,6 +61,7 @@ struct ScriptGraphicContext::State {
     bool keepsPicture = false;
     Extent pageSize;
     std::string fileError;
+    std::string toldReason;  // why the last page could not be written; empty if it could
 
     std::int64_t originX = 0;
     std::int64_t originY = 0;
