@@ -185,6 +185,7 @@ TEST(PrinterFaults, ThePreviewMayGo) {
     VirtualPrinterProcess printer({"--speed", "1", "--preview"});
     ::unsetenv("ZPL_PREVIEW_PICTURE");
     EXPECT_TRUE(printer.Until([&] { return std::filesystem::exists(folder / "preview.png"); }));
+    EXPECT_FALSE(std::filesystem::exists(printer.Runtime() / "bus")) << "desktop libraries would speak to it";
     std::string const empty = ReadRegularFile(folder / "preview.png");
     printer.Print(Label("shown", 5));
     EXPECT_TRUE(printer.Until([&] { return ReadRegularFile(folder / "preview.png").size() > empty.size(); }));
