@@ -18,8 +18,9 @@ std::string Explain(std::exception const& error) {
 void StreamInterpreter::OpenSession(std::uint64_t base) {
     session_ = desk_.MakeSession();
     session_->StartAt(base);
+    session_->MapFields();
     session_->SetUnknownCommandObserver([this](ZplCommand const& command, std::uint64_t offset) {
-        findings_.AddUnknownCommand(command, offset, labels_ + (session_->IsInFormat() ? 1 : 0));
+        findings_.AddUnknownCommand(command, offset, Format());
     });
 }
 
@@ -31,7 +32,7 @@ void StreamInterpreter::Run(TakeLabel const& take) {
         try {
             result = session_->Consume(rest, false, true);
         } catch (std::exception const& error) {
-            findings_.AddNotice(Explain(error) + "; this format is dropped", labels_ + 1,
+            findings_.AddNotice(Explain(error) + "; this format is dropped", {},
                                 Log::Place().value_or(session_->LastCommandOffset()));
             // At least the byte that the memory ran out at, so that the run comes to an end.
             base = std::max(base + 1, session_->ConsumedBytes());
@@ -42,15 +43,15 @@ void StreamInterpreter::Run(TakeLabel const& take) {
         rest = result.remaining;
         if (!result.label) continue;
         auto& [text, label] = *result.label;
-        FinishedLabel finished{std::move(label), std::move(text), result.hasRfidOperations, labels_ + 1,
-                               session_->LastCommandOffset()};
+        FinishedLabel finished{std::move(label), std::move(text),      result.hasRfidOperations,
+                               ++labels_,        Format().value_or(0), session_->LastCommandOffset()};
+        findings_.NumberLabel(finished.format, finished.number);
         bool const goesOn = take(finished);
-        ++labels_;
         if (!goesOn) return;
     }
     if (session_->IsInFormat()) {
-        findings_.AddNotice("the stream ends inside a format: ^XZ is missing", labels_ + 1, stream_.size());
+        findings_.AddNotice("the stream ends inside a format: ^XZ is missing", {}, stream_.size());
     } else if (labels_ == 0) {
-        findings_.AddNotice("the stream holds no printable label", 0);
+        findings_.AddNotice("the stream holds no printable label", {});
     }
 }

@@ -9,6 +9,15 @@ bool ZplCodePageConverter::ReadsSingleBytes() const {
     return encoding_ == Encoding::SingleByte && !FindCharacterSet(codePage_)->isMultiByte && remap_.empty();
 }
 
+bool ZplCodePageConverter::ReadsByteSequences() const {
+    return encoding_ == Encoding::SingleByte && FindCharacterSet(codePage_)->isMultiByte;
+}
+
+bool ZplCodePageConverter::ReadsBytePairs() const {
+    constexpr unsigned BytePairs = 17;
+    return encoding_ == Encoding::SingleByte && codePage_ == BytePairs;
+}
+
 bool ZplCodePageConverter::SelectCodePage(unsigned codePage) {
     auto const* const set = FindCharacterSet(codePage);
     if (!set) return false;

@@ -52,6 +52,7 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
     ProcessResult result;
     std::size_t position = 0;
     while (position < input.size() && !result.label) {
+        if (!IsInFormat()) formatOffset_.reset();
         auto const command = NextCommand(input, position, flushAtEnd);
         if (!command) break;
 
@@ -63,6 +64,7 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
             continue;
         }
         Log::SetPlace(command->offset);
+        if (command->command == "XA") formatOffset_ = command->offset;
         RunOrRecord(*handler, *command, controlCommandsOnly);
         // Without a format the flag stays set and nothing happens: that is how a stray end is ignored.
         if (contextProcessor_.IsFormatComplete() && contextProcessor_.GetContext(ContextProcessor::FormatContext)) {
@@ -149,6 +151,7 @@ void ZplCommandProcessor::ProcessControlCommands() {
         // meaning, and would grow without end.
         bool const shapesFormats =
             command.command == "XA" || command.command == "XZ" || command.command == "XF" || command.command == "DF";
+        Log::SetPlace(command.offset);
         if (handler && !shapesFormats && handler->GetProcessingType() == ProcessingType::Immediate) {
             handler->HandleCommand(contextProcessor_.GetCurrentContext(), command, contextProcessor_);
         }
