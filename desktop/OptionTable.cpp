@@ -26,7 +26,7 @@ constexpr CommandRow CommandTable[] = {
      "Draws the first copy of each label in memory, and no files.",
      ExitCodes},
     {"serve", Serve, "", "", "be a virtual printer that any program can print to",
-     "A virtual label printer: any program can print to it. Each page becomes a file JOB-PAGE.png.\n"
+     "A virtual label printer: any program can print to it. Each page becomes a file NAME-JOB-PAGE.png.\n"
      "While it runs it takes these words on its terminal: status, pause, resume, cancel, cancel-all, preview, quit."},
     {"man", Manual, "[COMMAND]", "render check serve man completion", "print the manual page of a command",
      "Prints a manual page as roff text: of a COMMAND, or without one of all together. To read it: zpl man render | "
@@ -40,8 +40,8 @@ using Text = std::string const&;
 
 constexpr OptionRow OptionTable[] = {
     {"--listen", "HOST:PORT", "", Serve,
-     "where it takes print streams (default 127.0.0.1:9100; port 0 picks a free one); HOST is an IPv4 address or a "
-     "name that has one",
+     "where it takes print streams (default 127.0.0.1:9100; port 0 picks a free one); HOST is an address, as 0.0.0.0 or "
+     "[::1], or a name that has one of IPv4",
      [](Reading& r, Text, Text value) { OptionValues::Address(value, r.serve); }},
     {"--dpi", "N", "203 300 600", Render | Check | Serve,
      "resolution that streams are made for: 203 (default), 300 or 600",

@@ -2,7 +2,6 @@
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -14,6 +13,7 @@
 #include "foundation/Files.h"
 #include "propertybus/PICLIF.h"
 #include "propertybus/PublishingPropertyManager.h"
+#include "propertybus/SocketAddress.h"
 #include "propertybus/ThreadFactory.h"
 #include "tests/support/TemporaryDirectory.h"
 
@@ -163,6 +163,77 @@ TEST_F(PropertyLinkTest, EventsCountEachButNotTheAnswerToASubscription) {
     EXPECT_EQ(events, 2) << "a new link says again what is there";
 }
 
+/// A server that takes links and hears what they say, and says nothing but what the test has it say.
+class SilentServer {
+public:
+    explicit SilentServer(std::filesystem::path const& path) {
+        SocketAddress const address(path);
+        EXPECT_EQ(::bind(listener_, address.Get(), SocketAddress::Size), 0);
+        EXPECT_EQ(::listen(listener_, 1), 0);
+    }
+    ~SilentServer() {
+        ::close(link_);
+        ::close(listener_);
+    }
+    void Accept() {
+        ::close(link_);
+        link_ = ::accept(listener_, nullptr, nullptr);
+        lines_ = PiclLines();
+    }
+    void Say(PiclMessage const& message) const {
+        std::string const line = message.Text() + '\n';
+        EXPECT_EQ(::send(link_, line.data(), line.size(), MSG_NOSIGNAL), static_cast<ssize_t>(line.size()));
+    }
+    /// The writes, up to that of a value.
+    std::string WritesUntil(std::string const& last) {
+        std::string writes;
+        bool seen = false;
+        char buffer[4096];
+        while (!seen) {
+            ssize_t const count = ::recv(link_, buffer, sizeof buffer, 0);
+            if (count <= 0) break;
+            lines_.Append({buffer, static_cast<std::size_t>(count)}, [&](std::string_view line) {
+                auto const message = PiclMessage::Parse(line);
+                if (!message || message->type != PiclMessage::Type::Set) return;
+                writes += message->address.property + '=' + message->value + ' ';
+                seen = seen || message->value == last;
+            });
+        }
+        return writes;
+    }
+
+private:
+    int listener_ = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    int link_ = -1;
+    PiclLines lines_;
+};
+
+// The identifiers stand in the other order.
+TEST_F(PropertyLinkTest, WhatIsLostWithTheServerIsRepeatedInItsOrder) {
+    SilentServer server(folder_ / "socket");
+    Peer owner(folder_.Path(), "A");
+    server.Accept();
+    std::vector<std::shared_ptr<StringProperty>> own;
+    for (char const* const identifier : {"1", "2", "3", "4"})
+        own.push_back(owner.properties->Create<StringProperty>(PropertyName{identifier, "", "G"}, ""));
+    own[1]->SetEveryWriteCounts(true);
+    own[0]->Set("taken");
+    EXPECT_EQ(server.WritesUntil("taken"), "1=taken ");
+    server.Say({.type = PiclMessage::Type::Taken, .address = {"A", "G", "1"}});
+    while (!own[0]->IsTaken()) std::this_thread::sleep_for(1ms);
+    own[3]->Set("old");
+    own[3]->Set("first");
+    own[2]->Set("second");
+    own[1]->Set("event");
+    own[1]->Set("event");
+    owner.link.GetServerAgent()->SetProperty("B", "G", "P", "another's");
+    EXPECT_EQ(server.WritesUntil("another's"), "4=old 4=first 3=second 2=event 2=event P=another's ");
+    EXPECT_FALSE(own[3]->IsTaken());
+    own[2]->Set("last");
+    server.Accept();
+    EXPECT_EQ(server.WritesUntil("last"), "P=another's 4=first 2=event 2=event 3=last ");
+}
+
 TEST_F(PropertyLinkTest, WritesOfAFollowerReachAnOwnerThatComesLater) {
     auto server = std::make_unique<Server>(folder_.Path());
     Peer other(folder_.Path(), "B");
@@ -214,18 +285,27 @@ TEST_F(PropertyLinkTest, OnlyItsUserMayOpenTheSocketAndOnlyOneServes) {
     EXPECT_THROW(PropertyServer(folder_ / "socket", folder_ / "archive"), std::system_error);
 }
 
+TEST_F(PropertyLinkTest, TheSocketMayStandDeep) {
+    auto const deep = folder_ / std::string(100, 'a') / std::string(100, 'b');
+    std::filesystem::create_directories(deep);
+    Server const server(deep);
+    Peer owner(deep, "A");
+    Peer other(deep, "B");
+    owner.properties->Create<StringProperty>(name_, "reached");
+    EXPECT_TRUE(
+        Becomes(other.properties->Follow<StringProperty>("A", ExternalAppRegistration::Plain, name_, ""), "reached"));
+}
+
 TEST_F(PropertyLinkTest, GarbageOfOnePeerIsNothingToTheOthers) {
     Server const server(folder_.Path());
     Peer owner(folder_.Path(), "A");
     auto const own = owner.properties->Create<StringProperty>(name_, "a");
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    (folder_ / "socket").string().copy(address.sun_path, sizeof address.sun_path - 1);
+    SocketAddress const address(folder_ / "socket");
     std::vector<int> peers;
     for (std::string const& bytes : {std::string("\0\xFF{\n\n[[[[\n", 10), std::string(100'000, '['),
                                      std::string("{\"type\":\"set\"}\n"), std::string(3'000'000, 'x')}) {
         peers.push_back(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0));
-        ASSERT_EQ(::connect(peers.back(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+        ASSERT_EQ(::connect(peers.back(), address.Get(), SocketAddress::Size), 0);
         EXPECT_GT(::send(peers.back(), bytes.data(), bytes.size(), MSG_NOSIGNAL), 0);
     }
     Peer other(folder_.Path(), "B");
