@@ -15,6 +15,8 @@ public:
     void StartJob(std::string_view name, unsigned first);
     /// NAME-JOB.
     std::string const& Job() const { return job_; }
+    /// What the names of its files begin with, with their folder: FOLDER/NAME-JOB-.
+    std::filesystem::path Stem() const { return folder_ / (job_ + '-'); }
     /// `page` is counted from 0.
     std::filesystem::path Of(unsigned page) const;
 

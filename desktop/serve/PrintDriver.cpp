@@ -7,6 +7,7 @@
 #include "PrintEngine/Printing/JobFileSystemStrings.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Files.h"
+#include "foundation/Json.h"
 #include "jobhost/model/RfidReadResponses.h"
 #include "rfid/TagOperations.h"
 
@@ -71,6 +72,7 @@ void PrintDriver::PublishProperties() {
     driver_.Own<BoolProperty>(PrintingIsStopped, Group::PrintOperations, false);
     tagResponse_ = driver_.Own<StringProperty>(RfidReadCommandResponse, Group::RfidEncoderOperations, "");
     tagResponse_->SetEveryWriteCounts(true);
+    printedPages_ = driver_.Own<StringProperty>(PrintedPages, Group::PrintOperations, "");
     page_ = driver_.Own<UInt32Property>(CurrentPrintingPageNumber, Group::PrintOperations, 0U);
     resumeFrom_ = driver_.Own<UInt32Property>(ResumePrintingFromPageNumber, Group::PrintOperations, 0U);
     resume_ = driver_.Own<BoolProperty>(ResumePrinting, Group::PrintOperations, false);
@@ -189,10 +191,18 @@ void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData)
     names_.StartJob(metaData_.jobName, next_);
     state_ = State::Printing;
     watcher_.addPath(QString::fromStdString(path.string()));
+    TellPrintedPages();
     status_->Set("Printing");
     path_->Set(path.string());
     page_->Set(next_);
     PrintPage();
+}
+
+/// Where the job's pages can be looked at when they have been printed and its folder holds them no more.
+void PrintDriver::TellPrintedPages() {
+    JsonWriter writer;
+    writer.StartObject().Key("job").String(job_.string()).Key("pages").String(names_.Stem().string()).EndObject();
+    printedPages_->Set(writer.Text());
 }
 
 void PrintDriver::PrintPage() {

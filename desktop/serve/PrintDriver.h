@@ -59,6 +59,7 @@ private:
     void NoteCancellation();
     void CleanUpAfter(std::set<std::filesystem::path> const& waiting);
     void Start(std::filesystem::path const& path, PrintEngine::Printing::JobMetaData metaData);
+    void TellPrintedPages();
     void PrintPage();
     std::vector<RfidOperation> TagOperationsOfPage() const;
     void ReadTag();
@@ -80,6 +81,7 @@ private:
     std::shared_ptr<StringProperty> status_;
     std::shared_ptr<StringProperty> path_;
     std::shared_ptr<UInt32Property> page_;
+    std::shared_ptr<StringProperty> printedPages_;
     std::shared_ptr<UInt32Property> resumeFrom_;
     std::shared_ptr<BoolProperty> resume_;
     std::shared_ptr<BoolProperty> pausePrinting_;

@@ -2,12 +2,14 @@
 
 #include <QtGui/QImage>
 #include <QtQml/QQmlApplicationEngine>
+#include <QtQml/QQmlContext>
 #include <QtQuick/QQuickWindow>
 #include <filesystem>
 #include <stdexcept>
 
 #include "plugin/TQTWSProcessorInterface.h"
 #include "plugin/TWSProcessorInterface.h"
+#include "plugin/preview/PrintedPages.h"
 #include "plugin/surfaces/RegisterSurfaces.h"
 
 // The window goes before the objects that it speaks to.
@@ -27,6 +29,8 @@ void PreviewPlugin::Init(std::shared_ptr<PublishingPropertyManager> properties,
     twsInterface_->SetPropertyManager(properties);
     twsInterface_->InitCallbacks();
     twsInterface_->SetServerAgent(agent);
+    printedPages_ = std::make_shared<PrintedPages>(*properties);
+    engine_->rootContext()->setContextProperty(QStringLiteral("PrintedPages"), printedPages_.get());
 
     QString reason;
     connect(engine_.get(), &QQmlEngine::warnings, this, [&reason](QList<QQmlError> const& warnings) {

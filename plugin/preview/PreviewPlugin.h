@@ -6,6 +6,7 @@
 
 #include "plugin/TQPluginInterface.h"
 
+class PrintedPages;
 class QQuickWindow;
 class TQTWSProcessorInterface;
 
@@ -30,5 +31,6 @@ private:
 
     std::shared_ptr<QQmlApplicationEngine> engine_;
     std::shared_ptr<TQTWSProcessorInterface> twsInterface_;
+    std::shared_ptr<PrintedPages> printedPages_;
     QTimer pictureTimer_;
 };

@@ -13,5 +13,6 @@ ApplicationWindow {
     PrintPreviewControl {
         objectName: "control"
         anchors.fill: parent
+        printedPages: ({ job: PrintedPages.job, stem: PrintedPages.stem })
     }
 }

@@ -1,6 +1,7 @@
 #include "plugin/surfaces/PageView.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 #include <QtGui/QImageReader>
 #include <QtGui/QPainter>
 #include <QtQuick/QQuickWindow>
@@ -28,13 +29,24 @@ void PageView::setFolder(QString const& folder) {
     if (folder == folder_) return;
     if (!watcher_.directories().isEmpty()) watcher_.removePaths(watcher_.directories());
     folder_ = folder;
-    pageCount_ = 0;
+    printedPages_.clear();
     jobName_.clear();
-    Q_EMIT pageCountChanged();
-    if (!folder_.isEmpty()) watcher_.addPath(folder_);
+    shown_ = false;
+    SetPageCount(0);
+    Q_EMIT printedPagesChanged();
+    if (!folder_.isEmpty() && QDir(folder_).exists()) watcher_.addPath(folder_);
     ReadJob();
     Q_EMIT folderChanged();
     Ask();
+}
+
+/// Of the job in the folder.
+void PageView::setPrintedPages(QString const& printedPages) {
+    if (printedPages == printedPages_) return;
+    printedPages_ = printedPages;
+    Q_EMIT printedPagesChanged();
+    if (pageCount_ == 0) CountPrintedPages();
+    if (!shown_) Load();
 }
 
 void PageView::setPage(int page) {
@@ -44,40 +56,62 @@ void PageView::setPage(int page) {
     Ask();
 }
 
+QString PageView::PrintedFile(int page) const {
+    return printedPages_ + QString::number(page + 1) + QStringLiteral(".png");
+}
+
 void PageView::ReadJob() {
     if (folder_.isEmpty()) return;
     auto const metaData = PrintEngine::Printing::JobMetaData::Read(folder_.toStdString());
     if (!metaData) return;
-    pageCount_ = static_cast<int>(std::min<unsigned>(metaData->totalPages, 1U << 30));
     jobName_ = QString::fromStdString(metaData->jobName);
+    SetPageCount(static_cast<int>(std::min<unsigned>(metaData->totalPages, 1U << 30)));
+}
+
+void PageView::SetPageCount(int count) {
+    pageCount_ = count;
+    if (shown_) shownPageCount_ = count;
     Q_EMIT pageCountChanged();
+    Q_EMIT shownChanged();
+}
+
+/// A job that was over before it was looked at.
+void PageView::CountPrintedPages() {
+    int count = 0;
+    while (!printedPages_.isEmpty() && QFile::exists(PrintedFile(count))) ++count;
+    if (count > 0) SetPageCount(count);
 }
 
 /// Another page is asked for.
 void PageView::Ask() {
-    SetShown(false);
+    shown_ = false;
+    if (!keepsPicture_) {
+        picture_ = {};
+        reduced_ = {};
+        update();
+    }
+    Q_EMIT shownChanged();
     Load();
 }
 
 void PageView::Load() {
     if (folder_.isEmpty() || page_ < 0) return;
     QImageReader::setAllocationLimit(MostMegabytes);
-    QImageReader reader(QDir(folder_).filePath(QString::number(page_)), "png");
-    QImage picture = reader.read();
-    if (picture.isNull()) return;
+    QImage picture = QImageReader(QDir(folder_).filePath(QString::number(page_)), "png").read();
+    if (picture.isNull() && !printedPages_.isEmpty()) picture = QImageReader(PrintedFile(page_), "png").read();
+    if (!picture.isNull()) Show(std::move(picture));
+}
+
+void PageView::Show(QImage picture) {
     picture_ = std::move(picture);
     reduced_ = {};
     shown_ = true;
+    shownPage_ = page_;
+    shownPageCount_ = pageCount_;
     Q_EMIT shownChanged();
     Q_EMIT fittingZoomChanged();
     Q_EMIT zoomChanged();
     update();
-}
-
-void PageView::SetShown(bool shown) {
-    if (shown == shown_) return;
-    shown_ = shown;
-    Q_EMIT shownChanged();
 }
 
 void PageView::setZoom(double zoom) {

@@ -6,16 +6,22 @@
 
 /// Shows one page of a job folder, dot for dot: from a zoom of 1 on each dot is a square of whole screen pixels, below
 /// it the page is averaged down. The item is the window onto the page, not the page, so its memory does not grow with
-/// the zoom. A page that is not there yet is shown as soon as it is; until then, and when a page goes away that has
-/// been printed, the last picture stays.
+/// the zoom. A page that is not there yet is shown as soon as it is; one that has been printed and is gone from the
+/// folder is taken from where printed pages are kept. The picture is always that of `shownPage`.
 class PageView : public QQuickPaintedItem {
     Q_OBJECT
     Q_PROPERTY(QString folder READ folder WRITE setFolder NOTIFY folderChanged)
+    /// What the file names of printed pages begin with; behind it stand the page's number from 1, and ".png".
+    Q_PROPERTY(QString printedPages READ printedPages WRITE setPrintedPages NOTIFY printedPagesChanged)
     Q_PROPERTY(int page READ page WRITE setPage NOTIFY pageChanged)  ///< counted from 0
+    /// Whether the picture stays until that of another page asked for is there; else there is none until then.
+    Q_PROPERTY(bool keepsPicture MEMBER keepsPicture_ NOTIFY keepsPictureChanged)
     Q_PROPERTY(int pageCount READ pageCount NOTIFY pageCountChanged)
     Q_PROPERTY(QString jobName READ jobName NOTIFY pageCountChanged)
-    Q_PROPERTY(bool isShown READ isShown NOTIFY shownChanged)  ///< the picture is that of the page asked for
-    Q_PROPERTY(QSize dots READ dots NOTIFY shownChanged)       ///< of the page shown
+    Q_PROPERTY(bool isShown READ isShown NOTIFY shownChanged)     ///< the picture is that of the page asked for
+    Q_PROPERTY(int shownPage READ shownPage NOTIFY shownChanged)  ///< of the picture; -1 without one
+    Q_PROPERTY(int shownPageCount READ shownPageCount NOTIFY shownChanged)  ///< of its job
+    Q_PROPERTY(QSize dots READ dots NOTIFY shownChanged)                    ///< of the page shown
 
     Q_PROPERTY(double zoom READ zoom WRITE setZoom NOTIFY zoomChanged)  ///< screen pixels for a dot
     /// The zoom at which the whole page is seen; whole, if it is 1 or more.
@@ -30,11 +36,15 @@ public:
 
     QString folder() const { return folder_; }
     void setFolder(QString const& folder);
+    QString printedPages() const { return printedPages_; }
+    void setPrintedPages(QString const& printedPages);
     int page() const { return page_; }
     void setPage(int page);
     int pageCount() const { return pageCount_; }
     QString jobName() const { return jobName_; }
     bool isShown() const { return shown_; }
+    int shownPage() const { return picture_.isNull() ? -1 : shownPage_; }
+    int shownPageCount() const { return shownPageCount_; }
     QSize dots() const { return picture_.size(); }
     double zoom() const { return zoom_; }
     void setZoom(double zoom);
@@ -47,6 +57,8 @@ public:
 
 Q_SIGNALS:
     void folderChanged();
+    void printedPagesChanged();
+    void keepsPictureChanged();
     void pageChanged();
     void pageCountChanged();
     void shownChanged();
@@ -61,16 +73,23 @@ protected:
 private:
     void Ask();
     void Load();
+    void Show(QImage picture);
     void ReadJob();
-    void SetShown(bool shown);
+    void SetPageCount(int count);
+    void CountPrintedPages();
+    QString PrintedFile(int page) const;
     double PixelRatio() const;
 
     QFileSystemWatcher watcher_;
     QString folder_;
+    QString printedPages_;
     QString jobName_;
+    bool keepsPicture_ = false;
     int page_ = 0;
     int pageCount_ = 0;
     bool shown_ = false;
+    int shownPage_ = -1;
+    int shownPageCount_ = 0;
     QImage picture_;
     QImage reduced_;  // the picture at a zoom below 1; made when it is painted
     double zoom_ = 1;

@@ -8,6 +8,7 @@ Item {
     id: control
 
     property alias folder: surface.folder
+    property alias printedPages: surface.printedPages
     property alias follows: surface.follows
     property alias page: surface.page
     property alias zoom: surface.zoom
@@ -22,6 +23,7 @@ Item {
     component Separator: ToolSeparator { implicitHeight: 32 }
 
     function turnTo(number) { surface.turnTo(number) }
+    function followAgain() { surface.followAgain() }
     function zoomIn() { surface.zoomIn() }
     function zoomOut() { surface.zoomOut() }
 
@@ -51,7 +53,10 @@ Item {
                 Button { text: "First"; enabled: control.hasPages && surface.page > 0; onClicked: surface.turnTo(0) }
                 Button { text: "Back"; enabled: control.hasPages && surface.page > 0; onClicked: surface.turnTo(surface.page - 1) }
                 Label {
-                    text: control.hasPages ? "Page " + (surface.page + 1) + " of " + surface.pageCount : "No pages"
+                    objectName: "number"
+                    // That of the picture: while it follows, this stays until the next page is there.
+                    text: surface.shownPage >= 0 ? "Page " + (surface.shownPage + 1) + " of " + surface.shownPageCount
+                        : control.hasPages ? "Page " + (surface.page + 1) + " of " + surface.pageCount : "No pages"
                     horizontalAlignment: Text.AlignHCenter
                     Layout.minimumWidth: 120
                 }
@@ -94,7 +99,8 @@ Item {
                     elide: Text.ElideRight
                     text: !TQTWSProcessorInterface.isPrinting ? "Ready"
                         : (TQTWSProcessorInterface.jobStatus || "Waiting") + ": page " + (TQTWSProcessorInterface.printingPage + 1)
-                          + (surface.jobName ? " of \u201C" + surface.jobName + "\u201D" : "")
+                          + (surface.folder !== TQTWSProcessorInterface.jobFolder ? " of another job"
+                             : surface.jobName ? " of \u201C" + surface.jobName + "\u201D" : "")
                 }
                 Label { text: surface.dots.width > 0 ? surface.dots.width + " \u00D7 " + surface.dots.height + " dots" : "" }
             }

@@ -7,12 +7,16 @@ Item {
     id: surface
 
     property alias folder: view.folder
+    property alias printedPages: view.printedPages
     property alias page: view.page
+    property alias keepsPicture: view.keepsPicture
     property real zoom: 0
 
     readonly property alias pageCount: view.pageCount
     readonly property alias jobName: view.jobName
     readonly property alias isShown: view.isShown
+    readonly property alias shownPage: view.shownPage
+    readonly property alias shownPageCount: view.shownPageCount
     readonly property alias dots: view.dots
     readonly property alias shownZoom: view.zoom
 

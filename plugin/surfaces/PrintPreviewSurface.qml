@@ -2,11 +2,14 @@ import QtQuick
 import QtQuick.Controls.Basic
 import TCPrintEngine
 
-// The pages of a job folder, one at a time: the page that prints while it follows, else the one turned to.
+// The pages of a job, one at a time: the page that prints while it follows, else the one turned to, also when the job
+// is over and others print.
 Rectangle {
     id: surface
 
-    property string folder: TQTWSProcessorInterface.jobFolder
+    property alias folder: label.folder
+    // Where printed pages are kept, if they are: the folder of a job, and what the names of its printed pages begin with.
+    property var printedPages: ({ job: "", stem: "" })
     property bool follows: true
     property int page: 0
     property alias zoom: label.zoom
@@ -14,6 +17,8 @@ Rectangle {
     readonly property alias pageCount: label.pageCount
     readonly property alias jobName: label.jobName
     readonly property alias isShown: label.isShown
+    readonly property alias shownPage: label.shownPage
+    readonly property alias shownPageCount: label.shownPageCount
     readonly property alias dots: label.dots
     readonly property alias shownZoom: label.shownZoom
 
@@ -27,7 +32,17 @@ Rectangle {
 
     function followAgain() {
         follows = true
-        page = TQTWSProcessorInterface.printingPage
+        follow()
+        if (!TQTWSProcessorInterface.isPrinting && pageCount > 0) page = pageCount - 1
+    }
+
+    // Whoever has turned pages stays with their job.
+    function follow() {
+        if (follows && TQTWSProcessorInterface.jobFolder) {
+            folder = TQTWSProcessorInterface.jobFolder
+            if (TQTWSProcessorInterface.isPrinting) page = TQTWSProcessorInterface.printingPage
+        }
+        if (folder && folder === printedPages.job) label.printedPages = printedPages.stem
     }
 
     function zoomIn() {
@@ -47,18 +62,16 @@ Rectangle {
 
     Connections {
         target: TQTWSProcessorInterface
-        function onJobChanged() {
-            if (surface.follows && TQTWSProcessorInterface.isPrinting) surface.page = TQTWSProcessorInterface.printingPage
-        }
+        function onJobChanged() { surface.follow() }
     }
+    onPrintedPagesChanged: follow()
+    Component.onCompleted: follow()
 
     PrintPreviewLabelSurface {
         id: label
         anchors.fill: parent
-        folder: surface.folder
         page: surface.page
-        // The last page stays clear when its job has been printed and is gone.
-        opacity: isShown || surface.follows ? 1 : 0.25
+        keepsPicture: surface.follows
     }
 
     WheelHandler {
@@ -72,7 +85,7 @@ Rectangle {
         padding: 8
         background: Rectangle { color: "#f8f8f8"; border.color: "#909090"; radius: 4 }
         text: label.dots.width === 0 && (surface.follows || surface.pageCount === 0) ? "There is no page to show yet"
-            : !label.isShown && !surface.follows ? "Page " + (surface.page + 1) + " is printed already, or not rendered yet"
+            : !label.isShown && !surface.follows ? "Page " + (surface.page + 1) + " is not there: not rendered yet, or printed and not kept"
             : ""
     }
 }

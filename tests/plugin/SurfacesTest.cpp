@@ -102,6 +102,7 @@ public:
     }
     /// Of an item of the surface, found by its name.
     std::string TextOf(char const* name) {
+        Settle();
         QQuickItem const* child = Find(*item_, QString::fromLatin1(name));
         return child ? child->property("text").toString().toStdString() : "no such item";
     }
@@ -167,16 +168,21 @@ protected:
     }
     ~PreviewTest() override { EXPECT_EQ(messages.join(u'\n').toStdString(), ""); }
 
-    void WritePage(int page) const {
+    void WritePage(int page) const { WritePage(folder_ / std::to_string(page), page); }
+    static void WritePage(std::filesystem::path const& file, int page) {
         QImage picture(40, 30, QImage::Format_Grayscale8);
         picture.fill(Qt::white);
         for (int row = 0; row < page; ++row) std::memset(picture.scanLine(10 + row), 0, 40);
-        EXPECT_TRUE(picture.save(QString::fromStdString((folder_ / std::to_string(page)).string()), "png"));
+        EXPECT_TRUE(picture.save(QString::fromStdString(file.string()), "png"));
     }
     void Print(unsigned page) {
         TheHost().Set<StringProperty>(PropertyNames::PrintJobStatus, "Printing");
         TheHost().Set<StringProperty>(PropertyNames::JobToPrintPathName, folder_.Path().string());
         TheHost().Set<UInt32Property>(PropertyNames::CurrentPrintingPageNumber, page);
+    }
+    static QVariantMap Printed(std::filesystem::path const& job, std::filesystem::path const& stem) {
+        return {{QStringLiteral("job"), QString::fromStdString(job.string())},
+                {QStringLiteral("stem"), QString::fromStdString(stem.string())}};
     }
     /// Black pixels in the column through the middle of the page.
     static int BlackRows(Surface& surface) {
@@ -190,15 +196,16 @@ protected:
 };
 
 TEST_F(PreviewTest, FollowsTheJobThatPrints) {
-    Surface surface(QStringLiteral("PrintPreviewSurface"));
+    Surface surface(QStringLiteral("PrintPreviewControl"));
     surface.Set("zoom", 1);
     Print(1);
     EXPECT_EQ(BlackRows(surface), 1);
-    EXPECT_EQ(surface.Value("pageCount").toInt(), 9);
+    EXPECT_EQ(surface.TextOf("number"), "Page 2 of 9");
     Print(3);
     EXPECT_EQ(BlackRows(surface), 3);
     Print(4);
     EXPECT_EQ(BlackRows(surface), 3) << "the page before stays until this one is there";
+    EXPECT_EQ(surface.TextOf("number"), "Page 4 of 9") << "and its number with it";
     EXPECT_FALSE(surface.Value("isShown").toBool());
     WritePage(4);
     EXPECT_EQ(BlackRows(surface), 4);
@@ -224,6 +231,51 @@ TEST_F(PreviewTest, TurnsPages) {
     EXPECT_EQ(surface.Value("page").toInt(), 0);
     surface.Call("followAgain");
     EXPECT_EQ(BlackRows(surface), 2);
+}
+
+TEST_F(PreviewTest, ShowsPrintedPagesFromWhereTheyAreKept) {
+    TemporaryDirectory const kept;
+    TemporaryDirectory const next;
+    PrintEngine::Printing::JobMetaData{.jobName = "next", .totalPages = 2}.Write(next.Path());
+    WritePage(next / "0", 7);
+    Print(3);
+    Surface surface(QStringLiteral("PrintPreviewControl"));
+    surface.Set("zoom", 1);
+    for (int page = 0; page < 3; ++page) {
+        WritePage(kept / ("job-1-" + std::to_string(page + 1) + ".png"), page);
+        std::filesystem::remove(folder_ / std::to_string(page));
+    }
+    surface.Call("turnTo", 2);
+    EXPECT_EQ(BlackRows(surface), 0) << "no other page stands in for it";
+    surface.Set("printedPages", Printed(folder_.Path(), kept / "job-1-"));
+    EXPECT_EQ(BlackRows(surface), 2);
+
+    // The job ends, and the next one prints.
+    std::filesystem::rename(folder_ / "3", kept / "job-1-4.png");
+    TheHost().Set<StringProperty>(PropertyNames::JobToPrintPathName, "NO PAGE");
+    surface.Set("printedPages", Printed(next.Path(), kept / "next-1-"));
+    TheHost().Set<UInt32Property>(PropertyNames::CurrentPrintingPageNumber, 0U);
+    TheHost().Set<StringProperty>(PropertyNames::JobToPrintPathName, next.Path().string());
+    EXPECT_EQ(BlackRows(surface), 2) << "whoever has turned pages stays with their job";
+    surface.Call("turnTo", 3);
+    EXPECT_EQ(BlackRows(surface), 3);
+    EXPECT_EQ(surface.TextOf("number"), "Page 4 of 9");
+    EXPECT_EQ(surface.TextOf("status"), "Printing: page 1 of another job");
+    surface.Call("turnTo", 4);
+    EXPECT_EQ(BlackRows(surface), 0);
+    EXPECT_EQ(surface.TextOf("number"), "Page 5 of 9");
+    surface.Call("followAgain");
+    EXPECT_EQ(BlackRows(surface), 7);
+    EXPECT_EQ(surface.TextOf("number"), "Page 1 of 2");
+}
+
+TEST_F(PreviewTest, CountsThePagesOfAJobThatIsOver) {
+    TemporaryDirectory const kept;
+    for (int page = 0; page < 3; ++page) WritePage(kept / ("quick-1-" + std::to_string(page + 1) + ".png"), page);
+    Surface surface(QStringLiteral("PrintPreviewControl"));
+    TheHost().Set<StringProperty>(PropertyNames::JobToPrintPathName, (kept / "gone").string());
+    surface.Set("printedPages", Printed(kept / "gone", kept / "quick-1-"));
+    EXPECT_EQ(surface.TextOf("number"), "Page 1 of 3");
 }
 
 TEST_F(PreviewTest, TurnsFromJobToJob) {
