@@ -109,6 +109,7 @@ bool FieldNumberHandler::HandleCommand(Context& current, ZplCommand const& comma
         auto const* own = current.Find(ZplContextKeys::FieldRenderFunction);
         StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction,
                      FillFunction(*number, own ? *own : ZplContextKeys::RenderFunction()));
+        StoreSetting(current, processor, ZplContextKeys::FillsTemplates, true);
     } else {
         StoreSetting(current, processor, ZplContextKeys::FieldNumberToSave, *number);
     }
