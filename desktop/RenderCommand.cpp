@@ -64,6 +64,7 @@ private:
                 jobName_ = jobName_.empty() ? finished.text : jobName_;
                 jobFlag_ = jobFlag_ || finished.hasTagOperations;
                 kept_.push_back(std::move(finished.label));
+                targets_.push_back(std::move(finished.target));
             } else {
                 RenderOne(std::move(finished));
             }
@@ -83,6 +84,7 @@ private:
     void RenderOne(FinishedLabel finished) {
         unsigned const quantity = finished.label.Quantity();
         unsigned const copies = CopiesToDraw(quantity, finished.number);
+        target_ = finished.target.get();
         for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
             bool const drawn = Draw(store_.NextPath(), finished.number, [&] {
                 if (options_.tag && finished.label.IsWaitingOnRfidReadResponse(copy)) {
@@ -105,8 +107,9 @@ private:
             tagOperations.push_back(label.GetRfidOperations());
         }
         Zpl::Job job(std::move(kept_), {}, jobFlag_);
+        target_ = targets_.front().get();
         job.Start(jobName_);
-        if (!interpreter_.Target().FileError().empty()) {
+        if (!target_->FileError().empty()) {
             std::error_code ignored;
             if (!job.JobPath().empty()) std::filesystem::remove_all(job.JobPath(), ignored);
             CheckFile(job.JobPath().empty() ? std::filesystem::path(options_.outputFolder) : job.JobPath());
@@ -114,6 +117,7 @@ private:
         unsigned page = 0;
         for (std::size_t i = 0; i < quantities.size(); ++i) {
             auto const number = static_cast<unsigned>(i + 1);
+            target_ = targets_[i].get();
             unsigned const copies = CopiesToDraw(quantities[i], number);
             for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
                 auto const file = job.JobPath() / std::to_string(page + copy);
@@ -127,6 +131,7 @@ private:
             }
             page += quantities[i];
         }
+        target_ = targets_.front().get();
         job.End();
         CheckFile(job.JobPath());
     }
@@ -139,7 +144,7 @@ private:
         try {
             render();
         } catch (std::exception const& error) {
-            findings_.AddNotice(Explain(error) + "; its pages from here on are dropped", label);
+            findings_.AddNotice(Zpl::Host::Explain(error) + "; its pages from here on are dropped", label);
             interpreter_.SetDrawnLabel(0);
             return false;
         }
@@ -149,12 +154,12 @@ private:
     }
 
     void CheckFile(std::filesystem::path const& what) {
-        auto const& error = interpreter_.Target().FileError();
+        auto const& error = target_->FileError();
         if (!error.empty()) throw OutputError("cannot write " + what.string() + ": " + error);
     }
 
     void Report(RenderedPage page) {
-        auto const size = interpreter_.Target().PageSize();
+        auto const size = target_->PageSize();
         page.width = static_cast<unsigned>(size.width);
         page.height = static_cast<unsigned>(size.height);
         progress_.Clear();
@@ -170,6 +175,8 @@ private:
     PageStore store_;
     Progress progress_;
     std::vector<Zpl::Label> kept_;
+    std::vector<std::shared_ptr<Scripting::ScriptGraphicContext>> targets_;  // of each of them
+    Scripting::ScriptGraphicContext* target_ = nullptr;                      // of the label that is being drawn
     std::string jobName_;
     bool jobFlag_ = false;
     unsigned pages_ = 0;

@@ -26,17 +26,14 @@ std::optional<ObjectName> FindStoredFormat(std::string const& text, std::filesys
     return name;
 }
 
-/// A format under one of these would take the place of a picture.
-bool IsPictureExtension(std::string_view extension) {
-    return extension == "GRF" || extension == "PNG" || extension == "BMP" || extension == "PCX";
-}
-
 /// `^DF`: the format is stored under a name and not printed.
 class SaveFormatHandler : public HandlerFor<CommandId("DF"), Format, Immediate> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        // Of a format that is thrown away nothing is stored.
+        if (processor.at(ZplContextKeys::CancelCurrentFormat)) return true;
         auto const name = ObjectName::Parse(command.Parameter(0), 'R', "UNKNOWN", "ZPL");
-        if (name && !IsPictureExtension(name->extension)) {
+        if (name) {
             processor.set(ContextProcessor::FormatContext, ZplContextKeys::SavedFormatPath, name->Path().string());
         } else {
             // Its fields wait for data that only a recall brings, so it must not be printed either.

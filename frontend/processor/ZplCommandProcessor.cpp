@@ -66,11 +66,31 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
         RunOrRecord(*handler, *command, controlCommandsOnly);
         // Without a format the flag stays set and nothing happens: that is how a stray end is ignored.
         if (contextProcessor_.IsFormatComplete() && contextProcessor_.GetContext(ContextProcessor::FormatContext)) {
+            isFinishing_ = true;
             FinishFormat(result);
+            isFinishing_ = false;
         }
     }
     result.remaining = input.substr(position);
     return result;
+}
+
+ZplCommandProcessor::StreamRest ZplCommandProcessor::TakeRest() {
+    return {std::move(tokenizer_), contextProcessor_.at(ZplContextKeys::CodePageConverter).GetEncoding(),
+            isFinishing_ || IsInFormat(), !isFinishing_ && IsInFormat()};
+}
+
+void ZplCommandProcessor::GoOnWith(StreamRest rest) {
+    tokenizer_ = std::move(rest.tokenizer);
+    (*contextProcessor_.GetSystemContext())[ZplContextKeys::CodePageConverter].SetEncoding(rest.encoding);
+    if (!rest.isInFormat) return;
+    contextProcessor_.BeginFormat();
+    contextProcessor_.set(ContextProcessor::FormatContext, ZplContextKeys::CancelCurrentFormat, true);
+}
+
+void ZplCommandProcessor::ForgetByteOrderMark() {
+    auto& converter = (*contextProcessor_.GetSystemContext())[ZplContextKeys::CodePageConverter];
+    converter.SetEncoding(converter.EncodingOfCodePage());
 }
 
 std::unique_ptr<ZplCommand> ZplCommandProcessor::NextCommand(std::string_view input, std::size_t& position,
@@ -79,11 +99,19 @@ std::unique_ptr<ZplCommand> ZplCommandProcessor::NextCommand(std::string_view in
     ZplCodePageConverter& converter = system[ZplContextKeys::CodePageConverter];
     // Asked for anew each time: the command before may have changed the characters or the character set.
     auto const& printer = *contextProcessor_.GetPrinterContext();
-    auto [encoding, command] =
-        tokenizer_.TokenizeString(input, position, printer.FormatPrefix(), printer.ControlPrefix(), printer.Delimiter(),
-                                  flushAtEnd, converter.GetEncoding());
-    converter.SetEncoding(encoding);
-    return std::move(command);
+    try {
+        auto [encoding, command] =
+            tokenizer_.TokenizeString(input, position, printer.FormatPrefix(), printer.ControlPrefix(),
+                                      printer.Delimiter(), flushAtEnd, converter.GetEncoding());
+        converter.SetEncoding(encoding);
+        return std::move(command);
+    } catch (std::exception const&) {
+        // There is no memory for what the command holds so far: it goes.
+        auto const read = tokenizer_.ConsumedBytes();
+        tokenizer_ = ZplTokenizer();
+        tokenizer_.StartAt(read);
+        throw;
+    }
 }
 
 void ZplCommandProcessor::RunOrRecord(CommandHandler& handler, ZplCommand const& command, bool controlCommandsOnly) {
@@ -99,7 +127,7 @@ void ZplCommandProcessor::RunOrRecord(CommandHandler& handler, ZplCommand const&
             }
             [[fallthrough]];
         case ProcessingType::Immediate:
-            handler.HandleCommand(contextProcessor_.GetCurrentContext(), command, contextProcessor_);
+            RunCommand(handler, command, contextProcessor_);
             if (handler.IsAdditonalSaveType()) contextProcessor_.AddFormatCommand(command);
             return;
     }
@@ -131,6 +159,8 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
     std::optional<std::string> const text = label.ProcessLabel(0, false);
     result.hasRfidOperations = label.HasRfidOperations();
     clone.SetRfidOperations(label.GetRfidOperations());
+    // Behind the first replay, which has brought the format's own settings into the system context.
+    clone.Freeze();
     if (text && label.HasImageSavePath()) label.RenderLabelToFile();
     if ((result.hasRfidOperations || text) && label.ShouldPrint()) {
         result.label.emplace(text.value_or(std::string()), std::move(clone));
@@ -149,9 +179,8 @@ void ZplCommandProcessor::ProcessControlCommands() {
         // meaning, and would grow without end.
         bool const shapesFormats =
             command.command == "XA" || command.command == "XZ" || command.command == "XF" || command.command == "DF";
-        if (handler && !shapesFormats && handler->GetProcessingType() == ProcessingType::Immediate) {
-            handler->HandleCommand(contextProcessor_.GetCurrentContext(), command, contextProcessor_);
-        }
+        if (handler && !shapesFormats && handler->GetProcessingType() == ProcessingType::Immediate)
+            RunCommand(*handler, command, contextProcessor_);
     }
 }
 
