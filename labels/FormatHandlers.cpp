@@ -9,10 +9,6 @@ namespace {
 using enum SyntacticType;
 using enum ProcessingType;
 
-/// A format that recalls itself doubles with every use; past this many commands a recall is refused.
-constexpr std::size_t LongestFormat = 1'000'000;
-constexpr std::size_t LargestFormat = 64UL * 1024 * 1024;  // bytes
-
 /// The stored format that `text` names: on the device it names, else on the first that has it.
 std::optional<ObjectName> FindStoredFormat(std::string const& text, std::filesystem::path const& folder) {
     constexpr std::string_view SearchOrder = "REBA";
@@ -69,14 +65,7 @@ public:
         if (!std::filesystem::is_regular_file(processor.FormatsFolder() / path, error))
             Log::Report(LogTopic::File,
                         "no format is stored under the name \"" + command.Parameter(0).substr(0, 40) + "\"");
-        auto const stored = std::filesystem::file_size(processor.FormatsFolder() / path, error);
-        auto const& commands = processor.GetFormatCommands();
-        bool const fits = error || commands.Bytes() + stored <= LargestFormat;
-        if (!fits || commands.size() > LongestFormat) {
-            Log::Report(LogTopic::Limit, "the format is too long to recall " + path + " into it");
-        } else {
-            processor.RecallFormat(path);
-        }
+        processor.RecallFormat(path);
         return true;
     }
 };

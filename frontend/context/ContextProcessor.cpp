@@ -63,10 +63,18 @@ void ContextProcessor::RecallFormat(std::filesystem::path const& name) {
         auto [encoding, command] = tokenizer.TokenizeString(content, position, FormatPrefix, ControlPrefix, Delimiter,
                                                             true, Encoding::SingleByte);
         if (!command) break;
-        if (command->command.empty()) continue;
+        if (command->command.empty() || command->isOverlong) continue;
         command->offset = Log::Place();  // that of the command which recalls
-        AddFormatCommand(*command);
+        Record(*command, true);
+        if (formatCommands_.IsRefused()) return;
     }
+}
+
+void ContextProcessor::Record(ZplCommand const& command, bool isRecalled) {
+    char const* const excess = formatCommands_.Append(command, isRecalled);
+    // What stands outside all formats is never drawn, and nobody misses it.
+    if (excess && FindOnStack(LabelContext))
+        Log::Report(LogTopic::Dropped, "the format holds " + std::string(excess) + " and is dropped");
 }
 
 ContextProcessor ContextProcessor::DeepClone() const {

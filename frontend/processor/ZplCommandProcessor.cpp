@@ -22,12 +22,15 @@ bool PrefixFits(SyntacticType syntax, bool isControl) {
     return syntax == SyntacticType::Either || (syntax == SyntacticType::Control) == isControl;
 }
 
+/// Whatever the session's characters are: this is for people.
+std::string Name(ZplCommand const& command) { return (command.isControl ? '~' : '^') + command.command; }
+
 /// Whether data hold what parts the commands of a stored format: a stream with other characters may send that. Raw
 /// pictures are counted, and may hold anything.
 bool HoldsPrefixes(ZplCommand const& command) {
     bool const isCounted = command.command == "GF" && ToAsciiUpper(ZplParse<char>(command, 0).ValueOr(0)) == 'B';
     return !isCounted && std::any_of(command.parameters.begin(), command.parameters.end(),
-                                     [](auto const& text) { return text.find_first_of("^~") != std::string::npos; });
+                                     [](std::string_view text) { return text.find_first_of("^~") != text.npos; });
 }
 
 }  // namespace
@@ -63,6 +66,12 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
             continue;
         }
         Log::SetPlace(command->offset);
+        if (command->isOverlong) {
+            Log::Report(LogTopic::Limit, Name(*command) + " takes more than " +
+                                             std::to_string(ZplCommand::LongestParameters >> 20) +
+                                             " MiB and is left out");
+            continue;
+        }
         RunOrRecord(*handler, *command, controlCommandsOnly);
         // Without a format the flag stays set and nothing happens: that is how a stray end is ignored.
         if (contextProcessor_.IsFormatComplete() && contextProcessor_.GetContext(ContextProcessor::FormatContext)) {
@@ -139,6 +148,11 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
         contextProcessor_.PopCurrentContext();
         contextProcessor_.ResetFormatComplete();
     };
+    if (contextProcessor_.GetFormatCommands().IsRefused()) {
+        contextProcessor_.ClearFormatCommands();
+        popTwice();
+        return;
+    }
     // A copy: the context that holds the path is about to go.
     if (std::string const path = contextProcessor_.at(ZplContextKeys::SavedFormatPath); !path.empty()) {
         SaveFormatCommands(path);

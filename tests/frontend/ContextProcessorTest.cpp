@@ -32,6 +32,44 @@ std::string Dump(FormatCommands const& commands) {
 
 }  // namespace
 
+TEST(FormatCommands, GiveBackWhatWasAppended) {
+    std::vector<ZplCommand> const commands = {
+        {"FO", false, {"10", "20"}, ',', 7},
+        {"FS", false, {}, ',', 0xFFFF'FFFF'FFFF},
+        {"\xC3\xA9", true, {"", "", std::string(100'000, 'x'), ""}, ';'},
+        {"X\xF0\x9F\x98\x80", false, {std::string_view("\0\xFF", 2)}, '\0', 0},
+    };
+    FormatCommands list;
+    for (int i = 0; i < 1000; ++i) list.Append(commands[static_cast<std::size_t>(i % 13 == 0 ? 2 : i) % 4], false);
+    auto copy = list;
+    copy.Append(commands[1], false);
+    EXPECT_EQ(copy.size(), list.size() + 1);
+    int index = 0;
+    for (auto const& command : list) {
+        ASSERT_EQ(command, commands[static_cast<std::size_t>(index % 13 == 0 ? 2 : index) % 4]) << index;
+        ++index;
+    }
+    EXPECT_EQ(index, 1000);
+}
+
+TEST(FormatCommands, PastALimitAreNone) {
+    ZplCommand const large{"FD", false, {std::string(FormatCommands::MostPackedBytes / 4, 'x')}};
+    for (auto const& [most, isRecalled] :
+         {std::pair{std::size_t{4}, false}, {FormatCommands::MostRecalledCommands, true}}) {
+        FormatCommands list;
+        ZplCommand const command = isRecalled ? ZplCommand{"FS", false, {}} : large;
+        char const* excess = nullptr;
+        std::size_t appended = 0;
+        for (; !excess && appended <= most; ++appended) excess = list.Append(command, isRecalled);
+        EXPECT_NE(excess, nullptr);
+        EXPECT_EQ(list.Append(command, isRecalled), nullptr) << "is told once";
+        EXPECT_TRUE(list.IsRefused() && list.empty() && list.begin() == list.end());
+        list.Clear();
+        EXPECT_EQ(list.Append(command, isRecalled), nullptr);
+        EXPECT_EQ(list.size(), 1U);
+    }
+}
+
 TEST(Context, MakesEntriesFromTheDefault) {
     Context context("name");
     EXPECT_EQ(context.Find(Number), nullptr);
