@@ -11,7 +11,8 @@ constexpr unsigned HasOffset = 2;
 constexpr unsigned HasOwnDelimiter = 4;
 constexpr unsigned FlagBits = 3;
 
-constexpr std::size_t BlockBytes = 64UL * 1024;
+// What grows is small, so that growing costs little.
+constexpr std::size_t LargestGrowing = 64UL * 1024;
 
 void PackNumber(std::string& block, std::uint64_t number) {
     for (; number >= 0x80; number >>= 7) block += static_cast<char>(number | 0x80);
@@ -41,35 +42,75 @@ private:
     std::size_t& position_;
 };
 
-/// Bytes that PackNumber and the letters may take beside the parameters' own.
-std::size_t MostBytesOf(ZplCommand const& command) {
-    constexpr std::size_t Numbers = 32;
-    constexpr std::size_t MostOfALength = 5;
-    return Numbers + command.command.size() + command.parameters.Text().size() +
-           command.parameters.size() * MostOfALength;
-}
-
 }  // namespace
 
-char const* FormatCommands::Append(ZplCommand const& command, bool isRecalled) {
-    if (isRefused_) return nullptr;
-    auto& block = BlockFor(MostBytesOf(command));
-    auto const before = block.size();
+void PackedCommands::Append(ZplCommand const& command) {
     unsigned const flags = (command.isControl ? IsControl : 0) | (command.offset ? HasOffset : 0) |
                            (command.delimiter != ',' ? HasOwnDelimiter : 0);
-    PackNumber(block, command.command.size() << FlagBits | flags);
-    block += command.command;
-    if (flags & HasOwnDelimiter) block += command.delimiter;
-    if (flags & HasOffset) PackNumber(block, *command.offset);
-    PackNumber(block, command.parameters.size());
-    for (auto const parameter : command.parameters) PackNumber(block, parameter.size());
-    block += command.parameters.Text();
+    PackNumber(packed_, command.command.size() << FlagBits | flags);
+    packed_ += command.command;
+    if (flags & HasOwnDelimiter) packed_ += command.delimiter;
+    if (flags & HasOffset) PackNumber(packed_, *command.offset);
+    PackNumber(packed_, command.parameters.size());
+    for (auto const parameter : command.parameters) PackNumber(packed_, parameter.size());
+    packed_ += command.parameters.Text();
 
     ++size_;
-    bytes_ += 1 + command.command.size() + command.parameters.Text().size() + command.parameters.size();
-    packed_ += block.size() - before;
-    recalled_ += isRecalled ? 1 : 0;
-    char const* const excess = Excess();
+    streamBytes_ += 1 + command.command.size() + command.parameters.Text().size() + command.parameters.size();
+}
+
+void PackedCommands::Read(std::size_t& position, ZplCommand& command) const {
+    Reader reader(packed_, position);
+    auto const head = reader.Number();
+    command.command = reader.Text(head >> FlagBits);
+    command.isControl = (head & IsControl) != 0;
+    command.delimiter = head & HasOwnDelimiter ? reader.Text(1).front() : ',';
+    command.offset.reset();
+    if (head & HasOffset) command.offset = reader.Number();
+    command.parameters.clear();
+    std::uint32_t begin = 0;
+    for (auto count = reader.Number(); count > 0; --count) {
+        command.parameters.AddBegin(begin);
+        begin += static_cast<std::uint32_t>(reader.Number());
+    }
+    command.parameters.AppendToLast(reader.Text(begin));
+}
+
+char const* FormatCommands::Append(ZplCommand const& command) {
+    if (isRefused_) return nullptr;
+    auto& parts = Own();
+    // Another format may share the last part, but for what comes now.
+    bool const grows = !parts.empty() && parts.back().own && parts.back().own.use_count() == 2 &&
+                       parts.back().own->Packed().size() + command.parameters.Bytes() <= LargestGrowing;
+    if (!grows) {
+        auto const own = std::make_shared<PackedCommands>();
+        parts.push_back({own, own, {}});
+    }
+    auto& last = *parts.back().own;
+    packed_ -= grows ? last.Packed().size() : 0;
+    bytes_ -= grows ? last.StreamBytes() : 0;
+    last.Append(command);
+    packed_ += last.Packed().size();
+    bytes_ += last.StreamBytes();
+    ++size_;
+    return RefuseExcess();
+}
+
+char const* FormatCommands::AppendRecalled(std::shared_ptr<PackedCommands const> commands,
+                                           std::optional<std::uint64_t> place) {
+    if (isRefused_ || commands->size() == 0) return nullptr;
+    size_ += commands->size();
+    recalled_ += commands->size();
+    packed_ += commands->Packed().size();
+    bytes_ += commands->StreamBytes();
+    Own().push_back({std::move(commands), nullptr, place});
+    return RefuseExcess();
+}
+
+char const* FormatCommands::RefuseExcess() {
+    char const* excess = nullptr;
+    if (packed_ > MostPackedBytes) excess = "more than 128 MiB of commands";
+    if (recalled_ > MostRecalledCommands) excess = "more than 100,000 recalled commands";
     if (excess) {
         Clear();
         isRefused_ = true;
@@ -77,46 +118,28 @@ char const* FormatCommands::Append(ZplCommand const& command, bool isRecalled) {
     return excess;
 }
 
-char const* FormatCommands::Excess() const {
-    if (recalled_ > MostRecalledCommands) return "more than 100,000 recalled commands";
-    return packed_ > MostPackedBytes ? "more than 128 MiB of commands" : nullptr;
-}
-
-std::string& FormatCommands::BlockFor(std::size_t bytes) {
-    if (!blocks_) {
-        blocks_ = std::make_shared<std::vector<std::string>>();
-    } else if (blocks_.use_count() > 1) {
-        blocks_ = std::make_shared<std::vector<std::string>>(*blocks_);
+std::vector<FormatCommands::Part>& FormatCommands::Own() {
+    if (!parts_) {
+        parts_ = std::make_shared<std::vector<Part>>();
+    } else if (parts_.use_count() > 1) {
+        parts_ = std::make_shared<std::vector<Part>>(*parts_);
     }
-    if (blocks_->empty() || blocks_->back().size() + bytes > BlockBytes) blocks_->emplace_back();
-    if (bytes > BlockBytes) blocks_->back().reserve(bytes);
-    return blocks_->back();
+    return *parts_;
 }
 
 FormatCommands::Iterator FormatCommands::begin() const {
-    static std::vector<std::string> const none;
-    return Iterator(blocks_ ? *blocks_ : none);
+    static std::vector<Part> const none;
+    return Iterator(parts_ ? *parts_ : none);
 }
 
 void FormatCommands::Iterator::Read() {
-    while (block_ < blocks_->size() && position_ == (*blocks_)[block_].size()) {
-        ++block_;
+    while (part_ < parts_->size() && position_ == (*parts_)[part_].commands->Packed().size()) {
+        ++part_;
         position_ = 0;
     }
-    atEnd_ = block_ == blocks_->size();
+    atEnd_ = part_ == parts_->size();
     if (atEnd_) return;
-    Reader reader((*blocks_)[block_], position_);
-    auto const head = reader.Number();
-    command_.command = reader.Text(head >> FlagBits);
-    command_.isControl = (head & IsControl) != 0;
-    command_.delimiter = head & HasOwnDelimiter ? reader.Text(1).front() : ',';
-    command_.offset.reset();
-    if (head & HasOffset) command_.offset = reader.Number();
-    command_.parameters.clear();
-    std::uint32_t begin = 0;
-    for (auto count = reader.Number(); count > 0; --count) {
-        command_.parameters.AddBegin(begin);
-        begin += static_cast<std::uint32_t>(reader.Number());
-    }
-    command_.parameters.AppendToLast(reader.Text(begin));
+    auto const& part = (*parts_)[part_];
+    part.commands->Read(position_, command_);
+    if (!part.own) command_.offset = part.recalledAt;
 }

@@ -1,23 +1,50 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "frontend/stream/ZplCommand.h"
 
-/// The recorded commands of a format, packed, so that a format of millions of them costs little more than its bytes. A
-/// finished label is copied several times and its commands never change any more, so copies share one list until one of
-/// them is changed. A format past a limit is not kept: a stream must not fill the memory, and a few bytes that recall
-/// formats that recall formats must not keep the printer busy for long.
+/// A run of commands in packed form, which takes little more than their bytes in a stream.
+class PackedCommands {
+public:
+    void Append(ZplCommand const& command);
+
+    std::size_t size() const { return size_; }
+    /// What the commands take in a stream, about.
+    std::size_t StreamBytes() const { return streamBytes_; }
+    std::string const& Packed() const { return packed_; }
+
+    /// Reads the command at `position`, in bytes of Packed, which is moved behind it.
+    void Read(std::size_t& position, ZplCommand& command) const;
+
+private:
+    std::string packed_;
+    std::size_t size_ = 0;
+    std::size_t streamBytes_ = 0;
+};
+
+/// The recorded commands of a format. A finished label is copied several times and its commands never change any more,
+/// so copies share them; formats share what they recall. A format past a limit is not kept: a stream must not fill the
+/// memory, and a few bytes that recall formats that recall formats must not keep the printer busy for long.
 class FormatCommands {
 public:
     static constexpr std::size_t MostRecalledCommands = 100'000;
     static constexpr std::size_t MostPackedBytes = 128UL * 1024 * 1024;
 
+private:
+    struct Part {
+        std::shared_ptr<PackedCommands const> commands;
+        std::shared_ptr<PackedCommands> own;      ///< the same if it may grow, otherwise null
+        std::optional<std::uint64_t> recalledAt;  ///< where the command is that recalled them
+    };
+
+public:
     /// Goes through the commands; each holds until the next step.
     class Iterator {
     public:
@@ -25,7 +52,7 @@ public:
         using value_type = ZplCommand;
 
         Iterator() = default;
-        explicit Iterator(std::vector<std::string> const& blocks) : blocks_(&blocks) { Read(); }
+        explicit Iterator(std::vector<Part> const& parts) : parts_(&parts) { Read(); }
         ZplCommand const& operator*() const { return command_; }
         Iterator& operator++() {
             Read();
@@ -37,15 +64,17 @@ public:
     private:
         void Read();
 
-        std::vector<std::string> const* blocks_ = nullptr;
-        std::size_t block_ = 0;
+        std::vector<Part> const* parts_ = nullptr;
+        std::size_t part_ = 0;
         std::size_t position_ = 0;
         ZplCommand command_;
         bool atEnd_ = false;
     };
 
     /// Gives what there is too much of when a limit is passed: from then on the list is and stays empty, until Clear.
-    char const* Append(ZplCommand const& command, bool isRecalled);
+    char const* Append(ZplCommand const& command);
+    /// The same for the commands of a stored format; they stand at `place`, that of the command which recalls.
+    char const* AppendRecalled(std::shared_ptr<PackedCommands const> commands, std::optional<std::uint64_t> place);
     void Clear() { *this = {}; }
 
     /// Whether a limit was passed.
@@ -59,11 +88,10 @@ public:
     std::default_sentinel_t end() const { return {}; }
 
 private:
-    std::string& BlockFor(std::size_t bytes);
-    char const* Excess() const;
+    std::vector<Part>& Own();
+    char const* RefuseExcess();
 
-    /// A command lies in one block. A block holds many of them or one large one, and grows only while it is small.
-    std::shared_ptr<std::vector<std::string>> blocks_;
+    std::shared_ptr<std::vector<Part>> parts_;
     std::size_t size_ = 0;
     std::size_t bytes_ = 0;
     std::size_t packed_ = 0;
