@@ -65,6 +65,7 @@ private:
                 jobFlag_ = jobFlag_ || finished.hasTagOperations;
                 kept_.push_back(std::move(finished.label));
                 targets_.push_back(std::move(finished.target));
+                keptFormats_.push_back(finished.format);
             } else {
                 RenderOne(std::move(finished));
             }
@@ -73,20 +74,20 @@ private:
         if (!kept_.empty()) RenderJob();
     }
 
-    unsigned CopiesToDraw(unsigned quantity, unsigned label) {
+    unsigned CopiesToDraw(unsigned quantity, std::uint64_t format) {
         if (quantity <= options_.mostCopies) return quantity;
         findings_.AddNotice("of " + std::to_string(quantity) + " copies " + std::to_string(options_.mostCopies) +
                                 " are drawn; --copies N draws more",
-                            label);
+                            format);
         return options_.mostCopies;
     }
 
     void RenderOne(FinishedLabel finished) {
         unsigned const quantity = finished.label.Quantity();
-        unsigned const copies = CopiesToDraw(quantity, finished.number);
+        unsigned const copies = CopiesToDraw(quantity, finished.format);
         target_ = finished.target.get();
         for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
-            bool const drawn = Draw(store_.NextPath(), finished.number, [&] {
+            bool const drawn = Draw(store_.NextPath(), finished.format, [&] {
                 if (options_.tag && finished.label.IsWaitingOnRfidReadResponse(copy)) {
                     finished.label.SetRfidReadResponse(
                         copy, VirtualTag(*options_.tag).Perform(finished.label.GetRfidOperations()));
@@ -118,10 +119,10 @@ private:
         for (std::size_t i = 0; i < quantities.size(); ++i) {
             auto const number = static_cast<unsigned>(i + 1);
             target_ = targets_[i].get();
-            unsigned const copies = CopiesToDraw(quantities[i], number);
+            unsigned const copies = CopiesToDraw(quantities[i], keptFormats_[i]);
             for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
                 auto const file = job.JobPath() / std::to_string(page + copy);
-                bool const drawn = Draw(file, number, [&] {
+                bool const drawn = Draw(file, keptFormats_[i], [&] {
                     if (options_.tag && job.IsWaitingOnRfidReadResponse(page + copy))
                         job.SetRfidReadResponse(page + copy, VirtualTag(*options_.tag).Perform(tagOperations[i]));
                     job.RenderLabel(page + copy);
@@ -136,19 +137,19 @@ private:
         CheckFile(job.JobPath());
     }
 
-    /// Runs `render`, which makes the page that ends as `file`. False if it could not be drawn; the label is given up
-    /// then.
+    /// Runs `render`, which makes the page that ends as `file` of the label that begins at `format`. False if it could
+    /// not be drawn; the label is given up then.
     template <typename Render>
-    bool Draw(std::filesystem::path const& file, unsigned label, Render&& render) {
-        interpreter_.SetDrawnLabel(label);
+    bool Draw(std::filesystem::path const& file, std::uint64_t format, Render&& render) {
+        interpreter_.SetDrawnFormat(format);
         try {
             render();
         } catch (std::exception const& error) {
-            findings_.AddNotice(Zpl::Host::Explain(error) + "; its pages from here on are dropped", label);
-            interpreter_.SetDrawnLabel(0);
+            findings_.AddNotice(Zpl::Host::Explain(error) + "; its pages from here on are dropped", format);
+            interpreter_.SetDrawnFormat({});
             return false;
         }
-        interpreter_.SetDrawnLabel(0);
+        interpreter_.SetDrawnFormat({});
         CheckFile(file);
         return true;
     }
@@ -175,6 +176,7 @@ private:
     PageStore store_;
     Progress progress_;
     std::vector<Zpl::Label> kept_;
+    std::vector<std::uint64_t> keptFormats_;
     std::vector<std::shared_ptr<Scripting::ScriptGraphicContext>> targets_;  // of each of them
     Scripting::ScriptGraphicContext* target_ = nullptr;                      // of the label that is being drawn
     std::string jobName_;

@@ -2,8 +2,9 @@
 
 std::unique_ptr<Zpl::Host::Session> StreamInterpreter::MakeSession() {
     auto session = desk_.MakeSession();
+    session->MapFields();
     session->SetUnknownCommandObserver([this](ZplCommand const& command, std::uint64_t offset) {
-        findings_.AddUnknownCommand(command, offset, labels_ + (stream_->Current().IsInFormat() ? 1 : 0));
+        findings_.AddUnknownCommand(command, offset, Format());
     });
     return session;
 }
@@ -18,17 +19,18 @@ void StreamInterpreter::Run(TakeLabel const& take) {
         FinishedLabel finished{std::move(label),
                                std::move(text),
                                result.hasRfidOperations,
-                               labels_ + 1,
+                               ++labels_,
+                               Format().value_or(0),
                                stream_->Current().LastCommandOffset(),
                                stream_->Current().SharedTarget()};
+        findings_.NumberLabel(finished.format, finished.number);
         bool const goesOn = take(finished);
-        ++labels_;
         if (!goesOn) return;
     }
     hasEnded_ = true;
     if (stream_->Current().IsInFormat()) {
-        findings_.AddNotice("the stream ends inside a format: ^XZ is missing", labels_ + 1, input_.size());
+        findings_.AddNotice("the stream ends inside a format: ^XZ is missing", {}, input_.size());
     } else if (labels_ == 0) {
-        findings_.AddNotice("the stream holds no printable label", 0);
+        findings_.AddNotice("the stream holds no printable label", {});
     }
 }

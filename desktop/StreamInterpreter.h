@@ -15,6 +15,7 @@ struct FinishedLabel {
     std::string text;  ///< what it says, for naming a job
     bool hasTagOperations;
     unsigned number;                                          ///< from 1
+    std::uint64_t format;                                     ///< where its format begins, in bytes
     std::uint64_t offset;                                     ///< where its last command begins, in bytes
     std::shared_ptr<Scripting::ScriptGraphicContext> target;  ///< what it is drawn on
 };
@@ -31,26 +32,27 @@ public:
         : desk_(desk), input_(stream), findings_(findings), sink_([this](LogTopic topic, std::string_view text) {
               // Who draws looks at a file that cannot be written, and says which one it is.
               if (stream_ && !stream_->Current().Target().FileError().empty()) return;
-              findings_.AddReport(topic, std::string(text), drawnLabel_ != 0 ? drawnLabel_ : LabelUnderWay(),
-                                  Log::Place());
+              findings_.AddReport(topic, std::string(text), drawnFormat_ ? drawnFormat_ : Format(), Log::Place());
           }) {}
 
     void Run(TakeLabel const& take);
 
-    /// What is reported from now on belongs to this label, which is being drawn; 0 for the one under way in the stream,
-    /// and behind its end for none.
-    void SetDrawnLabel(unsigned label) { drawnLabel_ = label; }
+    /// What is reported from now on belongs to the label of this format, which is being drawn; nothing stands for the
+    /// format under way in the stream, and behind its end for none.
+    void SetDrawnFormat(std::optional<std::uint64_t> format) { drawnFormat_ = format; }
 
 private:
-    unsigned LabelUnderWay() const { return hasEnded_ ? 0 : labels_ + 1; }
     std::unique_ptr<Zpl::Host::Session> MakeSession();
+    std::optional<std::uint64_t> Format() const {
+        return stream_ && !hasEnded_ ? stream_->Current().FormatOffset() : std::nullopt;
+    }
 
     Desk& desk_;
     std::string_view input_;
     Findings& findings_;
     std::optional<Zpl::Host::PrintStream> stream_;
     unsigned labels_ = 0;
-    unsigned drawnLabel_ = 0;
+    std::optional<std::uint64_t> drawnFormat_;
     bool hasEnded_ = false;
     Log::ScopedSink sink_;
 };

@@ -11,6 +11,8 @@
 enum class LogTopic {
     UnknownCommand,  ///< a command that is not in the language's table
     BarcodeRefused,  ///< data that a symbology cannot carry
+    BarcodeCut,      ///< a barcode that is not, or not whole, on its page
+    OffPage,         ///< anything else that is not, or not whole, on its page
     NotDrawn,        ///< something that the stream asks for and the system does not draw
     Limit,           ///< something past a limit, refused as a whole
     Data,            ///< damaged data of a field or an object

@@ -5,6 +5,8 @@
 #include "Scripting/GraphicContext.h"
 #include "Scripting/PrinterContextInterface.h"
 #include "fields/FieldElement.h"
+#include "fields/FieldMap.h"
+#include "fields/MissingInk.h"
 #include "fields/StoredGraphics.h"
 #include "foundation/Log.h"
 #include "frontend/context/ObjectName.h"
@@ -88,6 +90,7 @@ void Label::StartLabel() {
     target.StartLabel();
     target.SetLabelOriginX(processor_.at(LabelOriginX));
     target.SetLabelOriginY(processor_.at(LabelOriginY));
+    if (auto const& map = processor_.GetFieldMap()) map->StartLabel();
 }
 
 void Label::ReplayCommands() {
@@ -139,6 +142,9 @@ void Label::EndLabel() {
     settings.adjustY = processor_.at(LabelAdjustY);
     target.SetLabelLength(settings.labelLength);
     target.EndLabel(settings);
+    auto const& map = processor_.GetFieldMap();
+    // Copies differ in a number at most, and one sentence is enough.
+    if (map && processor_.CurrentLabelNumber() == 0) ZplCore::ReportMissingInk(*map);
 }
 
 bool Label::ShouldPrint() const {

@@ -15,6 +15,10 @@ class GraphicContext;
 class PrinterContextInterface;
 }  // namespace Scripting
 
+namespace ZplCore {
+class FieldMap;
+}  // namespace ZplCore
+
 /// The state of a print stream: a stack of named contexts, the system context beneath them, the format recorded so
 /// far, and the printer and drawing target to act on. A copy is a frozen state: it has contexts of its own, and shares
 /// only the system context, the printer and the drawing target.
@@ -84,6 +88,9 @@ public:
     void SetPrinterContext(std::shared_ptr<Scripting::PrinterContextInterface> context) {
         printerContext_ = std::move(context);
     }
+    /// Where fields are noted as they are drawn; null where nobody asks. Shared by all copies, as the target is.
+    std::shared_ptr<ZplCore::FieldMap> const& GetFieldMap() const { return fieldMap_; }
+    void SetFieldMap(std::shared_ptr<ZplCore::FieldMap> map) { fieldMap_ = std::move(map); }
     std::shared_ptr<Context> const& GetSystemContext() const { return systemContext_; }
     void SetSystemContext(std::shared_ptr<Context> context) { systemContext_ = std::move(context); }
 
@@ -118,6 +125,7 @@ private:
     std::vector<Context> contexts_;
     std::shared_ptr<Scripting::GraphicContext> graphicContext_;
     std::shared_ptr<Scripting::PrinterContextInterface> printerContext_;
+    std::shared_ptr<ZplCore::FieldMap> fieldMap_;
     std::shared_ptr<Context> systemContext_;
     FormatCommands formatCommands_;
     unsigned currentLabelNumber_ = 1;

@@ -11,6 +11,15 @@ bool ZplCodePageConverter::ReadsSingleBytes() const {
 
 Encoding ZplCodePageConverter::EncodingOfCodePage() const { return FindCharacterSet(codePage_)->encoding; }
 
+bool ZplCodePageConverter::ReadsByteSequences() const {
+    return encoding_ == Encoding::SingleByte && FindCharacterSet(codePage_)->isMultiByte;
+}
+
+bool ZplCodePageConverter::ReadsBytePairs() const {
+    constexpr unsigned BytePairs = 17;
+    return encoding_ == Encoding::SingleByte && codePage_ == BytePairs;
+}
+
 bool ZplCodePageConverter::SelectCodePage(unsigned codePage) {
     auto const* const set = FindCharacterSet(codePage);
     if (!set) return false;

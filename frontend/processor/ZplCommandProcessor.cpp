@@ -55,6 +55,7 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
     ProcessResult result;
     std::size_t position = 0;
     while (position < input.size() && !result.label) {
+        if (!IsInFormat()) formatOffset_.reset();
         auto const command = NextCommand(input, position, flushAtEnd);
         if (!command) break;
 
@@ -72,6 +73,7 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
                                              " MiB and is left out");
             continue;
         }
+        if (command->command == "XA") formatOffset_ = command->offset;
         RunOrRecord(*handler, *command, controlCommandsOnly);
         // Without a format the flag stays set and nothing happens: that is how a stray end is ignored.
         if (contextProcessor_.IsFormatComplete() && contextProcessor_.GetContext(ContextProcessor::FormatContext)) {
@@ -193,6 +195,7 @@ void ZplCommandProcessor::ProcessControlCommands() {
         // meaning, and would grow without end.
         bool const shapesFormats =
             command.command == "XA" || command.command == "XZ" || command.command == "XF" || command.command == "DF";
+        Log::SetPlace(command.offset);
         if (handler && !shapesFormats && handler->GetProcessingType() == ProcessingType::Immediate)
             RunCommand(*handler, command, contextProcessor_);
     }

@@ -52,6 +52,7 @@ public:
 
     void SetPrinterContext(std::shared_ptr<Scripting::PrinterContextInterface> context);
     void SetGraphicContext(std::shared_ptr<Scripting::GraphicContext> context);
+    void SetFieldMap(std::shared_ptr<ZplCore::FieldMap> map) { contextProcessor_.SetFieldMap(std::move(map)); }
     void SetSystemContext(std::shared_ptr<Context> context);
     void SetMissingZplCommands(std::shared_ptr<StringProperty> property) { missingZplCommands_ = std::move(property); }
     void SetLifetimeZPLScriptCount(std::shared_ptr<UInt32Property> property) {
@@ -74,6 +75,10 @@ public:
 
     /// Whether a format has begun and not ended.
     bool IsInFormat() const { return contextProcessor_.GetContext(ContextProcessor::LabelContext) != nullptr; }
+
+    /// Where the format under way begins, in bytes since the processor was made. It holds behind the format's end until
+    /// the stream goes on, and is nothing between formats.
+    std::optional<std::uint64_t> FormatOffset() const { return formatOffset_; }
 
     /// Where the command run last begins, and how far the stream is read, in bytes since the processor was made. They
     /// hold also when an exception has ended ProcessString.
@@ -113,4 +118,5 @@ private:
     std::shared_ptr<BoolProperty> lowMemoryError_;
     UnknownCommandObserver unknownCommandObserver_;
     bool isFinishing_ = false;  // a format
+    std::optional<std::uint64_t> formatOffset_;
 };

@@ -1,5 +1,6 @@
 #include "frontend/stream/ZplTokenizer.h"
 
+#include "foundation/Log.h"
 #include "frontend/stream/Ascii.h"
 
 std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(std::string_view input,
@@ -34,8 +35,25 @@ std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(st
     return {encoding, std::move(flushed)};
 }
 
+namespace {
+
+/// A mark that stands in front of a stream is a good custom; further on it is an accident, and all behind it is read in
+/// another way.
+void ReportMark(Encoding encoding, std::uint64_t lastByte) {
+    std::uint64_t const length = encoding == Encoding::Utf8 ? 3 : 2;
+    if (lastByte < length) return;
+    Log::SetPlace(lastByte + 1 - length);
+    Log::Report(LogTopic::Data, std::string("a byte order mark stands here: what follows is read as ") +
+                                    (encoding == Encoding::Utf8      ? "UTF-8"
+                                     : encoding == Encoding::Utf16Le ? "UTF-16, low byte first"
+                                                                     : "UTF-16, high byte first"));
+}
+
+}  // namespace
+
 std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeByte(char byte, Syntax const& syntax, Encoding& encoding) {
     auto const result = utf_.Consume(byte, encoding, machine_.IsInBinaryMode());
+    if (result.encoding != encoding) ReportMark(result.encoding, consumed_);
     encoding = result.encoding;
     if (!result.complete) return nullptr;
     return ConsumeCharacter(result.character, consumed_ + 1 - result.bytesBack, syntax, encoding);

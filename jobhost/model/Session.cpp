@@ -1,5 +1,6 @@
 #include "jobhost/model/Session.h"
 
+#include "fields/FieldMap.h"
 #include "foundation/AppSettings.h"
 #include "jobhost/model/ZPLProcessorInterface.h"
 
@@ -32,6 +33,11 @@ Session::Session(ZPLProcessorInterface& model, std::shared_ptr<Context> systemCo
     processor_.SetZPLDelimiterCharacter(model.GetZPLDelimiterProperty());
     processor_.SetLowMemoryError(model.GetLowMemoryErrorProperty());
     processor_.LoadTrueTypeFonts();
+}
+
+void Session::MapFields() {
+    if (auto* const gauge = Scripting::InkGauge::Of(graphicContext_.get()))
+        processor_.SetFieldMap(std::make_shared<ZplCore::FieldMap>(*gauge));
 }
 
 }  // namespace Zpl::Host

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "PrintEngine/PartManagement/LabelPart.h"
@@ -25,7 +26,10 @@ public:
     void SetUnknownCommandObserver(ZplCommandProcessor::UnknownCommandObserver observer) {
         processor_.SetUnknownCommandObserver(std::move(observer));
     }
+    /// Notes the fields of labels as they are drawn, and reports what their pages do not show of them.
+    void MapFields();
     bool IsInFormat() const { return processor_.IsInFormat(); }
+    std::optional<std::uint64_t> FormatOffset() const { return processor_.FormatOffset(); }
     std::uint64_t LastCommandOffset() const { return processor_.LastCommandOffset(); }
     std::uint64_t ConsumedBytes() const { return processor_.ConsumedBytes(); }
     /// See ZplCommandProcessor.
