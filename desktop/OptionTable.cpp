@@ -74,8 +74,8 @@ constexpr OptionRow OptionTable[] = {
     {"--json", "", "", Drawing, "prints JSON for programs instead of lines",
      [](Reading& r, Text, Text) { r.render.json = true; }},
     {"--strict", "", "", Drawing,
-     "ends with 3 if a command that may change the page is unknown, or a barcode was refused or is not whole on its "
-     "page",
+     "ends with 3 if a command that may change the page is unknown, a format was dropped, or a barcode was refused or "
+     "is not whole on its page",
      [](Reading& r, Text, Text) { r.render.strict = true; }},
     {"--pause-on-start", "", "", Serve, "begins paused", [](Reading& r, Text, Text) { r.serve.pauseOnStart = true; }},
     {"--preview", "", "", Serve, "opens a window that shows the pages while they print",
