@@ -40,7 +40,8 @@ using Text = std::string const&;
 
 constexpr OptionRow OptionTable[] = {
     {"--listen", "HOST:PORT", "", Serve,
-     "where it takes print streams (default 127.0.0.1:9100; port 0 picks a free one); HOST is an address, as 0.0.0.0 or "
+     "where it takes print streams (default 127.0.0.1:9100; port 0 picks a free one); HOST is an address, as 0.0.0.0 "
+     "or "
      "[::1], or a name that has one of IPv4",
      [](Reading& r, Text, Text value) { OptionValues::Address(value, r.serve); }},
     {"--dpi", "N", "203 300 600", Render | Check | Serve,
@@ -71,8 +72,9 @@ constexpr OptionRow OptionTable[] = {
      [](Reading& r, Text, Text value) { r.serve.tag = r.render.tag = VirtualTag::Parse(value); }},
     {"--job", "", "", Render, "keeps all pages as one job folder, as the print driver takes it",
      [](Reading& r, Text, Text) { r.render.keepJob = true; }},
-    {"--json", "", "", Drawing, "prints JSON for programs instead of lines",
-     [](Reading& r, Text, Text) { r.render.json = true; }},
+    {"--json", "", "", Render | Check | Serve,
+     "prints JSON for programs instead of lines: zpl serve one object a line for each event, the others one in all",
+     [](Reading& r, Text, Text) { r.serve.json = r.render.json = true; }},
     {"--strict", "", "", Drawing,
      "ends with 3 if a command that may change the page is unknown, a format was dropped, or a barcode was refused or "
      "is not whole on its page",

@@ -8,19 +8,6 @@ namespace {
 
 constexpr std::string_view OutputLost = "standard output cannot be written";
 
-std::string_view KindName(Finding::Kind kind) {
-    switch (kind) {
-        case Finding::Kind::SetupCommand: return "setup-command";
-        case Finding::Kind::UnknownCommand: return "unknown-command";
-        case Finding::Kind::Refused: return "barcode-refused";
-        case Finding::Kind::BarcodeCut: return "barcode-cut";
-        case Finding::Kind::Dropped: return "dropped";
-        case Finding::Kind::OffPage: return "off-page";
-        case Finding::Kind::Notice: break;
-    }
-    return "notice";
-}
-
 void WriteTagOperations(JsonWriter& writer, std::vector<RfidOperation> const& operations) {
     writer.Key("tagOperations").StartArray();
     for (auto const& operation : operations) {
@@ -102,14 +89,8 @@ void RenderReport::EndInput(Findings const& findings, bool everything) {
     if (inList_) writer_.EndArray();
     writer_.Key("findings").StartArray();
     for (auto const& finding : findings.List()) {
-        writer_.StartObject().Key("kind").String(KindName(finding.kind)).Key("text").String(finding.text);
-        if (finding.label != 0) writer_.Key("label").Int(finding.label);
-        if (finding.times > 1) writer_.Key("times").Int(finding.times);
-        if (finding.offset) {
-            writer_.Key("offset").Int(static_cast<std::int64_t>(*finding.offset));
-            writer_.Key("line").Int(static_cast<std::int64_t>(finding.line));
-            writer_.Key("column").Int(static_cast<std::int64_t>(finding.column));
-        }
+        writer_.StartObject();
+        finding.WriteMembers(writer_);
         writer_.EndObject();
     }
     writer_.EndArray().EndObject();

@@ -4,9 +4,9 @@
 #include <string>
 
 #include "desktop/CommandLine.h"
-#include "desktop/Findings.h"
 #include "desktop/OutputError.h"
 #include "foundation/Json.h"
+#include "jobhost/model/Findings.h"
 
 /// One page as it was written.
 struct RenderedPage {

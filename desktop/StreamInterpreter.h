@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "desktop/Desk.h"
-#include "desktop/Findings.h"
 #include "foundation/Log.h"
+#include "jobhost/model/Findings.h"
 #include "jobhost/model/PrintStream.h"
 
 /// A printable label as the stream gave it.

@@ -20,7 +20,7 @@ void SetPlace(std::optional<std::uint64_t> offset) { CurrentPlace() = offset; }
 
 std::optional<std::uint64_t> Place() { return CurrentPlace(); }
 
-void SetSink(Sink sink) { CurrentSink() = std::move(sink); }
+Sink SetSink(Sink sink) { return std::exchange(CurrentSink(), std::move(sink)); }
 
 void Report(LogTopic topic, std::string const& message) {
     if (CurrentSink()) CurrentSink()(topic, message);

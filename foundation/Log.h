@@ -26,17 +26,20 @@ namespace Log {
 
 using Sink = std::function<void(LogTopic, std::string_view)>;
 
-/// Sets the receiver of the process; an empty function drops reports. Called before streams are interpreted, or between
-/// them, on the thread that interprets them.
-void SetSink(Sink sink);
+/// Sets the receiver of the process, and gives the one before; an empty function drops reports. Called before streams
+/// are interpreted, or between them, on the thread that interprets them.
+Sink SetSink(Sink sink);
 
-/// Receives reports for its own lifetime.
+/// Receives reports for its own lifetime, in place of the receiver before.
 class ScopedSink {
 public:
-    explicit ScopedSink(Sink sink) { SetSink(std::move(sink)); }
-    ~ScopedSink() { SetSink(nullptr); }
+    explicit ScopedSink(Sink sink) : before_(SetSink(std::move(sink))) {}
+    ~ScopedSink() { SetSink(std::move(before_)); }
     ScopedSink(ScopedSink const&) = delete;
     ScopedSink& operator=(ScopedSink const&) = delete;
+
+private:
+    Sink before_;
 };
 
 /// Where in its stream the command that is under way begins, in bytes; nothing where no command is. Set by who runs

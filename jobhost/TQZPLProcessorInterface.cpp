@@ -6,6 +6,7 @@
 #include "foundation/AppSettings.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Features.h"
+#include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "jobhost/model/RfidReadResponses.h"
 #include "labels/Job.h"
@@ -159,14 +160,36 @@ void TQZPLProcessorInterface::Consume(QString zplToProcess) {
 }
 
 void TQZPLProcessorInterface::ConsumePacket(Zpl::Host::Packet const& packet, bool isLast) {
-    if (!stream_ && !packet.payload.empty()) {
-        stream_.emplace([this] {
-            return std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fontCache_, printerContext_,
-                                                        handlerPool_);
+    if (!stream_ && !packet.payload.empty()) stream_.emplace([this] { return MakeSession(); });
+    model_->SetNetworkResponseState(NetworkResponse::Status::Processing, std::nullopt);
+    std::optional<Log::ScopedSink> sink;
+    if (findings_) {
+        findings_->Append(packet.SessionId, packet.payload);
+        sink.emplace([this](LogTopic topic, std::string_view text) {
+            findings_->Collected().AddReport(topic, std::string(text), Format(), Log::Place());
         });
     }
-    model_->SetNetworkResponseState(NetworkResponse::Status::Processing, std::nullopt);
     ConsumePayload(packet.payload, isLast);
+}
+
+void TQZPLProcessorInterface::TellFindings() {
+    findings_.emplace([this](std::string const& message) { model_->TellFinding(message); });
+}
+
+std::unique_ptr<Zpl::Host::Session> TQZPLProcessorInterface::MakeSession() {
+    auto session =
+        std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fontCache_, printerContext_, handlerPool_);
+    if (!findings_) return session;
+    session->MapFields();
+    session->SetUnknownCommandObserver([this](ZplCommand const& command, std::uint64_t offset) {
+        findings_->Collected().AddUnknownCommand(command, offset, Format());
+    });
+    return session;
+}
+
+/// Where the format under way begins.
+std::optional<std::uint64_t> TQZPLProcessorInterface::Format() const {
+    return stream_ ? stream_->Current().FormatOffset() : std::nullopt;
 }
 
 void TQZPLProcessorInterface::ConsumePayload(std::string_view payload, bool isLast) {
@@ -178,10 +201,12 @@ void TQZPLProcessorInterface::ConsumePayload(std::string_view payload, bool isLa
         if (jobName_.empty()) jobName_ = std::move(name);
         if (result.hasRfidOperations) jobFlag_ = true;
         labels_.push_back(std::move(label));
+        if (findings_) findings_->EndLabel(jobName_, Format().value_or(0), stream_->Current().LastCommandOffset());
     }
 }
 
 void TQZPLProcessorInterface::FinishStream() {
+    if (findings_) findings_->EndStream(jobName_);
     try {
         HandOverLabels();
     } catch (std::exception const& error) {

@@ -15,6 +15,7 @@
 #include "jobhost/model/JobStatusPropertyChangeReducer.h"
 #include "jobhost/model/Packet.h"
 #include "jobhost/model/PrintStream.h"
+#include "jobhost/model/StreamFindings.h"
 #include "jobhost/model/ZPLProcessorInterface.h"
 #include "jobhost/model/ZplPauseController.h"
 
@@ -40,6 +41,9 @@ public:
     void InitCallbacks();
     void SetServerAgent(std::shared_ptr<PICLServerAgent> agent);
 
+    /// From the next stream on, what is found in streams is told to who takes them, and not to the log.
+    void TellFindings();
+
     /// Jobs in the queue, the one that prints among them.
     unsigned JobsInQueue() const { return *jobsInQueue_; }
 
@@ -58,6 +62,8 @@ public Q_SLOTS:
 private:
     void ConsumePayload(std::string_view payload, bool isLast);
     void ConsumePacket(Zpl::Host::Packet const& packet, bool isLast);
+    std::unique_ptr<Zpl::Host::Session> MakeSession();
+    std::optional<std::uint64_t> Format() const;
     void FinishStream();
     void HandOverLabels();
     void RenderInLine();
@@ -70,6 +76,7 @@ private:
     PrintEngine::Printing::TrueTypeCacheCreator fontCache_;
     CommandHandlerPool handlerPool_;
     std::optional<Zpl::Host::PrintStream> stream_;
+    std::optional<Zpl::Host::StreamFindings> findings_;
     std::string jobName_;
     std::vector<Zpl::Label> labels_;
     bool jobFlag_ = false;

@@ -109,6 +109,7 @@ void LabelRenderPlugin::Init(std::shared_ptr<PublishingPropertyManager> properti
     zplModel_ = ZPLProcessorInterface::Create(properties, agent);
     zplModel_->PartManager().SetInstalledPart(InstalledPart());
     auto const printerContext = MakePrinterContext(zplModel_, *properties, agent, zplInterface_);
+    if (AppSettings::GetInstance().Value("TellFindings") == "true") zplInterface_->TellFindings();
     TQZPLProcessorInterface::ConnectModel(zplInterface_, zplModel_, printerContext);
     zplInterface_->InitCallbacks();
     twsModel_ = TWSProcessorInterface::Create(properties, agent);

@@ -33,7 +33,8 @@ JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& sock
     : say_(std::move(say)),
       listener_(host, port),
       bus_(threads, ComponentIdentifiers::JobHandler, socket),
-      characters_(bus_.Properties(), *this, say_) {
+      characters_(bus_.Properties(), *this, say_),
+      findings_(bus_, *this, say_) {
     namespace Group = PropertyGroups;
     command_ = bus_.Own<StringProperty>(PropertyNames::ZPLCommandToProcess, Group::PrintOperations, "");
     response_ = bus_.Own<StringProperty>(PropertyNames::ZPLResponseToProcess, Group::PrintOperations, "");
@@ -101,7 +102,11 @@ void JobHandler::TakeResponse(std::string const& text) {
             // right behind its last packet.
             Connection* const receiver = interpreting_ ? packetOf_ : lastJobOf_;
             auto const bytes = Base64::Decode(response->data.value_or(""));
-            if (receiver && bytes) receiver->Answer(*bytes);
+            if (!receiver || !bytes) break;
+            receiver->Answer(*bytes);
+            say_({"", "answer", [&](JsonWriter& writer) {
+                      writer.Key("session").Int(receiver->session).Key("text").String(*bytes);
+                  }});
             break;
         }
     }

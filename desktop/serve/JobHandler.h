@@ -12,6 +12,7 @@
 
 #include "desktop/serve/BusComponent.h"
 #include "desktop/serve/ClientConnection.h"
+#include "desktop/serve/FindingsReceiver.h"
 #include "desktop/serve/Listener.h"
 #include "desktop/serve/StreamCharacters.h"
 #include "jobhost/model/NetworkResponse.h"
@@ -22,12 +23,12 @@
 /// buffer and holds up nobody.
 class JobHandler : public QObject {
 public:
-    using Say = std::function<void(std::string const&)>;
+    using Say = TellEvent;
 
     /// Listens; throws std::runtime_error if the address cannot be had. `say` is told what its user should know.
     JobHandler(
         ThreadFactory& threads, std::filesystem::path const& socket, std::string const& host, unsigned port,
-        Say say = [](std::string const&) {});
+        Say say = [](PrinterEvent const&) {});
     ~JobHandler() override;
 
     /// Jobs that were on their way are gone, and will not be reported as done.
@@ -59,6 +60,7 @@ private:
     Listener listener_;
     BusComponent bus_;
     StreamCharacters characters_;
+    FindingsReceiver findings_;
     std::shared_ptr<StringProperty> command_;
     std::shared_ptr<StringProperty> response_;
     std::unique_ptr<QSocketNotifier> acceptNotifier_;

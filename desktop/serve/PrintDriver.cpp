@@ -20,7 +20,7 @@ constexpr std::chrono::milliseconds Later{20};
 }  // namespace
 
 PrintDriver::PrintDriver(ThreadFactory& threads, std::filesystem::path const& socket, Options options,
-                         std::function<void()> onJobsLost, std::function<void(std::string const&)> say)
+                         std::function<void()> onJobsLost, TellEvent say)
     : options_(std::move(options)),
       onJobsLost_(std::move(onJobsLost)),
       say_(std::move(say)),
@@ -192,6 +192,10 @@ void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData)
     state_ = State::Printing;
     watcher_.addPath(QString::fromStdString(path.string()));
     TellPrintedPages();
+    say_({"", "job", [this](JsonWriter& writer) {
+              writer.Key("job").String(names_.Job()).Key("name").String(metaData_.jobName);
+              writer.Key("pages").Int(metaData_.totalPages);
+          }});
     status_->Set("Printing");
     path_->Set(path.string());
     page_->Set(next_);
@@ -266,7 +270,9 @@ bool PrintDriver::KeepPage(std::filesystem::path const& file) {
         say_("page " + std::to_string(next_ + 1) + " of job " + names_.Job() + " cannot be kept in " + target.string() +
              ": " + error.message() + "; printing pauses");
     } else {
-        say_(target.string());
+        say_({target.string(), "page", [&](JsonWriter& writer) {
+                  writer.Key("job").String(names_.Job()).Key("page").Int(next_ + 1).Key("path").String(target.string());
+              }});
     }
     return !error;
 }
@@ -357,6 +363,9 @@ void PrintDriver::FinishJob() {
     watcher_.removePath(QString::fromStdString(job_.string()));
     finished_.insert(job_);
     state_ = State::Ending;
+    say_({"", "done", [this](JsonWriter& writer) {
+              writer.Key("job").String(names_.Job()).Key("printed").Int(next_).Key("pages").Int(metaData_.totalPages);
+          }});
     nextTimer_.start(0);
 }
 

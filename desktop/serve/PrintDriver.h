@@ -15,6 +15,7 @@
 #include "desktop/VirtualTag.h"
 #include "desktop/serve/BusComponent.h"
 #include "desktop/serve/PageNames.h"
+#include "desktop/serve/PrinterEvent.h"
 
 /// Consumes the pages of jobs as a printer does: one job after the other, page by page, each in the time that its
 /// length takes. Reports status, then path, then page, and keeps a copy of each page. The end of a job is reported when
@@ -34,7 +35,7 @@ public:
     };
 
     PrintDriver(ThreadFactory& threads, std::filesystem::path const& socket, Options options,
-                std::function<void()> onJobsLost, std::function<void(std::string const&)> say);
+                std::function<void()> onJobsLost, TellEvent say);
 
     void Pause();
     void Resume();
@@ -74,7 +75,7 @@ private:
 
     Options options_;
     std::function<void()> onJobsLost_;
-    std::function<void(std::string const&)> say_;
+    TellEvent say_;
     BusComponent driver_;
     BusComponent apps_;
     BusComponent spooler_;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "desktop/serve/PrinterEvent.h"
 #include "desktop/serve/StreamWatch.h"
 #include "propertybus/PublishingPropertyManager.h"
 
@@ -12,7 +13,7 @@
 /// written for the usual ones do not print: so others are told.
 class StreamCharacters {
 public:
-    using Say = std::function<void(std::string const&)>;
+    using Say = TellEvent;
 
     /// `say` is called on the thread of `receiver`, which outlives the delivery of properties.
     StreamCharacters(PublishingPropertyManager& properties, QObject& receiver, Say const& say);

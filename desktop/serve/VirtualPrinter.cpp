@@ -29,11 +29,6 @@ constexpr std::chrono::milliseconds RestartPause = 200ms;
 constexpr std::chrono::milliseconds LongestPause = 5s;
 constexpr std::chrono::milliseconds EndsAtOnce = 300ms;
 
-void Say(std::string const& line) {
-    std::printf("%s\n", line.c_str());
-    std::fflush(stdout);
-}
-
 /// Whether windows can be opened at all, as far as that can be told without opening one.
 bool HasDisplay() {
     return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
@@ -111,12 +106,13 @@ void VirtualPrinter::Begin() {
     Start(server_, "propertyserver",
           {QString::fromStdString(socket.string()), QString::fromStdString((state_ / "properties.json").string())});
     for (int i = 0; i < 500 && !std::filesystem::exists(socket); ++i) std::this_thread::sleep_for(2ms);
-    handler_ = std::make_unique<JobHandler>(threads_, socket, options_.host, options_.port, Say);
+    auto const tell = [this](PrinterEvent const& event) { Tell(event); };
+    handler_ = std::make_unique<JobHandler>(threads_, socket, options_.host, options_.port, tell);
     driver_ = std::make_unique<PrintDriver>(
         threads_, socket,
         PrintDriver::Options{runtime_.Jobs(), std::filesystem::absolute(options_.outputFolder), options_.dpi,
                              options_.speed, options_.pauseOnStart, options_.tag},
-        [this] { handler_->ForgetJobs(); }, Say);
+        [this] { handler_->ForgetJobs(); }, tell);
     connect(&host_, &QProcess::finished, this, [this] {
         if (ending_) return;
         driver_->GiveUpJobs();
@@ -127,8 +123,18 @@ void VirtualPrinter::Begin() {
     connect(&terminal_, &QSocketNotifier::activated, this, [this] { ReadTerminal(); });
     if (!handler_->IsLocal())
         std::fprintf(stderr, "zpl: every machine that reaches %s can print here\n", options_.host.c_str());
-    Say("printer at " + AddressText(options_.host, handler_->Port()) + ", pages go to " +
-        options_.outputFolder.string());
+    std::string const address = AddressText(options_.host, handler_->Port());
+    Tell(
+        {"printer at " + address + ", pages go to " + options_.outputFolder.string(), "ready", [&](JsonWriter& writer) {
+             writer.Key("address").String(address).Key("out").String(options_.outputFolder.string());
+         }});
+}
+
+void VirtualPrinter::Tell(PrinterEvent const& event) const {
+    auto const& line = options_.json ? event.Json() : event.Line();
+    if (line.empty()) return;
+    std::printf("%s\n", line.c_str());
+    std::fflush(stdout);
 }
 
 void VirtualPrinter::End() {
@@ -152,6 +158,7 @@ void VirtualPrinter::WriteSettings() const {
     writer.StartObject().Key("RunningOnTarget").String("true");
     writer.Key("PropertyServerSocket").String(runtime_.Socket().string());
     writer.Key("JobsFolder").String(runtime_.Jobs().string());
+    writer.Key("TellFindings").String("true");
     writer.Key("LabelWidth").String(std::to_string(options_.widthInches));
     writer.Key("LabelHeight").String(std::to_string(options_.heightInches)).EndObject();
     for (std::string const& name : {std::string(AppSettings::GetComponentNameZplHost()), std::string("ZplPreview")}) {
@@ -209,15 +216,15 @@ void VirtualPrinter::Start(QProcess& process, char const* program, QStringList c
 }
 
 void VirtualPrinter::OpenPreview() {
-    if (!HasDisplay()) return Say("there is no display that a preview can be opened on");
-    if (preview_.state() != QProcess::NotRunning) return Say("the preview is open");
+    if (!HasDisplay()) return Tell("there is no display that a preview can be opened on");
+    if (preview_.state() != QProcess::NotRunning) return Tell("the preview is open");
     preview_.setProcessEnvironment(Environment());
     preview_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     preview_.setStandardInputFile(QProcess::nullDevice());
     EndWithThisProcess(preview_);
     auto const path = ProgramPath("../plugin/zplpreview");
     preview_.start(QString::fromStdString(path.string()), {});
-    if (!preview_.waitForStarted()) Say("cannot run " + path.string());
+    if (!preview_.waitForStarted()) Tell("cannot run " + path.string());
 }
 
 void VirtualPrinter::ReadTerminal() {
@@ -229,7 +236,7 @@ void VirtualPrinter::ReadTerminal() {
     for (auto end = typed_.find('\n'); end != std::string::npos; end = typed_.find('\n')) {
         std::string const word = typed_.substr(0, end);
         typed_.erase(0, end + 1);
-        if (!word.empty() && !Command(word)) Say("words: status, pause, resume, cancel, cancel-all, preview, quit");
+        if (!word.empty() && !Command(word)) Tell("words: status, pause, resume, cancel, cancel-all, preview, quit");
     }
     constexpr std::size_t LongestLine = 4096;
     if (typed_.size() > LongestLine) typed_.clear();
@@ -239,18 +246,18 @@ void VirtualPrinter::ReadTerminal() {
 void VirtualPrinter::CancelAll() {
     handler_->DropWaiting();
     driver_->CancelAll();
-    Say("cancelled");
+    Tell("cancelled");
 }
 
 bool VirtualPrinter::Command(std::string const& word) {
     if (word == "status")
-        Say(driver_->StatusText());
+        Tell(driver_->StatusText());
     else if (word == "pause")
-        driver_->Pause(), Say("paused");
+        driver_->Pause(), Tell("paused");
     else if (word == "resume")
-        driver_->Resume(), Say("resumed");
+        driver_->Resume(), Tell("resumed");
     else if (word == "cancel")
-        Say(driver_->Cancel() ? "cancelled" : "idle");
+        Tell(driver_->Cancel() ? "cancelled" : "idle");
     else if (word == "cancel-all")
         CancelAll();
     else if (word == "preview")

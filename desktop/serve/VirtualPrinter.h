@@ -36,6 +36,7 @@ private:
         int descriptor_;
     };
 
+    void Tell(PrinterEvent const& event) const;
     void Begin();
     void End();
     void WriteSettings() const;

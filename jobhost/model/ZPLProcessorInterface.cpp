@@ -108,6 +108,10 @@ void ZPLProcessorInterface::SetNetworkResponseState(zpl::NetworkResponse::Status
           zpl::NetworkResponse::Create(status, std::move(data)));
 }
 
+void ZPLProcessorInterface::TellFinding(std::string const& message) {
+    Write(ComponentIdentifiers::JobHandler, PropertyNames::ZPLFinding, message);
+}
+
 void ZPLProcessorInterface::SetCancelAllJobs(bool cancel) {
     Write(ComponentIdentifiers::PrintSpooler, PropertyNames::CancelAllPrintJobs, TarvoBoolToString(cancel));
 }

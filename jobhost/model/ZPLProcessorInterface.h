@@ -65,6 +65,8 @@ public:
 
     /// Write properties of other components; nothing without a server agent.
     void SetNetworkResponseState(zpl::NetworkResponse::Status status, std::optional<std::string> data);
+    /// Tells who takes print streams of something in a stream; see FindingMessage.
+    void TellFinding(std::string const& message);
     void SetCancelAllJobs(bool cancel);
     void SetCancelAllZplJobs(bool cancel);
     void SetZplUnPause(unsigned value);

@@ -34,7 +34,7 @@ protected:
                                  .outputFolder = folder_ / "out",
                                  .speed = 0,
                                  .patience = std::chrono::milliseconds(50)},
-            [this] { ++losses_; }, [this](std::string const& line) { said_ += line + '\n'; });
+            [this] { ++losses_; }, [this](PrinterEvent const& event) { said_ += event.Line() + '\n'; });
         status_ = follow.operator()<StringProperty>(PropertyNames::PrintJobStatus, "");
         path_ = follow.operator()<StringProperty>(PropertyNames::JobToPrintPathName, "");
         EXPECT_TRUE(Until([&] { return path_->Get() == "NO PAGE"; }));

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
+#include <rapidjson/document.h>
 
 #include <algorithm>
+#include <map>
 #include <random>
+#include <sstream>
 
 #include "foundation/Json.h"
 #include "propertybus/PropertyIdentifiers.h"
@@ -177,6 +180,53 @@ TEST(VirtualPrinter, GoesOnWhenProcessesAreKilled) {
         count = now;
     }
     EXPECT_EQ(printer->End(SIGTERM), 0);
+}
+
+/// Each finding in a JSON object, as `zpl check` and the printer tell it, without what is the printer's own.
+std::string FindingText(rapidjson::Value const& finding) {
+    std::string text;
+    for (auto const& name : {"kind", "text", "label", "offset", "line", "column"}) {
+        if (!finding.HasMember(name)) continue;
+        auto const& value = finding[name];
+        text += (value.IsString() ? value.GetString() : std::to_string(value.GetInt())) + std::string(" ");
+    }
+    return text;
+}
+
+TEST(VirtualPrinter, TellsProgramsWhatHappensAndWhatCheckTells) {
+    std::string const stream =
+        "^XA\n^MNY^FO20,20^A0N,40^FDone^FS\n^FO20,90^BEN,80^FD12AB^FS^XZ\n"
+        "^XA^PQ2\n^QQ^FO150,20^A0N,80^FDis cut^FS^XZ\n^XA^FDz^FB99999999999^FS^XZ\n~HS";
+    VirtualPrinterProcess printer({"--speed", "0", "--json"});
+    printer.Print(stream);
+    ASSERT_TRUE(printer.Until([&] { return printer.Log().find("\"done\"") != std::string::npos; })) << printer.Log();
+
+    std::map<std::string, std::vector<std::string>> events;
+    std::istringstream log(printer.Log());
+    for (std::string line; std::getline(log, line);) {
+        rapidjson::Document event;
+        event.Parse(line.c_str());
+        ASSERT_FALSE(event.HasParseError()) << line;
+        bool const isFinding = event["event"] == "finding";
+        events[event["event"].GetString()].push_back(isFinding ? FindingText(event) : line);
+    }
+    EXPECT_EQ(events["job"], (std::vector<std::string>{R"({"event":"job","job":"one-1","name":"one","pages":3})"}));
+    EXPECT_EQ(events["page"].size(), 3U);
+    EXPECT_NE(events["page"][0].find(R"("job":"one-1","page":1,"path":")"), std::string::npos);
+    EXPECT_EQ(events["done"], (std::vector<std::string>{R"({"event":"done","job":"one-1","printed":3,"pages":3})"}));
+    EXPECT_EQ(events["answer"].size(), 1U);
+
+    std::string const input = printer.Folder() / "in.zpl";
+    std::string const output = printer.Folder() / "check.json";
+    WriteFileAtomically(input, stream);
+    std::system(("'" ZPL_PROGRAM "' check --json --size 1x1in '" + input + "' >'" + output + "'").c_str());
+    rapidjson::Document check;
+    check.Parse(ReadRegularFile(output).c_str());
+    ASSERT_FALSE(check.HasParseError());
+    std::vector<std::string> told;
+    for (auto const& finding : check["inputs"][0]["findings"].GetArray()) told.push_back(FindingText(finding));
+    EXPECT_EQ(events["finding"], told);
+    EXPECT_EQ(told.size(), 5U);
 }
 
 /// A field of the first line of the answer to `~HS`.

@@ -1,5 +1,4 @@
 zpl_add_test(desktop/CommandLineTest)
-zpl_add_test(desktop/FindingsTest)
 zpl_add_test(desktop/BadInputTest)
 target_link_libraries(test_desktop PRIVATE zpldesk)
 zpl_add_test(desktop/ZplProgramTest)

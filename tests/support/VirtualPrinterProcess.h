@@ -47,7 +47,7 @@ public:
         }
         ::close(toChild[0]);
         terminal_ = toChild[1];
-        Until([&] { return Log().find("printer at 127.0.0.1:") != std::string::npos; });
+        Until([&] { return Log().find("127.0.0.1:") != std::string::npos; });
         if (auto const at = Log().find("127.0.0.1:"); at != std::string::npos)
             port_ = std::atoi(Log().c_str() + at + 10);
     }

@@ -1,6 +1,10 @@
-#include "desktop/Findings.h"
+#include "jobhost/model/Findings.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "jobhost/model/StreamFindings.h"
 
 namespace {
 
@@ -71,6 +75,46 @@ TEST(Findings, OfANoticeAreNoFaultAndNeverHideOne) {
     EXPECT_TRUE(findings.HasFaults());
     EXPECT_EQ(findings.List().front().text, "refused");
     EXPECT_LT(findings.List().size(), 1010U);
+}
+
+// What is told of a stream that goes by in pieces is what is told of it as a whole.
+TEST(Findings, AreToldLabelByLabelOfAStreamThatIsNotKept) {
+    std::string const stream = "^XA\n^QQ^FDa^FS\n^XZ\n^XA^QQ\n ^FDb^FS^XZ\n^XA\n^QR";
+    std::vector<std::string> told;
+    Zpl::Host::StreamFindings live([&told](std::string const& text) {
+        auto const message = Zpl::Host::FindingMessage::Parse(text);
+        ASSERT_TRUE(message) << text;
+        EXPECT_EQ(message->session, 7U);
+        told.push_back(message->job + ": " + message->finding.Describe());
+    });
+    Findings whole(stream);
+    auto const each = [&](auto&& add) { add(live.Collected()), add(whole); };
+    live.Append(7, stream.substr(0, 9));
+    each([](Findings& findings) { findings.AddUnknownCommand({"QQ", false, {}}, 4, 0); });
+    live.Append(7, stream.substr(9));
+    each([](Findings& findings) {
+        for (int replay = 0; replay < 2; ++replay) findings.AddReport(LogTopic::BarcodeCut, "a", 0, 7);
+    });
+    live.EndLabel("job", 0, 14);
+    each([](Findings& findings) {
+        findings.AddUnknownCommand({"QQ", false, {}}, 21, 18);
+        findings.AddReport(LogTopic::BarcodeCut, "a", 18, 26);
+    });
+    live.EndLabel("job", 18, 33);
+    each([](Findings& findings) { findings.AddUnknownCommand({"QR", false, {}}, 41, 37); });
+    live.EndStream("job");
+    whole.NumberLabel(0, 1);
+    whole.NumberLabel(18, 2);
+    std::vector<std::string> wanted;
+    for (auto const& line : Lines(whole)) wanted.push_back("job: " + line);
+    std::sort(wanted.begin(), wanted.end());
+    std::sort(told.begin(), told.end());
+    EXPECT_EQ(told, wanted);
+
+    live.Append(7, "\n^XZ");
+    live.Collected().AddNotice("of the next stream", {}, 1);
+    live.EndStream("");
+    EXPECT_EQ(told.back(), ": byte 1, line 2, column 1: of the next stream");
 }
 
 }  // namespace

@@ -9,8 +9,10 @@
 #include <utility>
 #include <vector>
 
+#include "foundation/Json.h"
 #include "foundation/Log.h"
 #include "frontend/stream/ZplCommand.h"
+#include "jobhost/model/LineIndex.h"
 
 /// Something that a person should know about a stream.
 struct Finding {
@@ -28,13 +30,19 @@ struct Finding {
     std::string text;
     unsigned label = 0;                   ///< the label it belongs to, from 1; 0 for none
     std::optional<std::uint64_t> offset;  ///< bytes from the start of the stream
-    std::size_t line = 0;                 ///< from 1; 0 without an offset
-    std::size_t column = 0;               ///< in bytes, from 1; 0 without an offset
+    std::size_t line = 0;                 ///< from 1; 0 if it is not known
+    std::size_t column = 0;               ///< in bytes, from 1; 0 if it is not known
     unsigned times = 1;                   ///< at how many places; told is the first of them
 
     /// In one line, as `label 2, byte 310, line 14, column 3: ...`.
     std::string Describe() const;
+    /// Writes the members of a JSON object; those that say nothing are left out.
+    void WriteMembers(JsonWriter& writer) const;
 };
+
+/// The kind in one word, for programs.
+std::string_view NameOf(Finding::Kind kind);
+std::optional<Finding::Kind> KindNamed(std::string_view name);
 
 /// Text for a terminal: control characters as \xNN.
 std::string Printable(std::string_view text);
@@ -46,7 +54,8 @@ public:
     /// format is a label, and which, is known when it has ended: formats that are only stored or set up print nothing.
     using Format = std::optional<std::uint64_t>;
 
-    explicit Findings(std::string_view stream) : stream_(stream) {}
+    /// Without a `stream` the places are known to the caller, see Take.
+    explicit Findings(std::string_view stream = {}) : stream_(stream) {}
 
     void AddUnknownCommand(ZplCommand const& command, std::uint64_t offset, Format format);
     void AddReport(LogTopic topic, std::string const& text, Format format, std::optional<std::uint64_t> offset = {});
@@ -57,6 +66,9 @@ public:
     /// In the order of the stream, those of a label together, about its barcodes first. What has no place in the stream
     /// stands at the end of its label, or of all.
     std::vector<Finding> List() const;
+    /// The same for what was added since the last call, where the stream goes by and its lines are counted by
+    /// `lines`. All formats that have begun are taken to have ended.
+    std::vector<Finding> Take(LineIndex const& lines);
     /// Whether strictness forbids what was found.
     bool HasFaults() const { return faults_ != 0; }
 
@@ -77,8 +89,8 @@ private:
         std::uint64_t group;
     };
 
-    /// Looks up line and column of what stands in the order of the stream.
-    void FindLines(std::vector<Placed>& inOrder) const;
+    std::vector<Finding> ListBy(LineIndex const& lines) const;
+    std::size_t& CountOf(Finding::Kind kind);
     void Add(Finding finding, Format format);
     void AddCounted(Finding finding, Format format);
     std::optional<std::size_t> Append(Finding finding, Format format);

@@ -1,14 +1,17 @@
-#include "desktop/Findings.h"
+#include "jobhost/model/Findings.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <limits>
+#include <tuple>
 
 namespace {
 
 /// Past this many a person reads no more.
 constexpr std::size_t MostFindings = 1000;
+/// Places that are counted of what is told once with their number.
+constexpr std::size_t MostCounted = 1'000'000;
 /// Places of one label that the same is told about.
 constexpr unsigned MostPlaces = 10;
 
@@ -114,6 +117,21 @@ constexpr std::array DrawingCommands = std::to_array<KnownElsewhere>({
 constexpr std::array TagCommands = std::to_array<std::string_view>(
     {"^RF", "^RI", "^RA", "^WF", "^RB", "^RL", "^RZ", "^RS", "^RW", "~RV", "^HL", "~HL"});
 
+struct KindName {
+    Finding::Kind kind;
+    std::string_view name;
+};
+
+constexpr std::array KindNames = std::to_array<KindName>({
+    {Finding::Kind::SetupCommand, "setup-command"},
+    {Finding::Kind::UnknownCommand, "unknown-command"},
+    {Finding::Kind::Refused, "barcode-refused"},
+    {Finding::Kind::BarcodeCut, "barcode-cut"},
+    {Finding::Kind::Dropped, "dropped"},
+    {Finding::Kind::OffPage, "off-page"},
+    {Finding::Kind::Notice, "notice"},
+});
+
 template <typename Table>
 std::string_view Look(Table const& table, std::string_view name) {
     auto const found = std::find_if(table.begin(), table.end(), [&](auto const& row) { return row.command == name; });
@@ -174,6 +192,16 @@ Finding::Kind KindOf(LogTopic topic) {
 
 }  // namespace
 
+std::string_view NameOf(Finding::Kind kind) {
+    return std::find_if(KindNames.begin(), KindNames.end(), [kind](auto const& row) { return row.kind == kind; })->name;
+}
+
+std::optional<Finding::Kind> KindNamed(std::string_view name) {
+    auto const row = std::find_if(KindNames.begin(), KindNames.end(),
+                                  [name](auto const& candidate) { return candidate.name == name; });
+    return row == KindNames.end() ? std::nullopt : std::optional(row->kind);
+}
+
 std::string Printable(std::string_view text) {
     return Escaped(text, [](std::uint8_t byte) { return byte >= ' ' && byte != 0x7F; });
 }
@@ -183,11 +211,22 @@ std::string Finding::Describe() const {
     if (label != 0) place = "label " + std::to_string(label);
     if (offset) {
         if (!place.empty()) place += ", ";
-        place +=
-            "byte " + std::to_string(*offset) + ", line " + std::to_string(line) + ", column " + std::to_string(column);
+        place += "byte " + std::to_string(*offset);
+        if (line != 0) place += ", line " + std::to_string(line) + ", column " + std::to_string(column);
     }
     std::string const counted = times > 1 ? text + " (" + std::to_string(times) + " times)" : text;
     return place.empty() ? counted : place + ": " + counted;
+}
+
+void Finding::WriteMembers(JsonWriter& writer) const {
+    writer.Key("kind").String(NameOf(kind)).Key("text").String(text);
+    if (label != 0) writer.Key("label").Int(label);
+    if (times > 1) writer.Key("times").Int(times);
+    if (!offset) return;
+    writer.Key("offset").Int(static_cast<std::int64_t>(*offset));
+    if (line == 0) return;
+    writer.Key("line").Int(static_cast<std::int64_t>(line));
+    writer.Key("column").Int(static_cast<std::int64_t>(column));
 }
 
 void Findings::AddUnknownCommand(ZplCommand const& command, std::uint64_t offset, Format format) {
@@ -227,15 +266,17 @@ void Findings::Add(Finding finding, Format format) {
     // Every replay of a label says the same again, and an unknown command is told once for the stream.
     bool const oncePerStream =
         finding.kind == Finding::Kind::SetupCommand || finding.kind == Finding::Kind::UnknownCommand;
+    if (CountOf(finding.kind) > MostFindings) return;
     auto& places = seen_[{oncePerStream ? Format() : format, finding.text}];
-    std::uint64_t const place = oncePerStream ? 0 : finding.offset.value_or(stream_.size());
+    constexpr auto Nowhere = std::numeric_limits<std::uint64_t>::max();
+    std::uint64_t const place = oncePerStream ? 0 : finding.offset.value_or(Nowhere);
     if (places.size() < MostPlaces && places.insert(place).second) Append(std::move(finding), format);
 }
 
 void Findings::AddCounted(Finding finding, Format format) {
     auto const [entry, isNew] = counted_.try_emplace(finding.text);
     auto& [index, places] = entry->second;
-    bool const isFurther = places.size() < stream_.size() && places.insert({format, finding.offset}).second;
+    bool const isFurther = places.size() < MostCounted && places.insert({format, finding.offset}).second;
     if (isNew) {
         index = Append(std::move(finding), format);
     } else if (isFurther && index) {
@@ -243,9 +284,11 @@ void Findings::AddCounted(Finding finding, Format format) {
     }
 }
 
+/// What strictness forbids has room of its own: the reason is always told.
+std::size_t& Findings::CountOf(Finding::Kind kind) { return IsFault(kind) ? faults_ : notices_; }
+
 std::optional<std::size_t> Findings::Append(Finding finding, Format format) {
-    // What strictness forbids has room of its own: the reason is always told.
-    std::size_t& count = IsFault(finding.kind) ? faults_ : notices_;
+    std::size_t& count = CountOf(finding.kind);
     if (count > MostFindings) return std::nullopt;
     if (count++ == MostFindings) {
         finding = {Finding::Kind::Notice, "there is more to tell, which is left out", 0, {}};
@@ -256,20 +299,36 @@ std::optional<std::size_t> Findings::Append(Finding finding, Format format) {
 }
 
 std::vector<Finding> Findings::List() const {
+    LineIndex lines;
+    if (!list_.empty()) lines.Append(stream_);
+    return ListBy(lines);
+}
+
+std::vector<Finding> Findings::Take(LineIndex const& lines) {
+    auto findings = ListBy(lines);
+    list_.clear();
+    labels_.clear();
+    // What was told for the whole stream is not told again.
+    std::erase_if(seen_, [](auto const& entry) { return entry.first.first.has_value(); });
+    for (auto& [text, counted] : counted_) counted = {};
+    return findings;
+}
+
+std::vector<Finding> Findings::ListBy(LineIndex const& lines) const {
     std::vector<Placed> list;
     for (auto const& [finding, format] : list_) {
         constexpr auto Behind = std::numeric_limits<std::uint64_t>::max();
-        list.push_back({finding, finding.offset.value_or(Behind)});
+        auto& placed = list.emplace_back(Placed{finding, finding.offset.value_or(Behind)});
+        if (finding.offset) std::tie(placed.finding.line, placed.finding.column) = lines.PlaceOf(*finding.offset);
         auto const number = format ? labels_.find(*format) : labels_.end();
         if (number == labels_.end()) continue;
-        list.back().finding.label = number->second;
-        list.back().group = *format;
+        placed.finding.label = number->second;
+        placed.group = *format;
     }
     auto const byOffset = [](Placed const& a, Placed const& b) {
         return a.finding.offset && (!b.finding.offset || *a.finding.offset < *b.finding.offset);
     };
     std::stable_sort(list.begin(), list.end(), byOffset);
-    FindLines(list);
     // A label that scans wrong is worse than one that reads wrong.
     std::stable_sort(list.begin(), list.end(), [](Placed const& a, Placed const& b) {
         return std::pair(a.group, !IsOfBarcode(a.finding.kind)) < std::pair(b.group, !IsOfBarcode(b.finding.kind));
@@ -277,19 +336,4 @@ std::vector<Finding> Findings::List() const {
     std::vector<Finding> findings;
     for (auto& placed : list) findings.push_back(std::move(placed.finding));
     return findings;
-}
-
-void Findings::FindLines(std::vector<Placed>& inOrder) const {
-    std::size_t line = 1;
-    std::size_t lineStart = 0;
-    for (auto& [finding, group] : inOrder) {
-        if (!finding.offset) break;
-        auto const at = static_cast<std::size_t>(std::min<std::uint64_t>(*finding.offset, stream_.size()));
-        for (auto end = stream_.find('\n', lineStart); end < at; end = stream_.find('\n', lineStart)) {
-            ++line;
-            lineStart = end + 1;
-        }
-        finding.line = line;
-        finding.column = at - lineStart + 1;
-    }
 }

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "foundation/Json.h"
+
+/// Something that happens in the printer, as it is told: a line to people, one JSON object in a line to programs.
+class PrinterEvent {
+public:
+    /// Words for people, which programs get as a notice.
+    PrinterEvent(std::string line);
+    PrinterEvent(char const* line) : PrinterEvent(std::string(line)) {}
+    /// With what `write` adds to the object. Without a line people are not told.
+    PrinterEvent(std::string line, std::string_view event, std::function<void(JsonWriter&)> const& write);
+
+    std::string const& Line() const { return line_; }
+    std::string const& Json() const { return json_; }
+
+private:
+    std::string line_;
+    std::string json_;
+};
+
+using TellEvent = std::function<void(PrinterEvent const&)>;
