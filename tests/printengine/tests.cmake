@@ -1,6 +1,7 @@
 find_package(PNG REQUIRED)
 find_package(ZXing REQUIRED)
 zpl_add_test(printengine/Code128EncoderTest)
+zpl_add_test(printengine/DataMatrix200Test)
 zpl_add_test(printengine/FontTest)
 zpl_add_test(printengine/ImageTest)
 zpl_add_test(printengine/JobFolderTest)

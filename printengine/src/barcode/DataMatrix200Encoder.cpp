@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "printengine/src/barcode/DataMatrixCodewords.h"
 #include "printengine/src/barcode/DataMatrixPlacement.h"
-#include "printengine/src/barcode/DataMatrixTokens.h"
 
 namespace Barcode::Encoder {
 
@@ -39,15 +39,9 @@ constexpr unsigned Rectangle = 2;
 /// The largest symbol holds no more digits than this.
 constexpr std::size_t MaxLength = 3116;
 
-Size const* FindSize(DataMatrixCodewords const& text, DMSize wanted, unsigned aspect) {
-    std::size_t const needed = text.codewords.size() - (text.endsWithUnlatch ? 1 : 0);
-    for (auto const& size : Sizes) {
-        bool const isAsked = wanted == DMSize{} ? (size.rows != size.columns) == (aspect == Rectangle)
-                                                : size.rows == wanted.rows && size.columns == wanted.columns;
-        // Without its unlatch a text must fill the symbol to the end.
-        if (isAsked && (size.data == needed || size.data >= text.codewords.size())) return &size;
-    }
-    return nullptr;
+bool IsAsked(Size const& size, DMSize wanted, unsigned aspect) {
+    return wanted == DMSize{} ? (size.rows != size.columns) == (aspect == Rectangle)
+                              : size.rows == wanted.rows && size.columns == wanted.columns;
 }
 
 /// Galois field of 256 elements by x^8 + x^5 + x^3 + x^2 + 1.
@@ -107,7 +101,6 @@ void AppendErrorCorrection(std::vector<std::uint8_t>& codewords, Size const& siz
 /// Fills the data codewords up, the second pad and those behind it randomised by their places.
 void PadTo(std::vector<std::uint8_t>& codewords, std::size_t count) {
     constexpr unsigned Pad = 129;
-    if (codewords.size() > count) codewords.resize(count);
     if (codewords.size() < count) codewords.push_back(Pad);
     while (codewords.size() < count) {
         auto const value = static_cast<unsigned>(Pad + 149 * (codewords.size() + 1) % 253 + 1);
@@ -153,16 +146,20 @@ ValidationStatus DataMatrix200Encoder::Validate(std::string const& text, DMSize 
     return text.size() > 4 * MaxLength ? ValidationStatus::TooLong : ValidationStatus::Valid;
 }
 
-Model::MatrixBarcodeModel DataMatrix200Encoder::Encode(std::string const& text, DMSize size, char escape,
+Model::MatrixBarcodeModel DataMatrix200Encoder::Encode(std::string const& text, DMSize wanted, char escape,
                                                        unsigned aspect) {
     auto const tokens = ReadDataMatrixTokens(text, escape);
     if (tokens.empty() || tokens.size() > MaxLength) return {0, 0};
-    auto encoded = EncodeDataMatrixTokens(tokens);
-    Size const* fitting = FindSize(encoded, size, aspect);
-    if (fitting == nullptr) return {0, 0};
-    PadTo(encoded.codewords, fitting->data);
-    AppendErrorCorrection(encoded.codewords, *fitting);
-    return Assemble(encoded.codewords, *fitting);
+    DataMatrixWays const ways(tokens);
+    for (auto const& size : Sizes) {
+        auto const way = IsAsked(size, wanted, aspect) ? ways.Into(size.data) : std::nullopt;
+        if (!way) continue;
+        auto codewords = DataMatrixCodewords(tokens, *way, size.data);
+        PadTo(codewords, size.data);
+        AppendErrorCorrection(codewords, size);
+        return Assemble(codewords, size);
+    }
+    return {0, 0};
 }
 
 }  // namespace Barcode::Encoder
