@@ -46,25 +46,26 @@ bool IsAsked(Size const& size, DMSize wanted, unsigned aspect) {
 
 /// Galois field of 256 elements by x^8 + x^5 + x^3 + x^2 + 1.
 struct Field {
-    std::array<std::uint8_t, 255> power{};
+    std::array<std::uint8_t, 510> power{};  ///< twice around, for sums of two logarithms
     std::array<std::uint8_t, 256> logarithm{};
 
     constexpr Field() {
         unsigned value = 1;
         for (unsigned i = 0; i < 255; ++i) {
-            power[i] = static_cast<std::uint8_t>(value);
+            power[i] = power[i + 255] = static_cast<std::uint8_t>(value);
             logarithm[value] = static_cast<std::uint8_t>(i);
             value <<= 1;
             if (value > 255) value ^= 0x12DU;
         }
     }
     constexpr std::uint8_t Multiply(std::uint8_t a, std::uint8_t b) const {
-        return a == 0 || b == 0 ? std::uint8_t{0} : power[(logarithm[a] + logarithm[b]) % 255U];
+        return a == 0 || b == 0 ? std::uint8_t{0} : power[std::size_t{logarithm[a]} + logarithm[b]];
     }
 };
 constexpr Field Gf;
 
-/// The polynomial with the roots 2^1 to 2^count, highest power first, without its leading 1.
+/// The polynomial with the roots 2^1 to 2^count, highest power first, without its leading 1; in logarithms, as none of
+/// its coefficients is 0.
 std::vector<std::uint8_t> Generator(unsigned count) {
     std::vector<std::uint8_t> polynomial{1};
     for (unsigned root = 1; root <= count; ++root) {
@@ -73,6 +74,7 @@ std::vector<std::uint8_t> Generator(unsigned count) {
             polynomial[i] ^= Gf.Multiply(polynomial[i - 1], Gf.power[root % 255]);
     }
     polynomial.erase(polynomial.begin());
+    for (auto& coefficient : polynomial) coefficient = Gf.logarithm[coefficient];
     return polynomial;
 }
 
@@ -85,9 +87,11 @@ void AppendErrorCorrection(std::vector<std::uint8_t>& codewords, Size const& siz
         std::vector<std::uint8_t> rest(perBlock);
         for (std::size_t p = block; p < size.data; p += size.blocks) {
             std::uint8_t const factor = codewords[p] ^ rest[0];
-            std::rotate(rest.begin(), rest.begin() + 1, rest.end());
+            std::copy(rest.begin() + 1, rest.end(), rest.begin());
             rest.back() = 0;
-            for (std::size_t i = 0; i < perBlock; ++i) rest[i] ^= Gf.Multiply(factor, generator[i]);
+            if (factor == 0) continue;
+            auto const* const multiples = &Gf.power[Gf.logarithm[factor]];
+            for (std::size_t i = 0; i < perBlock; ++i) rest[i] ^= multiples[generator[i]];
         }
         std::size_t p = size.data;
         while (p % size.blocks != block) ++p;
