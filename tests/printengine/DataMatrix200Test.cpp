@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 #include <zint.h>
 
-#include <cstdlib>
 #include <memory>
 #include <random>
 
-#include "Barcode/Encoder/DataMatrix200Encoder.h"
+#include "../support/RandomText.h"
 #include "../support/SymbolReader.h"
+#include "Barcode/Encoder/DataMatrix200Encoder.h"
 
 using namespace Barcode::Encoder;
 
@@ -25,44 +25,13 @@ std::size_t LibrarySide(std::string const& data, bool isGs1) {
     return result < ZINT_ERROR ? static_cast<std::size_t>(symbol->rows) : 0;
 }
 
-std::string Range(unsigned first, unsigned last) {
-    std::string characters;
-    for (unsigned c = first; c <= last; ++c) characters += static_cast<char>(c);
-    return characters;
-}
-
-std::string const Capitals = Range('A', 'Z');
-std::string const Digits = Range('0', '9');
-/// Without the escape character.
-std::string const Ascii = Range(0, 125);
-std::string const Alphabets[] = {
-    Capitals,        Capitals + ".,-/ ", Capitals + Digits + "\r*> ",
-    Digits,          Range(' ', '^'),    Range('a', 'z') + " ",
-    Ascii,           Range(128, 255),    Digits + "AB",
-    Digits + "\xE9", Range('!', '/'),    Range(0, 31),
-};
-
-/// Runs of random alphabets.
-std::string RandomText(std::mt19937& random, std::size_t longest) {
-    std::string text;
-    std::size_t const length = 1 + random() % longest;
-    for (auto const* alphabet = &Alphabets[0]; text.size() < length;) {
-        if (text.empty() || random() % 12 == 0) alphabet = &Alphabets[random() % std::size(Alphabets)];
-        text += (*alphabet)[random() % alphabet->size()];
-    }
-    return text;
-}
-
 std::string Read(Barcode::Model::MatrixBarcodeModel const& model) {
     return ReadCells(model.GetCells(), ZXing::BarcodeFormat::DataMatrix);
 }
 
-/// ZPL_TEST_SYMBOLS asks for more texts than fit into every run.
 TEST(DataMatrix200, NoSymbolIsLargerThanTheLibrarysAndAllAreRead) {
-    char const* const wanted = std::getenv("ZPL_TEST_SYMBOLS");
-    int const count = wanted != nullptr ? std::atoi(wanted) : 500;
     std::mt19937 random(29);
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < RandomTextCount(500); ++i) {
         std::string const text = RandomText(random, i % 10 == 0 ? 400 : 40);
         auto const model = DataMatrix200Encoder::Encode(text, {}, Escape, 1);
         ASSERT_LE(model.GetCells().size(), LibrarySide(text, false)) << i;
@@ -76,7 +45,7 @@ TEST(DataMatrix200, ElementStringsOfGs1) {
         std::string elements, sent, read;
         for (unsigned n = 1 + random() % 3; n > 0; --n) {
             std::string value(1 + random() % 12, ' ');
-            for (auto& c : value) c = (random() % 3 == 0 ? Capitals : Digits)[random() % 10];
+            for (auto& c : value) c = "0123456789ABCDE"[random() % 15];
             elements += "[10]" + value;
             sent += "~110" + value;
             read += (read.empty() ? "10"
@@ -92,7 +61,7 @@ TEST(DataMatrix200, ElementStringsOfGs1) {
 
 /// How texts end where little or nothing is left of the symbol.
 TEST(DataMatrix200, Ends) {
-    std::string const bytes = Range(128, 255) + Range(128, 255) + Range(128, 255);
+    std::string const bytes = CharacterRange(128, 255);
     auto const binary = [&](std::size_t length) {
         std::string text;
         while (text.size() < length) text += bytes;
