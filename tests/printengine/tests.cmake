@@ -1,5 +1,6 @@
 find_package(PNG REQUIRED)
 find_package(ZXing REQUIRED)
+zpl_add_test(printengine/AztecTest)
 zpl_add_test(printengine/Code128EncoderTest)
 zpl_add_test(printengine/DataMatrix200Test)
 zpl_add_test(printengine/FontTest)

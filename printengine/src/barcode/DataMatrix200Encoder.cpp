@@ -120,20 +120,14 @@ Model::MatrixBarcodeModel Assemble(std::vector<std::uint8_t> const& codewords, S
         PlaceDataMatrix(codewords, size.rows - 2 * size.regionsDown, size.columns - 2 * size.regionsAcross);
     Model::MatrixBarcodeModel model(size.rows, size.columns);
     for (unsigned r = 0; r < size.rows; ++r) {
+        auto& row = model.GetCells()[r];
         unsigned const inRow = r % regionRows;
-        for (unsigned c = 0; c < size.columns; ++c) {
-            unsigned const inColumn = c % regionColumns;
-            bool dark = false;
-            if (inColumn == 0 || inRow == regionRows - 1) {
-                dark = true;
-            } else if (inRow == 0) {
-                dark = inColumn % 2 == 0;
-            } else if (inColumn == regionColumns - 1) {
-                dark = inRow % 2 != 0;
-            } else {
-                dark = modules[r - 1 - 2 * (r / regionRows)][c - 1 - 2 * (c / regionColumns)];
-            }
-            model.GetCells()[r][c] = dark;
+        bool const isFrame = inRow == 0 || inRow == regionRows - 1;
+        for (unsigned left = 0, column = 0; left < size.columns; left += regionColumns) {
+            row[left] = true;
+            for (unsigned c = 1; c + 1 < regionColumns; ++c)
+                row[left + c] = isFrame ? inRow != 0 || c % 2 == 0 : modules[r - 1 - 2 * (r / regionRows)][column++];
+            row[left + regionColumns - 1] = inRow == regionRows - 1 || inRow % 2 != 0;
         }
     }
     return model;
