@@ -5,6 +5,7 @@
 #include "fields/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ParameterRange.h"
 #include "frontend/stream/ZplParse.h"
 
 bool BarcodeFieldDefaultHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
@@ -13,8 +14,9 @@ bool BarcodeFieldDefaultHandler::HandleCommand(Context&, ZplCommand const& comma
     // Deliberately not clamped to the widths that hosts are told to send.
     if (auto const width = ZplParse<double>(command, 0).Map(toDots))
         processor.set(ContextProcessor::SystemContext, ZplContextKeys::BarcodeModuleWidth, *width);
-    if (auto const ratio = ZplParse<std::string>(command, 1).Map(ParseRatio).Where(CheckRatio))
-        processor.set(ContextProcessor::SystemContext, ZplContextKeys::BarcodeRatio, *ratio);
+    auto const ratio = ZplParse<std::string>(command, 1).Map(ParseRatio);
+    if (*ratio > 0 && !CheckRatio(*ratio)) ReportOutOfRange(command, 1, 2, 3, std::nullopt);
+    if (CheckRatio(*ratio)) processor.set(ContextProcessor::SystemContext, ZplContextKeys::BarcodeRatio, *ratio);
     if (auto const height = ZplParse<double>(command, 2).Map(toDots).Map(ClampBarcodeHeight))
         processor.set(ContextProcessor::SystemContext, ZplContextKeys::BarcodeHeight, *height);
     return true;

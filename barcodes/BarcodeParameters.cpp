@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "barcodes/BarcodeFrame.h"
+#include "fields/FieldMap.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/Setting.h"
 #include "frontend/stream/Ascii.h"
@@ -30,6 +31,7 @@ char ParseLetter(ZplCommand const& command, std::size_t index, char fallback) {
 
 bool StoreBarcodeRender(Context& current, ContextProcessor& processor, ZplContextKeys::RenderFunction render) {
     ZplContextKeys::RenderFunction const guarded = [render = std::move(render)](ContextProcessor& atRender) {
+        if (auto const& map = atRender.GetFieldMap()) map->NoteBarcode();
         try {
             render(atRender);
         } catch (std::length_error const&) {

@@ -41,6 +41,18 @@ void ReplayLabel(benchmark::State& state) {
 }
 BENCHMARK(ReplayLabel);
 
+/// The same with each field noted in a field map.
+void ReplayMappedLabel(benchmark::State& state) {
+    Desk desk(At300Dpi());
+    auto session = desk.MakeSession();
+    session->MapFields();
+    std::string const stream = ShippingLabel();
+    auto result = session->Consume(stream, false, true);
+    Zpl::Label label = std::get<1>(*result.label);
+    for (auto _ : state) benchmark::DoNotOptimize(label.ProcessLabel(0, false));
+}
+BENCHMARK(ReplayMappedLabel);
+
 /// A stream of n labels from bytes to frozen labels: the time of one must not grow with n.
 void LabelsInOneStream(benchmark::State& state) {
     Desk desk(At300Dpi());

@@ -198,7 +198,8 @@ Draws every page of each stream ("-" reads standard input) as NAME-1.png, NAME-2
                       without a tag its commands are unknown
   --job               keeps all pages as one job folder, as the print driver takes it
   --json              prints one JSON object instead of lines
-  --strict            ends with 3 if a command is unknown or a barcode was refused
+  --strict            ends with 3 if a command that may change the page is unknown, a format was dropped, or a barcode
+                      was refused or is not whole on its page
 
 Exit code: 0 pages were made, 1 the stream holds no printable label, 2 bad usage or a file that cannot be read or
 written, 3 findings under --strict.
@@ -209,8 +210,9 @@ std::string_view CheckHelp() {
     return R"(usage: zpl check FILE...|- [--dpi N] [--size WxH] [--tag T] [--json] [--strict]
 
 Reads each stream as zpl render does and reports its labels, their copies, and what would not print as it was sent:
-unknown commands, barcodes without fitting data, numbers out of range, missing pictures, formats and fonts, damaged data.
-Each is told in a sentence with label, byte offset, line and column. Draws no files.
+barcodes without fitting data, what does not stand on the page or in its block, unknown commands, numbers out of range,
+missing pictures, formats and fonts, damaged data. Each is told in a sentence with label, byte offset, line and column.
+Draws the first copy of each label in memory, and no files.
 
 Exit code: as for zpl render.
 )";

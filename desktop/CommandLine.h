@@ -14,7 +14,7 @@ enum class ExitCode {
     Success = 0,
     NoLabel = 1,   ///< the stream holds no printable label
     Usage = 2,     ///< bad usage, an input that cannot be read or an output that cannot be written
-    Findings = 3,  ///< under --strict: a command was unknown or a barcode was refused
+    Findings = 3,  ///< under --strict: an unknown command that may change the page, or a barcode refused or cut
 };
 
 /// Bad usage; the text says in one line what is wrong and what to do.

@@ -15,9 +15,12 @@
 /// Something that a person should know about a stream.
 struct Finding {
     enum class Kind {
-        SetupCommand,    ///< an unknown command that only sets up a printer
+        SetupCommand,    ///< an unknown command that only sets up a printer; strictness lets it pass
         UnknownCommand,  ///< an unknown command that may change the picture
         Refused,         ///< a barcode that could not be made of its data
+        BarcodeCut,      ///< a barcode that is not whole on its page
+        OffPage,         ///< anything else that is not whole on its page
+        Dropped,         ///< a format that is given up, or a command outside all formats
         Notice,          ///< anything else that was left out or replaced
     };
 
@@ -27,6 +30,7 @@ struct Finding {
     std::optional<std::uint64_t> offset;  ///< bytes from the start of the stream
     std::size_t line = 0;                 ///< from 1; 0 without an offset
     std::size_t column = 0;               ///< in bytes, from 1; 0 without an offset
+    unsigned times = 1;                   ///< at how many places; told is the first of them
 
     /// In one line, as `label 2, byte 310, line 14, column 3: ...`.
     std::string Describe() const;
@@ -38,22 +42,52 @@ std::string Printable(std::string_view text);
 /// Collects what is to be told about one stream, each thing once.
 class Findings {
 public:
+    /// Where the format that a finding belongs to begins in the stream, in bytes; nothing between formats. Whether a
+    /// format is a label, and which, is known when it has ended: formats that are only stored or set up print nothing.
+    using Format = std::optional<std::uint64_t>;
+
     explicit Findings(std::string_view stream) : stream_(stream) {}
 
-    /// `label` counts the formats that have begun, from 1; 0 stands before the first.
-    void AddUnknownCommand(ZplCommand const& command, std::uint64_t offset, unsigned label);
-    void AddReport(LogTopic topic, std::string const& text, unsigned label, std::optional<std::uint64_t> offset = {});
-    void AddNotice(std::string text, unsigned label, std::optional<std::uint64_t> offset = {});
+    void AddUnknownCommand(ZplCommand const& command, std::uint64_t offset, Format format);
+    void AddReport(LogTopic topic, std::string const& text, Format format, std::optional<std::uint64_t> offset = {});
+    void AddNotice(std::string text, Format format, std::optional<std::uint64_t> offset = {});
+    /// The format that begins there is the label of that number, from 1.
+    void NumberLabel(std::uint64_t format, unsigned number) { labels_[format] = number; }
 
-    /// In the order of the stream; what has no place there stands behind the rest.
+    /// In the order of the stream, those of a label together, about its barcodes first. What has no place in the stream
+    /// stands at the end of its label, or of all.
     std::vector<Finding> List() const;
     /// Whether strictness forbids what was found.
-    bool HasFaults() const;
+    bool HasFaults() const { return faults_ != 0; }
 
 private:
-    void Add(Finding finding);
+    struct Entry {
+        Finding finding;
+        Format format;
+    };
+    /// What is told once for the stream with the number of its places.
+    struct Counted {
+        std::optional<std::size_t> index;  ///< in the list
+        std::set<std::pair<Format, std::optional<std::uint64_t>>> places;
+    };
+
+    /// A finding, and where what it is listed with begins.
+    struct Placed {
+        Finding finding;
+        std::uint64_t group;
+    };
+
+    /// Looks up line and column of what stands in the order of the stream.
+    void FindLines(std::vector<Placed>& inOrder) const;
+    void Add(Finding finding, Format format);
+    void AddCounted(Finding finding, Format format);
+    std::optional<std::size_t> Append(Finding finding, Format format);
 
     std::string_view stream_;
-    std::vector<Finding> list_;
-    std::map<std::pair<unsigned, std::string>, std::set<std::uint64_t>> seen_;  ///< offsets by label and text
+    std::vector<Entry> list_;
+    std::size_t faults_ = 0;
+    std::size_t notices_ = 0;
+    std::map<std::uint64_t, unsigned> labels_;                                ///< numbers by format
+    std::map<std::pair<Format, std::string>, std::set<std::uint64_t>> seen_;  ///< offsets by format and text
+    std::map<std::string, Counted> counted_;                                  ///< by text
 };

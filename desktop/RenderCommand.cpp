@@ -64,6 +64,8 @@ private:
                 jobName_ = jobName_.empty() ? finished.text : jobName_;
                 jobFlag_ = jobFlag_ || finished.hasTagOperations;
                 kept_.push_back(std::move(finished.label));
+                targets_.push_back(std::move(finished.target));
+                keptFormats_.push_back(finished.format);
             } else {
                 RenderOne(std::move(finished));
             }
@@ -72,19 +74,20 @@ private:
         if (!kept_.empty()) RenderJob();
     }
 
-    unsigned CopiesToDraw(unsigned quantity, unsigned label) {
+    unsigned CopiesToDraw(unsigned quantity, std::uint64_t format) {
         if (quantity <= options_.mostCopies) return quantity;
         findings_.AddNotice("of " + std::to_string(quantity) + " copies " + std::to_string(options_.mostCopies) +
                                 " are drawn; --copies N draws more",
-                            label);
+                            format);
         return options_.mostCopies;
     }
 
     void RenderOne(FinishedLabel finished) {
         unsigned const quantity = finished.label.Quantity();
-        unsigned const copies = CopiesToDraw(quantity, finished.number);
+        unsigned const copies = CopiesToDraw(quantity, finished.format);
+        target_ = finished.target.get();
         for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
-            bool const drawn = Draw(store_.NextPath(), finished.number, [&] {
+            bool const drawn = Draw(store_.NextPath(), finished.format, [&] {
                 if (options_.tag && finished.label.IsWaitingOnRfidReadResponse(copy)) {
                     finished.label.SetRfidReadResponse(
                         copy, VirtualTag(*options_.tag).Perform(finished.label.GetRfidOperations()));
@@ -105,8 +108,9 @@ private:
             tagOperations.push_back(label.GetRfidOperations());
         }
         Zpl::Job job(std::move(kept_), {}, jobFlag_);
+        target_ = targets_.front().get();
         job.Start(jobName_);
-        if (!interpreter_.Target().FileError().empty()) {
+        if (!target_->FileError().empty()) {
             std::error_code ignored;
             if (!job.JobPath().empty()) std::filesystem::remove_all(job.JobPath(), ignored);
             CheckFile(job.JobPath().empty() ? std::filesystem::path(options_.outputFolder) : job.JobPath());
@@ -114,10 +118,11 @@ private:
         unsigned page = 0;
         for (std::size_t i = 0; i < quantities.size(); ++i) {
             auto const number = static_cast<unsigned>(i + 1);
-            unsigned const copies = CopiesToDraw(quantities[i], number);
+            target_ = targets_[i].get();
+            unsigned const copies = CopiesToDraw(quantities[i], keptFormats_[i]);
             for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
                 auto const file = job.JobPath() / std::to_string(page + copy);
-                bool const drawn = Draw(file, number, [&] {
+                bool const drawn = Draw(file, keptFormats_[i], [&] {
                     if (options_.tag && job.IsWaitingOnRfidReadResponse(page + copy))
                         job.SetRfidReadResponse(page + copy, VirtualTag(*options_.tag).Perform(tagOperations[i]));
                     job.RenderLabel(page + copy);
@@ -127,34 +132,35 @@ private:
             }
             page += quantities[i];
         }
+        target_ = targets_.front().get();
         job.End();
         CheckFile(job.JobPath());
     }
 
-    /// Runs `render`, which makes the page that ends as `file`. False if it could not be drawn; the label is given up
-    /// then.
+    /// Runs `render`, which makes the page that ends as `file` of the label that begins at `format`. False if it could
+    /// not be drawn; the label is given up then.
     template <typename Render>
-    bool Draw(std::filesystem::path const& file, unsigned label, Render&& render) {
-        interpreter_.SetDrawnLabel(label);
+    bool Draw(std::filesystem::path const& file, std::uint64_t format, Render&& render) {
+        interpreter_.SetDrawnFormat(format);
         try {
             render();
         } catch (std::exception const& error) {
-            findings_.AddNotice(Explain(error) + "; its pages from here on are dropped", label);
-            interpreter_.SetDrawnLabel(0);
+            findings_.AddNotice(Zpl::Host::Explain(error) + "; its pages from here on are dropped", format);
+            interpreter_.SetDrawnFormat({});
             return false;
         }
-        interpreter_.SetDrawnLabel(0);
+        interpreter_.SetDrawnFormat({});
         CheckFile(file);
         return true;
     }
 
     void CheckFile(std::filesystem::path const& what) {
-        auto const& error = interpreter_.Target().FileError();
+        auto const& error = target_->FileError();
         if (!error.empty()) throw OutputError("cannot write " + what.string() + ": " + error);
     }
 
     void Report(RenderedPage page) {
-        auto const size = interpreter_.Target().PageSize();
+        auto const size = target_->PageSize();
         page.width = static_cast<unsigned>(size.width);
         page.height = static_cast<unsigned>(size.height);
         progress_.Clear();
@@ -170,6 +176,9 @@ private:
     PageStore store_;
     Progress progress_;
     std::vector<Zpl::Label> kept_;
+    std::vector<std::uint64_t> keptFormats_;
+    std::vector<std::shared_ptr<Scripting::ScriptGraphicContext>> targets_;  // of each of them
+    Scripting::ScriptGraphicContext* target_ = nullptr;                      // of the label that is being drawn
     std::string jobName_;
     bool jobFlag_ = false;
     unsigned pages_ = 0;

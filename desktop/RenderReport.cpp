@@ -13,6 +13,9 @@ std::string_view KindName(Finding::Kind kind) {
         case Finding::Kind::SetupCommand: return "setup-command";
         case Finding::Kind::UnknownCommand: return "unknown-command";
         case Finding::Kind::Refused: return "barcode-refused";
+        case Finding::Kind::BarcodeCut: return "barcode-cut";
+        case Finding::Kind::Dropped: return "dropped";
+        case Finding::Kind::OffPage: return "off-page";
         case Finding::Kind::Notice: break;
     }
     return "notice";
@@ -101,6 +104,7 @@ void RenderReport::EndInput(Findings const& findings, bool everything) {
     for (auto const& finding : findings.List()) {
         writer_.StartObject().Key("kind").String(KindName(finding.kind)).Key("text").String(finding.text);
         if (finding.label != 0) writer_.Key("label").Int(finding.label);
+        if (finding.times > 1) writer_.Key("times").Int(finding.times);
         if (finding.offset) {
             writer_.Key("offset").Int(static_cast<std::int64_t>(*finding.offset));
             writer_.Key("line").Int(static_cast<std::int64_t>(finding.line));

@@ -4,6 +4,7 @@
 
 #include "Scripting/GraphicContext.h"
 #include "fields/FieldDataHelper.h"
+#include "fields/FieldMap.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 
@@ -87,7 +88,10 @@ void RenderField(ContextProcessor& processor, bool reverse) {
         target->SetLabelOriginY(processor.at(ZplContextKeys::LabelOriginY));
         target->SetReverse(reverse);
     }
+    FieldMap* const map = processor.GetFieldMap().get();
+    if (map) map->StartField();
     render(processor);
+    if (map) map->EndField(processor, reverse);
 }
 
 void SerializeField(Context const& element, ContextProcessor& processor) {
@@ -149,6 +153,17 @@ void NoteFieldNumber(ContextProcessor& processor, unsigned number, std::string_v
         (*label)[ZplContextKeys::FieldNumberValues].insert_or_assign(number, std::string(data));
 }
 
+/// Data for a number without a template are a field of their own, which nobody has given a place.
+void ReportMissingTemplate(Context const& element, ContextProcessor const& processor, unsigned number,
+                           std::string_view data) {
+    if (element.HasValue(ZplContextKeys::FieldOriginX) || element.HasValue(ZplContextKeys::FieldRenderFunction)) return;
+    std::string format = processor.at(ZplContextKeys::RecallFormatPath);
+    std::replace(format.begin(), format.end(), '/', ':');
+    Log::Report(LogTopic::Data, (format.empty() ? "this format" : "the format " + format) + " has no field " +
+                                    std::to_string(number) + ": its data \"" + std::string(data.substr(0, 40)) +
+                                    "\" are drawn in the upper left corner");
+}
+
 }  // namespace
 
 unsigned GetSerializationIndex(unsigned copyIndex, unsigned replications) {
@@ -164,7 +179,10 @@ bool ProcessElementCommands(Context& current, ContextProcessor& processor) {
         SaveTemplate(processor, ZplContextKeys::SavedContexts, *numberToSave, *numberToSave);
     } else {
         auto const* data = current.Find(ZplContextKeys::FieldData);
-        if (numberToSave && data) NoteFieldNumber(processor, *numberToSave, *data);
+        if (numberToSave && data) {
+            NoteFieldNumber(processor, *numberToSave, *data);
+            ReportMissingTemplate(current, processor, *numberToSave, *data);
+        }
         RenderField(processor, processor.at(ZplContextKeys::LabelReversePrint));
     }
     processor.ClearContext(ContextProcessor::ElementContext);

@@ -5,6 +5,7 @@
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ParameterRange.h"
 #include "frontend/stream/ZplParse.h"
 
 namespace {
@@ -42,7 +43,7 @@ bool FieldParameterHandler::HandleCommand(Context& current, ZplCommand const& co
     constexpr int Limit = 9999;
     if (auto const direction = ZplParse<Direction>(command, 0))
         StoreSetting(current, processor, ZplContextKeys::TextDirection, *direction);
-    auto const spacing = ZplParse<int>(command, 1).Where([](int dots) { return -Limit <= dots && dots <= Limit; });
+    auto const spacing = OnlyWithin(command, 1, ZplParse<int>(command, 1), {-Limit, Limit});
     if (!spacing) return true;
     // Characters that stand above each other cannot be drawn together.
     bool const vertical = processor.at(ZplContextKeys::TextDirection) == Direction::Vertical;

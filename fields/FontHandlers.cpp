@@ -46,11 +46,12 @@ bool FontHandler::HandleCommand(Context& current, ZplCommand const& command, Con
 
 bool UserFontHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     StoreOrientationAndSize(current, command, processor);
-    if (std::string const& name = command.Parameter(3); !name.empty()) {
-        ZplCore::UserFont const font{ZplCore::ToFontName(name)};
-        StoreSetting(current, processor, ZplContextKeys::UserFont, font);
+    // A name lasts: fields behind it leave theirs out.
+    if (std::string const& name = command.Parameter(3); !name.empty())
+        processor.set(ContextProcessor::SystemContext, ZplContextKeys::UserFont,
+                      ZplCore::UserFont{ZplCore::ToFontName(name)});
+    if (auto const& font = processor.at(ZplContextKeys::UserFont); !font.name.empty())
         StoreSetting(current, processor, ZplContextKeys::FontIdentifier, FontChoice(font));
-    }
     return true;
 }
 

@@ -15,7 +15,7 @@ private:
     char letter_;
 };
 
-/// `^A@`: as `^A`, with a font by its object name.
+/// `^A@`: as `^A`, with a font by its object name; without one, the font that was named last.
 class UserFontHandler : public HandlerFor<CommandId("A@")> {
 public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;

@@ -12,6 +12,7 @@
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/Ascii.h"
+#include "frontend/stream/ParameterRange.h"
 #include "frontend/stream/ZplParse.h"
 
 namespace {
@@ -27,7 +28,8 @@ enum Color : unsigned { Black = 0, White = 1 };
 unsigned ParseSize(ZplCommand const& command, std::size_t index, ContextProcessor const& processor, unsigned smallest,
                    unsigned largest, unsigned fallback) {
     auto const size = ZplCore::ParseLength(command, index, processor);
-    return size ? std::clamp(*size, smallest, largest) : fallback;
+    // Sides of nothing are a custom: they make lines.
+    return size ? Bounded(command, index, std::max(*size, smallest), {smallest, largest}) : fallback;
 }
 
 Color ParseColor(ZplCommand const& command, std::size_t index) {
@@ -79,7 +81,7 @@ bool GraphicBoxHandler::HandleCommand(Context& current, ZplCommand const& comman
     // A side below the thickness is raised to it: a height of 0 makes a line.
     unsigned const width = ParseSize(command, 0, processor, thickness, LargestBoxSide, thickness);
     unsigned const height = ParseSize(command, 1, processor, thickness, LargestBoxSide, thickness);
-    unsigned const rounding = std::min(ZplParse<unsigned>(command, 4).ValueOr(0), MostRounded);
+    unsigned const rounding = Bounded(command, 4, ZplParse<unsigned>(command, 4).ValueOr(0), {0, MostRounded});
     unsigned const radius = rounding * std::min(width, height) / (2 * MostRounded);
     StoreShape(current, processor, width, height, ParseColor(command, 3),
                [=](Scripting::GraphicContext& target, ZplCore::ZplPoint p) {

@@ -10,6 +10,7 @@
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ParameterRange.h"
 #include "frontend/stream/ZplParse.h"
 
 namespace {
@@ -83,7 +84,7 @@ bool RecallGraphicHandler::HandleCommand(Context& current, ZplCommand const& com
     constexpr unsigned Largest = 10;
     auto const parse = [&](std::size_t index) {
         unsigned const factor = mode_ == Mode::Enlarged ? ZplParse<unsigned>(command, index).ValueOr(1) : 1;
-        return std::clamp(factor, 1U, Largest);
+        return Bounded(command, index, std::max(factor, 1U), {1, Largest});
     };
     ZplContextKeys::RenderFunction const draw = [text = command.Parameter(0), x = parse(1),
                                                  y = parse(2)](ContextProcessor& atRender) {

@@ -7,6 +7,7 @@
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ParameterRange.h"
 #include "frontend/stream/ZplParse.h"
 
 namespace {
@@ -28,8 +29,10 @@ void StoreRenderFunction(Context& current, ContextProcessor& processor, ZplConte
 }  // namespace
 
 bool FieldBlockHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    auto const lines = ZplParse<unsigned>(command, 1).Where([](unsigned n) { return n >= 1 && n <= Limit; });
-    auto const spacing = ZplParse<int>(command, 2).Where([](int dots) { return -Limit <= dots && dots <= Limit; });
+    // None is the same as nothing.
+    auto const lines =
+        OnlyWithin(command, 1, ZplParse<unsigned>(command, 1), {0, Limit}).Where([](unsigned n) { return n != 0; });
+    auto const spacing = OnlyWithin(command, 2, ZplParse<int>(command, 2), {-Limit, Limit});
     StoreSetting(current, processor, ZplContextKeys::TextBlockWidth,
                  ZplParse<unsigned>(command, 0)
                      .Map(ZplCore::ApplyDpiScale(processor))

@@ -3,11 +3,14 @@
 #include <unordered_map>
 
 #include "Scripting/GraphicContext.h"
+#include "fields/FieldMap.h"
+#include "fields/FieldText.h"
 #include "fields/RenderPoints.h"
 #include "fields/TextBlockLayout.h"
 #include "fields/TextBlockText.h"
 #include "fields/TextElementProcessor.h"
 #include "fields/TextFont.h"
+#include "foundation/Log.h"
 #include "frontend/context/Utf8Text.h"
 #include "frontend/context/ZplContextKeys.h"
 
@@ -162,19 +165,38 @@ std::u32string Prepare(Block const& block, std::string_view text) {
     }
 }
 
+/// Tells of a text that its block does not hold, once for all copies of a label. `surplus` counts the lines too many.
+void ReportFullBlock(Block const& block, Dots surplus) {
+    if (block.processor.CurrentLabelNumber() != 0 || (block.width > 0 && surplus == 0)) return;
+    std::string report = "the text \"" + BeginningOfData(block.processor) + "\" ";
+    if (block.width <= 0) {
+        report += "is not drawn: its block has no width";
+    } else {
+        report += "does not fit its block of " + std::to_string(block.lineCount) +
+                  (block.lineCount == 1 ? " line: " : " lines: ");
+        report += block.overprints ? std::to_string(surplus) + (surplus == 1 ? " more is" : " more are") +
+                                         " printed over the last one"
+                                   : "the rest is left out";
+    }
+    Log::Report(LogTopic::OffPage, report);
+}
+
 void DrawBlock(Block& block, std::string_view text) {
     AdvanceCache advance(block);
     LinePrinter printer(block, advance);
+    Dots surplus = 0;
     // A block without width shows nothing, as hosts expect of one that they left out.
     if (block.width > 0) {
         BlockShape const shape{block.width, block.indent, block.run.spacing, [&](char32_t c) { return advance(c); }};
         Dots index = 0;
         BreakIntoLines(Prepare(block, text), shape, [&](BlockLine const& line) {
-            if (index >= block.lineCount && !block.overprints) return false;
+            if (index >= block.lineCount && !line.text.empty()) ++surplus;
+            if (index >= block.lineCount && !block.overprints) return surplus == 0;
             printer.Print(line, index++);
             return true;
         });
     }
+    ReportFullBlock(block, surplus);
     // The transform has moved the block already.
     auto const height = static_cast<int>(block.LineRows() + block.Extent());
     StoreNextFieldOrigin(block.processor,
@@ -200,7 +222,9 @@ Block MakeBlock(Scripting::GraphicContext& target, ContextProcessor& processor) 
 void TextElementProcessor::ProcessFieldBlock(Context const&, ContextProcessor& processor) {
     auto const target = processor.GetGraphicContext();
     if (!target) return;
-    std::string const text = FieldBlockText(processor.at(ZplContextKeys::FieldData), processor);
+    std::string const& data = processor.at(ZplContextKeys::FieldData);
+    ReportMisread(data, processor);
+    std::string const text = FieldBlockText(data, processor);
     if (text.empty()) return;
     target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
     Block block = MakeBlock(*target, processor);
@@ -215,11 +239,14 @@ void TextElementProcessor::ProcessFieldBlock(Context const&, ContextProcessor& p
 void TextElementProcessor::ProcessTextBlock(Context&, ContextProcessor& processor, unsigned height) {
     auto const target = processor.GetGraphicContext();
     if (!target) return;
-    std::string const text = TextBlockText(FieldText(processor.at(ZplContextKeys::FieldData), processor));
+    std::string const& data = processor.at(ZplContextKeys::FieldData);
+    ReportMisread(data, processor);
+    std::string const text = TextBlockText(FieldText(data, processor));
     if (text.empty()) return;
     target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
     Block block = MakeBlock(*target, processor);
-    block.lineCount = Dots{height} / std::max<Dots>(block.pitch, 1);
+    // Hosts that leave the height out, or take it for that of the capitals, expect their text all the same.
+    block.lineCount = std::max<Dots>(Dots{height} / std::max<Dots>(block.pitch, 1), 1);
     DrawBlock(block, text);
 }
 

@@ -1,17 +1,21 @@
 #include "fields/TextBlockText.h"
 
-#include <algorithm>
-
-#include "fields/TextElementProcessor.h"
+#include "fields/FieldText.h"
+#include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore::Sketching {
 
-std::string FieldBlockText(std::string_view data, ContextProcessor const& processor) {
+namespace {
+
+/// Escapes and line ends of a field block's data as line feeds and soft hyphens, and what lies between as `convert`
+/// makes it.
+template <typename Convert>
+std::string ReadEscapes(std::string_view data, Convert convert) {
     constexpr std::string_view SoftHyphenText = "\xC2\xAD";
     std::string text;
-    std::string raw;  // bytes not yet read through the character set
+    std::string raw;  // not yet converted
     auto const flush = [&] {
-        text += FieldText(raw, processor);
+        text += convert(raw);
         raw.clear();
     };
     for (std::size_t i = 0; i < data.size(); ++i) {
@@ -35,6 +39,25 @@ std::string FieldBlockText(std::string_view data, ContextProcessor const& proces
     return text;
 }
 
+/// Line ends of any kind as line feeds: a carriage return with the line feed behind it is one.
+std::string WithLineFeeds(std::string_view text) {
+    std::string lines;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') continue;
+        lines += text[i] == '\r' ? '\n' : text[i];
+    }
+    return lines;
+}
+
+}  // namespace
+
+std::string FieldBlockText(std::string_view data, ContextProcessor const& processor) {
+    // The second byte of a character may look like an escape, so these characters are read first.
+    if (processor.at(ZplContextKeys::CodePageConverter).ReadsByteSequences())
+        return ReadEscapes(FieldText(data, processor), [](std::string const& text) { return text; });
+    return ReadEscapes(data, [&processor](std::string const& bytes) { return FieldText(bytes, processor); });
+}
+
 std::string TextBlockText(std::string_view text) {
     std::string plain;
     while (!text.empty()) {
@@ -51,8 +74,7 @@ std::string TextBlockText(std::string_view text) {
         if (sequence == "<" || sequence == "< ") plain += '<';
         text.remove_prefix(close + 1);
     }
-    std::replace(plain.begin(), plain.end(), '\r', '\n');
-    return plain;
+    return WithLineFeeds(plain);
 }
 
 }  // namespace ZplCore::Sketching

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "Scripting/GraphicContext.h"
+#include "fields/FieldText.h"
 #include "fields/Fonts.h"
 #include "fields/RenderPoints.h"
 #include "fields/TextFont.h"
@@ -95,12 +96,6 @@ DevicePoints PlaceText(TextField const& field, ContextProcessor const& processor
 
 }  // namespace
 
-std::string FieldText(std::string_view data, ContextProcessor const& processor) {
-    auto const& converter = processor.at(ZplContextKeys::CodePageConverter);
-    return converter.GetEncoding() == Encoding::SingleByte ? converter.ConvertThroughCodePage(data)
-                                                           : HandleInvalidUTF8(data, false);
-}
-
 bool TextElementProcessor::ProcessText(std::string text, ContextProcessor& processor) {
     auto const target = processor.GetGraphicContext();
     if (text.empty() || !target) return false;
@@ -120,7 +115,9 @@ bool TextElementProcessor::ProcessText(std::string text, ContextProcessor& proce
 }
 
 bool TextElementProcessor::ProcessElementContext(Context&, ContextProcessor& processor) {
-    return ProcessText(FieldText(processor.at(ZplContextKeys::FieldData), processor), processor);
+    std::string const& data = processor.at(ZplContextKeys::FieldData);
+    ReportMisread(data, processor);
+    return ProcessText(FieldText(data, processor), processor);
 }
 
 void RenderTextElement(ContextProcessor& processor) {

@@ -21,7 +21,4 @@ struct TextElementProcessor {
 /// Draws what the element context holds as a plain text field.
 void RenderTextElement(ContextProcessor& processor);
 
-/// The data of the field in force as UTF-8, by the character set in force.
-std::string FieldText(std::string_view data, ContextProcessor const& processor);
-
 }  // namespace ZplCore::Sketching

@@ -6,6 +6,7 @@
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/Ascii.h"
+#include "frontend/stream/ParameterRange.h"
 #include "frontend/stream/ZplParse.h"
 #include "labels/LabelHandlers.h"
 
@@ -20,9 +21,9 @@ constexpr std::array<std::string_view, 18> Cultures = {
     "es-ES", "nl-NL", "fi-FI", "ja-JP", "ko-KR", "zh-CN", "zh-TW", "ru-RU", "pl-PL",
 };
 
-void KeepLanguage(ContextProcessor& processor, ZplParseResult<unsigned> const& number) {
-    if (!number || *number < 1 || *number > Cultures.size()) return;
-    processor.set(ContextProcessor::SystemContext, CultureId, std::string(Cultures[*number - 1]));
+void KeepLanguage(ContextProcessor& processor, ZplCommand const& command, std::size_t index) {
+    auto const number = OnlyWithin(command, index, ZplParse<unsigned>(command, index), {1, Cultures.size()});
+    if (number) processor.set(ContextProcessor::SystemContext, CultureId, std::string(Cultures[*number - 1]));
 }
 
 /// `^KD`: how the printer's own reports show date and time.
@@ -32,7 +33,7 @@ public:
         constexpr unsigned LastFormat = 4;
         if (auto const format = ZplParse<unsigned>(command, 0)) {
             auto mode = processor.at(ZplContextKeys::TimeMode);
-            mode.format = std::min(*format, LastFormat);
+            mode.format = Bounded(command, 0, *format, {0, LastFormat});
             processor.set(ContextProcessor::SystemContext, ZplContextKeys::TimeMode, mode);
         }
         return true;
@@ -43,7 +44,7 @@ public:
 class DefineLanguageHandler : public HandlerFor<CommandId("KL")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
-        KeepLanguage(processor, ZplParse<unsigned>(command, 0));
+        KeepLanguage(processor, command, 0);
         return true;
     }
 };
@@ -74,10 +75,10 @@ public:
         constexpr unsigned LargestTolerance = 999;
         if (auto const seconds = ZplParse<unsigned>(command, 0)) {
             mode.everyCopy = *seconds != 0;
-            mode.tolerance = std::min(*seconds, LargestTolerance);
+            mode.tolerance = Bounded(command, 0, *seconds, {0, LargestTolerance});
         }
         processor.set(ContextProcessor::SystemContext, ZplContextKeys::TimeMode, mode);
-        KeepLanguage(processor, ZplParse<unsigned>(command, 1));
+        KeepLanguage(processor, command, 1);
         return true;
     }
 };
@@ -90,7 +91,7 @@ public:
         if (!clock || (*clock != 2 && *clock != 3)) return true;
         auto const offset = [&](std::size_t index) {
             constexpr int Largest = 32000;
-            return std::clamp(ZplParse<int>(command, index).ValueOr(0), -Largest, Largest);
+            return Bounded(command, index, ZplParse<int>(command, index).ValueOr(0), {-Largest, Largest});
         };
         processor.set(ContextProcessor::SystemContext, *clock == 2 ? ClockOffset2 : ClockOffset3,
                       ClockOffset{offset(1), offset(2), offset(3), offset(4), offset(5), offset(6)});
@@ -110,8 +111,7 @@ public:
         hh_mm_ss const clock(floor<seconds>(now - today));
 
         auto const part = [&](std::size_t index, unsigned low, unsigned high, unsigned current) {
-            auto const value = ZplParse<unsigned>(command, index);
-            return value && *value >= low && *value <= high ? *value : current;
+            return OnlyWithin(command, index, ZplParse<unsigned>(command, index), {low, high}).ValueOr(current);
         };
         unsigned const month = part(0, 1, 12, static_cast<unsigned>(date.month()));
         unsigned const day = part(1, 1, 31, static_cast<unsigned>(date.day()));

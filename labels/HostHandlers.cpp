@@ -6,6 +6,7 @@
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/Ascii.h"
+#include "frontend/stream/ParameterRange.h"
 #include "frontend/stream/ZplParse.h"
 #include "labels/HostStatus.h"
 #include "labels/LabelHandlers.h"
@@ -52,8 +53,9 @@ public:
         constexpr unsigned MostBytes = 256;
         constexpr std::size_t LongestFrame = 3072;
         constexpr unsigned LastFieldNumber = 9999;
-        unsigned const number = std::min(ZplParse<unsigned>(command, 0).ValueOr(0), LastFieldNumber);
-        unsigned const bytes = std::clamp(ZplParse<unsigned>(command, 1).ValueOr(DefaultBytes), 1U, MostBytes);
+        unsigned const number = Bounded(command, 0, ZplParse<unsigned>(command, 0).ValueOr(0), {0, LastFieldNumber});
+        unsigned const bytes =
+            Bounded(command, 1, ZplParse<unsigned>(command, 1).ValueOr(DefaultBytes), {1, MostBytes});
         auto const frame = [&](std::size_t index) {
             return ZplCore::FieldDataHelper::ExpandHex(command.Parameter(index), processor.at(FieldHexIndicator))
                 .substr(0, LongestFrame);

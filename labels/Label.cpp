@@ -5,6 +5,8 @@
 #include "Scripting/GraphicContext.h"
 #include "Scripting/PrinterContextInterface.h"
 #include "fields/FieldElement.h"
+#include "fields/FieldMap.h"
+#include "fields/MissingInk.h"
 #include "fields/StoredGraphics.h"
 #include "foundation/Log.h"
 #include "frontend/context/ObjectName.h"
@@ -84,9 +86,11 @@ void Label::StartLabel() {
     }
     processor_.set(ContextProcessor::LabelContext, TimeAtRender, time);
     auto& target = *processor_.GetGraphicContext();
+    target.SetStoredImageGeneration(processor_.at(PowerOnCount));
     target.StartLabel();
     target.SetLabelOriginX(processor_.at(LabelOriginX));
     target.SetLabelOriginY(processor_.at(LabelOriginY));
+    if (auto const& map = processor_.GetFieldMap()) map->StartLabel();
 }
 
 void Label::ReplayCommands() {
@@ -103,9 +107,7 @@ void Label::ReplayCommands() {
         // Immediate commands of a recalled format have run when the format ended.
         bool const hasRun =
             handler && handler->GetProcessingType() == ProcessingType::Immediate && !handler->IsAdditonalSaveType();
-        if (handler && !hasRun) {
-            handler->HandleCommand(processor_.GetCurrentContext(), command, processor_);
-        }
+        if (handler && !hasRun) RunCommand(*handler, command, processor_);
     }
 }
 
@@ -140,6 +142,9 @@ void Label::EndLabel() {
     settings.adjustY = processor_.at(LabelAdjustY);
     target.SetLabelLength(settings.labelLength);
     target.EndLabel(settings);
+    auto const& map = processor_.GetFieldMap();
+    // Copies differ in a number at most, and one sentence is enough.
+    if (map && processor_.CurrentLabelNumber() == 0) ZplCore::ReportMissingInk(*map);
 }
 
 bool Label::ShouldPrint() const {

@@ -5,6 +5,7 @@
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/Ascii.h"
+#include "frontend/stream/ParameterRange.h"
 #include "frontend/stream/ZplParse.h"
 #include "labels/LabelHandlers.h"
 
@@ -15,6 +16,7 @@ using namespace ZplContextKeys;
 constexpr unsigned LongestSide = 32000;  // dots
 constexpr int LargestTopShift = 120;     // dots
 constexpr unsigned MostRemaps = 256;
+constexpr unsigned LastCharacterSet = 36;
 
 /// A set-up value holds until it is changed: it goes to the system context.
 template <typename T>
@@ -34,7 +36,8 @@ class ChangeInternationalFontHandler : public HandlerFor<CommandId("CI")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         ZplCodePageConverter converter = processor.at(CodePageConverter);
-        if (auto const set = ZplParse<unsigned>(command, 0); set && converter.SelectCodePage(*set))
+        if (auto const set = OnlyWithin(command, 0, ZplParse<unsigned>(command, 0), {0, LastCharacterSet});
+            set && converter.SelectCodePage(*set))
             converter.ClearRemaps();
         for (std::size_t i = 1; i + 1 < command.parameters.size() && i < 2 * MostRemaps; i += 2) {
             auto const source = ZplParse<unsigned>(command, i);
@@ -64,9 +67,9 @@ class LabelHomeHandler : public HandlerFor<CommandId("LH")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         if (auto const x = ZplCore::ParseLength(command, 0, processor))
-            Keep(processor, LabelOriginX, std::min(*x, LongestSide));
+            Keep(processor, LabelOriginX, Bounded(command, 0, *x, {0, LongestSide}));
         if (auto const y = ZplCore::ParseLength(command, 1, processor))
-            Keep(processor, LabelOriginY, std::min(*y, LongestSide));
+            Keep(processor, LabelOriginY, Bounded(command, 1, *y, {0, LongestSide}));
         return true;
     }
 };
@@ -76,7 +79,7 @@ class LabelLengthHandler : public HandlerFor<CommandId("LL")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         if (auto const length = ZplCore::ParseLength(command, 0, processor).Where(IsGiven))
-            Keep(processor, LabelLength, std::min(*length, LongestSide));
+            Keep(processor, LabelLength, Bounded(command, 0, *length, {1, LongestSide}));
         return true;
     }
 };
@@ -95,7 +98,7 @@ class LabelTopHandler : public HandlerFor<CommandId("LT")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         if (auto const top = ZplParse<int>(command, 0)) {
-            Keep(processor, LabelAdjustY, std::clamp(*top, -LargestTopShift, LargestTopShift));
+            Keep(processor, LabelAdjustY, Bounded(command, 0, *top, {-LargestTopShift, LargestTopShift}));
         }
         return true;
     }
@@ -153,7 +156,7 @@ public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         constexpr unsigned Narrowest = 2;  // dots
         if (auto const width = ZplCore::ParseLength(command, 0, processor).Where(IsGiven)) {
-            Keep(processor, LabelWidth, std::clamp(*width, Narrowest, LongestSide));
+            Keep(processor, LabelWidth, Bounded(command, 0, *width, {Narrowest, LongestSide}));
         }
         return true;
     }

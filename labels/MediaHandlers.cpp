@@ -2,6 +2,7 @@
 
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ParameterRange.h"
 #include "frontend/stream/ZplParse.h"
 #include "labels/LabelHandlers.h"
 #include "labels/PrintDensity.h"
@@ -20,7 +21,7 @@ public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         if (auto const offset = ZplParse<int>(command, 0)) {
             processor.set(ContextProcessor::SystemContext, MediaDarknessOffset,
-                          std::clamp(*offset, -LargestDarkness, LargestDarkness));
+                          Bounded(command, 0, *offset, {-LargestDarkness, LargestDarkness}));
         }
         return true;
     }
@@ -42,7 +43,7 @@ class SetDarknessHandler : public HandlerFor<CommandId("SD"), Control, Immediate
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         if (auto const darkness = ZplParse<unsigned>(command, 0)) {
-            int const value = static_cast<int>(std::min<unsigned>(*darkness, LargestDarkness));
+            int const value = static_cast<int>(Bounded(command, 0, *darkness, {0, LargestDarkness}));
             processor.set(ContextProcessor::SystemContext, MediaDarkness, std::optional(value));
         }
         return true;

@@ -4,6 +4,7 @@
 #include "frontend/context/ObjectStore.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/stream/ParameterRange.h"
 #include "frontend/stream/ZplParse.h"
 #include "labels/LabelHandlers.h"
 
@@ -52,14 +53,16 @@ public:
 };
 
 /// `~JR`: the state after power-on. What streams have set up is at its defaults, the memory device is empty, and the
-/// format being received is lost.
+/// picture that a label has kept and the format being received are lost.
 class PowerOnResetHandler : public HandlerFor<CommandId("JR"), Control, Immediate> {
 public:
     bool HandleCommand(Context&, ZplCommand const&, ContextProcessor& processor) override {
         Context& system = *processor.GetSystemContext();
         auto const fonts = system[TrueTypeFonts];
+        unsigned const before = system[PowerOnCount];
         system.Clear();
         system.Set(TrueTypeFonts, fonts);
+        system.Set(PowerOnCount, before + 1);
         auto& printer = *processor.GetPrinterContext();
         printer.SetFormatPrefix('^');
         printer.SetControlPrefix('~');
@@ -110,10 +113,11 @@ public:
         Context* const format = processor.GetContext(ContextProcessor::FormatContext);
         auto const keep = [&](auto const& key, auto value) { processor.set(format ? *format : current, key, value); };
         if (auto const labels = ZplParse<unsigned>(command, 0))
-            keep(PrintQuantity, std::clamp(*labels, 1U, MostLabels));
-        if (auto const group = ZplParse<unsigned>(command, 1)) keep(GroupCount, std::min(*group, MostLabels));
+            keep(PrintQuantity, Bounded(command, 0, *labels, {1, MostLabels}));
+        if (auto const group = ZplParse<unsigned>(command, 1))
+            keep(GroupCount, Bounded(command, 1, *group, {0, MostLabels}));
         if (auto const same = ZplParse<unsigned>(command, 2))
-            keep(SerialNumberReplications, std::min(*same, MostLabels));
+            keep(SerialNumberReplications, Bounded(command, 2, *same, {0, MostLabels}));
         if (auto const cutOnly = ZplParse<bool>(command, 3)) keep(PauseOnCut, !*cutOnly);
         return true;
     }

@@ -15,6 +15,10 @@ class GraphicContext;
 class PrinterContextInterface;
 }  // namespace Scripting
 
+namespace ZplCore {
+class FieldMap;
+}  // namespace ZplCore
+
 /// The state of a print stream: a stack of named contexts, the system context beneath them, the format recorded so
 /// far, and the printer and drawing target to act on. A copy is a frozen state: it has contexts of its own, and shares
 /// only the system context, the printer and the drawing target.
@@ -52,7 +56,8 @@ public:
     bool IsFormatComplete() const { return formatComplete_; }
     FormatCommands const& GetFormatCommands() const { return formatCommands_; }
     void ClearFormatCommands() { formatCommands_.Clear(); }
-    void AddFormatCommand(ZplCommand const& command) { formatCommands_.Append(command); }
+    /// Appends a copy. A format that becomes too large is dropped, with a report.
+    void AddFormatCommand(ZplCommand const& command) { ReportExcess(formatCommands_.Append(command)); }
     /// Appends the commands of the stored format `name`, a path below the formats folder. A missing file adds nothing.
     void RecallFormat(std::filesystem::path const& name);
     std::filesystem::path const& FormatsFolder() const { return formatsFolder_; }
@@ -83,6 +88,9 @@ public:
     void SetPrinterContext(std::shared_ptr<Scripting::PrinterContextInterface> context) {
         printerContext_ = std::move(context);
     }
+    /// Where fields are noted as they are drawn; null where nobody asks. Shared by all copies, as the target is.
+    std::shared_ptr<ZplCore::FieldMap> const& GetFieldMap() const { return fieldMap_; }
+    void SetFieldMap(std::shared_ptr<ZplCore::FieldMap> map) { fieldMap_ = std::move(map); }
     std::shared_ptr<Context> const& GetSystemContext() const { return systemContext_; }
     void SetSystemContext(std::shared_ptr<Context> context) { systemContext_ = std::move(context); }
 
@@ -106,6 +114,7 @@ private:
             !contexts_.empty() && &context >= contexts_.data() && &context < contexts_.data() + contexts_.size();
         return onStack || &context == systemContext_.get();
     }
+    void ReportExcess(char const* excess) const;
     /// Erases a key from the contexts that are searched before `context`.
     void EraseBefore(Context const& context, std::uint64_t keyId);
 
@@ -116,6 +125,7 @@ private:
     std::vector<Context> contexts_;
     std::shared_ptr<Scripting::GraphicContext> graphicContext_;
     std::shared_ptr<Scripting::PrinterContextInterface> printerContext_;
+    std::shared_ptr<ZplCore::FieldMap> fieldMap_;
     std::shared_ptr<Context> systemContext_;
     FormatCommands formatCommands_;
     unsigned currentLabelNumber_ = 1;

@@ -9,6 +9,17 @@ bool ZplCodePageConverter::ReadsSingleBytes() const {
     return encoding_ == Encoding::SingleByte && !FindCharacterSet(codePage_)->isMultiByte && remap_.empty();
 }
 
+Encoding ZplCodePageConverter::EncodingOfCodePage() const { return FindCharacterSet(codePage_)->encoding; }
+
+bool ZplCodePageConverter::ReadsByteSequences() const {
+    return encoding_ == Encoding::SingleByte && FindCharacterSet(codePage_)->isMultiByte;
+}
+
+bool ZplCodePageConverter::ReadsBytePairs() const {
+    constexpr unsigned BytePairs = 17;
+    return encoding_ == Encoding::SingleByte && codePage_ == BytePairs;
+}
+
 bool ZplCodePageConverter::SelectCodePage(unsigned codePage) {
     auto const* const set = FindCharacterSet(codePage);
     if (!set) return false;

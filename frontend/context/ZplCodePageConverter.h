@@ -17,9 +17,15 @@ public:
     unsigned CodePage() const { return codePage_; }
     Encoding GetEncoding() const { return encoding_; }
     void SetEncoding(Encoding encoding) { encoding_ = encoding; }
+    /// The encoding that goes with the set, whatever a byte order mark has made of it.
+    Encoding EncodingOfCodePage() const;
 
     /// Whether each byte is a character of a set without moved ones.
     bool ReadsSingleBytes() const;
+    /// Whether characters of the set in force may take several bytes, in another way than those of Unicode's encodings.
+    bool ReadsByteSequences() const;
+    /// Whether the set in force reads two bytes a character, whatever they are.
+    bool ReadsBytePairs() const;
 
     /// Takes a set number and with it the encoding that goes with the set. False for a number that stands for no set;
     /// nothing changes then.

@@ -22,7 +22,7 @@ class UInt32Property;
 /// format into a label. One thread at a time.
 ///
 /// A number beyond the range of the language, or memory that cannot be had, leaves ProcessString as a standard
-/// exception; the processor is of no further use then.
+/// exception; the processor is of no further use then, and another goes on with TakeRest.
 class ZplCommandProcessor {
 public:
     struct ProcessResult {
@@ -36,6 +36,14 @@ public:
         bool hasRfidOperations = false;
     };
 
+    /// What of a stream goes on when the processor that it was read with has thrown.
+    struct StreamRest {
+        ZplTokenizer tokenizer;  ///< with the prefix that ended the last command, and the count of bytes
+        Encoding encoding;
+        bool lostFormat;  ///< whether the exception has cost a format
+        bool isInFormat;  ///< whether more of that format follows
+    };
+
     /// Called for each command that is unknown or has the wrong prefix, with the byte offset of its prefix since the
     /// processor was made.
     using UnknownCommandObserver = std::function<void(ZplCommand const& command, std::uint64_t offset)>;
@@ -44,6 +52,7 @@ public:
 
     void SetPrinterContext(std::shared_ptr<Scripting::PrinterContextInterface> context);
     void SetGraphicContext(std::shared_ptr<Scripting::GraphicContext> context);
+    void SetFieldMap(std::shared_ptr<ZplCore::FieldMap> map) { contextProcessor_.SetFieldMap(std::move(map)); }
     void SetSystemContext(std::shared_ptr<Context> context);
     void SetMissingZplCommands(std::shared_ptr<StringProperty> property) { missingZplCommands_ = std::move(property); }
     void SetLifetimeZPLScriptCount(std::shared_ptr<UInt32Property> property) {
@@ -67,12 +76,21 @@ public:
     /// Whether a format has begun and not ended.
     bool IsInFormat() const { return contextProcessor_.GetContext(ContextProcessor::LabelContext) != nullptr; }
 
+    /// Where the format under way begins, in bytes since the processor was made. It holds behind the format's end until
+    /// the stream goes on, and is nothing between formats.
+    std::optional<std::uint64_t> FormatOffset() const { return formatOffset_; }
+
     /// Where the command run last begins, and how far the stream is read, in bytes since the processor was made. They
     /// hold also when an exception has ended ProcessString.
     std::uint64_t LastCommandOffset() const { return tokenizer_.CommandOffset(); }
     std::uint64_t ConsumedBytes() const { return tokenizer_.ConsumedBytes(); }
-    /// What follows is the rest of a longer stream, of which `offset` bytes have passed already.
-    void StartAt(std::uint64_t offset) { tokenizer_.StartAt(offset); }
+
+    /// After an exception; nothing more can be done with the processor then.
+    StreamRest TakeRest();
+    /// Reads on what another processor has left. The rest of a lost format is thrown away at its end.
+    void GoOnWith(StreamRest rest);
+    /// A byte order mark counts for its own stream: the next one begins in the encoding of its character set.
+    void ForgetByteOrderMark();
 
     void ProcessControlCommands();
     Zpl::Label ProcessLabelCommands();
@@ -99,4 +117,6 @@ private:
     std::shared_ptr<UInt32Property> lifetimeZplScriptCount_;
     std::shared_ptr<BoolProperty> lowMemoryError_;
     UnknownCommandObserver unknownCommandObserver_;
+    bool isFinishing_ = false;  // a format
+    std::optional<std::uint64_t> formatOffset_;
 };

@@ -1,5 +1,6 @@
 #include "frontend/stream/ZplTokenizer.h"
 
+#include "foundation/Log.h"
 #include "frontend/stream/Ascii.h"
 
 std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(std::string_view input,
@@ -14,7 +15,7 @@ std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(st
         std::unique_ptr<ZplCommand> command;
         if (singleByte && machine_.IsInBinaryMode()) {
             command = ConsumeBinary(input, position);
-        } else if (IsAscii(input[position]) && (singleByte || (encoding == Encoding::Utf8 && utf_.IsEmpty()))) {
+        } else if (IsAscii(input[position]) && (singleByte || (encoding == Encoding::Utf8 && utf_.IsEmpty(encoding)))) {
             command = ConsumeAscii(input, position, syntax, encoding);
         } else {
             command = ConsumeByte(input[position++], syntax, encoding);
@@ -34,11 +35,28 @@ std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(st
     return {encoding, std::move(flushed)};
 }
 
+namespace {
+
+/// A mark that stands in front of a stream is a good custom; further on it is an accident, and all behind it is read in
+/// another way.
+void ReportMark(Encoding encoding, std::uint64_t lastByte) {
+    std::uint64_t const length = encoding == Encoding::Utf8 ? 3 : 2;
+    if (lastByte < length) return;
+    Log::SetPlace(lastByte + 1 - length);
+    Log::Report(LogTopic::Data, std::string("a byte order mark stands here: what follows is read as ") +
+                                    (encoding == Encoding::Utf8      ? "UTF-8"
+                                     : encoding == Encoding::Utf16Le ? "UTF-16, low byte first"
+                                                                     : "UTF-16, high byte first"));
+}
+
+}  // namespace
+
 std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeByte(char byte, Syntax const& syntax, Encoding& encoding) {
-    if (encoding == Encoding::SingleByte || utf_.IsEmpty()) characterOffset_ = consumed_;
     auto const result = utf_.Consume(byte, encoding, machine_.IsInBinaryMode());
+    if (result.encoding != encoding) ReportMark(result.encoding, consumed_);
     encoding = result.encoding;
-    return result.complete ? ConsumeCharacter(result.character, characterOffset_, syntax, encoding) : nullptr;
+    if (!result.complete) return nullptr;
+    return ConsumeCharacter(result.character, consumed_ + 1 - result.bytesBack, syntax, encoding);
 }
 
 // A 7-bit byte ends no byte order mark, and is a character where no other bytes wait before it. So a run of them needs
@@ -56,14 +74,14 @@ std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeAscii(std::string_view input, s
         auto const offset = consumed_ + (position - start);
         command = ConsumeCharacter(static_cast<unsigned char>(input[position++]), offset, syntax, encoding);
     }
-    if (encoding == Encoding::SingleByte) utf_.SkipSingleBytes(input.substr(start, position - start));
+    utf_.SkipRun(input.substr(start, position - start), encoding);
     return command;
 }
 
 std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeBinary(std::string_view input, std::size_t& position) {
     auto const run = input.substr(position, machine_.BinaryRemaining());
     position += run.size();
-    utf_.SkipSingleBytes(run);
+    utf_.SkipRun(run, Encoding::SingleByte);
     auto command = machine_.ConsumeBinaryRun(run);
     if (command) deliveredOffset_ = openOffset_;
     return command;

@@ -1,5 +1,6 @@
 #include "jobhost/model/Session.h"
 
+#include "fields/FieldMap.h"
 #include "foundation/AppSettings.h"
 #include "jobhost/model/ZPLProcessorInterface.h"
 
@@ -24,6 +25,7 @@ Session::Session(ZPLProcessorInterface& model, std::shared_ptr<Context> systemCo
     processor_.SetMissingZplCommands(model.GetMissingZplCommandsProperty());
     processor_.SetLifetimeZPLScriptCount(model.GetLifetimeZplScriptsCountProperty());
     processor_.SetSystemContext(std::move(systemContext));
+    processor_.ForgetByteOrderMark();
     processor_.SetGraphicContext(graphicContext_);
     processor_.SetPrinterContext(std::move(printerContext));
     processor_.SetZPLFormatCharacter(model.GetZPLFormatProperty());
@@ -31,6 +33,11 @@ Session::Session(ZPLProcessorInterface& model, std::shared_ptr<Context> systemCo
     processor_.SetZPLDelimiterCharacter(model.GetZPLDelimiterProperty());
     processor_.SetLowMemoryError(model.GetLowMemoryErrorProperty());
     processor_.LoadTrueTypeFonts();
+}
+
+void Session::MapFields() {
+    if (auto* const gauge = Scripting::InkGauge::Of(graphicContext_.get()))
+        processor_.SetFieldMap(std::make_shared<ZplCore::FieldMap>(*gauge));
 }
 
 }  // namespace Zpl::Host

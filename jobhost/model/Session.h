@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "PrintEngine/PartManagement/LabelPart.h"
@@ -25,11 +26,18 @@ public:
     void SetUnknownCommandObserver(ZplCommandProcessor::UnknownCommandObserver observer) {
         processor_.SetUnknownCommandObserver(std::move(observer));
     }
+    /// Notes the fields of labels as they are drawn, and reports what their pages do not show of them.
+    void MapFields();
     bool IsInFormat() const { return processor_.IsInFormat(); }
+    std::optional<std::uint64_t> FormatOffset() const { return processor_.FormatOffset(); }
     std::uint64_t LastCommandOffset() const { return processor_.LastCommandOffset(); }
     std::uint64_t ConsumedBytes() const { return processor_.ConsumedBytes(); }
-    void StartAt(std::uint64_t offset) { processor_.StartAt(offset); }
+    /// See ZplCommandProcessor.
+    ZplCommandProcessor::StreamRest TakeRest() { return processor_.TakeRest(); }
+    void GoOnWith(ZplCommandProcessor::StreamRest rest) { processor_.GoOnWith(std::move(rest)); }
     Scripting::ScriptGraphicContext& Target() { return *graphicContext_; }
+    /// What the labels of this session are drawn on, also when it is over.
+    std::shared_ptr<Scripting::ScriptGraphicContext> const& SharedTarget() const { return graphicContext_; }
 
 private:
     ZplCommandProcessor processor_;

@@ -2,15 +2,17 @@
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "printengine/src/ScriptGraphicContextState.h"
+#include "printengine/src/raster/InkOf.h"
 #include "printengine/src/raster/ScaledPicture.h"
 
 namespace Scripting {
 
 using PrintEngine::Drawing::BitRows;
-using PrintEngine::Drawing::PixelBox;
+using PrintEngine::Drawing::InkOf;
 using PrintEngine::Drawing::PixelScale;
 using PrintEngine::Drawing::Raster;
 using PrintEngine::Drawing::ScaledPicture;
+using PrintEngine::Drawing::Turned;
 
 namespace {
 
@@ -37,6 +39,23 @@ PixelBox ScriptGraphicContext::State::PixelBoxOf(std::int64_t left, std::int64_t
             scale.Edge(originY + bottom)};
 }
 
+void ScriptGraphicContext::State::CountImage(BitRows const& picture, int left, int top, int width, int height) {
+    PixelBox* const counted = Counted(&FieldInk::image);
+    if (!counted) return;
+    PixelBox ink = InkOf(picture);
+    if (width != picture.width || height != picture.height) {
+        // The first pixel whose middle shows what lies right of an edge of the picture.
+        auto const scaled = [](int edge, int to, int from) {
+            std::int64_t const doubled = 2 * std::int64_t{edge} * to - from;
+            return doubled <= 0 ? 0 : static_cast<int>((doubled + 2 * std::int64_t{from} - 1) / (2 * from));
+        };
+        ink = {scaled(ink.left, width, picture.width), scaled(ink.top, height, picture.height),
+               scaled(ink.right, width, picture.width), scaled(ink.bottom, height, picture.height)};
+    }
+    ink = Turned(ink, width, height, degrees);
+    counted->Add({left + ink.left, top + ink.top, left + ink.right, top + ink.bottom});
+}
+
 void ScriptGraphicContext::DrawRect(int x1, int y1, int x2, int y2, unsigned thickness) {
     if (thickness == 0) return;
     state_->NoteContent();
@@ -45,38 +64,39 @@ void ScriptGraphicContext::DrawRect(int x1, int y1, int x2, int y2, unsigned thi
     std::int64_t const top = std::int64_t{std::min(y1, y2)} - line / 2;
     std::int64_t const right = std::int64_t{std::max(x1, x2)} - line / 2;
     std::int64_t const bottom = std::int64_t{std::max(y1, y2)} - line / 2;
-    state_->OnRasters([&](Raster& raster) {
-        FillFrame(raster, state_->PixelBoxOf(left, top, right + line, bottom + line),
-                  state_->PixelBoxOf(left + line, top + line, right, bottom), state_->Ink());
-    });
+    PixelBox const outer = state_->CountShape(state_->PixelBoxOf(left, top, right + line, bottom + line));
+    PixelBox const inner = state_->PixelBoxOf(left + line, top + line, right, bottom);
+    state_->OnRasters([&](Raster& raster) { FillFrame(raster, outer, inner, state_->Ink()); });
 }
 
 void ScriptGraphicContext::DrawBox(int x, int y, unsigned width, unsigned height, unsigned thickness, unsigned radius) {
     if (width == 0 || height == 0 || thickness == 0) return;
     state_->NoteContent();
     auto const scale = state_->Scale();
+    PixelBox const box =
+        state_->CountShape(state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height));
     state_->OnRasters([&](Raster& raster) {
-        FillRoundedFrame(raster, state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height),
-                         scale.Length(thickness), scale.Length(radius), state_->Ink());
+        FillRoundedFrame(raster, box, scale.Length(thickness), scale.Length(radius), state_->Ink());
     });
 }
 
 void ScriptGraphicContext::DrawEllipse(int x, int y, unsigned width, unsigned height, unsigned thickness) {
     if (width == 0 || height == 0 || thickness == 0) return;
     state_->NoteContent();
-    state_->OnRasters([&](Raster& raster) {
-        FillEllipse(raster, state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height),
-                    state_->Scale().Length(thickness), state_->Ink());
-    });
+    PixelBox const box =
+        state_->CountShape(state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height));
+    state_->OnRasters(
+        [&](Raster& raster) { FillEllipse(raster, box, state_->Scale().Length(thickness), state_->Ink()); });
 }
 
 void ScriptGraphicContext::DrawDiagonal(int x, int y, unsigned width, unsigned height, unsigned thickness,
                                         bool leansRight) {
     if (width == 0 || height == 0 || thickness == 0) return;
     state_->NoteContent();
+    PixelBox const box =
+        state_->CountShape(state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height));
     state_->OnRasters([&](Raster& raster) {
-        FillDiagonal(raster, state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height),
-                     state_->Scale().Length(thickness), leansRight, state_->Ink());
+        FillDiagonal(raster, box, state_->Scale().Length(thickness), leansRight, state_->Ink());
     });
 }
 
@@ -93,6 +113,7 @@ void ScriptGraphicContext::DrawImage(Bitmap const& bitmap, int x, int y, unsigne
     int const top = scale.Edge(state_->originY + y);
     int const targetWidth = scaled ? scale.Length(width) : picture.width;
     int const targetHeight = scaled ? scale.Length(height) : picture.height;
+    state_->CountImage(picture, left, top, targetWidth, targetHeight);
     if (targetWidth == picture.width && targetHeight == picture.height) {
         state_->OnRasters([&](Raster& raster) { raster.Blit(picture, left, top, state_->degrees, state_->Ink()); });
         return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "Scripting/ScriptGraphicContext.h"
@@ -32,6 +33,18 @@ struct ScriptGraphicContext::State {
                                               std::int64_t bottom) const;
     /// The size of a page in pixels: `width` and `length` are dots, 0 for those of the label part.
     Extent PixelsOf(unsigned width, unsigned length) const;
+    /// Where the ink of a drawing call of that kind is counted; null where nobody asks for it.
+    PixelBox* Counted(PixelBox FieldInk::*kind) {
+        bool const isWhite = color == 1 && !reverse;
+        return ink && !isWhite ? &((*ink).*kind) : nullptr;
+    }
+    /// Counts the box of a shape, and gives it back.
+    PixelBox CountShape(PixelBox const& box) {
+        if (PixelBox* const counted = Counted(&FieldInk::shape)) counted->Add(box);
+        return box;
+    }
+    /// Counts the ink of a picture that is drawn as `width` x `height` pixels, turned, at (left, top).
+    void CountImage(PrintEngine::Drawing::BitRows const& picture, int left, int top, int width, int height);
     /// Takes note that something is drawn, and of the first text.
     void NoteContent(std::string_view text = {});
     /// Draws by `draw(raster)`: on the page, and where constant fields are kept apart also there.
@@ -51,6 +64,7 @@ struct ScriptGraphicContext::State {
     PrintEngine::Drawing::Raster raster;
     PrintEngine::Drawing::Raster scratch;  ///< where text is put together before it inverts what lies beneath
     std::unique_ptr<PrintEngine::Drawing::Raster> storedPicture;  ///< null when the next label starts empty
+    unsigned storedGeneration = 0;                                ///< of the labels that the stored picture is for
 
     /// The page without its variable fields; null while it has none.
     std::unique_ptr<PrintEngine::Drawing::Raster> constantFields;
@@ -58,10 +72,12 @@ struct ScriptGraphicContext::State {
 
     PrintEngine::Pages::PngWriter pngWriter;
     PrintEngine::Pages::PageLayout layout;
+    Extent drawnSize{1, 1};  ///< of the page before it is enlarged, in pixels
     bool keepsPicture = false;
     Extent pageSize;
     std::string fileError;
 
+    std::optional<FieldInk> ink;  ///< of the field under way, while its ink is counted
     std::int64_t originX = 0;
     std::int64_t originY = 0;
     bool hasContent = false;

@@ -71,6 +71,7 @@ void ScriptGraphicContext::State::PaintText(Paint paint) {
     OnRasters([&](PrintEngine::Drawing::Raster& page) {
         TextPainter painter(isInverting ? scratch : page, scale, fonts.Glyphs(),
                             isInverting ? PrintEngine::Drawing::Ink::Black : Ink());
+        painter.CountInk(Counted(&FieldInk::text));
         if (isInverting) scratch.Reset(layout.width, layout.height);
         paint(painter);
         if (isInverting) page.Draw(scratch, PrintEngine::Drawing::Ink::Invert);

@@ -75,6 +75,41 @@ constexpr DrawRow Rows[] = {
 };
 TEST(FieldData, Draws) { ExpectDrawings(Rows); }
 
+// What a host most likely did not mean is drawn by the letter, and told once a field.
+TEST(FieldData, TellsWhatIsPlainlyMeantOtherwise) {
+    struct Row {
+        char const* set;
+        char const* stream;
+        char const* drawn;
+        char const* told;  ///< nothing if empty
+    };
+    for (auto const& row : std::initializer_list<Row>{
+             {"", "^FO1,2^FDa\tb^FS", "text 1,2 'a b' A 1x1\n", ""},
+             {"", "^FN9^FDx^FS", "text 0,0 'x' A 1x1\n", "this format has no field 9: its data \"x\" are drawn in"},
+             {"", "^FO1,2^FN9^FDx^FS", "text 1,2 'x' A 1x1\n", ""},
+             {"^CI28", "^FH^FO1,2^FDcaf_E9^FS", "text 1,2 'caf\uFFFD' A 1x1\n",
+              "the data \"caf\uFFFD\" are read as UTF-8, in which the byte E9 makes no character; ^CI27"},
+             {"^CI28", "^FH^FO1,2^FB90,2^FDcaf_82\\&b^FS", "text 1,2 'caf\uFFFD' A 1x1\ntext 1,22 'b' A 1x1\n",
+              "the data \"caf\uFFFD\\&b\" are read as UTF-8, in which the byte 82 makes no character; ^CI13"},
+             {"^CI28", "^FO1,2^FDcaf\u00E9^FS", "text 1,2 'caf\u00E9' A 1x1\n", ""},
+             {"^CI17", "^FO1,2^FDHello^FS", "text 1,2 'Hello' A 1x1\n",
+              "the data \"Hello\" are plain text and drawn so"},
+             {"^CI17", "^FO1,2^FB90,2^FDA\\&B^FS", "text 1,2 'A' A 1x1\ntext 1,22 'B' A 1x1\n",
+              "the data \"A\\&B\" are plain text and drawn so"},
+             {"^CI17", "^FH^FO1,2^FD_00A_4E_2D^FS", "text 1,2 'A\u4E2D' A 1x1\n", ""},
+             {"^CI17", "^FH^FO1,2^FB90,2^FD_00A_5C_26_00B^FS", "text 1,2 'A\u5C26B' A 1x1\n", ""},
+             {"^CI15", "^FH^FO1,2^FB90,2^FD_95_5C\\&A^FS", "text 1,2 '\u8868' A 1x1\ntext 1,22 'A' A 1x1\n", ""},
+         }) {
+        FieldBench bench;
+        bench.Run(row.set);
+        EXPECT_EQ(bench.Run(row.stream), row.drawn) << row.stream;
+        EXPECT_EQ(bench.reports.size(), *row.told ? 1U : 0U) << row.stream;
+        if (!bench.reports.empty()) {
+            EXPECT_EQ(bench.reports[0].substr(0, std::string_view(row.told).size()), row.told);
+        }
+    }
+}
+
 TEST(FieldElement, EveryLabelHomeMovesTheFieldsBehindIt) {
     FieldBench bench;
     auto const setHome = [&bench](unsigned x, unsigned y) {

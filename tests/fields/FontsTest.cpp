@@ -59,6 +59,8 @@ constexpr FontRow Rows[] = {
     {203, "^A@N,41,20,R:OCRB.FNT", "E 1x1"},
     {203, "^A@N,30,19,Z:OCR-A.FNT", "H 1x1"},
     {203, "^A@N,30,20,E:MISSING.TTF", "A 4x3"},
+    {203, "^A@N,9,9,R:OCRB.FNT^FDy^FS^A0^FDz^FS^A@N,82,40", "E 2x2"},  // the name holds on
+    {203, "^A@N,36,20", "A 4x4"},                                      // but there is none yet
 };
 
 TEST(Fonts, ByLetterAndSize) {

@@ -93,7 +93,9 @@ TEST(FieldBlock, Draws) { ExpectDrawings(FieldBlocks); }
 
 constexpr DrawRow TextBlocks[] = {
     {"lines that fit", "^FO5,5^TBN,30,59^FDone two six^FS", "text 5,5 'one' A 1x1\ntext 5,25 'two' A 1x1\n"},
-    {"a block lower than a line shows none", "^FO5,5^TBN,30,19^FDone two^FS", ""},
+    {"a block lower than a line shows its first", "^FO5,5^TBN,30,19^FDone two^FS", "text 5,5 'one' A 1x1\n"},
+    {"line ends of two bytes and of one", "^FO5,5^TBN,90,99^FH^FDa_0D_0Ab_0Dc_0Ad^FS",
+     "text 5,5 'a' A 1x1\ntext 5,25 'b' A 1x1\ntext 5,45 'c' A 1x1\ntext 5,65 'd' A 1x1\n"},
     {"without width one character a line", "^FO5,5^TBN,,40^FDabc^FS", "text 5,5 'a' A 1x1\ntext 5,25 'b' A 1x1\n"},
     {"sequences", "^FO0,0^TBN,300,90^FDa<<>b<->c<x>d<< >e<f^FS", "text 0,0 'a<bcd<e<f' A 1x1\n"},
     {"turned", "^FO100,10^TBR,30,40^FDone two^FS",

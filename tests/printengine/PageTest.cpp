@@ -178,3 +178,66 @@ TEST_F(PageTest, ContentAndTextOfALabel) {
     EXPECT_FALSE(target->HasContent());
     EXPECT_EQ(target->GetLabelText(), "");
 }
+
+TEST_F(PageTest, TellsWhereTheInkOfAFieldStandsOnIt) {
+    // An L of 5 x 3 pixels with blank pixels about it.
+    Picture sent(9, 7);
+    for (int i = 0; i < 5; ++i) sent.At(2 + i, 4) = 1;
+    sent.At(2, 2) = sent.At(2, 3) = 1;
+    auto const packed = sent.Packed();
+    for (unsigned const dpi : {203u, 300u}) {
+        auto const target = Target(0.7, 0.5, dpi, 203);
+        auto* const gauge = Scripting::InkGauge::Of(target.get());
+        for (int i = 0; i < 4 * 2 * 2 * 5; ++i) {
+            int const degrees = i % 4 * 90;
+            target->StartLabel();
+            target->SetLabelOriginX(7);
+            gauge->StartField();
+            target->SetRotation(degrees);
+            target->SetReverse(i % 3 == 0);
+            target->SelectFont("D", 1, 2);
+            int const kind = i / 16;
+            if (kind == 0) target->DrawText(30, 25, " Ink. ", Left, 2, false, false);
+            if (kind == 1) target->DrawImage({packed, 9, 7}, 30, 25, 9, 7, false);
+            if (kind == 2) target->DrawImage({packed, 9, 7}, 30, 25, 27, 35, true);
+            if (kind == 3) target->DrawBox(30, 25, 40, 20, 4, 8);
+            if (kind == 4) target->DrawRect(30, 25, 60, 40, 3);
+            auto const ink = gauge->EndField();
+            LabelSettings settings;
+            settings.labelLength = 96;
+            settings.upright = i / 4 % 2 == 0;
+            settings.mirror = i / 8 % 2 == 0;
+            settings.adjustY = 3;
+            target->EndLabel(settings);
+            auto const page = Rendered(*target);
+            Scripting::PixelBox seen;
+            for (int y = 0; y < page.height; ++y) {
+                for (int x = 0; x < page.width; ++x) {
+                    if (page.At(x, y)) seen.Add({x, y, x + 1, y + 1});
+                }
+            }
+            EXPECT_EQ(gauge->OnPage(ink.All()), seen) << i << " at " << dpi;
+            EXPECT_EQ(ink.text.IsEmpty(), kind != 0);
+            EXPECT_EQ(ink.image.IsEmpty(), kind != 1 && kind != 2);
+            EXPECT_FALSE(gauge->IsPageBlank());
+        }
+    }
+}
+
+TEST_F(PageTest, CountsNoWhiteInkAndShowsNoneWhereItIsMoved) {
+    auto const target = Target(0.7, 0.5);
+    auto* const gauge = Scripting::InkGauge::Of(target.get());
+    target->StartLabel();
+    gauge->StartField();
+    target->SetColor(1);
+    target->DrawBox(3, 5, 40, 20, 4, 6);
+    EXPECT_TRUE(gauge->EndField().All().IsEmpty());
+    target->SetColor(0);
+    target->DrawBox(3, 5, 40, 2, 2, 0);
+    LabelSettings settings;
+    settings.labelLength = 90;
+    settings.adjustY = -10;
+    target->EndLabel(settings);
+    EXPECT_EQ(gauge->PrintArea(), (Scripting::PixelBox{0, 0, 142, 80}));
+    EXPECT_TRUE(gauge->IsPageBlank());
+}

@@ -162,6 +162,33 @@ TEST_F(TextTest, ScalableTextIsAsWideAsTheRequestedCellSays) {
     }
 }
 
+// Pens stand on whole dots, outlines do not: small type must neither run together nor have strokes of two widths.
+TEST_F(TextTest, SmallTypeStandsApartOnEvenStrokes) {
+    auto const target = Target(1, 1);
+    for (unsigned height = 10; height <= 40; ++height) {
+        for (unsigned const width : {height, std::max(10u, height * 3 / 4)}) {
+            std::string const font = Font0(*target, height, width);
+            for (char32_t c = U'!'; c <= U'~'; ++c) {
+                int const advance = target->GetCharacterWidth(font, c);
+                bool const needsAll = advance <= 3 && std::u32string_view(U"ft{}*").find(c) != std::string::npos;
+                // Rules join, and the slashes of large type lean over their neighbours.
+                if (c == U'_' || needsAll || (height > 36 && (c == U'/' || c == U'\\'))) continue;
+                auto const box = Draw(*target, font, std::string(1, static_cast<char>(c))).InkBox();
+                ASSERT_GE(box[0], 100) << char(c) << " at " << height << " x " << width;
+                ASSERT_LE(box[2], 100 + advance - 1) << char(c) << " at " << height << " x " << width;
+            }
+            Picture const page = Draw(*target, font, "H");
+            auto const box = page.InkBox();
+            auto const stroke = [&](int x, int step) {
+                int dots = 0;
+                for (; page.At(x, box[3] - 1); x += step) ++dots;
+                return dots;
+            };
+            EXPECT_EQ(stroke(box[0], 1), stroke(box[2] - 1, -1)) << height << " x " << width;
+        }
+    }
+}
+
 TEST_F(TextTest, TrueTypeLinesHaveOneHeight) {
     auto const target = Target(2, 2);
     double const points = 40 * 0.331;

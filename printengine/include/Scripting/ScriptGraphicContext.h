@@ -8,6 +8,7 @@
 #include "PrintEngine/Printing/TrueTypeCacheCreator.h"
 #include "Scripting/Api.h"
 #include "Scripting/GraphicContext.h"
+#include "Scripting/InkGauge.h"
 #include "Scripting/PrinterContextInterface.h"
 
 namespace Scripting {
@@ -18,7 +19,7 @@ namespace Scripting {
 ///
 /// The raster covers the print width and label length where these are given, else the label part. It is at most 64 Mi
 /// dots; a longer page is refused with a warning and drawn as far as that.
-class PRINTENGINE_API ScriptGraphicContext : public GraphicContext {
+class PRINTENGINE_API ScriptGraphicContext : public GraphicContext, public InkGauge {
 public:
     /// Tells where font files are looked for. Opens none: a font is opened when it is first used.
     static void InitializeFontManager(std::filesystem::path const& systemFontsFolder);
@@ -43,6 +44,7 @@ public:
                          std::optional<int> density, bool pauseAfterJob) override;
     void EndJob(std::filesystem::path const& jobPath) override;
     void StartLabel() override;
+    void SetStoredImageGeneration(unsigned generation) override;
     void SetLabelOriginX(unsigned x) override;
     void SetLabelOriginY(unsigned y) override;
     void SetLabelLength(unsigned length) override;
@@ -86,6 +88,12 @@ public:
     void DrawEllipse(int x, int y, unsigned width, unsigned height, unsigned thickness) override;
     void DrawDiagonal(int x, int y, unsigned width, unsigned height, unsigned thickness, bool leansRight) override;
     void DrawImage(Bitmap const& bitmap, int x, int y, unsigned width, unsigned height, bool scaled) override;
+    void StartField() override;
+    FieldInk EndField() override;
+    PixelBox OnPage(PixelBox const& drawn) const override;
+    PixelBox PrintArea() const override;
+    double PixelsPerDot() const override;
+    bool IsPageBlank() const override;
 
 private:
     struct State;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::array<CellFont, 7> CellFonts{{
     // letter, width, height, ascent, gap, capitals only, hinted, em width, em height, file, strike
-    {'A', 5, 9, 7, 1, false, true, 10, 10, "DejaVuSansMono.ttf", "6x10.pcf.gz"},
+    {'A', 5, 9, 7, 1, false, true, 10, 10, "DejaVuSansMono.ttf", "6x12.pcf.gz"},
     {'B', 7, 11, 11, 2, true, true, 15, 15, "DejaVuSansMono-Bold.ttf"},
     {'D', 10, 18, 14, 2, false, true, 20, 19, "DejaVuSansMono.ttf"},
     {'E', 20, 41, 34, 0, false, false, 0, 0, "OCRB.otf"},
@@ -130,8 +130,8 @@ GlyphBitmap const& CellTypeface::Cell(char32_t character) {
 GlyphBitmap CellTypeface::DrawCell(char32_t character) {
     if (GlyphBitmap bitmap; strike_ && strike_->Load(character, bitmap)) {
         TrimTop(bitmap);
-        // Only accents stand out above the cell.
-        if (character < 0x7F) bitmap.above = std::min(bitmap.above, cell_.ascent);
+        // Only the accents of capitals stand out above the cell.
+        if (character < 0xC0) bitmap.above = std::min(bitmap.above, cell_.ascent);
         return bitmap;
     }
     auto const [face, glyph] = faces_.Find(character);

@@ -49,10 +49,12 @@ double Face::Advance(unsigned glyph) const {
     return static_cast<double>(face_->glyph->advance.x) / face_->units_per_EM;
 }
 
-bool Face::Render(unsigned glyph, double emWidth, double emHeight, GlyphBitmap& bitmap) {
+bool Face::Render(unsigned glyph, double emWidth, double emHeight, GlyphBitmap& bitmap, Change const& change) {
     if (emWidth > MaxEm || emHeight > MaxEm) return false;
     FT_Outline_* const outline = LoadOutline(glyph, emWidth, emHeight);
-    return !outline || Paint(*outline, bitmap);
+    if (!outline) return true;
+    if (change) change(*outline, static_cast<double>(face_->glyph->advance.x) / face_->units_per_EM * emWidth);
+    return Paint(*outline, bitmap);
 }
 
 FT_Outline_* Face::LoadOutline(unsigned glyph, double emWidth, double emHeight) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -47,7 +48,9 @@ public:
 
     /// Draws a glyph at an em of these many pixels. Unhinted: the picture is as exact as its advance, at any ratio of
     /// width to height. False if it would be larger than a page can be; the bitmap stays empty if there is no ink.
-    bool Render(unsigned glyph, double emWidth, double emHeight, GlyphBitmap& bitmap);
+    /// `change` may move the points of the outline before it is painted; it is told the advance in pixels.
+    using Change = std::function<void(FT_Outline_& outline, double advance)>;
+    bool Render(unsigned glyph, double emWidth, double emHeight, GlyphBitmap& bitmap, Change const& change = {});
 
     /// The outline of a glyph at an em of these many pixels, in 1/64 pixel with y upwards; null if it has none. Hinted
     /// it follows the font's own instructions for few pixels. It may be changed before it is painted, and is valid

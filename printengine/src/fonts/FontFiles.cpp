@@ -23,7 +23,7 @@ constexpr std::array<std::string_view, 14> UsualPlaces{
     "truetype/dejavu/DejaVuSerif-Bold.ttf",
     "opentype/ocr-b/OCRB.otf",
     "truetype/ocr-a/OCRA.ttf",
-    "X11/misc/6x10.pcf.gz",
+    "X11/misc/6x12.pcf.gz",
 };
 
 std::string LowerCase(std::string_view text) {

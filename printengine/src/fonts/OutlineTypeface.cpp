@@ -5,6 +5,7 @@
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "printengine/src/fonts/EmSize.h"
+#include "printengine/src/fonts/PixelFit.h"
 #include "printengine/src/raster/Raster.h"
 
 namespace PrintEngine::Fonts {
@@ -51,9 +52,16 @@ int OutlineTypeface::MeasureAdvance(char32_t character) {
 bool OutlineTypeface::Draw(char32_t character, double pixelsX, double pixelsY, GlyphBitmap& bitmap) {
     if (IsControl(character)) return true;
     auto const [face, glyph] = faces_.Find(character);
-    if (face) return face->Render(glyph, size_.emWidth * pixelsX, EmHeight(face) * pixelsY, bitmap);
-    bitmap = MissingBox(pixelsX, pixelsY);
-    return true;
+    if (!face) {
+        bitmap = MissingBox(pixelsX, pixelsY);
+        return true;
+    }
+    // Pens are rounded to pixels, so that some advances are a pixel wider than this.
+    int const advance = static_cast<int>(std::min(std::floor(Advance(character) * pixelsX), 1e6));
+    auto const fit = [=](FT_Outline_& outline, double ownAdvance) {
+        FitToPixels(outline, character, advance, ownAdvance);
+    };
+    return face->Render(glyph, size_.emWidth * pixelsX, EmHeight(face) * pixelsY, bitmap, fit);
 }
 
 GlyphBitmap OutlineTypeface::MissingBox(double pixelsX, double pixelsY) const {

@@ -1,20 +1,11 @@
 #pragma once
 
+#include "Scripting/InkGauge.h"
 #include "printengine/src/raster/Raster.h"
 
 namespace PrintEngine::Drawing {
 
-/// A rectangle in pixels, half open.
-struct PixelBox {
-    int left = 0;
-    int top = 0;
-    int right = 0;
-    int bottom = 0;
-
-    int Width() const { return right - left; }
-    int Height() const { return bottom - top; }
-    bool IsEmpty() const { return left >= right || top >= bottom; }
-};
+using Scripting::PixelBox;
 
 // Each shape touches a pixel at most once, so that inverting ink shows the same outline as black ink.
 

@@ -62,7 +62,11 @@ void TextPainter::Place(Fonts::TurnedGlyph const& glyph, TextFrame const& frame,
     int const right = left + glyph.upright.width;
     int const top = ascentPixels - glyph.upright.above;
     int const bottom = top + glyph.upright.height;
-    auto const put = [&](int x, int y) { raster_.Blit(glyph.picture.Rows(), x, y, 0, ink_); };
+    auto const put = [&](int x, int y) {
+        Drawing::BitRows const picture = glyph.picture.Rows();
+        if (counted_) counted_->Add({x, y, x + picture.width, y + picture.height});
+        raster_.Blit(picture, x, y, 0, ink_);
+    };
     switch (frame.degrees) {
         case 90: return put(scale_.Edge(frame.x - v + 1) - bottom, scale_.Edge(frame.y + u) + left);
         case 180: return put(scale_.Edge(frame.x - u + 1) - right, scale_.Edge(frame.y - v + 1) - bottom);

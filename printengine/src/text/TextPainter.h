@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "Scripting/InkGauge.h"
 #include "Scripting/ScriptTextJustification.h"
 #include "printengine/src/fonts/GlyphCache.h"
 #include "printengine/src/fonts/Typeface.h"
@@ -41,6 +42,9 @@ class TextPainter {
 public:
     TextPainter(Drawing::Raster& raster, Drawing::PixelScale const& scale, Fonts::GlyphCache& glyphs, Drawing::Ink ink);
 
+    /// Adds the box of each drawn character to `box`; null adds none.
+    void CountInk(Scripting::PixelBox* box) { counted_ = box; }
+
     /// Draws a text whose first cell has its upper left corner at (u, v) of the frame.
     void Draw(Fonts::Typeface& typeface, std::string_view text, TextStyle const& style, TextFrame const& frame,
               std::int64_t u, std::int64_t v);
@@ -56,6 +60,7 @@ private:
     Drawing::PixelScale const& scale_;
     Fonts::GlyphCache& glyphs_;
     Drawing::Ink ink_;
+    Scripting::PixelBox* counted_ = nullptr;
     bool hasLeftOut_ = false;
 };
 

@@ -1,0 +1,65 @@
+#include "fields/FieldText.h"
+
+#include <utf8.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+
+#include "foundation/Log.h"
+#include "frontend/context/Utf8Text.h"
+#include "frontend/context/ZplContextKeys.h"
+
+namespace ZplCore {
+
+namespace {
+
+/// Plain text whose bytes are taken in pairs comes out as signs that nobody sent.
+bool IsPlainTextInPairs(std::string_view data, ZplCodePageConverter const& converter) {
+    auto const isPrintable = [](char c) { return c >= ' ' && c <= '~'; };
+    return converter.ReadsBytePairs() && std::all_of(data.begin(), data.end(), isPrintable);
+}
+
+/// The set of single bytes that a byte most likely comes from: the letters of code page 850, which printers start with,
+/// lie below those of Windows.
+char const* LikelySet(std::uint8_t byte) {
+    constexpr std::uint8_t LastLetterOf850 = 0xA5;
+    return byte <= LastLetterOf850 ? "^CI13 stands for code page 850" : "^CI27 stands for the characters of Windows";
+}
+
+std::string Quoted(std::string_view data) { return "\"" + HandleInvalidUTF8(data.substr(0, 40)) + "\""; }
+
+}  // namespace
+
+std::string FieldText(std::string_view data, ContextProcessor const& processor) {
+    auto const& converter = processor.at(ZplContextKeys::CodePageConverter);
+    std::string text;
+    if (converter.GetEncoding() != Encoding::SingleByte) {
+        text = HandleInvalidUTF8(data, false);
+    } else if (IsPlainTextInPairs(data, converter)) {
+        text = data;
+    } else {
+        text = converter.ConvertThroughCodePage(data);
+    }
+    std::replace(text.begin(), text.end(), '\t', ' ');
+    return text;
+}
+
+void ReportMisread(std::string_view data, ContextProcessor const& processor) {
+    auto const& converter = processor.at(ZplContextKeys::CodePageConverter);
+    if (!data.empty() && IsPlainTextInPairs(data, converter)) {
+        Log::Report(LogTopic::Data, "the data " + Quoted(data) +
+                                        " are plain text and drawn so, though ^CI17 stands for two bytes a character; "
+                                        "^CI28 stands for UTF-8");
+    }
+    if (converter.GetEncoding() == Encoding::SingleByte) return;
+    auto const invalid = utf8::find_invalid(data.begin(), data.end());
+    if (invalid == data.end()) return;
+    auto const byte = static_cast<std::uint8_t>(*invalid);
+    char digits[3];
+    std::snprintf(digits, sizeof digits, "%02X", unsigned{byte});
+    Log::Report(LogTopic::Data, "the data " + Quoted(data) + " are read as UTF-8, in which the byte " + digits +
+                                    " makes no character; " + LikelySet(byte));
+}
+
+}  // namespace ZplCore

@@ -1,0 +1,179 @@
+#include "fields/MissingInk.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+#include "foundation/Log.h"
+
+namespace ZplCore {
+
+namespace {
+
+using Scripting::PixelBox;
+
+/// What a field loses at one edge of its page.
+struct Loss {
+    int missing;  ///< dots; not above 0 where nothing is lost
+    int length;   ///< dots of the field across that edge
+    std::string_view edge;
+};
+
+/// What stays of a box on its page. Lengths are told in dots of the stream.
+class Edges {
+public:
+    explicit Edges(Scripting::InkGauge const& gauge) : area_(gauge.PrintArea()), pixelsPerDot_(gauge.PixelsPerDot()) {}
+
+    bool IsOff(PixelBox const& box) const { return box.Within(area_).IsEmpty(); }
+
+    std::array<Loss, 4> LossesOf(PixelBox const& box) const {
+        int const width = Dots(box.Width());
+        int const height = Dots(box.Height());
+        return {{{Dots(area_.left - box.left), width, "left"},
+                 {Dots(box.right - area_.right), width, "right"},
+                 {Dots(area_.top - box.top), height, "top"},
+                 {Dots(box.bottom - area_.bottom), height, "bottom"}}};
+    }
+
+    /// How many pixels off the page a box stands that lies off it, and beyond which edge.
+    std::pair<int, std::string_view> DistanceOf(PixelBox const& box) const {
+        return std::max({std::pair<int, std::string_view>(area_.left - box.right, "left"),
+                         {box.left - area_.right, "right"},
+                         {area_.top - box.bottom, "top"},
+                         {box.top - area_.bottom, "bottom"}});
+    }
+
+    int Dots(int pixels) const { return static_cast<int>(std::ceil(pixels / pixelsPerDot_)); }
+    std::string PageSize() const { return SizeOf(area_); }
+    std::string SizeOf(PixelBox const& box) const {
+        return std::to_string(Dots(box.right)) + " x " + std::to_string(Dots(box.bottom)) + " dots";
+    }
+
+private:
+    PixelBox area_;
+    double pixelsPerDot_;
+};
+
+/// "25 dots beyond the right edge".
+std::string Beyond(Edges const& edges, std::pair<int, std::string_view> const& distance) {
+    std::string const edge = "beyond the " + std::string(distance.second) + " edge";
+    int const dots = edges.Dots(distance.first);
+    return dots <= 0 ? "just " + edge : std::to_string(dots) + (dots == 1 ? " dot " : " dots ") + edge;
+}
+
+/// "45 of its 300 dots are missing at the right edge of the page", for all edges that cut.
+std::string Cuts(std::array<Loss, 4> const& losses) {
+    std::string text;
+    for (auto const& [missing, length, edge] : losses) {
+        if (missing <= 0) continue;
+        bool const isFirst = text.empty();
+        text += (isFirst ? "" : ", and ") + std::to_string(missing) + " of its " + std::to_string(length) +
+                (isFirst ? " dots are missing at the " : " at the ") + std::string(edge) + " edge" +
+                (isFirst ? " of the page" : "");
+    }
+    return text;
+}
+
+/// Whether so much is lost that it is worth a word. A bar may be the one too many; letters stay legible without their
+/// outermost dots, pictures are often as wide as a page and mostly rule and margin there, and a box that runs past the
+/// page is meant to.
+bool IsWorthAWord(FieldKind kind, Loss const& loss) {
+    switch (kind) {
+        case FieldKind::Barcode: return loss.missing > 0;
+        case FieldKind::Text: return loss.missing > 2 || loss.missing * 8 > loss.length;
+        case FieldKind::Picture: return loss.missing > 8 && loss.missing * 50 > loss.length;
+        case FieldKind::Shape: break;
+    }
+    return false;
+}
+
+std::string NameOf(MappedField const& field) {
+    switch (field.kind) {
+        case FieldKind::Text: return "the text \"" + field.data + "\"";
+        case FieldKind::Barcode: return "the barcode \"" + field.data + "\"";
+        case FieldKind::Picture: return "the picture";
+        case FieldKind::Shape: break;
+    }
+    return "the box or line";
+}
+
+/// Reports what is missing of `box`, a part of a field; false if nothing is.
+bool ReportPart(LogTopic topic, std::string const& name, FieldKind kind, PixelBox const& box, Edges const& edges) {
+    if (edges.IsOff(box)) {
+        Log::Report(topic, name + " is not on the page: it stands " + Beyond(edges, edges.DistanceOf(box)));
+        return true;
+    }
+    auto const losses = edges.LossesOf(box);
+    if (std::none_of(losses.begin(), losses.end(), [kind](Loss const& loss) { return IsWorthAWord(kind, loss); }))
+        return false;
+    Log::Report(topic, name + " is cut: " + Cuts(losses));
+    return true;
+}
+
+bool ReportField(MappedField const& field, Scripting::InkGauge const& gauge, Edges const& edges) {
+    // A reversed box that meets nothing is the rest of a larger one, and shows nothing itself.
+    if (field.kind == FieldKind::Shape && field.isReversed) return false;
+    if (field.kind != FieldKind::Barcode)
+        return ReportPart(LogTopic::OffPage, NameOf(field), field.kind, gauge.OnPage(field.ink.All()), edges);
+    if (ReportPart(LogTopic::BarcodeCut, NameOf(field), field.kind, gauge.OnPage(field.ink.image), edges)) return true;
+    return !field.ink.text.IsEmpty() && ReportPart(LogTopic::OffPage, "the text line of " + NameOf(field),
+                                                   FieldKind::Text, gauge.OnPage(field.ink.text), edges);
+}
+
+/// Whether the whole label lies off its page, which is told in one sentence.
+bool ReportBlankPage(FieldMap const& map, Edges const& edges) {
+    bool holdsBarcode = false;
+    std::optional<std::pair<int, std::string_view>> nearest;
+    for (auto const& field : map.Fields()) {
+        PixelBox const box = map.Gauge().OnPage(field.ink.All());
+        if (!edges.IsOff(box)) return false;
+        auto const distance = edges.DistanceOf(box);
+        if (!nearest || distance.first < nearest->first) nearest = distance;
+        holdsBarcode = holdsBarcode || field.kind == FieldKind::Barcode;
+    }
+    // A picture kept from the label before may fill the page.
+    if (!nearest || !map.Gauge().IsPageBlank()) return false;
+    std::size_t const count = map.Fields().size();
+    std::string const all = count == 1 ? "its only field lies off it, "
+                                       : "all its " + std::to_string(count) + " fields lie off it, the nearest ";
+    Log::Report(holdsBarcode ? LogTopic::BarcodeCut : LogTopic::OffPage,
+                "the page of " + edges.PageSize() + " is blank: " + all + Beyond(edges, *nearest));
+    return true;
+}
+
+/// Where several fields run past the page, the page is mostly not the one that the sender thinks of.
+void ReportSize(FieldMap const& map, Edges const& edges) {
+    PixelBox drawn;
+    for (auto const& field : map.Fields()) {
+        if (field.kind != FieldKind::Shape) drawn.Add(field.ink.All());
+    }
+    if (drawn.left < 0 || drawn.top < 0) return;
+    PixelBox const needed = map.Gauge().OnPage({0, 0, drawn.right, drawn.bottom});
+    PixelBox const page = map.Gauge().PrintArea();
+    // A page that is moved loses at one end what a longer one would not hold either.
+    if (page.top != 0 || map.Gauge().OnPage({}).top < 0) return;
+    PixelBox const enough{0, 0, std::max(needed.Width(), page.right), std::max(needed.Height(), page.bottom)};
+    constexpr int LongestSide = 32000;  // dots
+    if (edges.Dots(enough.right) > LongestSide || edges.Dots(enough.bottom) > LongestSide) return;
+    Log::Report(LogTopic::OffPage,
+                "the page is " + edges.PageSize() + "; one of " + edges.SizeOf(enough) + " would hold all fields");
+}
+
+}  // namespace
+
+void ReportMissingInk(FieldMap const& map) {
+    Edges const edges(map.Gauge());
+    auto const before = Log::Place();
+    if (!ReportBlankPage(map, edges)) {
+        unsigned told = 0;
+        for (auto const& field : map.Fields()) {
+            Log::SetPlace(field.place);
+            if (ReportField(field, map.Gauge(), edges)) ++told;
+        }
+        Log::SetPlace(before);
+        if (told > 1) ReportSize(map, edges);
+    }
+}
+
+}  // namespace ZplCore

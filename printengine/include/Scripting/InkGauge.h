@@ -1,0 +1,76 @@
+#pragma once
+
+#include <algorithm>
+
+#include "Scripting/Api.h"
+#include "Scripting/GraphicContext.h"
+
+namespace Scripting {
+
+/// A rectangle in pixels, half open.
+struct PixelBox {
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+
+    int Width() const { return right - left; }
+    int Height() const { return bottom - top; }
+    bool IsEmpty() const { return left >= right || top >= bottom; }
+
+    /// What lies in both.
+    PixelBox Within(PixelBox const& other) const {
+        return {std::max(left, other.left), std::max(top, other.top), std::min(right, other.right),
+                std::min(bottom, other.bottom)};
+    }
+    /// Grows until it holds the other one too.
+    void Add(PixelBox const& other) {
+        if (other.IsEmpty()) return;
+        *this = IsEmpty() ? other
+                          : PixelBox{std::min(left, other.left), std::min(top, other.top), std::max(right, other.right),
+                                     std::max(bottom, other.bottom)};
+    }
+    friend bool operator==(PixelBox const&, PixelBox const&) = default;
+};
+
+/// Where a field has ink, by the calls that drew it; an empty box where none did. White ink is none.
+struct FieldInk {
+    PixelBox text;
+    PixelBox image;  ///< symbols of barcodes, and pictures
+    PixelBox shape;  ///< boxes, lines, ellipses
+
+    PixelBox All() const {
+        PixelBox all = text;
+        all.Add(image);
+        all.Add(shape);
+        return all;
+    }
+};
+
+/// What a drawing target can tell of its ink beyond what it is told to draw. Not every target can: it is asked for by
+/// Of, and everything prints without it.
+class PRINTENGINE_API InkGauge {
+public:
+    virtual ~InkGauge() = default;
+
+    /// The gauge of a target; null if it has none.
+    static InkGauge* Of(GraphicContext* target) { return dynamic_cast<InkGauge*>(target); }
+
+    /// Ink is counted from here on, also where no page shows it. Between fields none is, which costs nothing.
+    virtual void StartField() = 0;
+    /// The ink since StartField, in pixels from the corner of the label as it is drawn; then counts no more.
+    virtual FieldInk EndField() = 0;
+
+    // Valid once GraphicContext::EndLabel has fixed the shape of the page.
+
+    /// Where a box of drawn ink stands on the finished page: turned, mirrored, enlarged and moved as the page is.
+    virtual PixelBox OnPage(PixelBox const& drawn) const = 0;
+    /// The part of the finished page that can show ink.
+    virtual PixelBox PrintArea() const = 0;
+    /// How many pixels of the finished page a dot of the design resolution takes.
+    virtual double PixelsPerDot() const = 0;
+    /// Whether the finished page shows no ink at all.
+    virtual bool IsPageBlank() const = 0;
+};
+
+}  // namespace Scripting
