@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -8,40 +7,20 @@
 #include <condition_variable>
 #include <thread>
 
-#include "desktop/bus/PropertyServer.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Files.h"
 #include "propertybus/PICLIF.h"
 #include "propertybus/PublishingPropertyManager.h"
 #include "propertybus/SocketAddress.h"
 #include "propertybus/ThreadFactory.h"
+#include "tests/support/PropertyServerThread.h"
 #include "tests/support/TemporaryDirectory.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 
-/// A server on a thread, which can be stopped and started again.
-class Server {
-public:
-    explicit Server(std::filesystem::path const& folder) : stop_(::eventfd(0, 0)) {
-        auto server = std::make_unique<PropertyServer>(folder / "socket", folder / "archive");
-        thread_ = std::thread([this, server = std::move(server)]() mutable {
-            server->Run(stop_);
-            server.reset();
-        });
-    }
-    ~Server() {
-        std::uint64_t const one = 1;
-        EXPECT_EQ(::write(stop_, &one, sizeof one), 8);
-        thread_.join();
-        ::close(stop_);
-    }
-
-private:
-    int stop_;
-    std::thread thread_;
-};
+using Server = PropertyServerThread;
 
 /// One process on the bus.
 struct Peer {
@@ -133,6 +112,14 @@ TEST_F(PropertyLinkTest, SurvivesTheServer) {
     EXPECT_TRUE(Becomes(own, "back"));
     auto const late = owner.properties->Create<StringProperty>(PropertyName{"Q", "", "G"}, "");
     EXPECT_TRUE(Becomes(late, "kept"));
+
+    PropertyName const name{"R", "", "G"};
+    auto const ofLater = other.properties->Follow<StringProperty>("C", ExternalAppRegistration::Plain, name, "");
+    server.reset();
+    ofLater->Set("cleared");
+    server = std::make_unique<Server>(folder_.Path());
+    Peer later(folder_.Path(), "C");
+    EXPECT_TRUE(Becomes(later.properties->Create<StringProperty>(name, "old"), "cleared"));
 }
 
 TEST_F(PropertyLinkTest, EventsCountEachButNotTheAnswerToASubscription) {
@@ -232,18 +219,6 @@ TEST_F(PropertyLinkTest, WhatIsLostWithTheServerIsRepeatedInItsOrder) {
     own[2]->Set("last");
     server.Accept();
     EXPECT_EQ(server.WritesUntil("last"), "P=another's 4=first 2=event 2=event 3=last ");
-}
-
-TEST_F(PropertyLinkTest, WritesOfAFollowerReachAnOwnerThatComesLater) {
-    auto server = std::make_unique<Server>(folder_.Path());
-    Peer other(folder_.Path(), "B");
-    auto const followed = other.properties->Follow<StringProperty>("A", ExternalAppRegistration::Plain, name_, "");
-    server.reset();
-    followed->Set("cleared");
-    server = std::make_unique<Server>(folder_.Path());
-    Peer owner(folder_.Path(), "A");
-    auto const own = owner.properties->Create<StringProperty>(name_, "old");
-    EXPECT_TRUE(Becomes(own, "cleared"));
 }
 
 TEST_F(PropertyLinkTest, ArchivedValuesComeBackWithoutTheServer) {
