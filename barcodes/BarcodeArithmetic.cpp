@@ -20,7 +20,7 @@ float ParseRatio(std::string const& text) {
     std::string prefix = text.substr(0, text.find_first_not_of("0123456789."));
     // One decimal counts.
     if (prefix.size() > 1 && prefix[1] == '.') prefix.resize(3, '\0');
-    return ToPlainNumber<float>(prefix);
+    return ToPlainNumber<float>(prefix, text);
 }
 
 bool CheckRatio(float ratio) { return 2.0F <= ratio && ratio <= 3.0F; }

@@ -198,8 +198,8 @@ Draws every page of each stream ("-" reads standard input) as NAME-1.png, NAME-2
                       without a tag its commands are unknown
   --job               keeps all pages as one job folder, as the print driver takes it
   --json              prints one JSON object instead of lines
-  --strict            ends with 3 if a command that may change the page is unknown, or a barcode was refused or is
-                      not whole on its page
+  --strict            ends with 3 if a command that may change the page is unknown, a format was dropped, or a barcode
+                      was refused or is not whole on its page
 
 Exit code: 0 pages were made, 1 the stream holds no printable label, 2 bad usage or a file that cannot be read or
 written, 3 findings under --strict.

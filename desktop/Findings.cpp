@@ -157,7 +157,9 @@ std::string ShiftMeaning(std::string_view dots) {
 bool IsOfBarcode(Finding::Kind kind) { return kind == Finding::Kind::Refused || kind == Finding::Kind::BarcodeCut; }
 
 /// Whether strictness forbids it.
-bool IsFault(Finding::Kind kind) { return kind == Finding::Kind::UnknownCommand || IsOfBarcode(kind); }
+bool IsFault(Finding::Kind kind) {
+    return kind == Finding::Kind::UnknownCommand || kind == Finding::Kind::Dropped || IsOfBarcode(kind);
+}
 
 Finding::Kind KindOf(LogTopic topic) {
     switch (topic) {
@@ -165,6 +167,7 @@ Finding::Kind KindOf(LogTopic topic) {
         case LogTopic::NotDrawn: return Finding::Kind::Refused;
         case LogTopic::BarcodeCut: return Finding::Kind::BarcodeCut;
         case LogTopic::OffPage: return Finding::Kind::OffPage;
+        case LogTopic::Dropped: return Finding::Kind::Dropped;
         default: return Finding::Kind::Notice;
     }
 }

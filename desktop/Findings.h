@@ -20,6 +20,7 @@ struct Finding {
         Refused,         ///< a barcode that could not be made of its data
         BarcodeCut,      ///< a barcode that is not whole on its page
         OffPage,         ///< anything else that is not whole on its page
+        Dropped,         ///< a format that is given up, or a command outside all formats
         Notice,          ///< anything else that was left out or replaced
     };
 

@@ -14,6 +14,7 @@ std::string_view KindName(Finding::Kind kind) {
         case Finding::Kind::UnknownCommand: return "unknown-command";
         case Finding::Kind::Refused: return "barcode-refused";
         case Finding::Kind::BarcodeCut: return "barcode-cut";
+        case Finding::Kind::Dropped: return "dropped";
         case Finding::Kind::OffPage: return "off-page";
         case Finding::Kind::Notice: break;
     }

@@ -109,6 +109,7 @@ bool FieldNumberHandler::HandleCommand(Context& current, ZplCommand const& comma
         auto const* own = current.Find(ZplContextKeys::FieldRenderFunction);
         StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction,
                      FillFunction(*number, own ? *own : ZplContextKeys::RenderFunction()));
+        StoreSetting(current, processor, ZplContextKeys::FillsTemplates, true);
     } else {
         StoreSetting(current, processor, ZplContextKeys::FieldNumberToSave, *number);
     }
@@ -131,9 +132,12 @@ bool SerializationFieldHandler::HandleCommand(Context& current, ZplCommand const
     auto const serial = std::make_shared<ZplCore::SerializationFieldStringData>(ZplCore::SerializationFieldStringData{
         processor.at(ZplContextKeys::FieldData), command.Parameter(0), command.Parameter(1)});
     if (serial->mask.size() + serial->step.size() > LongestSerialMask) return true;
-    auto fields = processor.at(ZplContextKeys::serializationFieldStringData);
-    fields.push_back(serial);
-    StoreSetting(current, processor, ZplContextKeys::serializationFieldStringData, fields);
+    // In place: a field may hold any number of these, and copying them for each would take ever longer.
+    if (!current.HasValue(ZplContextKeys::serializationFieldStringData)) {
+        StoreSetting(current, processor, ZplContextKeys::serializationFieldStringData,
+                     processor.at(ZplContextKeys::serializationFieldStringData));
+    }
+    current[ZplContextKeys::serializationFieldStringData].push_back(serial);
     // The data is read when the field ends: it may stand behind the mask.
     StoreSerializer(current, processor, [serial](ContextProcessor& field, unsigned index) {
         return ZplCore::SerialData::CountByMask(field.at(ZplContextKeys::FieldData), serial->mask, serial->step, index);

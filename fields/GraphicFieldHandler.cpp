@@ -21,7 +21,8 @@ bool GraphicFieldHandler::HandleCommand(Context& current, ZplCommand const& comm
 
     std::string joined;
     if (command.parameters.size() > FirstData + 1) joined = command.Joined(FirstData, RowFill);
-    std::string const& data = joined.empty() ? command.Parameter(FirstData) : joined;
+    bool const isWhole = joined.empty() && command.parameters.size() > FirstData;
+    std::string_view const data = isWhole ? command.parameters[FirstData] : std::string_view(joined);
     if (form == CompressionType::Binary) {
         ZplCore::DecodeBinaryData(data, *picture);
     } else {

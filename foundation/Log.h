@@ -18,6 +18,7 @@ enum class LogTopic {
     Data,            ///< damaged data of a field or an object
     Font,            ///< a font that is missing or replaced
     File,            ///< a stored object that cannot be read or written
+    Dropped,         ///< a format that is given up, or a command outside all formats
 };
 
 /// Reports about what streams contain. Nothing is changed by a report, and without a sink it is dropped.

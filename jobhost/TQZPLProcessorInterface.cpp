@@ -159,30 +159,25 @@ void TQZPLProcessorInterface::Consume(QString zplToProcess) {
 }
 
 void TQZPLProcessorInterface::ConsumePacket(Zpl::Host::Packet const& packet, bool isLast) {
-    if (!session_ && !packet.payload.empty()) OpenSession();
+    if (!stream_ && !packet.payload.empty()) {
+        stream_.emplace([this] {
+            return std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fontCache_, printerContext_,
+                                                        handlerPool_);
+        });
+    }
     model_->SetNetworkResponseState(NetworkResponse::Status::Processing, std::nullopt);
     ConsumePayload(packet.payload, isLast);
 }
 
-void TQZPLProcessorInterface::OpenSession() {
-    session_.emplace(*model_, systemContext_, fontCache_, printerContext_, handlerPool_);
-}
-
 void TQZPLProcessorInterface::ConsumePayload(std::string_view payload, bool isLast) {
-    try {
-        while (!payload.empty()) {
-            auto result = session_->Consume(payload, printingStopped_, isLast);
-            payload = result.remaining;
-            if (!result.label) continue;
-            auto& [name, label] = *result.label;
-            if (jobName_.empty()) jobName_ = std::move(name);
-            if (result.hasRfidOperations) jobFlag_ = true;
-            labels_.push_back(std::move(label));
-        }
-    } catch (std::exception const& error) {
-        // The labels that are finished are kept; the stream goes on with the next packet on a fresh session.
-        DebugLog(Error, std::string("the rest of a packet is dropped: ") + error.what());
-        OpenSession();
+    while (!payload.empty()) {
+        auto result = stream_->Consume(payload, printingStopped_, isLast);
+        payload = result.remaining;
+        if (!result.label) continue;
+        auto& [name, label] = *result.label;
+        if (jobName_.empty()) jobName_ = std::move(name);
+        if (result.hasRfidOperations) jobFlag_ = true;
+        labels_.push_back(std::move(label));
     }
 }
 
@@ -196,7 +191,7 @@ void TQZPLProcessorInterface::FinishStream() {
     // Whatever became of it: the next stream begins with nothing.
     labels_.clear();
     jobName_.clear();
-    session_.reset();
+    stream_.reset();
     jobFlag_ = false;
 }
 

@@ -14,7 +14,7 @@
 #include "jobhost/model/JobQueueInterface.h"
 #include "jobhost/model/JobStatusPropertyChangeReducer.h"
 #include "jobhost/model/Packet.h"
-#include "jobhost/model/Session.h"
+#include "jobhost/model/PrintStream.h"
 #include "jobhost/model/ZPLProcessorInterface.h"
 #include "jobhost/model/ZplPauseController.h"
 
@@ -56,7 +56,6 @@ public Q_SLOTS:
     void Consume(QString zplToProcess);
 
 private:
-    void OpenSession();
     void ConsumePayload(std::string_view payload, bool isLast);
     void ConsumePacket(Zpl::Host::Packet const& packet, bool isLast);
     void FinishStream();
@@ -70,7 +69,7 @@ private:
     std::shared_ptr<Context> systemContext_;
     PrintEngine::Printing::TrueTypeCacheCreator fontCache_;
     CommandHandlerPool handlerPool_;
-    std::optional<Zpl::Host::Session> session_;
+    std::optional<Zpl::Host::PrintStream> stream_;
     std::string jobName_;
     std::vector<Zpl::Label> labels_;
     bool jobFlag_ = false;

@@ -9,10 +9,6 @@ namespace {
 using enum SyntacticType;
 using enum ProcessingType;
 
-/// A format that recalls itself doubles with every use; past this many commands a recall is refused.
-constexpr std::size_t LongestFormat = 1'000'000;
-constexpr std::size_t LargestFormat = 64UL * 1024 * 1024;  // bytes
-
 /// The stored format that `text` names: on the device it names, else on the first that has it.
 std::optional<ObjectName> FindStoredFormat(std::string const& text, std::filesystem::path const& folder) {
     constexpr std::string_view SearchOrder = "REBA";
@@ -26,17 +22,14 @@ std::optional<ObjectName> FindStoredFormat(std::string const& text, std::filesys
     return name;
 }
 
-/// A format under one of these would take the place of a picture.
-bool IsPictureExtension(std::string_view extension) {
-    return extension == "GRF" || extension == "PNG" || extension == "BMP" || extension == "PCX";
-}
-
 /// `^DF`: the format is stored under a name and not printed.
 class SaveFormatHandler : public HandlerFor<CommandId("DF"), Format, Immediate> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        // Of a format that is thrown away nothing is stored.
+        if (processor.at(ZplContextKeys::CancelCurrentFormat)) return true;
         auto const name = ObjectName::Parse(command.Parameter(0), 'R', "UNKNOWN", "ZPL");
-        if (name && !IsPictureExtension(name->extension)) {
+        if (name) {
             processor.set(ContextProcessor::FormatContext, ZplContextKeys::SavedFormatPath, name->Path().string());
         } else {
             // Its fields wait for data that only a recall brings, so it must not be printed either.
@@ -72,14 +65,7 @@ public:
         if (!std::filesystem::is_regular_file(processor.FormatsFolder() / path, error))
             Log::Report(LogTopic::File,
                         "no format is stored under the name \"" + command.Parameter(0).substr(0, 40) + "\"");
-        auto const stored = std::filesystem::file_size(processor.FormatsFolder() / path, error);
-        auto const& commands = processor.GetFormatCommands();
-        bool const fits = error || commands.Bytes() + stored <= LargestFormat;
-        if (!fits || commands.size() > LongestFormat) {
-            Log::Report(LogTopic::Limit, "the format is too long to recall " + path + " into it");
-        } else {
-            processor.RecallFormat(path);
-        }
+        processor.RecallFormat(path);
         return true;
     }
 };

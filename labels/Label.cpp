@@ -86,6 +86,7 @@ void Label::StartLabel() {
     }
     processor_.set(ContextProcessor::LabelContext, TimeAtRender, time);
     auto& target = *processor_.GetGraphicContext();
+    target.SetStoredImageGeneration(processor_.at(PowerOnCount));
     target.StartLabel();
     target.SetLabelOriginX(processor_.at(LabelOriginX));
     target.SetLabelOriginY(processor_.at(LabelOriginY));
@@ -106,9 +107,7 @@ void Label::ReplayCommands() {
         // Immediate commands of a recalled format have run when the format ended.
         bool const hasRun =
             handler && handler->GetProcessingType() == ProcessingType::Immediate && !handler->IsAdditonalSaveType();
-        if (handler && !hasRun) {
-            handler->HandleCommand(processor_.GetCurrentContext(), command, processor_);
-        }
+        if (handler && !hasRun) RunCommand(*handler, command, processor_);
     }
 }
 

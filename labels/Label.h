@@ -21,6 +21,9 @@ public:
     /// Takes the state over.
     Label(ContextProcessor processor, CommandHandlerPool const& handlerPool);
     Label DeepClone() const { return *this; }
+    /// Gives the state that the job asks for its pages, pauses and darkness a system context of its own, so that what
+    /// the stream sets from now on does not reach it.
+    void Freeze() { processor_ = processor_.DeepClone(); }
 
     /// How many copies are printed.
     unsigned Quantity() const;

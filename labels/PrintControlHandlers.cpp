@@ -53,14 +53,16 @@ public:
 };
 
 /// `~JR`: the state after power-on. What streams have set up is at its defaults, the memory device is empty, and the
-/// format being received is lost.
+/// picture that a label has kept and the format being received are lost.
 class PowerOnResetHandler : public HandlerFor<CommandId("JR"), Control, Immediate> {
 public:
     bool HandleCommand(Context&, ZplCommand const&, ContextProcessor& processor) override {
         Context& system = *processor.GetSystemContext();
         auto const fonts = system[TrueTypeFonts];
+        unsigned const before = system[PowerOnCount];
         system.Clear();
         system.Set(TrueTypeFonts, fonts);
+        system.Set(PowerOnCount, before + 1);
         auto& printer = *processor.GetPrinterContext();
         printer.SetFormatPrefix('^');
         printer.SetControlPrefix('~');

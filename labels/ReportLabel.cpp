@@ -70,7 +70,7 @@ void PrintReportLabel(ContextProcessor& processor, std::string const& title, Lin
 
     constexpr unsigned Inches = 4;
     unsigned const width = Inches * processor.GetPrinterContext()->DesignDpi().Value();
-    auto const add = [&](char const* letters, std::vector<std::string> parameters) {
+    auto const add = [&](char const* letters, ZplParameters parameters) {
         processor.AddFormatCommand({letters, false, std::move(parameters)});
     };
     auto const text = [&](unsigned x, unsigned y, std::string const& data) {

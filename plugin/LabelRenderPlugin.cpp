@@ -68,7 +68,8 @@ std::shared_ptr<PrinterContext> MakePrinterContext(std::shared_ptr<ZPLProcessorI
 /// What streams ask for and cannot have is a matter for the log: what is lost is a warning, the rest is information.
 void LogReportsOfStreams() {
     Log::SetSink([](LogTopic topic, std::string_view line) {
-        if (topic == LogTopic::Limit || topic == LogTopic::Font || topic == LogTopic::File)
+        if (topic == LogTopic::Limit || topic == LogTopic::Font || topic == LogTopic::File ||
+            topic == LogTopic::Dropped)
             DebugLog(Warning, std::string(line));
         else
             DebugLog(Info, std::string(line));

@@ -50,7 +50,7 @@ void AddWrite(ContextProcessor& processor, RfidOperation operation, TagFormat fo
     }
 }
 
-/// `^RF`: reads or writes a tag. What is read fills the field number that follows, at the end of the field.
+/// `^RF`: reads or writes a tag. What is read fills the field number of its field, at the end of the field.
 class ReadWriteRFIDHandler : public HandlerFor<CommandId("RF")> {
 public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
@@ -85,7 +85,11 @@ private:
         StoreSetting(current, processor, FieldData,
                      hex ? FromTagHex(format, *hex, processor.at(EpcPartitionSizes)) : std::string());
         bool const isRead = hex.has_value();
-        AtEndOfField(current, processor, [isRead](ContextProcessor& field, std::string const& data) {
+        // A number in front of the read has installed what fills its templates.
+        auto const* fills = current.Find(FillsTemplates);
+        RenderFunction const fill = fills && *fills ? processor.at(FieldRenderFunction) : RenderFunction();
+        AtEndOfField(current, processor, [isRead, fill](ContextProcessor& field, std::string const& data) {
+            if (isRead && fill) return fill(field);
             Context const* element = field.GetContext(ContextProcessor::ElementContext);
             unsigned const* number = element ? element->Find(FieldNumberToSave) : nullptr;
             std::string const read = data;

@@ -1,10 +1,54 @@
 #include "frontend/context/ContextProcessor.h"
 
 #include <algorithm>
+#include <map>
 
 #include "foundation/Files.h"
 #include "foundation/Log.h"
 #include "frontend/stream/ZplTokenizer.h"
+
+namespace {
+
+/// The commands of a stored format, no more of them than can be recalled.
+PackedCommands Tokenize(std::string_view content) {
+    // Stored formats are written with these characters, whatever the session has changed its own to.
+    constexpr char FormatPrefix = '^';
+    constexpr char ControlPrefix = '~';
+    constexpr char Delimiter = ',';
+
+    PackedCommands commands;
+    ZplTokenizer tokenizer;
+    std::size_t position = 0;
+    while (position < content.size() && commands.size() <= FormatCommands::MostRecalledCommands) {
+        auto [encoding, command] = tokenizer.TokenizeString(content, position, FormatPrefix, ControlPrefix, Delimiter,
+                                                            true, Encoding::SingleByte);
+        if (!command) break;
+        if (command->command.empty() || command->isOverlong) continue;
+        command->offset.reset();
+        commands.Append(*command);
+    }
+    return commands;
+}
+
+/// The commands of the stored format at `path`, which holds `content`. A batch recalls one format for each of its
+/// labels; they share it as long as one of them waits to be drawn.
+std::shared_ptr<PackedCommands const> ReadStoredFormat(std::filesystem::path const& path, std::string content) {
+    struct Recalled {
+        std::string content;
+        PackedCommands commands;
+    };
+    static std::map<std::filesystem::path, std::weak_ptr<Recalled const>> recalled;
+    auto found = recalled[path].lock();
+    if (!found || found->content != content) {
+        auto commands = Tokenize(content);
+        found = std::make_shared<Recalled const>(Recalled{std::move(content), std::move(commands)});
+        std::erase_if(recalled, [](auto const& entry) { return entry.second.expired(); });
+        recalled[path] = found;
+    }
+    return {found, &found->commands};
+}
+
+}  // namespace
 
 ContextProcessor::ContextProcessor(std::filesystem::path formatsFolder) : formatsFolder_(std::move(formatsFolder)) {}
 
@@ -51,22 +95,14 @@ void ContextProcessor::StartFormat() {
 }
 
 void ContextProcessor::RecallFormat(std::filesystem::path const& name) {
-    // Stored formats are written with these characters, whatever the session has changed its own to.
-    constexpr char FormatPrefix = '^';
-    constexpr char ControlPrefix = '~';
-    constexpr char Delimiter = ',';
+    auto const path = formatsFolder_ / name;
+    ReportExcess(formatCommands_.AppendRecalled(ReadStoredFormat(path, ReadRegularFile(path)), Log::Place()));
+}
 
-    std::string const content = ReadRegularFile(formatsFolder_ / name);
-    ZplTokenizer tokenizer;
-    std::size_t position = 0;
-    while (position < content.size()) {
-        auto [encoding, command] = tokenizer.TokenizeString(content, position, FormatPrefix, ControlPrefix, Delimiter,
-                                                            true, Encoding::SingleByte);
-        if (!command) break;
-        if (command->command.empty()) continue;
-        command->offset = Log::Place();  // that of the command which recalls
-        AddFormatCommand(*command);
-    }
+void ContextProcessor::ReportExcess(char const* excess) const {
+    // What stands outside all formats is never drawn, and nobody misses it.
+    if (excess && FindOnStack(LabelContext))
+        Log::Report(LogTopic::Dropped, "the format holds " + std::string(excess) + " and is dropped");
 }
 
 ContextProcessor ContextProcessor::DeepClone() const {

@@ -56,7 +56,8 @@ public:
     bool IsFormatComplete() const { return formatComplete_; }
     FormatCommands const& GetFormatCommands() const { return formatCommands_; }
     void ClearFormatCommands() { formatCommands_.Clear(); }
-    void AddFormatCommand(ZplCommand const& command) { formatCommands_.Append(command); }
+    /// Appends a copy. A format that becomes too large is dropped, with a report.
+    void AddFormatCommand(ZplCommand const& command) { ReportExcess(formatCommands_.Append(command)); }
     /// Appends the commands of the stored format `name`, a path below the formats folder. A missing file adds nothing.
     void RecallFormat(std::filesystem::path const& name);
     std::filesystem::path const& FormatsFolder() const { return formatsFolder_; }
@@ -113,6 +114,7 @@ private:
             !contexts_.empty() && &context >= contexts_.data() && &context < contexts_.data() + contexts_.size();
         return onStack || &context == systemContext_.get();
     }
+    void ReportExcess(char const* excess) const;
     /// Erases a key from the contexts that are searched before `context`.
     void EraseBefore(Context const& context, std::uint64_t keyId);
 

@@ -1,48 +1,100 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "frontend/stream/ZplCommand.h"
 
+/// A run of commands in packed form, which takes little more than their bytes in a stream.
+class PackedCommands {
+public:
+    void Append(ZplCommand const& command);
+
+    std::size_t size() const { return size_; }
+    /// What the commands take in a stream, about.
+    std::size_t StreamBytes() const { return streamBytes_; }
+    std::string const& Packed() const { return packed_; }
+
+    /// Reads the command at `position`, in bytes of Packed, which is moved behind it.
+    void Read(std::size_t& position, ZplCommand& command) const;
+
+private:
+    std::string packed_;
+    std::size_t size_ = 0;
+    std::size_t streamBytes_ = 0;
+};
+
 /// The recorded commands of a format. A finished label is copied several times and its commands never change any more,
-/// so copies share one list until one of them is changed.
+/// so copies share them; formats share what they recall. A format past a limit is not kept: a stream must not fill the
+/// memory, and a few bytes that recall formats that recall formats must not keep the printer busy for long.
 class FormatCommands {
 public:
-    void Append(ZplCommand const& command) {
-        Own().push_back(command);
-        bytes_ += command.command.size();
-        for (auto const& parameter : command.parameters) bytes_ += parameter.size() + 1;
-    }
-    void Clear() {
-        commands_.reset();
-        bytes_ = 0;
-    }
+    static constexpr std::size_t MostRecalledCommands = 100'000;
+    static constexpr std::size_t MostPackedBytes = 128UL * 1024 * 1024;
 
+private:
+    struct Part {
+        std::shared_ptr<PackedCommands const> commands;
+        std::shared_ptr<PackedCommands> own;      ///< the same if it may grow, otherwise null
+        std::optional<std::uint64_t> recalledAt;  ///< where the command is that recalled them
+    };
+
+public:
+    /// Goes through the commands; each holds until the next step.
+    class Iterator {
+    public:
+        using difference_type = std::ptrdiff_t;
+        using value_type = ZplCommand;
+
+        Iterator() = default;
+        explicit Iterator(std::vector<Part> const& parts) : parts_(&parts) { Read(); }
+        ZplCommand const& operator*() const { return command_; }
+        Iterator& operator++() {
+            Read();
+            return *this;
+        }
+        void operator++(int) { Read(); }
+        friend bool operator==(Iterator const& iterator, std::default_sentinel_t) { return iterator.atEnd_; }
+
+    private:
+        void Read();
+
+        std::vector<Part> const* parts_ = nullptr;
+        std::size_t part_ = 0;
+        std::size_t position_ = 0;
+        ZplCommand command_;
+        bool atEnd_ = false;
+    };
+
+    /// Gives what there is too much of when a limit is passed: from then on the list is and stays empty, until Clear.
+    char const* Append(ZplCommand const& command);
+    /// The same for the commands of a stored format; they stand at `place`, that of the command which recalls.
+    char const* AppendRecalled(std::shared_ptr<PackedCommands const> commands, std::optional<std::uint64_t> place);
+    void Clear() { *this = {}; }
+
+    /// Whether a limit was passed.
+    bool IsRefused() const { return isRefused_; }
     /// What the commands take in a stream, about.
     std::size_t Bytes() const { return bytes_; }
 
-    std::size_t size() const { return commands_ ? commands_->size() : 0; }
-    bool empty() const { return size() == 0; }
-    ZplCommand const& operator[](std::size_t index) const { return (*commands_)[index]; }
-    auto begin() const { return List().begin(); }
-    auto end() const { return List().end(); }
+    std::size_t size() const { return size_; }
+    bool empty() const { return size_ == 0; }
+    Iterator begin() const;
+    std::default_sentinel_t end() const { return {}; }
 
 private:
-    std::vector<ZplCommand> const& List() const {
-        static std::vector<ZplCommand> const none;
-        return commands_ ? *commands_ : none;
-    }
-    std::vector<ZplCommand>& Own() {
-        if (!commands_) {
-            commands_ = std::make_shared<std::vector<ZplCommand>>();
-        } else if (commands_.use_count() > 1) {
-            commands_ = std::make_shared<std::vector<ZplCommand>>(*commands_);
-        }
-        return *commands_;
-    }
+    std::vector<Part>& Own();
+    char const* RefuseExcess();
 
-    std::shared_ptr<std::vector<ZplCommand>> commands_;
+    std::shared_ptr<std::vector<Part>> parts_;
+    std::size_t size_ = 0;
     std::size_t bytes_ = 0;
+    std::size_t packed_ = 0;
+    std::size_t recalled_ = 0;
+    bool isRefused_ = false;
 };

@@ -9,6 +9,8 @@ bool ZplCodePageConverter::ReadsSingleBytes() const {
     return encoding_ == Encoding::SingleByte && !FindCharacterSet(codePage_)->isMultiByte && remap_.empty();
 }
 
+Encoding ZplCodePageConverter::EncodingOfCodePage() const { return FindCharacterSet(codePage_)->encoding; }
+
 bool ZplCodePageConverter::ReadsByteSequences() const {
     return encoding_ == Encoding::SingleByte && FindCharacterSet(codePage_)->isMultiByte;
 }

@@ -17,6 +17,8 @@ public:
     unsigned CodePage() const { return codePage_; }
     Encoding GetEncoding() const { return encoding_; }
     void SetEncoding(Encoding encoding) { encoding_ = encoding; }
+    /// The encoding that goes with the set, whatever a byte order mark has made of it.
+    Encoding EncodingOfCodePage() const;
 
     /// Whether each byte is a character of a set without moved ones.
     bool ReadsSingleBytes() const;

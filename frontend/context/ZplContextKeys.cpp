@@ -96,4 +96,6 @@ ContextKey<bool> const EndsAtNextOrigin;
 ContextKey<std::vector<std::pair<std::string, std::string>>> const RfidSetUp;
 ContextKey<std::map<std::pair<unsigned, unsigned>, ContextProcessor>> const FurtherTemplates;
 ContextKey<unsigned> const TemplateSequence;
+ContextKey<unsigned> const PowerOnCount;
+ContextKey<bool> const FillsTemplates;
 }  // namespace ZplContextKeys

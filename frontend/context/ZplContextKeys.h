@@ -137,4 +137,8 @@ extern ContextKey<std::vector<std::pair<std::string, std::string>>> const RfidSe
 // in each template.
 extern ContextKey<std::map<std::pair<unsigned, unsigned>, ContextProcessor>> const FurtherTemplates;
 extern ContextKey<unsigned> const TemplateSequence;
+// How often the stream has brought the printer back to its state after power-on.
+extern ContextKey<unsigned> const PowerOnCount;
+// Whether the data of the field fill the templates of its number.
+extern ContextKey<bool> const FillsTemplates;
 }  // namespace ZplContextKeys

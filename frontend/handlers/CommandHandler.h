@@ -5,6 +5,7 @@
 
 #include "frontend/context/Context.h"
 #include "frontend/context/ContextProcessor.h"
+#include "frontend/stream/BadNumber.h"
 #include "frontend/stream/ZplCommand.h"
 
 /// Which prefix a command needs.
@@ -38,6 +39,17 @@ public:
     /// Does the work. `current` is the context on top of the stack. Nobody reads the result.
     virtual bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) = 0;
 };
+
+/// Runs a command in the context on top of the stack. A number that cannot be used leaves with the command's name.
+inline void RunCommand(CommandHandler& handler, ZplCommand const& command, ContextProcessor& processor) {
+    try {
+        handler.HandleCommand(processor.GetCurrentContext(), command, processor);
+    } catch (BadNumber& bad) {
+        // Whatever the session's characters are: this is for people.
+        bad.command = (command.isControl ? '~' : '^') + command.command;
+        throw;
+    }
+}
 
 /// States what a handler is in one line: letters, prefix, timing, and whether it is also recorded.
 template <std::uint64_t Id, SyntacticType Syntax = SyntacticType::Format,

@@ -22,12 +22,15 @@ bool PrefixFits(SyntacticType syntax, bool isControl) {
     return syntax == SyntacticType::Either || (syntax == SyntacticType::Control) == isControl;
 }
 
+/// Whatever the session's characters are: this is for people.
+std::string Name(ZplCommand const& command) { return (command.isControl ? '~' : '^') + command.command; }
+
 /// Whether data hold what parts the commands of a stored format: a stream with other characters may send that. Raw
 /// pictures are counted, and may hold anything.
 bool HoldsPrefixes(ZplCommand const& command) {
     bool const isCounted = command.command == "GF" && ToAsciiUpper(ZplParse<char>(command, 0).ValueOr(0)) == 'B';
     return !isCounted && std::any_of(command.parameters.begin(), command.parameters.end(),
-                                     [](auto const& text) { return text.find_first_of("^~") != std::string::npos; });
+                                     [](std::string_view text) { return text.find_first_of("^~") != text.npos; });
 }
 
 }  // namespace
@@ -64,15 +67,41 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
             continue;
         }
         Log::SetPlace(command->offset);
+        if (command->isOverlong) {
+            Log::Report(LogTopic::Limit, Name(*command) + " takes more than " +
+                                             std::to_string(ZplCommand::LongestParameters >> 20) +
+                                             " MiB and is left out");
+            continue;
+        }
         if (command->command == "XA") formatOffset_ = command->offset;
         RunOrRecord(*handler, *command, controlCommandsOnly);
         // Without a format the flag stays set and nothing happens: that is how a stray end is ignored.
         if (contextProcessor_.IsFormatComplete() && contextProcessor_.GetContext(ContextProcessor::FormatContext)) {
+            isFinishing_ = true;
             FinishFormat(result);
+            isFinishing_ = false;
         }
     }
     result.remaining = input.substr(position);
     return result;
+}
+
+ZplCommandProcessor::StreamRest ZplCommandProcessor::TakeRest() {
+    return {std::move(tokenizer_), contextProcessor_.at(ZplContextKeys::CodePageConverter).GetEncoding(),
+            isFinishing_ || IsInFormat(), !isFinishing_ && IsInFormat()};
+}
+
+void ZplCommandProcessor::GoOnWith(StreamRest rest) {
+    tokenizer_ = std::move(rest.tokenizer);
+    (*contextProcessor_.GetSystemContext())[ZplContextKeys::CodePageConverter].SetEncoding(rest.encoding);
+    if (!rest.isInFormat) return;
+    contextProcessor_.BeginFormat();
+    contextProcessor_.set(ContextProcessor::FormatContext, ZplContextKeys::CancelCurrentFormat, true);
+}
+
+void ZplCommandProcessor::ForgetByteOrderMark() {
+    auto& converter = (*contextProcessor_.GetSystemContext())[ZplContextKeys::CodePageConverter];
+    converter.SetEncoding(converter.EncodingOfCodePage());
 }
 
 std::unique_ptr<ZplCommand> ZplCommandProcessor::NextCommand(std::string_view input, std::size_t& position,
@@ -81,11 +110,19 @@ std::unique_ptr<ZplCommand> ZplCommandProcessor::NextCommand(std::string_view in
     ZplCodePageConverter& converter = system[ZplContextKeys::CodePageConverter];
     // Asked for anew each time: the command before may have changed the characters or the character set.
     auto const& printer = *contextProcessor_.GetPrinterContext();
-    auto [encoding, command] =
-        tokenizer_.TokenizeString(input, position, printer.FormatPrefix(), printer.ControlPrefix(), printer.Delimiter(),
-                                  flushAtEnd, converter.GetEncoding());
-    converter.SetEncoding(encoding);
-    return std::move(command);
+    try {
+        auto [encoding, command] =
+            tokenizer_.TokenizeString(input, position, printer.FormatPrefix(), printer.ControlPrefix(),
+                                      printer.Delimiter(), flushAtEnd, converter.GetEncoding());
+        converter.SetEncoding(encoding);
+        return std::move(command);
+    } catch (std::exception const&) {
+        // There is no memory for what the command holds so far: it goes.
+        auto const read = tokenizer_.ConsumedBytes();
+        tokenizer_ = ZplTokenizer();
+        tokenizer_.StartAt(read);
+        throw;
+    }
 }
 
 void ZplCommandProcessor::RunOrRecord(CommandHandler& handler, ZplCommand const& command, bool controlCommandsOnly) {
@@ -101,7 +138,7 @@ void ZplCommandProcessor::RunOrRecord(CommandHandler& handler, ZplCommand const&
             }
             [[fallthrough]];
         case ProcessingType::Immediate:
-            handler.HandleCommand(contextProcessor_.GetCurrentContext(), command, contextProcessor_);
+            RunCommand(handler, command, contextProcessor_);
             if (handler.IsAdditonalSaveType()) contextProcessor_.AddFormatCommand(command);
             return;
     }
@@ -113,6 +150,11 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
         contextProcessor_.PopCurrentContext();
         contextProcessor_.ResetFormatComplete();
     };
+    if (contextProcessor_.GetFormatCommands().IsRefused()) {
+        contextProcessor_.ClearFormatCommands();
+        popTwice();
+        return;
+    }
     // A copy: the context that holds the path is about to go.
     if (std::string const path = contextProcessor_.at(ZplContextKeys::SavedFormatPath); !path.empty()) {
         SaveFormatCommands(path);
@@ -133,6 +175,8 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
     std::optional<std::string> const text = label.ProcessLabel(0, false);
     result.hasRfidOperations = label.HasRfidOperations();
     clone.SetRfidOperations(label.GetRfidOperations());
+    // Behind the first replay, which has brought the format's own settings into the system context.
+    clone.Freeze();
     if (text && label.HasImageSavePath()) label.RenderLabelToFile();
     if ((result.hasRfidOperations || text) && label.ShouldPrint()) {
         result.label.emplace(text.value_or(std::string()), std::move(clone));
@@ -152,9 +196,8 @@ void ZplCommandProcessor::ProcessControlCommands() {
         bool const shapesFormats =
             command.command == "XA" || command.command == "XZ" || command.command == "XF" || command.command == "DF";
         Log::SetPlace(command.offset);
-        if (handler && !shapesFormats && handler->GetProcessingType() == ProcessingType::Immediate) {
-            handler->HandleCommand(contextProcessor_.GetCurrentContext(), command, contextProcessor_);
-        }
+        if (handler && !shapesFormats && handler->GetProcessingType() == ProcessingType::Immediate)
+            RunCommand(*handler, command, contextProcessor_);
     }
 }
 

@@ -22,7 +22,7 @@ class UInt32Property;
 /// format into a label. One thread at a time.
 ///
 /// A number beyond the range of the language, or memory that cannot be had, leaves ProcessString as a standard
-/// exception; the processor is of no further use then.
+/// exception; the processor is of no further use then, and another goes on with TakeRest.
 class ZplCommandProcessor {
 public:
     struct ProcessResult {
@@ -34,6 +34,14 @@ public:
         bool allCommandsKnown = true;
         /// Whether the last label finished in the call has tag operations.
         bool hasRfidOperations = false;
+    };
+
+    /// What of a stream goes on when the processor that it was read with has thrown.
+    struct StreamRest {
+        ZplTokenizer tokenizer;  ///< with the prefix that ended the last command, and the count of bytes
+        Encoding encoding;
+        bool lostFormat;  ///< whether the exception has cost a format
+        bool isInFormat;  ///< whether more of that format follows
     };
 
     /// Called for each command that is unknown or has the wrong prefix, with the byte offset of its prefix since the
@@ -76,8 +84,13 @@ public:
     /// hold also when an exception has ended ProcessString.
     std::uint64_t LastCommandOffset() const { return tokenizer_.CommandOffset(); }
     std::uint64_t ConsumedBytes() const { return tokenizer_.ConsumedBytes(); }
-    /// What follows is the rest of a longer stream, of which `offset` bytes have passed already.
-    void StartAt(std::uint64_t offset) { tokenizer_.StartAt(offset); }
+
+    /// After an exception; nothing more can be done with the processor then.
+    StreamRest TakeRest();
+    /// Reads on what another processor has left. The rest of a lost format is thrown away at its end.
+    void GoOnWith(StreamRest rest);
+    /// A byte order mark counts for its own stream: the next one begins in the encoding of its character set.
+    void ForgetByteOrderMark();
 
     void ProcessControlCommands();
     Zpl::Label ProcessLabelCommands();
@@ -104,5 +117,6 @@ private:
     std::shared_ptr<UInt32Property> lifetimeZplScriptCount_;
     std::shared_ptr<BoolProperty> lowMemoryError_;
     UnknownCommandObserver unknownCommandObserver_;
+    bool isFinishing_ = false;  // a format
     std::optional<std::uint64_t> formatOffset_;
 };

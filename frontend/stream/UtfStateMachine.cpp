@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
 
 namespace {
 
@@ -19,40 +20,46 @@ bool EndsWith(std::span<std::uint8_t const> bytes, std::span<std::uint8_t const>
 
 UtfStateMachine::Result UtfStateMachine::Consume(char byte, Encoding encoding, bool inBinaryMode) {
     auto const value = static_cast<std::uint8_t>(byte);
+    ForgetBytesOfOthers(encoding);
     Push(value);
     if (!inBinaryMode) {
         if (auto const mark = HaveReadBom()) {
             // The last byte of the mark goes on as a character: between commands it is dropped, in a parameter kept.
             size_ = 0;
-            return {*mark, value, true};
+            encoding_ = *mark;
+            return {*mark, value, true, 1};
         }
     }
     switch (encoding) {
         case Encoding::Utf16Le:
         case Encoding::Utf16Be: return ConsumeUtf16(encoding);
         case Encoding::Utf8: return ConsumeUtf8();
-        default: return {encoding, value, true};  // the queue stays, so that a mark can still be recognised
+        default: return {encoding, value, true, 1};  // the queue stays, so that a mark can still be recognised
     }
+}
+
+void UtfStateMachine::ForgetBytesOfOthers(Encoding encoding) {
+    if (encoding != encoding_) size_ = 0;
+    encoding_ = encoding;
 }
 
 // Surrogates are not combined: each code unit is a character of its own.
 UtfStateMachine::Result UtfStateMachine::ConsumeUtf16(Encoding encoding) {
-    if (size_ != 2 || CouldBeUtf8Bom()) return {encoding, 0, false};
+    if (size_ != 2 || CouldBeUtf8Bom()) return {encoding, 0, false, 0};
     auto const older = bytes_[0];
     auto const newer = bytes_[1];
     size_ = 0;
     auto const unit = encoding == Encoding::Utf16Le ? newer << 8 | older : older << 8 | newer;
-    return {encoding, static_cast<char32_t>(unit), true};
+    return {encoding, static_cast<char32_t>(unit), true, 2};
 }
 
 // The held bytes count only as a whole: after a stray byte nothing is delivered until newer bytes have pushed it out,
 // and what is then held behind the first character is lost.
 UtfStateMachine::Result UtfStateMachine::ConsumeUtf8() {
     std::uint8_t const* oldest = bytes_.data();
-    if (!utf8::is_valid(oldest, oldest + size_)) return {Encoding::Utf8, 0, false};
+    if (!utf8::is_valid(oldest, oldest + size_)) return {Encoding::Utf8, 0, false, 0};
     auto const character = static_cast<char32_t>(utf8::unchecked::next(oldest));
-    size_ = 0;
-    return {Encoding::Utf8, character, true};
+    return {Encoding::Utf8, character, true, std::exchange(size_, std::uint8_t{0})};
 }
 
 std::optional<Encoding> UtfStateMachine::HaveReadBom() const {
@@ -69,7 +76,10 @@ bool UtfStateMachine::CouldBeUtf8Bom() const {
     return size_ == 2 && bytes_[0] == Utf8Bom[0] && bytes_[1] == Utf8Bom[1];
 }
 
-void UtfStateMachine::SkipSingleBytes(std::string_view run) {
+void UtfStateMachine::SkipRun(std::string_view run, Encoding encoding) {
+    if (run.empty()) return;
+    ForgetBytesOfOthers(encoding);
+    if (encoding != Encoding::SingleByte) return;
     if (run.size() < bytes_.size()) {
         for (char const byte : run) Push(static_cast<std::uint8_t>(byte));
         return;

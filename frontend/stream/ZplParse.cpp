@@ -13,7 +13,11 @@ std::optional<int> ScanNumber(std::string const& text, bool withSign) {
     if (first == text.end()) return std::nullopt;
     auto const last = std::find_if_not(first, text.end(), IsAsciiDigit);
     if (withSign && first != text.begin() && *(first - 1) == '-') --first;
-    return std::stoi(std::string(first, last));
+    try {
+        return std::stoi(std::string(first, last));
+    } catch (std::out_of_range const& error) {
+        throw NumberOutOfRange(error.what(), text);
+    }
 }
 
 /// The value of the letter that `text` starts with.
@@ -63,7 +67,7 @@ template <>
 ZplParseResult<double> ZplParse<double>(std::string const& text) {
     auto const first = text.find_first_of(".0123456789");
     if (first == std::string::npos) return {};
-    return ToPlainNumber<double>(text.substr(first));
+    return ToPlainNumber<double>(text.substr(first), text);
 }
 
 template <>

@@ -39,7 +39,7 @@ struct ZplParseResult {
 /// Reads a parameter. Absent and unusable text has no value and is never reported: a host may leave out anything.
 ///
 /// Numbers are scanned forgivingly: the first run of digits anywhere counts. A run beyond the signed 32-bit range
-/// throws std::out_of_range ("stoi"); a floating text without a number, as ".", throws std::invalid_argument ("stod").
+/// throws NumberOutOfRange ("stoi"); a floating text without a number, as ".", throws UnreadableNumber ("stod").
 /// Enumerations read the first letter, in either case.
 template <typename T>
 ZplParseResult<T> ZplParse(std::string const& text);

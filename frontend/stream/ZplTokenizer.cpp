@@ -15,7 +15,7 @@ std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(st
         std::unique_ptr<ZplCommand> command;
         if (singleByte && machine_.IsInBinaryMode()) {
             command = ConsumeBinary(input, position);
-        } else if (IsAscii(input[position]) && (singleByte || (encoding == Encoding::Utf8 && utf_.IsEmpty()))) {
+        } else if (IsAscii(input[position]) && (singleByte || (encoding == Encoding::Utf8 && utf_.IsEmpty(encoding)))) {
             command = ConsumeAscii(input, position, syntax, encoding);
         } else {
             command = ConsumeByte(input[position++], syntax, encoding);
@@ -52,11 +52,11 @@ void ReportMark(Encoding encoding, std::uint64_t lastByte) {
 }  // namespace
 
 std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeByte(char byte, Syntax const& syntax, Encoding& encoding) {
-    if (encoding == Encoding::SingleByte || utf_.IsEmpty()) characterOffset_ = consumed_;
     auto const result = utf_.Consume(byte, encoding, machine_.IsInBinaryMode());
     if (result.encoding != encoding) ReportMark(result.encoding, consumed_);
     encoding = result.encoding;
-    return result.complete ? ConsumeCharacter(result.character, characterOffset_, syntax, encoding) : nullptr;
+    if (!result.complete) return nullptr;
+    return ConsumeCharacter(result.character, consumed_ + 1 - result.bytesBack, syntax, encoding);
 }
 
 // A 7-bit byte ends no byte order mark, and is a character where no other bytes wait before it. So a run of them needs
@@ -74,14 +74,14 @@ std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeAscii(std::string_view input, s
         auto const offset = consumed_ + (position - start);
         command = ConsumeCharacter(static_cast<unsigned char>(input[position++]), offset, syntax, encoding);
     }
-    if (encoding == Encoding::SingleByte) utf_.SkipSingleBytes(input.substr(start, position - start));
+    utf_.SkipRun(input.substr(start, position - start), encoding);
     return command;
 }
 
 std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeBinary(std::string_view input, std::size_t& position) {
     auto const run = input.substr(position, machine_.BinaryRemaining());
     position += run.size();
-    utf_.SkipSingleBytes(run);
+    utf_.SkipRun(run, Encoding::SingleByte);
     auto command = machine_.ConsumeBinaryRun(run);
     if (command) deliveredOffset_ = openOffset_;
     return command;

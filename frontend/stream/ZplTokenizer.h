@@ -43,8 +43,7 @@ private:
 
     UtfStateMachine utf_;
     ZplTokenizerStateMachine machine_;
-    std::uint64_t consumed_ = 0;         // bytes
-    std::uint64_t characterOffset_ = 0;  // of the first byte of the character being decoded
+    std::uint64_t consumed_ = 0;  // bytes
     std::uint64_t openOffset_ = 0;
     std::uint64_t deliveredOffset_ = 0;
 };

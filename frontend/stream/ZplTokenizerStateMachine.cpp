@@ -16,8 +16,9 @@ namespace {
 constexpr std::size_t BinaryCountParameter = 2;  // not the total that stands before it
 constexpr std::size_t BinaryDataParameter = 4;
 
-// A host usually sends no more parameters than these; one allocation holds them.
-constexpr std::size_t UsualParameterCount = 4;
+// A host that waits for an effect sends no longer argument. Looking at a longer one, or copying it, at each of its
+// characters would take ever longer.
+constexpr std::size_t LongestEagerArgument = 256;
 
 bool IsLineEnd(char32_t character) { return character == U'\r' || character == U'\n'; }
 
@@ -27,11 +28,10 @@ bool TakesOneCharacter(std::string_view command) {
 }
 
 /// The number of raw bytes that follow the parameters so far, if they announce a binary graphic field.
-std::optional<std::uint32_t> AnnouncedBinaryCount(std::string_view command,
-                                                  std::vector<std::string> const& parameters) {
+std::optional<std::uint32_t> AnnouncedBinaryCount(std::string_view command, ZplParameters const& parameters) {
     if (command != "GF" || parameters.size() != BinaryDataParameter + 1) return std::nullopt;
     if (parameters[0].empty() || ToAsciiUpper(parameters[0][0]) != 'B') return std::nullopt;
-    auto const& text = parameters[BinaryCountParameter];
+    auto const text = parameters[BinaryCountParameter];
     std::uint32_t count = 0;
     auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
     if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
@@ -56,6 +56,7 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Consume(char32_t character
         } else {
             command_.clear();
             parameters_.clear();
+            isOverlong_ = false;
             state_ = ZplTokenizerState::Command;
         }
         isControl_ = character == controlPrefix;
@@ -79,20 +80,39 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeLetter(char32_t cha
 
 std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeParameterCharacter(char32_t character, char32_t delimiter,
                                                                                 Encoding encoding) {
-    auto& parameter = LastParameter();
-    if (TakesOneCharacter(command_)) {
-        if (character != delimiter) utf8::unchecked::append(character, std::back_inserter(parameter));
-        return Reset(ZplTokenizerState::Idle);
-    }
+    // After a flush there may be no parameter to go on with.
+    if (parameters_.empty()) StartParameter();
+    bool const takesOne = TakesOneCharacter(command_);
     if (character == delimiter) {
-        parameters_.emplace_back();
+        if (!takesOne) StartParameter();
         EnterBinaryMode();
-    } else if (encoding == Encoding::SingleByte) {
-        parameter += static_cast<char>(character);
+    } else if (encoding == Encoding::SingleByte && !takesOne) {
+        char const byte = static_cast<char>(character);
+        Append({&byte, 1});
     } else {
-        utf8::unchecked::append(character, std::back_inserter(parameter));
+        char text[6];
+        char const* const end = utf8::unchecked::append(character, text);
+        Append({text, static_cast<std::size_t>(end - text)});
     }
-    return HandleEagerReturnCommand();
+    return takesOne ? Reset(ZplTokenizerState::Idle) : HandleEagerReturnCommand();
+}
+
+void ZplTokenizerStateMachine::StartParameter() {
+    if (FitsAnother(sizeof(std::uint32_t))) parameters_.push_back({});
+}
+
+void ZplTokenizerStateMachine::Append(std::string_view text) {
+    if (parameters_.empty()) StartParameter();
+    if (FitsAnother(text.size())) parameters_.AppendToLast(text);
+}
+
+// What follows a command that is too long is read as before, to the same end, and kept nowhere.
+bool ZplTokenizerStateMachine::FitsAnother(std::size_t bytes) {
+    if (!isOverlong_ && parameters_.Bytes() + bytes > ZplCommand::LongestParameters) {
+        isOverlong_ = true;
+        parameters_ = {};
+    }
+    return !isOverlong_;
 }
 
 // The bytes of a binary graphic must not be scanned for prefixes, so the count is read here. The count is no reason to
@@ -117,12 +137,12 @@ std::size_t ZplTokenizerStateMachine::ConsumePlainRun(std::string_view text, cha
     };
     auto const end = std::find_if(text.begin(), text.end(), endsRun);
     auto const length = static_cast<std::size_t>(end - text.begin());
-    if (collecting && length != 0) LastParameter().append(text.data(), length);
+    if (collecting && length != 0) Append(text.substr(0, length));
     return length;
 }
 
 std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeBinaryRun(std::string_view bytes) {
-    LastParameter().append(bytes);
+    Append(bytes);
     binaryRemaining_ -= static_cast<std::uint32_t>(bytes.size());
     return binaryRemaining_ == 0 ? Reset(ZplTokenizerState::Idle) : nullptr;
 }
@@ -137,6 +157,7 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Flush() { return command_.
 std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::HandleEagerReturnCommand() {
     using Operation = CommandIdentifier::ArgumentMatchOperation;
     if (!eager_) return nullptr;
+    if (parameters_.size() == 1 && parameters_[0].size() > LongestEagerArgument) return nullptr;
 
     auto operation = Operation::Return;
     if (eager_->argumentMatch && parameters_.empty()) operation = Operation::Continue;
@@ -152,17 +173,10 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::HandleEagerReturnCommand()
 std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::TakeCommand() {
     auto command = std::make_unique<ZplCommand>();
     command->command.swap(command_);
-    command->parameters.swap(parameters_);
+    command->parameters = std::move(parameters_);
+    parameters_.clear();
     command->isControl = std::exchange(isControl_, false);
+    command->isOverlong = std::exchange(isOverlong_, false);
     eager_ = nullptr;
     return command;
-}
-
-// After a flush there may be no parameter to go on with.
-std::string& ZplTokenizerStateMachine::LastParameter() {
-    if (parameters_.empty()) {
-        parameters_.reserve(UsualParameterCount);
-        parameters_.emplace_back();
-    }
-    return parameters_.back();
 }

@@ -5,7 +5,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "frontend/stream/Encoding.h"
 #include "frontend/stream/ZplCommand.h"
@@ -51,12 +50,15 @@ private:
     std::unique_ptr<ZplCommand> ConsumeParameterCharacter(char32_t character, char32_t delimiter, Encoding encoding);
     std::unique_ptr<ZplCommand> TakeCommand();
     void EnterBinaryMode();
-    std::string& LastParameter();
+    void Append(std::string_view text);
+    void StartParameter();
+    bool FitsAnother(std::size_t bytes);
 
     ZplTokenizerState state_ = ZplTokenizerState::Idle;
     std::string command_;
     bool isControl_ = false;
-    std::vector<std::string> parameters_;
+    ZplParameters parameters_;
+    bool isOverlong_ = false;
     std::uint32_t binaryRemaining_ = 0;
     CommandIdentifier const* eager_ = nullptr;  // the row of the command whose letters are read; null: none
 };

@@ -25,6 +25,7 @@ Session::Session(ZPLProcessorInterface& model, std::shared_ptr<Context> systemCo
     processor_.SetMissingZplCommands(model.GetMissingZplCommandsProperty());
     processor_.SetLifetimeZPLScriptCount(model.GetLifetimeZplScriptsCountProperty());
     processor_.SetSystemContext(std::move(systemContext));
+    processor_.ForgetByteOrderMark();
     processor_.SetGraphicContext(graphicContext_);
     processor_.SetPrinterContext(std::move(printerContext));
     processor_.SetZPLFormatCharacter(model.GetZPLFormatProperty());

@@ -32,8 +32,12 @@ public:
     std::optional<std::uint64_t> FormatOffset() const { return processor_.FormatOffset(); }
     std::uint64_t LastCommandOffset() const { return processor_.LastCommandOffset(); }
     std::uint64_t ConsumedBytes() const { return processor_.ConsumedBytes(); }
-    void StartAt(std::uint64_t offset) { processor_.StartAt(offset); }
+    /// See ZplCommandProcessor.
+    ZplCommandProcessor::StreamRest TakeRest() { return processor_.TakeRest(); }
+    void GoOnWith(ZplCommandProcessor::StreamRest rest) { processor_.GoOnWith(std::move(rest)); }
     Scripting::ScriptGraphicContext& Target() { return *graphicContext_; }
+    /// What the labels of this session are drawn on, also when it is over.
+    std::shared_ptr<Scripting::ScriptGraphicContext> const& SharedTarget() const { return graphicContext_; }
 
 private:
     ZplCommandProcessor processor_;

@@ -48,6 +48,7 @@ Extent ScriptGraphicContext::State::PixelsOf(unsigned width, unsigned length) co
 void ScriptGraphicContext::SetupForPrintJob() {
     Extent const page = Drawable(state_->PixelsOf(0, 0));
     state_->layout = {.width = page.width, .height = page.height};
+    state_->drawnSize = page;
     StartLabel();
 }
 
@@ -91,6 +92,11 @@ void ScriptGraphicContext::EndJob(std::filesystem::path const& jobPath) {
     state_->fileError = error ? error.message() : std::string();
 }
 
+void ScriptGraphicContext::SetStoredImageGeneration(unsigned generation) {
+    if (state_->storedGeneration != generation) state_->storedPicture.reset();
+    state_->storedGeneration = generation;
+}
+
 void ScriptGraphicContext::StartLabel() {
     State& state = *state_;
     state.raster.Reset(state.layout.width, state.layout.height);
@@ -126,8 +132,12 @@ void ScriptGraphicContext::SetSuppressBackfeed(bool) {
 
 void ScriptGraphicContext::EndLabel(LabelSettings const& settings) {
     State& state = *state_;
-    Extent const wanted = state.PixelsOf(settings.labelWidth, settings.labelLength);
+    state.layout.enlargement = static_cast<int>(std::clamp(settings.formatScale, 1u, 64u));
+    // A size told in dots grows with them; the label part is as large as it is.
+    auto const enlarged = [&](unsigned dots) { return dots * static_cast<unsigned>(state.layout.enlargement); };
+    Extent const wanted = state.PixelsOf(enlarged(settings.labelWidth), enlarged(settings.labelLength));
     Extent const page = Drawable(wanted);
+    state.drawnSize = Drawable(state.PixelsOf(settings.labelWidth, settings.labelLength));
     if (page != wanted) {
         PrintProcessHandler::GetInstance()->Warn("a page of " + Text(wanted) + " pixels is too large, only " +
                                                  Text(page) + " are drawn");
@@ -136,7 +146,6 @@ void ScriptGraphicContext::EndLabel(LabelSettings const& settings) {
     state.layout.height = page.height;
     state.layout.turned = !settings.upright;
     state.layout.mirrored = settings.mirror;
-    state.layout.enlargement = static_cast<int>(std::clamp(settings.formatScale, 1u, 64u));
     state.layout.shiftDown = state.Scale().Edge(settings.adjustY);
     state.keepsPicture = settings.useStoredImage;
 }
@@ -151,7 +160,7 @@ void ScriptGraphicContext::RenderPage(std::filesystem::path const& jobPath, unsi
     // A label is also drawn to see what it holds, without becoming a page. Only a page is there to be drawn upon.
     if (state.keepsPicture) {
         auto picture = std::make_unique<Raster>();
-        picture->Reset(state.layout.width, state.layout.height);
+        picture->Reset(state.drawnSize.width, state.drawnSize.height);
         picture->Draw(state.constantFields ? *state.constantFields : state.raster, Ink::Black);
         state.storedPicture = std::move(picture);
     } else {
@@ -178,8 +187,8 @@ void ScriptGraphicContext::RenderPage(std::filesystem::path const& jobPath, unsi
 
 std::vector<std::uint8_t> ScriptGraphicContext::GetPageBitmap(unsigned& width, unsigned& height) const {
     PageLayout plain;
-    plain.width = state_->layout.width;
-    plain.height = state_->layout.height;
+    plain.width = state_->drawnSize.width;
+    plain.height = state_->drawnSize.height;
     width = static_cast<unsigned>(plain.width);
     height = static_cast<unsigned>(plain.height);
     std::size_t const rowBytes = PrintEngine::Pages::PackedRowBytes(plain.width);

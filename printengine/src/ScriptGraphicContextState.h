@@ -64,6 +64,7 @@ struct ScriptGraphicContext::State {
     PrintEngine::Drawing::Raster raster;
     PrintEngine::Drawing::Raster scratch;  ///< where text is put together before it inverts what lies beneath
     std::unique_ptr<PrintEngine::Drawing::Raster> storedPicture;  ///< null when the next label starts empty
+    unsigned storedGeneration = 0;                                ///< of the labels that the stored picture is for
 
     /// The page without its variable fields; null while it has none.
     std::unique_ptr<PrintEngine::Drawing::Raster> constantFields;
@@ -71,6 +72,7 @@ struct ScriptGraphicContext::State {
 
     PrintEngine::Pages::PngWriter pngWriter;
     PrintEngine::Pages::PageLayout layout;
+    Extent drawnSize{1, 1};  ///< of the page before it is enlarged, in pixels
     bool keepsPicture = false;
     Extent pageSize;
     std::string fileError;

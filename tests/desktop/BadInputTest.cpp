@@ -19,6 +19,9 @@ std::vector<BadRow> const Rows = {
     {"unknown command",
      "^XA\n^QQ1^FDa^FS^XZ",
      {"label 1, byte 4, line 2, column 1: command ^QQ is not known and was left out"}},
+    {"unknown command behind a change of encoding",
+     "^XA^CI28^XZ~QQ^XA^FDa^FS^XZ",
+     {"byte 11, line 1, column 12: command ~QQ is not known and was left out"}},
     {"truncated picture",
      "^XA\n^FO9,9^GFA,800,800,10,FF^FS^XZ",
      {"label 1, byte 10, line 2, column 7: the data of a picture end behind 1 of 80 rows; the rest is white"}},
@@ -57,11 +60,33 @@ std::vector<BadRow> const Rows = {
      {"label 1, byte 41, line 2, column 4: no picture is stored under the name \"R:NONE\""}},
     {"a number out of range",
      "^XA^FO9,9\n^FB99999999999^FDa^FS^XZ",
-     {"byte 10, line 2, column 1: a number is out of range; this format is dropped"},
+     {"byte 10, line 2, column 1: ^FB: the number \"99999999999\" is out of range; this format is dropped"},
      0},
+    {"text in the place of a number",
+     "^XA^FOcenter. To move,5^FDa^FS^XZ",
+     {"byte 3, line 1, column 4: ^FO: \"center. To move\" is no number; this format is dropped"},
+     0},
+    {"a number out of range outside all formats",
+     "^PQ99999999999^XA^FDa^FS^XZ",
+     {"byte 0, line 1, column 1: ^PQ: the number \"99999999999\" is out of range; this command is dropped"}},
+    {"the rest of a format with a number out of range",
+     "^XA^FDlost^FS^PQ99999999999^PQ7^DFR:U^QQ^FDb^FS^XZ^XA^XFR:U^FDa^FS^XZ",
+     {"byte 13, line 1, column 14: ^PQ: the number \"99999999999\" is out of range; this format is "
+      "dropped",
+      "byte 37, line 1, column 38: command ^QQ is not known and was left out",
+      "label 1, byte 53, line 1, column 54: no format is stored under the name \"R:U\""}},
+    {"a number out of range in UTF-16",
+     "\xFF\xFE" +
+         [] {
+             std::string wide;
+             for (char const c : std::string("^XA^PQ99999999999^XZ^XA^FDa^FS^XZ")) wide += {c, '\0'};
+             return wide;
+         }(),
+     {"byte 8, line 1, column 9: ^PQ: the number \"99999999999\" is out of range; this format is "
+      "dropped"}},
     {"a quantity out of range",
      "^XA^PQ2147483648^FDa^FS^XZ",
-     {"byte 3, line 1, column 4: a number is out of range; this format is dropped"},
+     {"byte 3, line 1, column 4: ^PQ: the number \"2147483648\" is out of range; this format is dropped"},
      0},
     {"huge quantities and groups", "^XA^PQ99999999,99999999,99999999,N^FDa^FS^XZ", {}},
     {"clocks out of range",

@@ -77,13 +77,18 @@ TEST_F(ZplProgram, WritesOtherFormats) {
 }
 
 TEST_F(ZplProgram, KeepsTheJobFolder) {
-    auto const run = Render(TwoLabels, "--job --out jobs");
+    // What stands behind a label does not reach it, and a lost format does not take the target away.
+    auto const run =
+        Render("^XA^PQ2^FDx^FS^XZ^PQ9^XA^FO.,1^FDlost^FS^XZ^XA^PQ1^PW50^LL60^FDy^FS^XZ", "--job --out jobs");
     EXPECT_EQ(run.code, 0);
     std::vector<std::filesystem::path> const folders{std::filesystem::directory_iterator(folder_ / "jobs"), {}};
     ASSERT_EQ(folders.size(), 1U);
     for (char const* const name : {"0", "1", "2", "TransferDone"})
         EXPECT_TRUE(std::filesystem::exists(folders[0] / name)) << name;
-    EXPECT_THAT(run.out, HasSubstr("/2  203 x 203  copy 1 of 1"));
+    EXPECT_THAT(run.out, HasSubstr("/1  203 x 203  copy 2 of 2"));
+    EXPECT_THAT(run.out, HasSubstr("/2  50 x 60  copy 1 of 1"));
+    EXPECT_THAT(Render("^XA^PQ99999999,1,0,N^FDx^FS^XZ", "--job --copies 1").err,
+                HasSubstr("zpl: the job pauses more"));
 }
 
 TEST_F(ZplProgram, SpeaksJson) {
@@ -126,9 +131,9 @@ TEST_F(ZplProgram, EndsWithTheCodeAndTheLineThatFit) {
              {"unknown command under --strict", "^XA^ZZ^FDx^FS^XZ", "--strict", 3, 1, "^ZZ"},
              {"nothing found under --strict", fine, "--strict", 0, 1, ""},
              {"a number past 32 bits when drawn", "^XA^FB99999999999^FDx^FS^XZ" + fine, "", 0, 1,
-              "a number is out of range"},
+              "^FB: the number \"99999999999\" is out of range"},
              {"a number past 32 bits when read", fine + "^XA^PQ2147483648^FDx^FS^XZ" + fine, "", 0, 2,
-              "a number is out of range"},
+              "^PQ: the number \"2147483648\" is out of range"},
              {"millions of copies", "^XA^PQ99999999^FDx^FS^XZ", "--copies 3", 0, 3, "of 99999999 copies 3 are drawn"},
              {"the largest group count", "^XA^PQ2,99999999,99999999^FDx^FS^XZ", "", 0, 2, ""},
              {"a pause behind each of millions", "^XA^PQ99999999,1^FDx^FS^XZ", "--copies 1", 0, 1, nullptr},

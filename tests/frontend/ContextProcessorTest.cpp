@@ -32,6 +32,51 @@ std::string Dump(FormatCommands const& commands) {
 
 }  // namespace
 
+TEST(FormatCommands, GiveBackWhatWasAppended) {
+    std::vector<ZplCommand> const commands = {
+        {"FO", false, {"10", "20"}, ',', 7},
+        {"FS", false, {}, ',', 0xFFFF'FFFF'FFFF},
+        {"\xC3\xA9", true, {"", "", std::string(100'000, 'x'), ""}, ';'},
+        {"X\xF0\x9F\x98\x80", false, {std::string_view("\0\xFF", 2)}, '\0', 0},
+    };
+    FormatCommands list;
+    for (int i = 0; i < 1000; ++i) list.Append(commands[static_cast<std::size_t>(i % 13 == 0 ? 2 : i) % 4]);
+    auto copy = list;
+    copy.Append(commands[1]);
+    list.Append(commands[3]);
+    auto const recalled = std::make_shared<PackedCommands>();
+    for (auto const& command : commands) recalled->Append(command);
+    list.AppendRecalled(recalled, 99);
+    EXPECT_EQ(copy.size(), 1001U);
+    ASSERT_EQ(list.size(), 1005U);
+    int index = 0;
+    for (auto const& command : list) {
+        ZplCommand expected = commands[static_cast<std::size_t>(index % 13 == 0 ? 2 : index) % 4];
+        if (index >= 1000) expected = commands[static_cast<std::size_t>(index + 3) % 4];
+        if (index > 1000) expected.offset = 99;
+        ASSERT_EQ(command, expected) << index;
+        ++index;
+    }
+}
+
+TEST(FormatCommands, PastALimitAreNone) {
+    ZplCommand const large{"FD", false, {std::string(FormatCommands::MostPackedBytes / 4, 'x')}};
+    auto const recalled = std::make_shared<PackedCommands>();
+    for (std::size_t i = 0; i < FormatCommands::MostRecalledCommands / 4; ++i) recalled->Append({"FS", false, {}});
+    for (bool const isRecalled : {false, true}) {
+        FormatCommands list;
+        auto const append = [&] { return isRecalled ? list.AppendRecalled(recalled, {}) : list.Append(large); };
+        int appended = 0;
+        while (appended < 9 && !append()) ++appended;
+        EXPECT_EQ(appended, isRecalled ? 4 : 3);
+        list.AppendRecalled(recalled, {});
+        EXPECT_TRUE(list.IsRefused() && list.empty() && list.begin() == list.end()) << "and is not told again";
+        list.Clear();
+        EXPECT_EQ(append(), nullptr);
+        EXPECT_FALSE(list.empty());
+    }
+}
+
 TEST(Context, MakesEntriesFromTheDefault) {
     Context context("name");
     EXPECT_EQ(context.Find(Number), nullptr);

@@ -98,16 +98,16 @@ TEST(UtfStateMachine, DecodesByTheEncodingInForce) {
     }
 }
 
-TEST(UtfStateMachine, KeepsHeldBytesWhenTheCallerChangesTheEncoding) {
+TEST(UtfStateMachine, ForgetsHeldBytesWhenTheCallerChangesTheEncoding) {
     UtfStateMachine machine;
-    EXPECT_EQ(Decode(machine, "^XZ", Single, false), "5E 58 5A");
-    EXPECT_EQ(Decode(machine, "^XA", Utf8, false), "5E 58 41");  // the first held byte, and the rest is lost
+    EXPECT_EQ(Decode(machine, "^X\xEF\xBB", Single, false), "5E 58 EF BB");
+    EXPECT_EQ(Decode(machine, "\xBF", Utf8, false), ".");
     EXPECT_EQ(Decode(machine, "Q", Single, false), "51");
     EXPECT_EQ(Decode(machine,
                      "\x01"
                      "A\x02",
                      Le, false),
-              "151 . 241");
+              ". 4101 .");
 }
 
 TEST(UtfStateMachine, SkippingARunLeavesTheSameBehind) {
@@ -117,7 +117,7 @@ TEST(UtfStateMachine, SkippingARunLeavesTheSameBehind) {
         Decode(consuming, "xy\xEF", Single, true);
         Decode(skipping, "xy\xEF", Single, true);
         Decode(consuming, run, Single, true);
-        skipping.SkipSingleBytes(run);
+        skipping.SkipRun(run, Single);
         EXPECT_EQ(Decode(skipping,
                          "\xBF\xFF\xFE"
                          "A\x01",

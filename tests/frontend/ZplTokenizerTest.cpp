@@ -109,6 +109,29 @@ TEST(ZplTokenizer, DeliversEagerCommandsAtOnce) {
         Encoding::SingleByte);
 }
 
+TEST(ZplTokenizer, WaitsForTheEndOfAnArgumentThatNobodyWaitsFor) {
+    std::string const digits(300, '1');
+    EXPECT_EQ(Tokenize({"~SD" + digits + "x^XZ"}, Encoding::SingleByte, false), "~SD[11] ~SD[" + digits + "x] ^XZ");
+}
+
+TEST(ZplTokenizer, KeepsNothingOfACommandThatIsTooLong) {
+    ZplTokenizer tokenizer;
+    std::string const part(ZplCommand::LongestParameters / 4 - 1, 'x');
+    std::string dump;
+    // Behind a prefix all is well again, and a counted run is read to its end.
+    for (auto const& chunk : {"^FD" + part, part, part, part + "^FD", part, part, part, part, ",^~HS^GFB,1,"s,
+                              std::to_string(5 * part.size()) + ",1,", part, part, part, part, part, "^XZ"s}) {
+        for (std::size_t position = 0; position < chunk.size();) {
+            auto const [encoding, command] =
+                tokenizer.TokenizeString(chunk, position, '^', '~', ',', false, Encoding::SingleByte);
+            if (command)
+                dump +=
+                    command->command + std::to_string(command->parameters.Bytes()) + (command->isOverlong ? "! " : " ");
+        }
+    }
+    EXPECT_EQ(dump, "FD" + std::to_string(4 * part.size() + 4) + " FD0! HS0 GF0! XZ0 ");
+}
+
 TEST(ZplTokenizer, TakesOneCharacterOfSyntaxCommands) {
     ExpectAtEveryCut(
         {

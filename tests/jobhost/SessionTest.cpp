@@ -58,6 +58,7 @@ TEST_F(SessionTest, LabelsComeOutOfStreams) {
         {"a format that is not stored adds nothing", "^XA^XFR:NONE.ZPL^FDa^FS^XZ", {"a"}},
         {"names never leave their folder", "^XA^DFR:../../T.ZPL^FDa^FS^XZ^XA^XFR:../../T.ZPL^FDb^FS^XZ", {"b"}},
         {"a saved picture that is not printed", "^XA^FDa^FS^ISR:P.GRF,N^XZ^XA^XGR:P.GRF^FS^XZ", {""}},
+        {"the first command behind a change of encoding", "^XA^CI28^XZ^XA^FDa^FS^XZ^XA^FDb^FS^XZ", {"a", "b"}},
         {"a byte order mark", "\xEF\xBB\xBF^XA^CI28^FD\xC3\xA9^FS^XZ", {"\xC3\xA9"}},
     };
     for (auto const& row : rows) {

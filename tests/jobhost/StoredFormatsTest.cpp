@@ -65,6 +65,8 @@ TEST_F(StoredFormats, RecalledAfterARestartDrawWhatTheyWouldHaveDrawn) {
               "^XA^FO20,20^GFA,8,4,1,FF5E2C7E^FS^XZ"},
              {"a serial template", "^XA^DFE:T.ZPL^FO20,20^A0N,40,30^FN1^SFdd^FS^XZ", "^XA^XFE:T^FN1^FD07^FS^XZ",
               "^XA^FO20,20^A0N,40,30^FD07^FS^XZ"},
+             {"a name that pictures have", "^XA^DFE:T.GRF^FO20,20^FN1^FS^XZ", "^XA^XFE:T.GRF^FN1^FDa^FS^XZ",
+              "^XA^FO20,20^FDa^FS^XZ"},
              {"two recalls in one format", "^XA^DFE:T^FO20,20^FN1^FS^XZ^XA^DFE:U^FO20,60^FN2^FS^XZ",
               "^XA^XFE:T^FN1^FDa^FS^XFE:U^FN2^FDb^FS^XZ", "^XA^FO20,20^FDa^FS^FO20,60^FDb^FS^XZ"},
          }) {
@@ -150,7 +152,7 @@ TEST_F(StoredFormats, ReportDataThatARecallWouldReadAsCommands) {
 }
 
 TEST_F(StoredFormats, NamesStayInTheirFolder) {
-    for (std::string const name : {"E:../T", "E:a/b", "../T.ZPL", "E:..", "Q:T", "E:T.GRF", "E:\\T", "/tmp/T",
+    for (std::string const name : {"E:../T", "E:a/b", "../T.ZPL", "E:..", "Q:T", "E:\\T", "/tmp/T",
                                    "E:12345678901234567", "E:T.ZPL/x", "E:a\x01"}) {
         Start("^XA^DF" + name + "^FDx^FS^XZ");
         EXPECT_TRUE(Start("^XA^XF" + name + "^XZ").labels.empty()) << name;

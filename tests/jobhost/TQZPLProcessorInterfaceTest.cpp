@@ -129,10 +129,20 @@ TEST_F(TQZPLProcessorInterfaceTest, DropsWhatIsNoPacket) {
     EXPECT_EQ(Send({1, 0, ""}), Calls{Processing}) << "opens no session";
 }
 
-TEST_F(TQZPLProcessorInterfaceTest, KeepsFinishedLabelsWhenAPacketFails) {
+TEST_F(TQZPLProcessorInterfaceTest, ABadNumberCostsOnlyItsFormat) {
     Connect();
-    EXPECT_EQ(Send({1, 0, "^XA^FDa^FS^XZ^XA^FO1,1^FB2147483648^FDb^FS^XZ^XA^FDlost^FS^XZ"}), Calls{Processing});
-    EXPECT_EQ(Send({1, 1, "^XA^FDc^FS^XZ"}), (Calls{Processing, "enqueue a 2", Done}));
+    EXPECT_EQ(Send({1, 0, "^XA^FDa^FS^XZ^XA^FO1,1^FB2147483648^FDlost^FS^XZ^XA^FDb^FS^XZ^XA^FO.,1^FD"}),
+              Calls{Processing});
+    EXPECT_EQ(Send({1, 1, "lost^FS^XZ^XA^FDc^FS^XZ~SD99999999999^XA^FDd^FS^XZ"}),
+              (Calls{Processing, "enqueue a 4", Done}));
+}
+
+TEST_F(TQZPLProcessorInterfaceTest, AByteOrderMarkCountsForItsOwnStream) {
+    Connect();
+    EXPECT_EQ(Send({1, 1, "\xFF\xFE^XA^FDlost^FS^XZ"}), (Calls{Processing, Done}));
+    EXPECT_EQ(Send({1, 1, "^XA^CI28^FDa^FS^XZ"}), (Calls{Processing, "enqueue a 1", Done}));
+    EXPECT_EQ(Send({1, 1, "\xFE\xFF^XA^FDlost^FS^XZ"}), (Calls{Processing, Done}));
+    EXPECT_EQ(Send({1, 1, "^XA^FD\xC3\xA9^FS^XZ"}), (Calls{Processing, "enqueue \xC3\xA9 1", Done}));
 }
 
 TEST_F(TQZPLProcessorInterfaceTest, TakesThePacketThatIsWaiting) {

@@ -202,13 +202,29 @@ TEST_F(LabelTest, AReadResponseReachesItsOwnCopyOnce) {
 }
 
 TEST_F(LabelTest, AJobStartsWithItsPausesTagsAndDensity) {
-    auto labels = Labels("^XA^PQ5,2^MD-3^FDa^FS^XZ^XA^PQ2^PP^FDb^FS^XZ");
-    labels.at(1).SetRfidOperations({{1, {}}});
-    Zpl::Job job(labels, {}, true);
-    job.Start("name");
-    EXPECT_EQ(Take(), "job name pages 7 pauses 2 4 7 tag 5-6 density 12 flag\n");
-    job.RenderLabel(6);
-    EXPECT_NE(Take().find("page folder/6 last"), std::string::npos);
+    struct Row {
+        char const* name;
+        char const* stream;
+        char const* job;
+    };
+    for (auto const& row : std::vector<Row>{
+             {"groups and a pause", "^XA^PQ5,2^MD-3^FDa^FS^XZ^XA^PQ2^PP^FDb^FS^XZ",
+              "pages 7 pauses 2 4 7 tag 5-6 density 12"},
+             {"set behind the first label", "^XA^FDa^FS^XZ^PQ4,2~SD25^XA^MD9^FDb^FS^XZ~SD30^PQ9",
+              "pages 5 pauses 3 5 tag 1-4"},
+             {"set in front of both", "~SD25^PQ2^XA^FDa^FS^XZ~SD5^PQ3^XA^FDb^FS^XZ",
+              "pages 5 pauses tag 2-4 density 25"},
+         }) {
+        SCOPED_TRACE(row.name);
+        system_->Clear();
+        auto labels = Labels(row.stream);
+        labels.at(1).SetRfidOperations({{1, {}}});
+        Zpl::Job job(labels, {}, true);
+        job.Start("name");
+        EXPECT_EQ(Take(), "job name " + std::string(row.job) + " flag\n");
+        job.RenderLabel(job.Quantity() - 1);
+        EXPECT_NE(Take().find("page folder/" + std::to_string(job.Quantity() - 1) + " last"), std::string::npos);
+    }
 }
 
 TEST_F(LabelTest, ControlCommandsRunAtOnceAlsoAlone) {

@@ -22,9 +22,9 @@ inline std::string HexDump(std::string_view text) {
 inline std::string Dump(ZplCommand const& command) {
     auto const isPrintable = [](char c) { return c >= ' ' && c <= '~'; };
     std::string dump = (command.isControl ? "~" : "^") + command.command;
-    for (auto const& parameter : command.parameters) {
+    for (std::string_view const parameter : command.parameters) {
         bool const plain = std::all_of(parameter.begin(), parameter.end(), isPrintable);
-        dump += '[' + (plain ? parameter : HexDump(parameter)) + ']';
+        dump += '[' + (plain ? std::string(parameter) : HexDump(parameter)) + ']';
     }
     return dump;
 }

@@ -87,6 +87,9 @@ public:
 
     /// Starts an empty page (or one that begins with the stored picture), upright and unreversed, at origin (0, 0).
     virtual void StartLabel() = 0;
+    /// Pictures that labels keep for those after them count among labels of one generation. Said before StartLabel.
+    /// A target that keeps none need not know.
+    virtual void SetStoredImageGeneration(unsigned) {}
     /// The label home: added to every position of the drawing calls that follow.
     virtual void SetLabelOriginX(unsigned x) = 0;
     virtual void SetLabelOriginY(unsigned y) = 0;

@@ -44,6 +44,7 @@ public:
                          std::optional<int> density, bool pauseAfterJob) override;
     void EndJob(std::filesystem::path const& jobPath) override;
     void StartLabel() override;
+    void SetStoredImageGeneration(unsigned generation) override;
     void SetLabelOriginX(unsigned x) override;
     void SetLabelOriginY(unsigned y) override;
     void SetLabelLength(unsigned length) override;
