@@ -89,6 +89,8 @@ void TQZPLProcessorInterface::InitCallbacks() {
         queue_->CancelAll();
         model_->SetCancelAllZplJobs(false);
     });
+    // Asked before anybody listened, when there was nothing to cancel; left so, it could never be asked again.
+    if (model.GetCancelAllZPLJobsProperty()->Get()) model_->SetCancelAllZplJobs(false);
     OnChange(model.GetZplUnPauseProperty(), [this](unsigned page) {
         if (page == ZPLProcessorInterface::NoUnPause) return;
         pauseController_->UnPause(page);

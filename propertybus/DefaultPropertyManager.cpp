@@ -1,6 +1,8 @@
 #include "propertybus/DefaultPropertyManager.h"
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "foundation/DebugZones.h"
 #include "propertybus/ThreadFactory.h"
@@ -88,6 +90,17 @@ void DefaultPropertyManager::Post(PiclMessage message) {
     wakeDelivery_.notify_all();
 }
 
+void DefaultPropertyManager::HoldWrites() {
+    std::vector<std::shared_ptr<Property>> properties;
+    {
+        std::lock_guard const lock(mutex_);
+        for (auto const& [address, entry] : entries_) {
+            if (entry.property) properties.push_back(entry.property);
+        }
+    }
+    for (auto const& property : properties) property->HoldWrites();
+}
+
 void DefaultPropertyManager::PostLinkUp() {
     {
         std::lock_guard const lock(mutex_);
@@ -117,6 +130,7 @@ bool DefaultPropertyManager::ConnectToBus(PropertyAddress const& address, std::s
         known.role = role;
         known.archived = archived;
         known.answered = false;
+        known.number = entries_.size();
         entry = known;
     }
     return Announce(address, entry);
@@ -131,23 +145,37 @@ bool DefaultPropertyManager::Announce(PropertyAddress const& address, Entry cons
     return Send({.type = PiclMessage::Type::Subscribe, .address = address});
 }
 
+/// Those who follow this process hear of its writes in their order, and find it listening by then.
 void DefaultPropertyManager::AnnounceAll() {
-    std::map<PropertyAddress, Entry> entries;
+    struct Known {
+        PropertyAddress address;
+        Entry entry;
+        std::uint64_t lastWrite;
+    };
+    std::vector<Known> all;
     {
         std::lock_guard const lock(mutex_);
         for (auto& [address, entry] : entries_) {
             if (!std::exchange(entry.unannounced, false)) continue;
             entry.answered = entry.available = false;
-            entries.emplace(address, entry);
+            all.push_back({address, entry, 0});
         }
     }
-    for (auto const& [address, entry] : entries) {
+    for (auto& known : all) known.lastWrite = known.entry.property ? known.entry.property->LastWrite() : 0;
+    std::ranges::stable_sort(all, {}, &Known::lastWrite);
+    for (auto const& [address, entry, lastWrite] : all) {
         // What this process wrote goes first: an older value that somebody else still holds must not undo it.
         if (entry.property && entry.role == Role::Follower) entry.property->Resend();
     }
-    for (auto const& [address, entry] : entries) {
+    std::ranges::stable_sort(all, {}, [](Known const& known) { return known.entry.number; });
+    for (auto const& [address, entry, lastWrite] : all) {
+        if (entry.role == Role::Follower) Announce(address, entry);
+    }
+    std::ranges::stable_sort(all, {}, &Known::lastWrite);
+    for (auto const& [address, entry, lastWrite] : all) {
+        if (entry.role != Role::Owner) continue;
         Announce(address, entry);
-        if (entry.property && entry.role == Role::Owner) entry.property->Resend();
+        entry.property->Resend();
     }
 }
 

@@ -35,6 +35,8 @@ public:
 
     /// Queues what the link received. Any thread.
     void Post(PiclMessage message);
+    /// A link comes up: what is written waits until PostLinkUp has everything said again. Any thread.
+    void HoldWrites();
     /// The link is new: says everything again. Any thread.
     void PostLinkUp();
 
@@ -62,6 +64,7 @@ private:
         bool answered = false;
         bool available = false;
         bool unannounced = false;  // on the link that is up now
+        std::size_t number = 0;    // in the order in which they were made
     };
 
     bool Send(PiclMessage const& message);

@@ -4,7 +4,6 @@
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,6 +14,7 @@
 #include "foundation/AppSettings.h"
 #include "foundation/DebugZones.h"
 #include "propertybus/PublishingPropertyManager.h"
+#include "propertybus/SocketAddress.h"
 #include "propertybus/ThreadFactory.h"
 
 namespace {
@@ -32,6 +32,19 @@ bool IsNews() {
     static std::atomic<Clock::duration> lastLoss{Clock::duration::min() / 2};
     Clock::duration const now = Clock::now().time_since_epoch();
     return now - lastLoss.exchange(now) > std::chrono::seconds(1);
+}
+
+/// A socket that is connected to the server; -1 if there is none.
+int OpenSocket(std::filesystem::path const& path) {
+    int const descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    try {
+        SocketAddress const address(path);
+        if (descriptor >= 0 && ::connect(descriptor, address.Get(), SocketAddress::Size) == 0) return descriptor;
+    } catch (std::system_error const& error) {
+        DebugLog(PICL, error.what());
+    }
+    ::close(descriptor);
+    return -1;
 }
 
 }  // namespace
@@ -142,22 +155,12 @@ bool PICLIF::Enqueue(PiclMessage const& message) {
 }
 
 bool PICLIF::TryConnect() {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    std::string const path = socketPath_.string();
-    if (path.size() >= sizeof address.sun_path) {
-        DebugLog(Error, "the path of the property server's socket is too long: " + path);
-        return false;
-    }
-    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-    int const descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    int const descriptor = OpenSocket(socketPath_);
     if (descriptor < 0) return false;
-    if (::connect(descriptor, reinterpret_cast<sockaddr const*>(&address), sizeof address) != 0) {
-        ::close(descriptor);
-        return false;
-    }
     socket_ = descriptor;
     lines_ = PiclLines();
+    // What is written from now on goes behind what has to be repeated.
+    properties_->HoldWrites();
     std::deque<PiclMessage> kept;
     {
         std::lock_guard const lock(mutex_);
@@ -166,7 +169,7 @@ bool PICLIF::TryConnect() {
         outputBytes_ = written_ = 0;
         kept = kept_;
     }
-    DebugLog(PICL, "connected to " + path);
+    DebugLog(PICL, "connected to " + socketPath_.string());
     Enqueue({.type = PiclMessage::Type::Hello, .value = AppSettings::GetInstance().ComponentName()});
     for (auto const& message : kept) Enqueue(message);
     properties_->PostLinkUp();
@@ -239,7 +242,9 @@ bool PICLIF::FlushOutput() {
         if (count < 0) {
             if (errno == EAGAIN || errno == EINTR) return true;
             lock.unlock();
-            Drop(std::strerror(errno));
+            // A server that is gone may have said something before, up to the end that is found behind it.
+            while (ReadInput()) {
+            }
             return false;
         }
         written_ += static_cast<std::size_t>(count);

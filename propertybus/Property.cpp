@@ -1,6 +1,7 @@
 #include "propertybus/Property.h"
 
 #include <algorithm>
+#include <atomic>
 #include <charconv>
 
 void Property::AddCallback(Callback callback) {
@@ -30,23 +31,59 @@ bool Property::Admit(bool differs, Origin origin, std::string const& text) {
         origin == Origin::Process ? everyWriteCounts_ : origin == Origin::Bus && everyDeliveryCounts_;
     if (!differs && !countsAnyway) return false;
     if (origin == Origin::Process && writer_) {
-        ++writesUnderWay_;
-        writer_(text);
+        NoteWrite(text);
+        if (!holdsWrites_) writer_(text);
     }
     return true;
 }
 
+void Property::NoteWrite(std::string const& text) {
+    constexpr std::size_t MostRepeats = 1000;
+    static std::atomic<std::uint64_t> writes{0};
+    lastWrite_ = ++writes;
+    ++writesUnderWay_;
+    if (!everyWriteCounts_) repeats_.clear();
+    if (repeats_.size() == MostRepeats) repeats_.pop_front();
+    repeats_.push_back(text);
+}
+
 void Property::NoteTaken() {
+    std::function<void()> callback;
+    {
+        std::lock_guard const lock(mutex_);
+        if (writesUnderWay_ > 0) --writesUnderWay_;
+        if (repeats_.size() > writesUnderWay_) repeats_.pop_front();
+        if (writesUnderWay_ == 0) callback = onTaken_;
+    }
+    if (callback) callback();
+}
+
+void Property::SetTakenCallback(std::function<void()> callback) {
     std::lock_guard const lock(mutex_);
-    if (writesUnderWay_ > 0) --writesUnderWay_;
+    onTaken_ = std::move(callback);
+}
+
+bool Property::IsTaken() const {
+    std::lock_guard const lock(mutex_);
+    return writesUnderWay_ == 0;
+}
+
+std::uint64_t Property::LastWrite() const {
+    std::lock_guard const lock(mutex_);
+    return lastWrite_;
+}
+
+void Property::HoldWrites() {
+    std::lock_guard const lock(mutex_);
+    holdsWrites_ = true;
 }
 
 void Property::Resend() {
-    std::string const value = ValueText();
     std::lock_guard const lock(mutex_);
-    if (writesUnderWay_ == 0 || !writer_) return;
-    writesUnderWay_ = 1;
-    writer_(value);
+    holdsWrites_ = false;
+    if (!writer_) return;
+    writesUnderWay_ = repeats_.size();
+    for (auto const& text : repeats_) writer_(text);
 }
 
 bool StringProperty::Take(std::string const& text, Origin origin) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -62,7 +64,15 @@ public:
     }
     /// The server has taken one write of this process.
     void NoteTaken();
-    /// The link is new: sends the value again if a write of it may be lost.
+    /// Whether the server has taken all writes of this process.
+    bool IsTaken() const;
+    /// Is called when that becomes so, on the thread of the bus.
+    void SetTakenCallback(std::function<void()> callback);
+    /// The place of this process's last write of the property among its writes of all properties; 0 for none.
+    std::uint64_t LastWrite() const;
+    /// The link is new: what is written waits for Resend.
+    void HoldWrites();
+    /// Sends again what may be lost: the value, or each write if every one counts.
     void Resend();
 
 protected:
@@ -76,10 +86,16 @@ protected:
     mutable std::mutex mutex_;
 
 private:
+    void NoteWrite(std::string const& text);
+
     PropertyName const name_;
     std::vector<Callback> callbacks_;
     Writer writer_;
-    unsigned writesUnderWay_ = 0;
+    std::function<void()> onTaken_;
+    std::size_t writesUnderWay_ = 0;
+    std::deque<std::string> repeats_;  // what Resend sends of them
+    bool holdsWrites_ = false;
+    std::uint64_t lastWrite_ = 0;
     bool everyWriteCounts_ = false;
     bool everyDeliveryCounts_ = false;
 };

@@ -3,41 +3,29 @@
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 #include <system_error>
 #include <vector>
 
 #include "foundation/DebugZones.h"
+#include "propertybus/SocketAddress.h"
 
 namespace {
 
 [[noreturn]] void Fail(std::string const& what) { throw std::system_error(errno, std::generic_category(), what); }
 
-sockaddr_un AddressOf(std::string const& path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path.size() >= sizeof address.sun_path) {
-        errno = ENAMETOOLONG;
-        Fail(path);
-    }
-    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-    return address;
-}
-
-bool IsServed(sockaddr_un const& address) {
+bool IsServed(SocketAddress const& address) {
     int const probe = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    bool const served = ::connect(probe, reinterpret_cast<sockaddr const*>(&address), sizeof address) == 0;
+    bool const served = ::connect(probe, address.Get(), SocketAddress::Size) == 0;
     ::close(probe);
     return served;
 }
 
 int Listen(std::filesystem::path const& path) {
     std::filesystem::create_directories(path.parent_path());
-    sockaddr_un const address = AddressOf(path.string());
+    SocketAddress const address(path);
     if (IsServed(address)) {
         errno = EADDRINUSE;
         Fail(path.string());
@@ -45,7 +33,7 @@ int Listen(std::filesystem::path const& path) {
     ::unlink(path.c_str());
     int const listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     mode_t const before = ::umask(0177);
-    bool const bound = ::bind(listener, reinterpret_cast<sockaddr const*>(&address), sizeof address) == 0;
+    bool const bound = ::bind(listener, address.Get(), SocketAddress::Size) == 0;
     ::umask(before);
     if (!bound || ::listen(listener, 32) != 0) {
         int const error = errno;
@@ -146,6 +134,8 @@ void PropertyServer::Send(int descriptor, PiclMessage const& message) {
     auto& link = found->second;
     link.output.push_back(message.Text() + '\n');
     link.queued += link.output.back().size();
+    // At once, so that nobody knows of something that another one who was told before may never hear.
+    Flush(descriptor, link);
     if (link.queued <= MostQueued) return;
     DebugLog(Warning, "a peer that takes nothing is dropped");
     link.dropped = true;

@@ -82,11 +82,12 @@ void PropertyStore::Set(Peer peer, PiclMessage const& message) {
     }
     entry->written = entry->owner == 0;
     if (entry->archived) NoteChange(*entry);
-    send_(peer, taken);
     for (Peer const follower : entry->followers) {
         if (follower != peer && follower != entry->owner) Tell(follower, message.address, *entry);
     }
     if (entry->owner != 0 && entry->owner != peer) Tell(entry->owner, message.address, *entry);
+    // Last: who knows that a write is taken relies on its being told.
+    send_(peer, taken);
 }
 
 void PropertyStore::Tell(Peer peer, PropertyAddress const& address, Entry const& entry) {

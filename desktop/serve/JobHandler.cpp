@@ -129,6 +129,16 @@ void JobHandler::ForgetJobs() {
     Pump();
 }
 
+void JobHandler::DropWaiting() {
+    for (auto const& connection : connections_) {
+        if (connection.get() == current_ || !IsComplete(*connection)) continue;
+        connection->buffer.clear();
+        connection->watch.ForgetBytes();
+        if (!connection->ended) connection->readNotifier->setEnabled(true);
+    }
+    Pump();
+}
+
 void JobHandler::HostEnded() {
     constexpr unsigned Most = 2;
     interpreting_ = false;

@@ -34,6 +34,8 @@ public:
     void ForgetJobs();
     /// So too when the host has ended. A packet on which it ends twice is dropped with the rest of its stream.
     void HostEnded();
+    /// Drops the streams that are complete and wait to be handed over.
+    void DropWaiting();
     unsigned Port() const { return listener_.Port(); }
     bool IsLocal() const { return listener_.IsLocal(); }
 

@@ -2,11 +2,14 @@
 
 #include <string>
 
+/// "HOST:PORT"; an IPv6 address stands in brackets.
+std::string AddressText(std::string const& host, unsigned port);
+
 /// A socket that takes TCP connections, without waiting for them.
 class Listener {
 public:
-    /// `host` is an IPv4 address, or a name that has one; port 0 picks a free one. Throws std::runtime_error if the
-    /// address cannot be had.
+    /// `host` is an IPv4 or IPv6 address, or a name that has one of IPv4; port 0 picks a free one. Throws
+    /// std::runtime_error if the address cannot be had.
     Listener(std::string const& host, unsigned port);
     ~Listener();
     Listener(Listener const&) = delete;

@@ -12,6 +12,12 @@
 
 using PrintEngine::Printing::JobMetaData;
 
+namespace {
+
+constexpr std::chrono::milliseconds Later{20};
+
+}  // namespace
+
 PrintDriver::PrintDriver(ThreadFactory& threads, std::filesystem::path const& socket, Options options,
                          std::function<void()> onJobsLost, std::function<void(std::string const&)> say)
     : options_(std::move(options)),
@@ -19,25 +25,42 @@ PrintDriver::PrintDriver(ThreadFactory& threads, std::filesystem::path const& so
       say_(std::move(say)),
       driver_(threads, ComponentIdentifiers::FirmwareDriver, socket),
       apps_(threads, ComponentIdentifiers::PerMainAndApps, socket),
-      spooler_(threads, ComponentIdentifiers::PrintSpooler, socket) {
-    std::filesystem::create_directories(options_.jobsFolder);
+      spooler_(threads, ComponentIdentifiers::PrintSpooler, socket),
+      names_(options_.outputFolder) {
     std::filesystem::create_directories(options_.outputFolder);
     PublishProperties();
-    watcher_.addPath(QString::fromStdString(options_.jobsFolder.string()));
-    connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this] {
-        if (state_ == State::Printing) PrintPage();
-        if (state_ == State::Idle) StartNext();
-    });
+    WatchFolders();
+    connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this] { NoteFolderChange(); });
     pageTimer_.setSingleShot(true);
     connect(&pageTimer_, &QTimer::timeout, this, [this] { PrintPage(); });
-    scanTimer_.setSingleShot(true);
+    nextTimer_.setSingleShot(true);
+    connect(&nextTimer_, &QTimer::timeout, this, [this] { GoAhead(); });
     patience_.setSingleShot(true);
     connect(&patience_, &QTimer::timeout, this, [this] {
         if (state_ != State::Printing) return;
-        say_("page " + std::to_string(next_ + 1) + " of " + job_.filename().string() + " does not come");
+        say_("page " + std::to_string(next_ + 1) + " of job " + names_.Job() + " does not come");
         PausePrinting("Print Error");
     });
-    connect(&scanTimer_, &QTimer::timeout, this, [this] { StartNext(); });
+}
+
+/// The folder that the jobs' one stands in is watched too, so that its end is noticed.
+void PrintDriver::WatchFolders() {
+    std::error_code error;
+    std::filesystem::create_directories(options_.jobsFolder, error);
+    if (error) say_("cannot make " + options_.jobsFolder.string() + ": " + error.message());
+    for (auto const& folder : {options_.jobsFolder.parent_path(), options_.jobsFolder})
+        watcher_.addPath(QString::fromStdString(folder.string()));
+}
+
+void PrintDriver::NoteFolderChange() {
+    if (!watcher_.directories().contains(QString::fromStdString(options_.jobsFolder.string()))) {
+        say_(options_.jobsFolder.string() + " was removed, and the jobs in it; it is made again");
+        WatchFolders();
+        canSend_->Set("false");
+    }
+    if (EndIfGone()) return;
+    if (state_ == State::Printing) PrintPage();
+    if (state_ == State::Idle) GoAhead();
 }
 
 void PrintDriver::PublishProperties() {
@@ -64,6 +87,12 @@ void PrintDriver::PublishProperties() {
     status_ =
         driver_.Own<StringProperty>(PrintJobStatus, Group::PrintOperations, options_.paused ? "Print Paused" : "");
 
+    for (auto const& property : std::initializer_list<std::shared_ptr<Property>>{status_, path_, page_}) {
+        property->SetTakenCallback([this] {
+            QMetaObject::invokeMethod(
+                this, [this] { GoAhead(); }, Qt::QueuedConnection);
+        });
+    }
     OnMain(resume_, [this](std::string const& value) {
         if (value != "true") return;
         resume_->Set(false);
@@ -76,8 +105,9 @@ void PrintDriver::PublishProperties() {
     OnMain(cancelPrint_, [this](std::string const& value) {
         if (value != "true") return;
         cancelPrint_->Set(false);
-        if (state_ != State::Idle) FinishJob();
+        NoteCancellation();
         onJobsLost_();
+        EndIfGone();
     });
 }
 
@@ -89,25 +119,65 @@ void PrintDriver::OnMain(std::shared_ptr<Property> const& property, std::functio
     });
 }
 
+/// The host takes away the folders of the jobs that it cancels, in a moment. What stands then came later, and prints.
+void PrintDriver::NoteCancellation() {
+    constexpr std::chrono::milliseconds Moment{100};
+    cancelled_.clear();
+    std::error_code error;
+    for (auto const& entry : std::filesystem::directory_iterator(options_.jobsFolder, error))
+        cancelled_.insert(entry.path());
+    if (state_ != State::Idle) cancelled_.insert(job_);
+    cancellation_ = QDeadlineTimer(Moment);
+}
+
+/// The host has heard of everything when all is taken by a server that the host is there on.
+bool PrintDriver::HostHasHeard() {
+    // Whoever is taken last calls again.
+    if (!status_->IsTaken() || !path_->IsTaken() || !page_->IsTaken()) return false;
+    static PropertyAddress const ofHost{ComponentIdentifiers::ZplHost, PropertyGroups::PrintOperations,
+                                        PropertyNames::ZplUnPause};
+    if (driver_.Properties().WaitUntilAvailable(ofHost, {})) return true;
+    nextTimer_.start(Later);
+    return false;
+}
+
+void PrintDriver::GoAhead() {
+    if (state_ != State::Idle && state_ != State::Ending) return;
+    if (!HostHasHeard()) return;
+    if (state_ == State::Ending) return ReportEnd();
+    // Hosts ask whether the printer is paused, also while it has nothing to print.
+    status_->Set(options_.paused ? "Print Paused" : "");
+    if (!options_.paused) StartNext();
+}
+
 void PrintDriver::StartNext() {
-    if (state_ != State::Idle || options_.paused) return;
     std::erase_if(finished_, [](auto const& path) { return !std::filesystem::exists(path); });
     std::optional<JobMetaData> first;
     std::filesystem::path firstPath;
+    std::set<std::filesystem::path> waiting;
     std::error_code error;
     bool incomplete = false;
     for (auto const& entry : std::filesystem::directory_iterator(options_.jobsFolder, error)) {
         if (finished_.contains(entry.path())) continue;
+        waiting.insert(entry.path());
         auto metaData = JobMetaData::Read(entry.path());
         if (!metaData) incomplete = true;
         if (!metaData || (first && first->serial <= metaData->serial)) continue;
         first = std::move(metaData);
         firstPath = entry.path();
     }
-    constexpr std::chrono::milliseconds Later{20};
+    CleanUpAfter(waiting);
     // A job whose folder was made a moment ago gets its metadata next.
+    if (first && cancelled_.contains(firstPath) && !cancellation_.hasExpired()) return nextTimer_.start(Later);
     if (first) return Start(firstPath, std::move(*first));
-    if (incomplete) scanTimer_.start(Later);
+    if (incomplete) nextTimer_.start(Later);
+}
+
+/// The host does not see that the folder of a job has been taken from it.
+void PrintDriver::CleanUpAfter(std::set<std::filesystem::path> const& waiting) {
+    bool const allStand = std::ranges::includes(waiting, waiting_);
+    waiting_ = waiting;
+    if (!allStand) canSend_->Set("false");
 }
 
 void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData) {
@@ -115,7 +185,8 @@ void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData)
     metaData_ = std::move(metaData);
     next_ = metaData_.firstPage;
     tagIsRead_ = false;
-    outputName_ = FreeOutputName();
+    waiting_.erase(path);
+    names_.StartJob(metaData_.jobName, next_);
     state_ = State::Printing;
     watcher_.addPath(QString::fromStdString(path.string()));
     status_->Set("Printing");
@@ -130,16 +201,13 @@ void PrintDriver::PrintPage() {
         std::filesystem::path const file = job_ / std::to_string(next_);
         std::error_code error;
         if (!std::filesystem::exists(file, error)) {
-            if (std::filesystem::exists(job_, error)) {
-                ReadTag();
-                return patience_.start(options_.patience);
-            }
-            DebugLog(Error, "the folder of job " + job_.filename().string() + " is gone; the job is given up");
-            return Cancel();
+            if (EndIfGone()) return;
+            ReadTag();
+            return patience_.start(options_.patience);
         }
         patience_.stop();
         page_->Set(next_);
-        if (!KeepPage(file)) return PausePrinting("Print Error");
+        if (!KeepPage(file)) return state_ == State::Printing ? PausePrinting("Print Error") : void();
         TellTag();
         ++next_;
         tagIsRead_ = false;
@@ -178,27 +246,15 @@ void PrintDriver::TellTag() {
     for (std::string line; std::getline(lines, line);) say_("  tag " + line.substr(0, line.find('\r')));
 }
 
-std::filesystem::path PrintDriver::OutputFile(std::string const& name, unsigned page) const {
-    return options_.outputFolder / (name + "-" + std::to_string(page + 1) + ".png");
-}
-
-/// The name of the job, with a number behind it if an earlier run of the printer has left pages of that name.
-std::string PrintDriver::FreeOutputName() const {
-    std::string const job = job_.filename().string();
-    std::string name = job;
-    for (unsigned number = 2; std::filesystem::exists(OutputFile(name, next_)); ++number)
-        name = job + "_" + std::to_string(number);
-    return name;
-}
-
 bool PrintDriver::KeepPage(std::filesystem::path const& file) {
     std::string content;
-    auto const target = OutputFile(outputName_, next_);
+    auto const target = names_.Of(next_);
     std::error_code error = ReadFile(file, content);
+    if (error && EndIfGone()) return false;
     if (!error) error = WriteFileAtomically(target, content);
     if (error) {
-        say_("page " + std::to_string(next_ + 1) + " cannot be kept in " + target.string() + ": " + error.message() +
-             "; printing pauses");
+        say_("page " + std::to_string(next_ + 1) + " of job " + names_.Job() + " cannot be kept in " + target.string() +
+             ": " + error.message() + "; printing pauses");
     } else {
         say_(target.string());
     }
@@ -219,22 +275,20 @@ void PrintDriver::PausePrinting(char const* status) {
     patience_.stop();
     state_ = State::Paused;
     status_->Set(status);
-    say_(std::string("paused before page ") + std::to_string(next_ + 1) + "; type resume to go on");
+    say_("paused before page " + std::to_string(next_ + 1) + " of job " + names_.Job() + "; type resume to go on");
+    EndIfGone();
 }
 
 void PrintDriver::Pause() {
     options_.paused = true;
     if (state_ == State::Printing) PausePrinting("Print Paused");
-    if (state_ == State::Idle) status_->Set("Print Paused");
+    if (state_ == State::Idle) GoAhead();
 }
 
 void PrintDriver::Resume() {
     options_.paused = false;
     pausePrinting_->Set(false);
-    if (state_ == State::Idle) {
-        status_->Set("");
-        return StartNext();
-    }
+    if (state_ == State::Idle) return GoAhead();
     // The host renders the pages anew and then says from where to go on.
     if (state_ == State::Paused)
         driver_.Write(ComponentIdentifiers::ZplHost, PropertyNames::ZplUnPause, std::to_string(next_));
@@ -250,15 +304,17 @@ void PrintDriver::GoOn() {
     PrintPage();
 }
 
-void PrintDriver::Cancel() {
-    if (state_ == State::Idle) return;
-    std::error_code error;
-    std::filesystem::remove_all(job_, error);
-    canSend_->Set("false");
+bool PrintDriver::Cancel() {
+    if (state_ != State::Printing && state_ != State::Paused) return false;
+    // The host, which may be drawing pages of the job, takes its folder away when it hears of the end.
     FinishJob();
+    return true;
 }
 
-void PrintDriver::CancelAll() { cancelZpl_->Set(true); }
+void PrintDriver::CancelAll() {
+    NoteCancellation();
+    cancelZpl_->Set(true);
+}
 
 void PrintDriver::GiveUpJobs() {
     std::error_code error;
@@ -266,7 +322,23 @@ void PrintDriver::GiveUpJobs() {
         std::error_code ignored;
         std::filesystem::remove_all(entry.path(), ignored);
     }
-    if (state_ != State::Idle) FinishJob();
+    // Nobody is there any more who would say that it is done.
+    cancelZpl_->Set(false);
+    waiting_.clear();
+    if (state_ == State::Printing || state_ == State::Paused) FinishJob();
+}
+
+/// A job whose folder is gone is over: the host has cancelled it, or somebody has cleaned up.
+bool PrintDriver::EndIfGone() {
+    std::error_code error;
+    if (state_ == State::Idle || state_ == State::Ending || std::filesystem::exists(job_, error)) return false;
+    if (cancelled_.contains(job_))
+        say_("job " + names_.Job() + " is cancelled");
+    else
+        DebugLog(Error, "the folder of job " + names_.Job() + " is gone; the job is given up");
+    canSend_->Set("false");
+    FinishJob();
+    return true;
 }
 
 void PrintDriver::FinishJob() {
@@ -274,20 +346,23 @@ void PrintDriver::FinishJob() {
     patience_.stop();
     watcher_.removePath(QString::fromStdString(job_.string()));
     finished_.insert(job_);
+    state_ = State::Ending;
+    nextTimer_.start(0);
+}
+
+void PrintDriver::ReportEnd() {
     state_ = State::Idle;
     // The end of a job is told of the path, so the path goes after it.
     status_->Set("");
     path_->Set(JobFileSystemStrings::NoPage);
     page_->Set(0);
-    // Hosts ask whether the printer is paused, also while it has nothing to print.
-    if (options_.paused) status_->Set("Print Paused");
-    scanTimer_.start(0);
+    nextTimer_.start(0);
 }
 
 std::string PrintDriver::StatusText() const {
     std::string const total = std::to_string(printed_) + " pages printed";
-    if (state_ == State::Idle) return (options_.paused ? "paused, " : "ready, ") + total;
+    if (state_ == State::Idle || state_ == State::Ending) return (options_.paused ? "paused, " : "ready, ") + total;
     std::string const where =
-        job_.filename().string() + ", page " + std::to_string(next_) + " of " + std::to_string(metaData_.totalPages);
+        names_.Job() + ", page " + std::to_string(next_) + " of " + std::to_string(metaData_.totalPages);
     return (state_ == State::Paused ? "paused: " : "printing: ") + where + ", " + total;
 }

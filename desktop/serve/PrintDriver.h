@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QFileSystemWatcher>
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
@@ -13,9 +14,12 @@
 #include "PrintEngine/Printing/JobMetaData.h"
 #include "desktop/VirtualTag.h"
 #include "desktop/serve/BusComponent.h"
+#include "desktop/serve/PageNames.h"
 
 /// Consumes the pages of jobs as a printer does: one job after the other, page by page, each in the time that its
-/// length takes. Reports status, then path, then page, and keeps a copy of each page.
+/// length takes. Reports status, then path, then page, and keeps a copy of each page. The end of a job is reported when
+/// the host has heard of its start, and the next job starts when it has heard of that end: a report that is lost with
+/// the property server is made again, but not one that a later report has replaced.
 class PrintDriver : public QObject {
 public:
     struct Options {
@@ -34,30 +38,38 @@ public:
 
     void Pause();
     void Resume();
-    void Cancel();
+    /// Gives up the job that prints; false if there is none.
+    bool Cancel();
     void CancelAll();
     /// The host is gone, and with it the jobs that it had: they are given up.
     void GiveUpJobs();
     std::string StatusText() const;
 
 private:
-    enum class State { Idle, Printing, Paused };
+    /// Ending: what is left of the job is to report its end.
+    enum class State { Idle, Printing, Paused, Ending };
 
     void PublishProperties();
     void OnMain(std::shared_ptr<Property> const& property, std::function<void(std::string const&)> react);
+    void WatchFolders();
+    void NoteFolderChange();
+    bool HostHasHeard();
+    void GoAhead();
     void StartNext();
+    void NoteCancellation();
+    void CleanUpAfter(std::set<std::filesystem::path> const& waiting);
     void Start(std::filesystem::path const& path, PrintEngine::Printing::JobMetaData metaData);
     void PrintPage();
     std::vector<RfidOperation> TagOperationsOfPage() const;
     void ReadTag();
     void TellTag();
-    std::filesystem::path OutputFile(std::string const& name, unsigned page) const;
-    std::string FreeOutputName() const;
     bool KeepPage(std::filesystem::path const& file);
     std::chrono::milliseconds TimeOf(std::filesystem::path const& file) const;
     void PausePrinting(char const* status);
     void GoOn();
+    bool EndIfGone();
     void FinishJob();
+    void ReportEnd();
 
     Options options_;
     std::function<void()> onJobsLost_;
@@ -77,7 +89,7 @@ private:
     std::shared_ptr<StringProperty> tagResponse_;
     QFileSystemWatcher watcher_;
     QTimer pageTimer_;
-    QTimer scanTimer_;
+    QTimer nextTimer_;
     QTimer patience_;
 
     State state_ = State::Idle;
@@ -85,7 +97,10 @@ private:
     PrintEngine::Printing::JobMetaData metaData_;
     unsigned next_ = 0;       // page to print next
     bool tagIsRead_ = false;  // of that page
-    std::string outputName_;  // of the files that the pages become, without their numbers
+    PageNames names_;
     std::set<std::filesystem::path> finished_;
+    std::set<std::filesystem::path> waiting_;    // jobs that have not begun
+    std::set<std::filesystem::path> cancelled_;  // what was there when the host cancelled all
+    QDeadlineTimer cancellation_;                // by which it has taken away those that it means
     unsigned printed_ = 0;
 };

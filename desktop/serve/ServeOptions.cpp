@@ -14,10 +14,15 @@ std::optional<T> Number(std::string_view text, T high) {
     return isNumber && value >= T{} && value <= high ? std::optional(value) : std::nullopt;
 }
 
-/// "HOST:PORT", or "PORT" for the host that is set already.
+/// "HOST:PORT", or "PORT" for the host that is set already. An IPv6 address stands in brackets.
 void ReadAddress(std::string const& text, ServeOptions& options) {
     auto const colon = text.rfind(':');
     if (colon != std::string::npos) options.host = text.substr(0, colon);
+    auto& host = options.host;
+    if (host.starts_with('[') && host.ends_with(']'))
+        host = host.substr(1, host.size() - 2);
+    else if (host.find(':') != host.npos)
+        throw UsageError("an IPv6 address stands in brackets, as in --listen [::1]:9100, not \"" + text + "\"");
     auto const port = Number(std::string_view(text).substr(colon == std::string::npos ? 0 : colon + 1), 65535U);
     if (!port || options.host.empty())
         throw UsageError("--listen is HOST:PORT, with a PORT of 0 to 65535, not \"" + text + "\"");
@@ -73,10 +78,10 @@ ServeOptions ParseServeOptions(std::vector<std::string> const& arguments) {
 char const* ServeHelp() {
     return R"(usage: zpl serve [options]
 
-A virtual label printer: any program can print to it. Each page becomes a file JOB-PAGE.png.
+A virtual label printer: any program can print to it. Each page becomes a file NAME-JOB-PAGE.png.
 
   --listen HOST:PORT  where it takes print streams (default 127.0.0.1:9100; port 0 picks a free one);
-                      HOST is an IPv4 address or a name that has one
+                      HOST is an address, as 0.0.0.0 or [::1], or a name that has one of IPv4
   --out DIR           where the pages go (default: the current folder)
   --dpi N             resolution of the printer: 203 (default), 300 or 600
   --size WxH          size of the label part (default 4x6in)

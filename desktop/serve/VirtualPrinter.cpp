@@ -58,6 +58,13 @@ void MakeFolder(std::filesystem::path const& folder) {
     if (error) throw std::system_error(error, "cannot write " + folder.string());
 }
 
+/// What the processes of the printer tell each other is text.
+void RequireUtf8(std::filesystem::path const& folder, char const* remedy) {
+    auto const bytes = QByteArray::fromStdString(folder.string());
+    if (QString::fromUtf8(bytes).toUtf8() != bytes)
+        throw std::runtime_error("the path " + folder.string() + " is no UTF-8 text; " + remedy);
+}
+
 ServeOptions const& Checked(ServeOptions const& options) {
     if (options.preview && !HasDisplay())
         throw UsageError("--preview needs a display: neither DISPLAY nor WAYLAND_DISPLAY is set");
@@ -68,6 +75,7 @@ ServeOptions const& Checked(ServeOptions const& options) {
 std::filesystem::path StateFolder(ServeOptions const& options) {
     auto const folder = options.stateFolder.empty() ? AppSettings::GetInstance().StorageDir() / "printer"
                                                     : std::filesystem::absolute(options.stateFolder);
+    RequireUtf8(folder, "--state DIR names another folder");
     MakeFolder(folder);
     MakeFolder(folder / "zplhost");
     return folder;
@@ -85,10 +93,8 @@ VirtualPrinter::Lock::Lock(std::filesystem::path const& folder)
 VirtualPrinter::Lock::~Lock() { ::close(descriptor_); }
 
 VirtualPrinter::VirtualPrinter(ServeOptions const& options)
-    : options_(Checked(options)),
-      state_(StateFolder(options)),
-      lock_(state_),
-      runtime_(std::filesystem::temp_directory_path(), "zpl-serve-") {
+    : options_(Checked(options)), state_(StateFolder(options)), lock_(state_) {
+    RequireUtf8(runtime_.Path(), "TMPDIR names another folder for temporary files");
     try {
         Begin();
     } catch (...) {
@@ -100,7 +106,7 @@ VirtualPrinter::VirtualPrinter(ServeOptions const& options)
 VirtualPrinter::~VirtualPrinter() { End(); }
 
 void VirtualPrinter::Begin() {
-    auto const socket = runtime_.Path() / "bus";
+    auto const socket = runtime_.Socket();
     WriteSettings();
     Start(server_, "propertyserver",
           {QString::fromStdString(socket.string()), QString::fromStdString((state_ / "properties.json").string())});
@@ -108,7 +114,7 @@ void VirtualPrinter::Begin() {
     handler_ = std::make_unique<JobHandler>(threads_, socket, options_.host, options_.port, Say);
     driver_ = std::make_unique<PrintDriver>(
         threads_, socket,
-        PrintDriver::Options{runtime_.Path() / "jobs", std::filesystem::absolute(options_.outputFolder), options_.dpi,
+        PrintDriver::Options{runtime_.Jobs(), std::filesystem::absolute(options_.outputFolder), options_.dpi,
                              options_.speed, options_.pauseOnStart, options_.tag},
         [this] { handler_->ForgetJobs(); }, Say);
     connect(&host_, &QProcess::finished, this, [this] {
@@ -121,7 +127,7 @@ void VirtualPrinter::Begin() {
     connect(&terminal_, &QSocketNotifier::activated, this, [this] { ReadTerminal(); });
     if (!handler_->IsLocal())
         std::fprintf(stderr, "zpl: every machine that reaches %s can print here\n", options_.host.c_str());
-    Say("printer at " + options_.host + ":" + std::to_string(handler_->Port()) + ", pages go to " +
+    Say("printer at " + AddressText(options_.host, handler_->Port()) + ", pages go to " +
         options_.outputFolder.string());
 }
 
@@ -144,8 +150,8 @@ void VirtualPrinter::EndProcess(QProcess& process) {
 void VirtualPrinter::WriteSettings() const {
     JsonWriter writer;
     writer.StartObject().Key("RunningOnTarget").String("true");
-    writer.Key("PropertyServerSocket").String((runtime_.Path() / "bus").string());
-    writer.Key("JobsFolder").String((runtime_.Path() / "jobs").string());
+    writer.Key("PropertyServerSocket").String(runtime_.Socket().string());
+    writer.Key("JobsFolder").String(runtime_.Jobs().string());
     writer.Key("LabelWidth").String(std::to_string(options_.widthInches));
     writer.Key("LabelHeight").String(std::to_string(options_.heightInches)).EndObject();
     for (std::string const& name : {std::string(AppSettings::GetComponentNameZplHost()), std::string("ZplPreview")}) {
@@ -229,17 +235,24 @@ void VirtualPrinter::ReadTerminal() {
     if (typed_.size() > LongestLine) typed_.clear();
 }
 
+/// The jobs that the host has, and the streams that wait until it has fewer.
+void VirtualPrinter::CancelAll() {
+    handler_->DropWaiting();
+    driver_->CancelAll();
+    Say("cancelled");
+}
+
 bool VirtualPrinter::Command(std::string const& word) {
     if (word == "status")
         Say(driver_->StatusText());
     else if (word == "pause")
-        driver_->Pause();
+        driver_->Pause(), Say("paused");
     else if (word == "resume")
-        driver_->Resume();
+        driver_->Resume(), Say("resumed");
     else if (word == "cancel")
-        driver_->Cancel();
+        Say(driver_->Cancel() ? "cancelled" : "idle");
     else if (word == "cancel-all")
-        driver_->CancelAll();
+        CancelAll();
     else if (word == "preview")
         OpenPreview();
     else if (word == "quit")

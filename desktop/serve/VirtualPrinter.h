@@ -7,9 +7,9 @@
 #include <memory>
 #include <string>
 
-#include "desktop/Desk.h"
 #include "desktop/serve/JobHandler.h"
 #include "desktop/serve/PrintDriver.h"
+#include "desktop/serve/RuntimeFolder.h"
 #include "desktop/serve/ServeOptions.h"
 
 /// The whole printer: the property server and the host as processes of their own, which are started again when they
@@ -45,12 +45,13 @@ private:
     /// A window on the printer's pages, which the user may close and open again.
     void OpenPreview();
     void ReadTerminal();
+    void CancelAll();
     static void EndProcess(QProcess& process);
 
     ServeOptions const options_;
     std::filesystem::path const state_;
     Lock lock_;
-    TemporaryFolder runtime_;
+    RuntimeFolder runtime_;
     ThreadFactory threads_{20};
     QProcess server_;
     QProcess host_;

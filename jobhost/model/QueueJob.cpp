@@ -28,7 +28,7 @@ void QueueJob::RenderPage(unsigned page) {
     try {
         job_.RenderLabel(page);
     } catch (std::exception const& error) {
-        DebugLog(Error, "page " + std::to_string(page) + " of " + JobPath().filename().string() +
+        DebugLog(Error, "page " + std::to_string(page + 1) + " of job " + JobPath().filename().string() +
                             " cannot be drawn and stays empty: " + error.what());
         job_.RenderBlank(page);
     }

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 #include "PrintEngine/Printing/JobFileSystemStrings.h"
 #include "PrintEngine/Printing/JobMetaData.h"
@@ -75,6 +76,10 @@ std::string ScriptGraphicContext::StartJob(std::string_view jobName, unsigned to
         path.clear();
     }
     state_->fileError = error ? error.message() : std::string();
+    if (error) {
+        PrintProcessHandler::GetInstance()->Warn("no folder can be made for job \"" + std::string(jobName) +
+                                                 "\": " + state_->fileError);
+    }
     return path.string();
 }
 
@@ -170,10 +175,13 @@ void ScriptGraphicContext::RenderPage(std::filesystem::path const& jobPath, unsi
         state.fileError = error ? error.message() : std::string();
     }
     if (!state.fileError.empty()) {
-        PrintProcessHandler::GetInstance()->Warn("page " + std::to_string(pageNumber + 1) +
-                                                 " cannot be written: " + state.fileError);
+        // A full disk, say, keeps all further pages of a job away, and is told once.
+        std::string const reason = " of job " + jobPath.filename().string() + " cannot be written: " + state.fileError;
+        if (std::exchange(state.toldReason, reason) != reason)
+            PrintProcessHandler::GetInstance()->Warn("page " + std::to_string(pageNumber + 1) + reason);
         return;
     }
+    state.toldReason.clear();
     PrintProcessHandler::GetInstance()->NotePage(pageNumber);
 }
 

@@ -76,6 +76,7 @@ struct ScriptGraphicContext::State {
     bool keepsPicture = false;
     Extent pageSize;
     std::string fileError;
+    std::string toldReason;  // why the last page could not be written; empty if it could
 
     std::optional<FieldInk> ink;  ///< of the field under way, while its ink is counted
     std::int64_t originX = 0;

@@ -1,15 +1,13 @@
 #include "desktop/serve/PrintDriver.h"
 
 #include <gtest/gtest.h>
-#include <sys/eventfd.h>
 #include <unistd.h>
 
 #include <QtCore/QCoreApplication>
 #include <fstream>
-#include <thread>
 
-#include "desktop/bus/PropertyServer.h"
 #include "foundation/Files.h"
+#include "tests/support/PropertyServerThread.h"
 #include "tests/support/TemporaryDirectory.h"
 
 namespace {
@@ -17,29 +15,27 @@ namespace {
 /// A print driver whose jobs the test makes, and asks for the pages of, in place of the host.
 class PrintDriverTest : public testing::Test {
 protected:
-    PrintDriverTest() : stop_(::eventfd(0, 0)) {
-        auto made = std::make_unique<PropertyServer>(folder_ / "bus", folder_ / "archive");
-        server_ = std::thread([this, held = std::move(made)]() mutable {
-            held->Run(stop_);
-            held.reset();
-        });
-        host_ = std::make_unique<BusComponent>(threads_, ComponentIdentifiers::ZplHost, folder_ / "bus");
+    PrintDriverTest() {
+        StartHost();
         auto const follow = [&]<typename T>(char const* property, auto value) {
             return host_->Properties().Follow<T>(ComponentIdentifiers::FirmwareDriver, ExternalAppRegistration::Plain,
                                                  {property, "", PropertyGroups::PrintOperations}, value);
         };
         driver_ = std::make_unique<PrintDriver>(
-            threads_, folder_ / "bus",
+            threads_, folder_ / "socket",
             PrintDriver::Options{.jobsFolder = folder_ / "jobs",
                                  .outputFolder = folder_ / "out",
                                  .speed = 0,
                                  .patience = std::chrono::milliseconds(50)},
-            [] {}, [this](std::string const& line) { said_ += line + '\n'; });
+            [this] { ++losses_; }, [this](std::string const& line) { said_ += line + '\n'; });
         status_ = follow.operator()<StringProperty>(PropertyNames::PrintJobStatus, "");
         path_ = follow.operator()<StringProperty>(PropertyNames::JobToPrintPathName, "");
         EXPECT_TRUE(Until([&] { return path_->Get() == "NO PAGE"; }));
         auto const note = [this](std::shared_ptr<Property> const& changed) {
-            reports_ += changed->ValueText().substr(changed->ValueText().rfind('/') + 1) + '|';
+            auto const text = changed->ValueText();
+            QMetaObject::invokeMethod(
+                &application_, [this, text] { reports_ += text.substr(text.rfind('/') + 1) + '|'; },
+                Qt::QueuedConnection);
         };
         status_->AddCallback(note);
         path_->AddCallback(note);
@@ -47,12 +43,12 @@ protected:
     ~PrintDriverTest() override {
         driver_.reset();
         host_.reset();
-        std::uint64_t const one = 1;
-        EXPECT_EQ(::write(stop_, &one, sizeof one), 8);
-        server_.join();
-        ::close(stop_);
     }
-
+    /// The driver waits for the host, which it knows by a property.
+    void StartHost() {
+        host_ = std::make_unique<BusComponent>(threads_, ComponentIdentifiers::ZplHost, folder_ / "socket");
+        host_->Own<UInt32Property>(PropertyNames::ZplUnPause, PropertyGroups::PrintOperations, 0U);
+    }
     void MakeJob(std::string const& name, unsigned pages, unsigned serial) {
         std::filesystem::create_directories(folder_ / "jobs" / name);
         PrintEngine::Printing::JobMetaData{.jobName = name, .totalPages = pages, .serial = serial}.Write(folder_ /
@@ -66,8 +62,8 @@ protected:
                      std::to_string(page));
         host_->Write(ComponentIdentifiers::FirmwareDriver, PropertyNames::ResumePrinting, "true");
     }
-    testing::AssertionResult Until(std::function<bool()> const& holds) {
-        for (int i = 0; i < 1000 && !holds(); ++i) {
+    testing::AssertionResult Until(std::function<bool()> const& holds, int most = 1000) {
+        for (int i = 0; i < most && !holds(); ++i) {
             QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
             ::usleep(1000);
         }
@@ -79,13 +75,13 @@ protected:
     QCoreApplication application_{argc_, nullptr};
     TemporaryDirectory folder_;
     ThreadFactory threads_{20};
-    int stop_;
-    std::thread server_;
+    PropertyServerThread server_{folder_.Path()};
     std::unique_ptr<BusComponent> host_;
     std::shared_ptr<StringProperty> status_;
     std::shared_ptr<StringProperty> path_;
     std::string reports_;
     std::string said_;
+    int losses_ = 0;
     std::unique_ptr<PrintDriver> driver_;
 };
 
@@ -99,10 +95,10 @@ TEST_F(PrintDriverTest, APageThatDoesNotComeIsAnError) {
     MakeJob("a", 2, 1);
     MakePage("a", 0);
     EXPECT_TRUE(Until([&] { return status_->Get() == "Print Error"; }));
-    EXPECT_NE(said_.find("page 2 of a does not come"), std::string::npos) << said_;
+    EXPECT_NE(said_.find("page 2 of job a-1 does not come"), std::string::npos) << said_;
     MakePage("a", 1);
     Resume(1);
-    EXPECT_TRUE(Until([&] { return Keeps("a-2"); }));
+    EXPECT_TRUE(Until([&] { return Keeps("a-1-2"); }));
 }
 
 TEST_F(PrintDriverTest, ASecondResumeIsNotForTheNextJob) {
@@ -113,16 +109,81 @@ TEST_F(PrintDriverTest, ASecondResumeIsNotForTheNextJob) {
     for (unsigned page = 0; page < 3; ++page) MakePage("b", page);
     Resume(2);
     Resume(2);
-    EXPECT_TRUE(Until([&] { return Keeps("b-3"); }));
-    EXPECT_TRUE(Keeps("b-1") && Keeps("b-2"));
+    EXPECT_TRUE(Until([&] { return Keeps("b-1-3"); }));
+    EXPECT_TRUE(Keeps("b-1-1") && Keeps("b-1-2"));
 }
 
-TEST_F(PrintDriverTest, KeepsThePagesOfAnEarlierRun) {
-    std::ofstream(folder_ / "out" / "a-1.png") << "earlier";
-    MakeJob("a", 1, 1);
-    MakePage("a", 0);
-    EXPECT_TRUE(Until([&] { return Keeps("a_2-1"); }));
-    EXPECT_EQ(ReadRegularFile(folder_ / "out" / "a-1.png"), "earlier");
+TEST_F(PrintDriverTest, ACancellationEndsOnlyWhatIsGone) {
+    auto const cancelAll = [this] {
+        host_->Write(ComponentIdentifiers::PrintSpooler, PropertyNames::CancelAllPrintJobs, "true");
+        int const before = losses_;
+        EXPECT_TRUE(Until([&] { return losses_ > before; }));
+    };
+    MakeJob("stays", 2, 1);
+    MakePage("stays", 0);
+    EXPECT_TRUE(Until([&] { return Keeps("stays-1-1"); }));
+    cancelAll();
+    MakePage("stays", 1);
+    EXPECT_TRUE(Until([&] { return Keeps("stays-1-2"); })) << "it came behind the cancellation";
+
+    MakeJob("goes", 2, 2);
+    MakePage("goes", 0);
+    EXPECT_TRUE(Until([&] { return status_->Get() == "Print Error"; }));
+    cancelAll();
+    std::filesystem::remove_all(folder_ / "jobs" / "goes");
+    MakeJob("next", 1, 3);
+    MakePage("next", 0);
+    EXPECT_TRUE(Until([&] { return Keeps("next-1-1"); })) << "a paused job is cancelled too";
+    EXPECT_NE(said_.find("job goes-1 is cancelled"), std::string::npos) << said_;
+}
+
+TEST_F(PrintDriverTest, TheNextJobWaitsForAHostThatHasHeardOfTheEnd) {
+    MakeJob("first", 1, 1);
+    MakeJob("second", 1, 2);
+    MakePage("second", 0);
+    EXPECT_TRUE(Until([&] { return path_->Get().ends_with("/first"); }));
+    host_.reset();
+    MakePage("first", 0);
+    EXPECT_TRUE(Until([&] { return Keeps("first-1-1"); }));
+    EXPECT_FALSE(Until([&] { return Keeps("second-1-1"); }, 100));
+    StartHost();
+    EXPECT_TRUE(Until([&] { return Keeps("second-1-1"); }));
+}
+
+TEST_F(PrintDriverTest, TheJobsFolderIsMadeAgain) {
+    unsigned serial = 0;
+    for (auto const& folder : {folder_ / "jobs", folder_ / "jobs", folder_.Path()}) {
+        said_.clear();
+        std::filesystem::remove_all(folder);
+        EXPECT_TRUE(Until([&] { return std::filesystem::exists(folder_ / "jobs"); }));
+        EXPECT_NE(said_.find("was removed, and the jobs in it"), std::string::npos) << said_;
+        std::filesystem::create_directory(folder_ / "out");
+        std::string const job = "job" + std::to_string(++serial);
+        MakeJob(job, 1, serial);
+        MakePage(job, 0);
+        EXPECT_TRUE(Until([&] { return path_->Get() == "NO PAGE" && Keeps(job + "-1-1"); }));
+    }
+}
+
+TEST(PageNames, GoOnFromWhatIsThere) {
+    TemporaryDirectory const folder;
+    for (char const* const file :
+         {"a-9-1.png", "a-10-3.png", "a-x-1.png", "b-2.png", "a-b-4-1.png", "a-4294967295-1.png"})
+        std::ofstream(folder / file) << "earlier";
+    PageNames names(folder.Path());
+    auto const next = [&](std::string_view name, unsigned first = 0) {
+        names.StartJob(name, first);
+        return names.Of(first + 1).filename().string();
+    };
+    EXPECT_EQ(next("a"), "a-11-2.png");
+    EXPECT_EQ(next("a", 6), "a-12-8.png");
+    EXPECT_EQ(next("b"), "b-1-2.png");
+    EXPECT_EQ(next("a-b"), "a-b-5-2.png");
+    EXPECT_EQ(next(""), "job-1-2.png");
+    EXPECT_EQ(next("-rf /.\xC3\xA9"), "_rf_____-1-2.png");
+    EXPECT_EQ(next(std::string(300, 'x')), std::string(64, 'x') + "-1-2.png");
+    std::ofstream(folder / "a-13-1.png") << "of another printer";
+    EXPECT_EQ(next("a"), "a-14-2.png");
 }
 
 }  // namespace

@@ -8,19 +8,42 @@
 // What goes wrong around the printer with its three processes, and that the rest goes on.
 namespace {
 
-std::string Label(std::string const& text, unsigned copies = 1) {
-    return "^XA^PQ" + std::to_string(copies) + "^FO20,20^A0N,40,40^FD" + text + "^FS^XZ";
-}
-
 testing::AssertionResult Prints(VirtualPrinterProcess& printer, std::string const& name) {
     printer.Print(Label(name));
     return printer.Until([&] { return printer.Log().find('/' + name + '-') != std::string::npos; });
 }
 
+TEST(PrinterFaults, FoldersOfAnyName) {
+    TemporaryDirectory const folder;
+    auto const deep = folder / (std::string(100, 'd') + "/\xC3\xA9 " + std::string(100, 'e'));
+    std::filesystem::create_directories(deep);
+    VirtualPrinterProcess printer({"--out", folder / "out-\xFF"}, deep);
+    EXPECT_TRUE(Prints(printer, "deep"));
+
+    struct Row {
+        std::string temporary;
+        std::string state;
+        std::string says;
+    };
+    for (auto const& [temporary, state, says] : std::vector<Row>{
+             {"/tmp", folder / "state-\xFF", "state-\xFF is no UTF-8 text; --state DIR names another folder"},
+             {folder / "t-\xFF", folder / "state", " is no UTF-8 text; TMPDIR names another folder"},
+             {folder / "none", folder / "state", "there is no folder for temporary files; TMPDIR names one"},
+         }) {
+        if (!temporary.ends_with("none")) std::filesystem::create_directories(temporary);
+        std::string const log = folder / "log";
+        std::string const command = "TMPDIR='" + temporary +
+                                    "' timeout 20 '" ZPL_PROGRAM "' serve --listen 0 --state '" + state + "' --out '" +
+                                    deep.string() + "' </dev/null >'" + log + "' 2>&1";
+        EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 2) << says;
+        EXPECT_NE(ReadRegularFile(log).find(says), std::string::npos) << ReadRegularFile(log);
+    }
+}
+
 TEST(PrinterFaults, BadPacketsAreClearedAndForgotten) {
     VirtualPrinterProcess printer({"--speed", "0"});
     ThreadFactory threads(4);
-    BusComponent peer(threads, "peer", printer.Runtime() / "bus");
+    BusComponent peer(threads, "peer", printer.Runtime() / "properties");
     auto const command = peer.Properties().Follow<StringProperty>(
         ComponentIdentifiers::JobHandler, ExternalAppRegistration::EveryWrite,
         {PropertyNames::ZPLCommandToProcess, "", PropertyGroups::PrintOperations}, "");
@@ -79,6 +102,17 @@ TEST(PrinterFaults, FoldersThatVanish) {
     }));
     EXPECT_TRUE(Prints(printer, "next"));
     EXPECT_NE(printer.Log().find("is gone; the job is given up"), std::string::npos);
+
+    // More jobs than may be under way lose their folders, while the printer is paused and idle.
+    printer.Type("pause");
+    for (int i = 0; i < 16; ++i) printer.Print(Label("lost"));
+    ASSERT_TRUE(printer.Until([&] { return printer.Jobs().size() == 16; }));
+    for (auto const& job : printer.Jobs()) std::filesystem::remove_all(job);
+    printer.Type("resume");
+    EXPECT_TRUE(Prints(printer, "third"));
+    std::filesystem::remove_all(printer.Runtime() / "jobs");
+    EXPECT_TRUE(Prints(printer, "fourth"));
+    EXPECT_NE(printer.Log().find("was removed, and the jobs in it"), std::string::npos);
 
     std::filesystem::remove_all(printer.Folder() / "out");
     printer.Print(Label("kept"));
@@ -147,6 +181,7 @@ TEST(PrinterFaults, ThePreviewMayGo) {
     VirtualPrinterProcess printer({"--speed", "1", "--preview"});
     ::unsetenv("ZPL_PREVIEW_PICTURE");
     EXPECT_TRUE(printer.Until([&] { return std::filesystem::exists(folder / "preview.png"); }));
+    EXPECT_FALSE(std::filesystem::exists(printer.Runtime() / "bus")) << "desktop libraries would speak to it";
     std::string const empty = ReadRegularFile(folder / "preview.png");
     printer.Print(Label("shown", 5));
     EXPECT_TRUE(printer.Until([&] { return ReadRegularFile(folder / "preview.png").size() > empty.size(); }));

@@ -1,47 +1,26 @@
 #include <gtest/gtest.h>
-#include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <condition_variable>
 #include <thread>
 
-#include "desktop/bus/PropertyServer.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Files.h"
 #include "propertybus/PICLIF.h"
 #include "propertybus/PublishingPropertyManager.h"
+#include "propertybus/SocketAddress.h"
 #include "propertybus/ThreadFactory.h"
+#include "tests/support/PropertyServerThread.h"
 #include "tests/support/TemporaryDirectory.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 
-/// A server on a thread, which can be stopped and started again.
-class Server {
-public:
-    explicit Server(std::filesystem::path const& folder) : stop_(::eventfd(0, 0)) {
-        auto server = std::make_unique<PropertyServer>(folder / "socket", folder / "archive");
-        thread_ = std::thread([this, server = std::move(server)]() mutable {
-            server->Run(stop_);
-            server.reset();
-        });
-    }
-    ~Server() {
-        std::uint64_t const one = 1;
-        EXPECT_EQ(::write(stop_, &one, sizeof one), 8);
-        thread_.join();
-        ::close(stop_);
-    }
-
-private:
-    int stop_;
-    std::thread thread_;
-};
+using Server = PropertyServerThread;
 
 /// One process on the bus.
 struct Peer {
@@ -133,6 +112,14 @@ TEST_F(PropertyLinkTest, SurvivesTheServer) {
     EXPECT_TRUE(Becomes(own, "back"));
     auto const late = owner.properties->Create<StringProperty>(PropertyName{"Q", "", "G"}, "");
     EXPECT_TRUE(Becomes(late, "kept"));
+
+    PropertyName const name{"R", "", "G"};
+    auto const ofLater = other.properties->Follow<StringProperty>("C", ExternalAppRegistration::Plain, name, "");
+    server.reset();
+    ofLater->Set("cleared");
+    server = std::make_unique<Server>(folder_.Path());
+    Peer later(folder_.Path(), "C");
+    EXPECT_TRUE(Becomes(later.properties->Create<StringProperty>(name, "old"), "cleared"));
 }
 
 TEST_F(PropertyLinkTest, EventsCountEachButNotTheAnswerToASubscription) {
@@ -163,16 +150,43 @@ TEST_F(PropertyLinkTest, EventsCountEachButNotTheAnswerToASubscription) {
     EXPECT_EQ(events, 2) << "a new link says again what is there";
 }
 
-TEST_F(PropertyLinkTest, WritesOfAFollowerReachAnOwnerThatComesLater) {
-    auto server = std::make_unique<Server>(folder_.Path());
-    Peer other(folder_.Path(), "B");
-    auto const followed = other.properties->Follow<StringProperty>("A", ExternalAppRegistration::Plain, name_, "");
-    server.reset();
-    followed->Set("cleared");
-    server = std::make_unique<Server>(folder_.Path());
-    Peer owner(folder_.Path(), "A");
-    auto const own = owner.properties->Create<StringProperty>(name_, "old");
-    EXPECT_TRUE(Becomes(own, "cleared"));
+// The identifiers stand in the other order.
+TEST_F(PropertyLinkTest, WhatIsLostWithTheServerIsRepeatedInItsOrder) {
+    std::mutex mutex;
+    std::string writes;
+    ThreadFactory threads(1);
+    PublishingPropertyManager manager(threads, 0, 0, "A", "");
+    manager.SetSender([&](PiclMessage const& message) {
+        std::lock_guard const lock(mutex);
+        if (message.type == PiclMessage::Type::Set) writes += message.address.property + '=' + message.value + ' ';
+        return true;
+    });
+    manager.StartThread();
+    auto const make = [&](char const* identifier) {
+        return manager.Create<StringProperty>(PropertyName{identifier, "", "G"}, "");
+    };
+    auto const taken = make("1"), event = make("2"), second = make("3"), first = make("4");
+    event->SetEveryWriteCounts(true);
+    std::atomic<bool> isTold{false};
+    taken->SetTakenCallback([&] { isTold = true; });
+    taken->Set("taken");
+    EXPECT_FALSE(taken->IsTaken());
+    manager.Post({.type = PiclMessage::Type::Taken, .address = {"A", "G", "1"}});
+    while (!isTold) std::this_thread::sleep_for(1ms);
+    EXPECT_TRUE(taken->IsTaken());
+    for (char const* const value : {"old", "first"}) first->Set(value);
+    second->Set("second");
+    for (int i = 0; i < 2; ++i) event->Set("event");
+    manager.HoldWrites();
+    second->Set("last");
+    EXPECT_EQ(std::exchange(writes, {}), "1=taken 4=old 4=first 3=second 2=event 2=event ");
+    manager.PostLinkUp();
+    auto const all = [&] {
+        std::lock_guard const lock(mutex);
+        return writes;
+    };
+    while (!all().ends_with("3=last ")) std::this_thread::sleep_for(1ms);
+    EXPECT_EQ(all(), "4=first 2=event 2=event 3=last ");
 }
 
 TEST_F(PropertyLinkTest, ArchivedValuesComeBackWithoutTheServer) {
@@ -214,18 +228,27 @@ TEST_F(PropertyLinkTest, OnlyItsUserMayOpenTheSocketAndOnlyOneServes) {
     EXPECT_THROW(PropertyServer(folder_ / "socket", folder_ / "archive"), std::system_error);
 }
 
+TEST_F(PropertyLinkTest, TheSocketMayStandDeep) {
+    auto const deep = folder_ / std::string(100, 'a') / std::string(100, 'b');
+    std::filesystem::create_directories(deep);
+    Server const server(deep);
+    Peer owner(deep, "A");
+    Peer other(deep, "B");
+    owner.properties->Create<StringProperty>(name_, "reached");
+    EXPECT_TRUE(
+        Becomes(other.properties->Follow<StringProperty>("A", ExternalAppRegistration::Plain, name_, ""), "reached"));
+}
+
 TEST_F(PropertyLinkTest, GarbageOfOnePeerIsNothingToTheOthers) {
     Server const server(folder_.Path());
     Peer owner(folder_.Path(), "A");
     auto const own = owner.properties->Create<StringProperty>(name_, "a");
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    (folder_ / "socket").string().copy(address.sun_path, sizeof address.sun_path - 1);
+    SocketAddress const address(folder_ / "socket");
     std::vector<int> peers;
     for (std::string const& bytes : {std::string("\0\xFF{\n\n[[[[\n", 10), std::string(100'000, '['),
                                      std::string("{\"type\":\"set\"}\n"), std::string(3'000'000, 'x')}) {
         peers.push_back(::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0));
-        ASSERT_EQ(::connect(peers.back(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+        ASSERT_EQ(::connect(peers.back(), address.Get(), SocketAddress::Size), 0);
         EXPECT_GT(::send(peers.back(), bytes.data(), bytes.size(), MSG_NOSIGNAL), 0);
     }
     Peer other(folder_.Path(), "B");

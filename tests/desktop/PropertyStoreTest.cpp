@@ -36,9 +36,9 @@ TEST_F(PropertyStoreTest, TellsFollowersAndTheOwner) {
     EXPECT_EQ(Do(2, Type::Subscribe), "2:P absent");
     EXPECT_EQ(Do(1, Type::Publish, "a"), "2:P=a");
     EXPECT_EQ(Do(3, Type::Subscribe), "3:P=a");
-    EXPECT_EQ(Do(1, Type::Set, "b"), "1:P taken, 2:P=b, 3:P=b");
-    EXPECT_EQ(Do(2, Type::Set, "c"), "2:P taken, 3:P=c, 1:P=c");
-    EXPECT_EQ(Do(2, Type::Set, "c"), "2:P taken, 3:P=c, 1:P=c") << "a write of the same value is a write";
+    EXPECT_EQ(Do(1, Type::Set, "b"), "2:P=b, 3:P=b, 1:P taken") << "who is told so knows that the others are told";
+    EXPECT_EQ(Do(2, Type::Set, "c"), "3:P=c, 1:P=c, 2:P taken");
+    EXPECT_EQ(Do(2, Type::Set, "c"), "3:P=c, 1:P=c, 2:P taken") << "a write of the same value is a write";
     EXPECT_EQ(Do(3, Type::Publish, "d"), "3: refused") << "it has an owner";
     store_->Remove(1);
     EXPECT_EQ(std::exchange(told_, {}), "2:P absent, 3:P absent");

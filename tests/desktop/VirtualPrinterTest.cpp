@@ -10,10 +10,6 @@
 // The printer with its three processes, as a user runs it.
 namespace {
 
-std::string Label(std::string const& text, unsigned copies = 1) {
-    return "^XA^PQ" + std::to_string(copies) + "^FO20,20^A0N,40,40^FD" + text + "^FS^XZ";
-}
-
 TEST(VirtualPrinter, FollowsAJobOf300Pages) {
     VirtualPrinterProcess printer({"--speed", "400", "--pause-on-start"});
     printer.Print(Label("long", 300));
@@ -50,10 +46,47 @@ TEST(VirtualPrinter, CancelsJobs) {
     ASSERT_TRUE(printer.Until([&] { return printer.Jobs().size() == 2; }));
     std::size_t const kept = printer.Kept().size();
     ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() > kept + 2; })) << "the next job prints";
+    // More than the host is given at a time.
+    for (int i = 0; i < 40; ++i) printer.Print(Label("waits"));
+    ASSERT_TRUE(printer.Until([&] { return printer.Jobs().size() == 16; }));
     printer.Type("cancel-all");
     ASSERT_TRUE(printer.Until([&] { return printer.Jobs().empty(); }));
     printer.Print(Label("after"));
     EXPECT_TRUE(printer.Until([&] { return printer.Log().find("/after-") != std::string::npos; }));
+    EXPECT_EQ(printer.Log().find("/waits-"), std::string::npos);
+    EXPECT_EQ(printer.Log().find("Error"), std::string::npos) << printer.Log();
+}
+
+TEST(VirtualPrinter, CancelsAJobThatIsDrawnAheadInSilence) {
+    VirtualPrinterProcess printer({"--speed", "0"});
+    printer.Print(Label("fast", 5000));
+    ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() >= 300; }));
+    printer.Type("cancel");
+    EXPECT_TRUE(printer.Until([&] { return printer.Jobs().empty(); }));
+    printer.Type("cancel");
+    EXPECT_TRUE(printer.Until([&] { return printer.Log().find("\nidle\n") != std::string::npos; }));
+    EXPECT_NE(printer.Log().find("\ncancelled\n"), std::string::npos);
+    EXPECT_EQ(printer.Log().find("Warning"), std::string::npos) << "pages have nowhere to be written to";
+}
+
+TEST(VirtualPrinter, AStreamCancelsOnlyWhatCameBeforeIt) {
+    VirtualPrinterProcess printer({"--speed", "0"});
+    // The first stream may be there before the host is.
+    constexpr std::size_t Copies = 5;
+    for (std::size_t round = 1; round <= 40; ++round) {
+        printer.Print("~JA" + Label("mark", Copies));
+        ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() == round * Copies; })) << printer.Log();
+    }
+    printer.Type("pause");
+    printer.Print(Label("gone", 3));
+    ASSERT_TRUE(printer.Until([&] { return printer.Jobs().size() == 1; }));
+    printer.Print("~JA" + Label("stays"));
+    ASSERT_TRUE(printer.Until([&] {
+        auto const jobs = printer.Jobs();
+        return jobs.size() == 1 && jobs.front().filename().string().starts_with("stays");
+    }));
+    printer.Type("resume");
+    EXPECT_TRUE(printer.Until([&] { return printer.Log().find("/stays-1-1.png") != std::string::npos; }));
 }
 
 TEST(VirtualPrinter, TakesStreamsHoweverTheyAreSent) {
@@ -122,6 +155,11 @@ TEST(VirtualPrinter, GoesOnWhenProcessesAreKilled) {
                                     [](pid_t child) { return ::kill(child, 0) == 0; });
             })) << "the others end in order";
             printer = std::make_unique<VirtualPrinterProcess>(std::vector<std::string>{"--speed", "0"}, folder.Path());
+            EXPECT_EQ(std::ranges::count_if(
+                          std::filesystem::directory_iterator(folder.Path()),
+                          [](auto const& entry) { return entry.path().filename().string().starts_with("zpl-serve-"); }),
+                      1)
+                << "what the killed one has left is removed";
         }
         std::string const name = "mark" + std::to_string(round);
         ASSERT_TRUE(printer->Until([&] {
@@ -147,6 +185,22 @@ std::string HostStatus(VirtualPrinterProcess const& printer, unsigned field) {
     std::string text(answer, size > 0 ? static_cast<std::size_t>(size) : 0);
     for (; field > 0; --field) text.erase(0, text.find(',') + 1);
     return text.substr(0, text.find(','));
+}
+
+TEST(VirtualPrinter, NoJobStaysWhenTheServerDiesAtItsEnd) {
+    constexpr unsigned FormatsInBuffer = 4;
+    constexpr std::size_t Jobs = 3;
+    VirtualPrinterProcess printer({"--speed", "40"});
+    for (std::size_t round = 0; round < 6; ++round) {
+        for (std::size_t i = 0; i < Jobs; ++i) printer.Print(Label("end"));
+        ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() > round * Jobs; }));
+        // The page has its time, and then the end is told.
+        std::this_thread::sleep_for(std::chrono::milliseconds(21 + 2 * round));
+        printer.KillChild("propertyserver");
+        ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() == (round + 1) * Jobs; })) << printer.Log();
+        EXPECT_TRUE(printer.Until([&] { return printer.Jobs().empty(); })) << printer.Log();
+        EXPECT_EQ(HostStatus(printer, FormatsInBuffer), "000");
+    }
 }
 
 TEST(VirtualPrinter, TellsHostsHowManyFormatsWait) {

@@ -166,7 +166,10 @@ TEST_F(TQZPLProcessorInterfaceTest, ReportsOfThePrinterReachTheQueue) {
 }
 
 TEST_F(TQZPLProcessorInterfaceTest, CancelsAll) {
+    model_->GetCancelAllZPLJobsProperty()->Set(true);
     Connect();
+    EXPECT_EQ(Take(), Calls{"cancel zpl=false"}) << "nothing was there yet";
+    model_->GetCancelAllZPLJobsProperty()->Set(false);
     model_->GetCancelAllZPLJobsProperty()->Set(true);
     EXPECT_EQ(Take(), (Calls{"cancel print=true", "cancel all", "cancel zpl=false"}));
     model_->GetPrintingStoppedProperty()->Set(true);
