@@ -1,15 +1,13 @@
 #include "desktop/serve/PrintDriver.h"
 
 #include <gtest/gtest.h>
-#include <sys/eventfd.h>
 #include <unistd.h>
 
 #include <QtCore/QCoreApplication>
 #include <fstream>
-#include <thread>
 
-#include "desktop/bus/PropertyServer.h"
 #include "foundation/Files.h"
+#include "tests/support/PropertyServerThread.h"
 #include "tests/support/TemporaryDirectory.h"
 
 namespace {
@@ -17,12 +15,7 @@ namespace {
 /// A print driver whose jobs the test makes, and asks for the pages of, in place of the host.
 class PrintDriverTest : public testing::Test {
 protected:
-    PrintDriverTest() : stop_(::eventfd(0, 0)) {
-        auto made = std::make_unique<PropertyServer>(folder_ / "socket", folder_ / "archive");
-        server_ = std::thread([this, held = std::move(made)]() mutable {
-            held->Run(stop_);
-            held.reset();
-        });
+    PrintDriverTest() {
         StartHost();
         auto const follow = [&]<typename T>(char const* property, auto value) {
             return host_->Properties().Follow<T>(ComponentIdentifiers::FirmwareDriver, ExternalAppRegistration::Plain,
@@ -39,7 +32,10 @@ protected:
         path_ = follow.operator()<StringProperty>(PropertyNames::JobToPrintPathName, "");
         EXPECT_TRUE(Until([&] { return path_->Get() == "NO PAGE"; }));
         auto const note = [this](std::shared_ptr<Property> const& changed) {
-            reports_ += changed->ValueText().substr(changed->ValueText().rfind('/') + 1) + '|';
+            auto const text = changed->ValueText();
+            QMetaObject::invokeMethod(
+                &application_, [this, text] { reports_ += text.substr(text.rfind('/') + 1) + '|'; },
+                Qt::QueuedConnection);
         };
         status_->AddCallback(note);
         path_->AddCallback(note);
@@ -47,12 +43,7 @@ protected:
     ~PrintDriverTest() override {
         driver_.reset();
         host_.reset();
-        std::uint64_t const one = 1;
-        EXPECT_EQ(::write(stop_, &one, sizeof one), 8);
-        server_.join();
-        ::close(stop_);
     }
-
     /// The driver waits for the host, which it knows by a property.
     void StartHost() {
         host_ = std::make_unique<BusComponent>(threads_, ComponentIdentifiers::ZplHost, folder_ / "socket");
@@ -84,8 +75,7 @@ protected:
     QCoreApplication application_{argc_, nullptr};
     TemporaryDirectory folder_;
     ThreadFactory threads_{20};
-    int stop_;
-    std::thread server_;
+    PropertyServerThread server_{folder_.Path()};
     std::unique_ptr<BusComponent> host_;
     std::shared_ptr<StringProperty> status_;
     std::shared_ptr<StringProperty> path_;

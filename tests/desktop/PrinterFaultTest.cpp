@@ -8,10 +8,6 @@
 // What goes wrong around the printer with its three processes, and that the rest goes on.
 namespace {
 
-std::string Label(std::string const& text, unsigned copies = 1) {
-    return "^XA^PQ" + std::to_string(copies) + "^FO20,20^A0N,40,40^FD" + text + "^FS^XZ";
-}
-
 testing::AssertionResult Prints(VirtualPrinterProcess& printer, std::string const& name) {
     printer.Print(Label(name));
     return printer.Until([&] { return printer.Log().find('/' + name + '-') != std::string::npos; });

@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -8,40 +7,20 @@
 #include <condition_variable>
 #include <thread>
 
-#include "desktop/bus/PropertyServer.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Files.h"
 #include "propertybus/PICLIF.h"
 #include "propertybus/PublishingPropertyManager.h"
 #include "propertybus/SocketAddress.h"
 #include "propertybus/ThreadFactory.h"
+#include "tests/support/PropertyServerThread.h"
 #include "tests/support/TemporaryDirectory.h"
 
 namespace {
 
 using namespace std::chrono_literals;
 
-/// A server on a thread, which can be stopped and started again.
-class Server {
-public:
-    explicit Server(std::filesystem::path const& folder) : stop_(::eventfd(0, 0)) {
-        auto server = std::make_unique<PropertyServer>(folder / "socket", folder / "archive");
-        thread_ = std::thread([this, server = std::move(server)]() mutable {
-            server->Run(stop_);
-            server.reset();
-        });
-    }
-    ~Server() {
-        std::uint64_t const one = 1;
-        EXPECT_EQ(::write(stop_, &one, sizeof one), 8);
-        thread_.join();
-        ::close(stop_);
-    }
-
-private:
-    int stop_;
-    std::thread thread_;
-};
+using Server = PropertyServerThread;
 
 /// One process on the bus.
 struct Peer {
@@ -133,6 +112,14 @@ TEST_F(PropertyLinkTest, SurvivesTheServer) {
     EXPECT_TRUE(Becomes(own, "back"));
     auto const late = owner.properties->Create<StringProperty>(PropertyName{"Q", "", "G"}, "");
     EXPECT_TRUE(Becomes(late, "kept"));
+
+    PropertyName const name{"R", "", "G"};
+    auto const ofLater = other.properties->Follow<StringProperty>("C", ExternalAppRegistration::Plain, name, "");
+    server.reset();
+    ofLater->Set("cleared");
+    server = std::make_unique<Server>(folder_.Path());
+    Peer later(folder_.Path(), "C");
+    EXPECT_TRUE(Becomes(later.properties->Create<StringProperty>(name, "old"), "cleared"));
 }
 
 TEST_F(PropertyLinkTest, EventsCountEachButNotTheAnswerToASubscription) {
@@ -163,87 +150,43 @@ TEST_F(PropertyLinkTest, EventsCountEachButNotTheAnswerToASubscription) {
     EXPECT_EQ(events, 2) << "a new link says again what is there";
 }
 
-/// A server that takes links and hears what they say, and says nothing but what the test has it say.
-class SilentServer {
-public:
-    explicit SilentServer(std::filesystem::path const& path) {
-        SocketAddress const address(path);
-        EXPECT_EQ(::bind(listener_, address.Get(), SocketAddress::Size), 0);
-        EXPECT_EQ(::listen(listener_, 1), 0);
-    }
-    ~SilentServer() {
-        ::close(link_);
-        ::close(listener_);
-    }
-    void Accept() {
-        ::close(link_);
-        link_ = ::accept(listener_, nullptr, nullptr);
-        lines_ = PiclLines();
-    }
-    void Say(PiclMessage const& message) const {
-        std::string const line = message.Text() + '\n';
-        EXPECT_EQ(::send(link_, line.data(), line.size(), MSG_NOSIGNAL), static_cast<ssize_t>(line.size()));
-    }
-    /// The writes, up to that of a value.
-    std::string WritesUntil(std::string const& last) {
-        std::string writes;
-        bool seen = false;
-        char buffer[4096];
-        while (!seen) {
-            ssize_t const count = ::recv(link_, buffer, sizeof buffer, 0);
-            if (count <= 0) break;
-            lines_.Append({buffer, static_cast<std::size_t>(count)}, [&](std::string_view line) {
-                auto const message = PiclMessage::Parse(line);
-                if (!message || message->type != PiclMessage::Type::Set) return;
-                writes += message->address.property + '=' + message->value + ' ';
-                seen = seen || message->value == last;
-            });
-        }
-        return writes;
-    }
-
-private:
-    int listener_ = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    int link_ = -1;
-    PiclLines lines_;
-};
-
 // The identifiers stand in the other order.
 TEST_F(PropertyLinkTest, WhatIsLostWithTheServerIsRepeatedInItsOrder) {
-    SilentServer server(folder_ / "socket");
-    Peer owner(folder_.Path(), "A");
-    server.Accept();
-    std::vector<std::shared_ptr<StringProperty>> own;
-    for (char const* const identifier : {"1", "2", "3", "4"})
-        own.push_back(owner.properties->Create<StringProperty>(PropertyName{identifier, "", "G"}, ""));
-    own[1]->SetEveryWriteCounts(true);
-    own[0]->Set("taken");
-    EXPECT_EQ(server.WritesUntil("taken"), "1=taken ");
-    server.Say({.type = PiclMessage::Type::Taken, .address = {"A", "G", "1"}});
-    while (!own[0]->IsTaken()) std::this_thread::sleep_for(1ms);
-    own[3]->Set("old");
-    own[3]->Set("first");
-    own[2]->Set("second");
-    own[1]->Set("event");
-    own[1]->Set("event");
-    owner.link.GetServerAgent()->SetProperty("B", "G", "P", "another's");
-    EXPECT_EQ(server.WritesUntil("another's"), "4=old 4=first 3=second 2=event 2=event P=another's ");
-    EXPECT_FALSE(own[3]->IsTaken());
-    own[2]->Set("last");
-    server.Accept();
-    EXPECT_EQ(server.WritesUntil("last"), "P=another's 4=first 2=event 2=event 3=last ");
-}
-
-TEST_F(PropertyLinkTest, WritesOfAFollowerReachAnOwnerThatComesLater) {
-    auto server = std::make_unique<Server>(folder_.Path());
-    Peer other(folder_.Path(), "B");
-    auto const followed = other.properties->Follow<StringProperty>("A", ExternalAppRegistration::Plain, name_, "");
-    server.reset();
-    followed->Set("cleared");
-    server = std::make_unique<Server>(folder_.Path());
-    Peer owner(folder_.Path(), "A");
-    auto const own = owner.properties->Create<StringProperty>(name_, "old");
-    EXPECT_TRUE(Becomes(own, "cleared"));
+    std::mutex mutex;
+    std::string writes;
+    ThreadFactory threads(1);
+    PublishingPropertyManager manager(threads, 0, 0, "A", "");
+    manager.SetSender([&](PiclMessage const& message) {
+        std::lock_guard const lock(mutex);
+        if (message.type == PiclMessage::Type::Set) writes += message.address.property + '=' + message.value + ' ';
+        return true;
+    });
+    manager.StartThread();
+    auto const make = [&](char const* identifier) {
+        return manager.Create<StringProperty>(PropertyName{identifier, "", "G"}, "");
+    };
+    auto const taken = make("1"), event = make("2"), second = make("3"), first = make("4");
+    event->SetEveryWriteCounts(true);
+    std::atomic<bool> isTold{false};
+    taken->SetTakenCallback([&] { isTold = true; });
+    taken->Set("taken");
+    EXPECT_FALSE(taken->IsTaken());
+    manager.Post({.type = PiclMessage::Type::Taken, .address = {"A", "G", "1"}});
+    while (!isTold) std::this_thread::sleep_for(1ms);
+    EXPECT_TRUE(taken->IsTaken());
+    for (char const* const value : {"old", "first"}) first->Set(value);
+    second->Set("second");
+    for (int i = 0; i < 2; ++i) event->Set("event");
+    manager.HoldWrites();
+    second->Set("last");
+    EXPECT_EQ(std::exchange(writes, {}), "1=taken 4=old 4=first 3=second 2=event 2=event ");
+    manager.PostLinkUp();
+    auto const all = [&] {
+        std::lock_guard const lock(mutex);
+        return writes;
+    };
+    while (!all().ends_with("3=last ")) std::this_thread::sleep_for(1ms);
+    EXPECT_EQ(all(), "4=first 2=event 2=event 3=last ");
 }
 
 TEST_F(PropertyLinkTest, ArchivedValuesComeBackWithoutTheServer) {

@@ -13,10 +13,6 @@
 // The printer with its three processes, as a user runs it.
 namespace {
 
-std::string Label(std::string const& text, unsigned copies = 1) {
-    return "^XA^PQ" + std::to_string(copies) + "^FO20,20^A0N,40,40^FD" + text + "^FS^XZ";
-}
-
 TEST(VirtualPrinter, FollowsAJobOf300Pages) {
     VirtualPrinterProcess printer({"--speed", "400", "--pause-on-start"});
     printer.Print(Label("long", 300));

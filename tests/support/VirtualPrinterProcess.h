@@ -20,6 +20,10 @@
 #include "foundation/Files.h"
 #include "tests/support/TemporaryDirectory.h"
 
+inline std::string Label(std::string const& text, unsigned copies = 1) {
+    return "^XA^PQ" + std::to_string(copies) + "^FO20,20^A0N,40,40^FD" + text + "^FS^XZ";
+}
+
 /// `zpl serve` with its processes, in a folder of its own.
 class VirtualPrinterProcess {
 public:
