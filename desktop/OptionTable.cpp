@@ -15,8 +15,7 @@ constexpr std::string_view ExitCodes =
 constexpr CommandRow CommandTable[] = {
     {"render", Render, "FILE...|-", "", "draw every page of a stream into picture files",
      "Draws every page of each stream as NAME-1.png, NAME-2.png, ... and prints one line per page. \"-\" reads "
-     "standard "
-     "input, and what stands behind \"--\" is a FILE whatever it begins with.",
+     "standard input, and what stands behind \"--\" is a FILE whatever it begins with.",
      ExitCodes},
     {"check", Check, "FILE...|-", "", "tell what a stream holds and what is wrong with it, without drawing",
      "Reads each stream as zpl render does and reports its labels, their copies, and what would not print as it was "
