@@ -47,9 +47,10 @@ std::optional<std::string> GetBarcodeErrorMessage(BarcodeStatus status) {
     return std::string(Errors[index].message);
 }
 
-void ReportRefusedBarcode(ContextProcessor const& processor, std::string_view message) {
+void ReportRefusedBarcode(ContextProcessor const& processor, std::string_view message, std::string_view reason) {
     Log::Report(LogTopic::BarcodeRefused, "no barcode can be made of the data " +
-                                              Quoted(processor.at(ZplContextKeys::FieldData)) + Reason(message));
+                                              Quoted(processor.at(ZplContextKeys::FieldData)) +
+                                              (reason.empty() ? Reason(message) : ": " + std::string(reason)));
 }
 
 std::string RepairBarcodeData(ContextProcessor const& processor, std::string const& text, std::string_view message,
@@ -64,8 +65,8 @@ std::string RepairBarcodeData(ContextProcessor const& processor, std::string con
     return repaired;
 }
 
-void HandleBarcodeError(ContextProcessor& processor, std::string const& message, bool force) {
-    ReportRefusedBarcode(processor, message);
+void HandleBarcodeError(ContextProcessor& processor, std::string const& message, bool force, std::string_view reason) {
+    ReportRefusedBarcode(processor, message, reason);
     auto const& target = processor.GetGraphicContext();
     if (!target) return;
     if (!force && !processor.at(ZplContextKeys::EnableBarcodeValidation)) return;

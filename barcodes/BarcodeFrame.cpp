@@ -61,6 +61,7 @@ void RenderLinear(ContextProcessor& processor, LinearBarcode const& barcode, Lin
         if (!text.empty()) ReportRefusedBarcode(processor, {});
         return;
     }
+    if (model->GetBlocks().empty()) ReportRefusedBarcode(processor, {}, "the symbology has none of their characters");
     DrawLinearBarcode(processor, *model, style, barcode.interpretationText(data, model->GetCheckDigit()));
 }
 

@@ -79,9 +79,11 @@ ZplContextKeys::RenderFunction IntelligentMailRenderFunction(bool printLine, boo
 using NotchedRender =
     std::function<void(Barcode::Model::LinearBarcodeModel&, ContextProcessor&, std::vector<std::string> const&)>;
 using NotchedSplit = std::function<std::vector<std::string>(std::string const& data, std::string const& checkDigit)>;
+/// Why a text is refused, where the status tells it wrongly or not at all; otherwise empty.
+using BarcodeReason = std::function<std::string_view(std::string const&)>;
 ZplContextKeys::RenderFunction NotchedBarcodeRenderFunction(BarcodeValidate validate, LinearEncode encode,
                                                             NotchedRender render, NotchedSplit split,
-                                                            BarcodeTransform inputTransform);
+                                                            BarcodeTransform inputTransform, BarcodeReason reason = {});
 
 /// Places and draws the bitmap of a symbol that has no line, and stores where the next field starts.
 void RenderSimpleBarcode(ContextProcessor& processor, std::vector<std::uint8_t> const& bitmap,
@@ -124,14 +126,15 @@ std::string TransformInvalidInput(std::string const& text);
 
 /// What is printed in place of a symbol; nothing for valid data.
 std::optional<std::string> GetBarcodeErrorMessage(BarcodeStatus status);
-/// Reports that the field's data were refused, with what `message` means.
-void ReportRefusedBarcode(ContextProcessor const& processor, std::string_view message);
+/// Reports that the field's data were refused, with `reason`, or what `message` means if that is empty.
+void ReportRefusedBarcode(ContextProcessor const& processor, std::string_view message, std::string_view reason = {});
 /// What `repair` makes of refused text, which is reported; empty text is no symbol, and reported as refused.
 std::string RepairBarcodeData(ContextProcessor const& processor, std::string const& text, std::string_view message,
                               BarcodeTransform const& repair);
 /// Reports refused data, and draws the message at the field origin if validation is on or `force` is set. The next
 /// field then starts where this one should have stood.
-void HandleBarcodeError(ContextProcessor& processor, std::string const& message, bool force);
+void HandleBarcodeError(ContextProcessor& processor, std::string const& message, bool force,
+                        std::string_view reason = {});
 /// White text on a black bar.
 void DrawBarcodeError(Scripting::GraphicContext& target, ZplPoint origin, ZplOrientation orientation,
                       Justification justification, std::string const& message);

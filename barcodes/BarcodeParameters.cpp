@@ -35,7 +35,8 @@ bool StoreBarcodeRender(Context& current, ContextProcessor& processor, ZplContex
         try {
             render(atRender);
         } catch (std::length_error const&) {
-            HandleBarcodeError(atRender, *GetBarcodeErrorMessage(BarcodeStatus::InvalidParameter), false);
+            HandleBarcodeError(atRender, *GetBarcodeErrorMessage(BarcodeStatus::InvalidParameter), false,
+                               "the symbol would be too large; its modules or its height must be smaller");
         }
     };
     StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, guarded);

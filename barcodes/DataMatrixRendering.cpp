@@ -61,7 +61,7 @@ void CreateDataMatrix0to140(ContextProcessor& processor, DataMatrixOptions const
         return made;
     };
     if (status == ValidationStatus::Valid) model();
-    RenderMatrix(processor, status, model, module, true);
+    RenderMatrix(processor, status, model, module, true, "the format of the command has not all of their characters");
 }
 
 }  // namespace
@@ -83,12 +83,14 @@ void RenderDataMatrix(ContextProcessor& processor, DataMatrixOptions const& opti
 }
 
 void RenderMatrix(ContextProcessor& processor, BarcodeStatus status,
-                  std::function<MatrixBarcodeModel const&()> const& encode, unsigned cellSize, bool forceError) {
+                  std::function<MatrixBarcodeModel const&()> const& encode, unsigned cellSize, bool forceError,
+                  std::string_view reason) {
     if (!processor.GetGraphicContext()) return;
     MatrixBarcodeModel const* model = status == BarcodeStatus::Valid ? &encode() : nullptr;
     if (model != nullptr && model->GetCells().empty()) status = BarcodeStatus::TooLong;
     if (auto const message = GetBarcodeErrorMessage(status)) {
-        HandleBarcodeError(processor, *message, forceError);
+        HandleBarcodeError(processor, *message, forceError,
+                           status == BarcodeStatus::InvalidCharacter ? reason : std::string_view());
         return;
     }
     DrawMatrix(processor, *model, cellSize);

@@ -24,9 +24,9 @@ std::optional<unsigned> ZplDataMatrixQualityParser(unsigned value);
 void RenderDataMatrix(ContextProcessor& processor, DataMatrixOptions const& options);
 
 /// The common end of symbols of cells: the error if `status` is one or the model has no cells, which says that the data
-/// do not fit; otherwise the symbol.
+/// do not fit; otherwise the symbol. `reason` is that of a character that the symbol lacks.
 void RenderMatrix(ContextProcessor& processor, BarcodeStatus status,
                   std::function<Barcode::Model::MatrixBarcodeModel const&()> const& encode, unsigned cellSize,
-                  bool forceError = false);
+                  bool forceError = false, std::string_view reason = {});
 
 }  // namespace ZplCore

@@ -156,6 +156,7 @@ Gs1Symbol EncodeGs1(std::string const& data, Gs1Type type, unsigned segments) {
     auto const request = RequestOf(data, type, segments);
     if (request.mode == CcC && !HasRoomForCcC(request.primary)) {
         symbol.status = ValidationStatus::TooShort;
+        symbol.reason = "the linear part is narrower than the component above it";
         return symbol;
     }
     auto const modules = EncodeModules(request);

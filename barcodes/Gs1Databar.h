@@ -61,6 +61,7 @@ enum class Gs1Type : unsigned {
 struct Gs1Symbol {
     ValidationStatus status = ValidationStatus::Valid;
     Model::GS1BarcodeModel model;
+    std::string_view reason = {};  ///< of a refusal that the status does not explain
 };
 
 /// GS1 DataBar (ISO/IEC 24724) and GS1 Composite (ISO/IEC 24723). The linear part and, behind a vertical bar, the data

@@ -28,7 +28,7 @@ void RenderGs1(ContextProcessor& processor, Gs1Options const& options) {
     if (!processor.GetGraphicContext()) return;
     auto const& symbol = encode(processor.at(ZplContextKeys::FieldData), options.type, options.segments);
     if (auto const message = GetBarcodeErrorMessage(symbol.status))
-        return HandleBarcodeError(processor, *message, false);
+        return HandleBarcodeError(processor, *message, false, symbol.reason);
     auto const resolution = SketchResolution::Of(processor);
     // ISO/IEC 24723: rows of CC-A and CC-B are two modules tall, those of CC-C three.
     unsigned const componentRow = (options.type == Gs1Type::Gs1128WithCcC ? 3 : 2) * options.module;

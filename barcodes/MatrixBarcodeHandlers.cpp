@@ -48,7 +48,8 @@ void RenderAztec(ContextProcessor& processor, unsigned magnification, AztecOptio
     std::string const& data = processor.at(ZplContextKeys::FieldData);
     RenderMatrix(
         processor, AztecEncoder::Validate(data, options),
-        [&]() -> MatrixBarcodeModel const& { return encode(data, options); }, magnification);
+        [&]() -> MatrixBarcodeModel const& { return encode(data, options); }, magnification, false,
+        "an Aztec rune is a number from 0 to 255");
 }
 
 }  // namespace

@@ -20,6 +20,12 @@ constexpr unsigned InternationalPostalMode = 3;
 
 std::size_t PostalCodeLength(unsigned mode) { return mode == PostalMode ? 9 : 6; }
 
+/// What code set A of the symbology can print.
+bool IsPostalCharacter(char c) {
+    constexpr std::string_view CodeSetA = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789 \"#$%&'()*+,-./:";
+    return CodeSetA.find(ToAsciiUpper(c)) != std::string_view::npos;
+}
+
 bool HasPrimary(unsigned mode) { return mode == PostalMode || mode == InternationalPostalMode; }
 
 }  // namespace
@@ -31,9 +37,11 @@ ValidationStatus MaxiCodeEncoder::Validate(std::string const& data, unsigned mod
     if (data.size() > MaxLength) return ValidationStatus::TooLong;
     if (!HasPrimary(mode)) return ValidationStatus::Valid;
     if (data.size() < ClassAndCountry + PostalCodeLength(mode)) return ValidationStatus::TooShort;
-    auto const digits = std::string_view(data).substr(0, ClassAndCountry + (mode == PostalMode ? 9 : 0));
-    return std::all_of(digits.begin(), digits.end(), IsAsciiDigit) ? ValidationStatus::Valid
-                                                                   : ValidationStatus::InvalidCharacter;
+    auto const number = std::string_view(data).substr(0, ClassAndCountry);
+    auto const code = std::string_view(data).substr(ClassAndCountry, PostalCodeLength(mode));
+    bool const isNumber = std::all_of(number.begin(), number.end(), IsAsciiDigit);
+    bool const isCode = std::all_of(code.begin(), code.end(), mode == PostalMode ? IsAsciiDigit : IsPostalCharacter);
+    return isNumber && isCode ? ValidationStatus::Valid : ValidationStatus::InvalidCharacter;
 }
 
 Model::MaxiCodeBarcodeModel MaxiCodeEncoder::Encode(std::string const& data, unsigned mode, unsigned index,

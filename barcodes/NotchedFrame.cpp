@@ -5,7 +5,7 @@ namespace ZplCore {
 
 ZplContextKeys::RenderFunction NotchedBarcodeRenderFunction(BarcodeValidate validate, LinearEncode encode,
                                                             NotchedRender render, NotchedSplit split,
-                                                            BarcodeTransform inputTransform) {
+                                                            BarcodeTransform inputTransform, BarcodeReason reason) {
     return [=](ContextProcessor& processor) {
         auto const& target = processor.GetGraphicContext();
         if (!target) return;
@@ -13,7 +13,7 @@ ZplContextKeys::RenderFunction NotchedBarcodeRenderFunction(BarcodeValidate vali
         std::string const data = processor.at(ZplContextKeys::FieldData);
         std::string const text = inputTransform ? inputTransform(data) : data;
         if (auto const message = GetBarcodeErrorMessage(validate(text))) {
-            HandleBarcodeError(processor, *message, true);
+            HandleBarcodeError(processor, *message, true, reason ? reason(text) : std::string_view());
             return;
         }
         auto const model = encode(text);

@@ -49,6 +49,12 @@ ValidationStatus IntelligentMailEncoder::Validate(std::string const& text) {
     return status;
 }
 
+std::string_view IntelligentMailEncoder::Reason(std::string const& text) {
+    if (!std::all_of(text.begin(), text.end(), IsAsciiDigit)) return {};
+    return Validate(text) == ValidationStatus::InvalidCharacter ? "the second digit of Intelligent Mail is 0 to 4"
+                                                                : "Intelligent Mail has 20, 25, 29 or 31 digits";
+}
+
 Model::IntelligentMailBarcodeModel IntelligentMailEncoder::Encode(std::string const& text) {
     ModuleRequest request;
     request.symbology = ModuleSymbology::IntelligentMail;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "Barcode/Encoder/ValidationStatus.h"
 #include "barcodes/PostalModels.h"
@@ -16,6 +17,8 @@ struct PostnetEncoder {
 /// Intelligent Mail (USPS-B-3200): 20 digits, and 0, 5, 9 or 11 digits of the place of delivery.
 struct IntelligentMailEncoder {
     static ValidationStatus Validate(std::string const& text);
+    /// Why digits are refused.
+    static std::string_view Reason(std::string const& text);
     static Model::IntelligentMailBarcodeModel Encode(std::string const& text);
 };
 

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "barcodes/BarcodeFrame.h"
+#include "barcodes/PostalEncoders.h"
 #include "barcodes/PostalSketch.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -12,7 +13,7 @@ namespace {
 /// The steps that both frames share up to the sketch. The text that is encoded, or none if the field is done with.
 std::optional<std::string> AcceptedText(ContextProcessor& processor, BarcodeValidate const& validate,
                                         BarcodeTransform const& inputTransform,
-                                        BarcodeTransform const& invalidTransform) {
+                                        BarcodeTransform const& invalidTransform, BarcodeReason const& reason = {}) {
     auto const& target = processor.GetGraphicContext();
     if (!target) return std::nullopt;
     target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
@@ -22,7 +23,7 @@ std::optional<std::string> AcceptedText(ContextProcessor& processor, BarcodeVali
     if (!message) return text;
     if (!processor.at(ZplContextKeys::EnableBarcodeValidation) && invalidTransform)
         return RepairBarcodeData(processor, text, *message, invalidTransform);
-    HandleBarcodeError(processor, *message, false);
+    HandleBarcodeError(processor, *message, false, reason ? reason(text) : std::string_view());
     return std::nullopt;
 }
 
@@ -49,7 +50,8 @@ ZplContextKeys::RenderFunction IntelligentMailRenderFunction(bool printLine, boo
                                                              BarcodeTransform inputTransform,
                                                              InterpretationText interpretationText) {
     return [=](ContextProcessor& processor) {
-        auto const text = AcceptedText(processor, validate, inputTransform, {});
+        auto const text =
+            AcceptedText(processor, validate, inputTransform, {}, Barcode::Encoder::IntelligentMailEncoder::Reason);
         if (!text) return;
         auto const style = LinearBarcodeStyle::Fixed(processor, printLine, lineAbove);
         auto const resolution = SketchResolution::Of(processor);

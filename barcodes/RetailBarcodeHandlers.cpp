@@ -15,12 +15,12 @@ using namespace ZplCore;
 using Model = Barcode::Model::LinearBarcodeModel;
 
 bool StoreNotched(Context& current, ZplCommand const& command, ContextProcessor& processor, BarcodeValidate validate,
-                  LinearEncode encode, NotchedRender render, NotchedSplit split) {
+                  LinearEncode encode, NotchedRender render, NotchedSplit split, BarcodeReason reason = {}) {
     StoreBarcodeOrientation(current, command, processor);
     StoreBarcodeHeight(current, command, 1, processor);
-    return StoreBarcodeRender(
-        current, processor,
-        NotchedBarcodeRenderFunction(std::move(validate), std::move(encode), std::move(render), std::move(split), {}));
+    return StoreBarcodeRender(current, processor,
+                              NotchedBarcodeRenderFunction(std::move(validate), std::move(encode), std::move(render),
+                                                           std::move(split), {}, std::move(reason)));
 }
 
 /// Two digits or five.
@@ -54,7 +54,7 @@ bool Ean8BarcodeHandler::HandleCommand(Context& current, ZplCommand const& comma
         [=](Model& model, ContextProcessor& at, TextGroups const& groups) {
             RenderEAN8(line, above, model, at, groups);
         },
-        EAN8::SplitUpText);
+        EAN8::SplitUpText, EAN8::Reason);
 }
 
 bool UpcABarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
@@ -78,18 +78,19 @@ bool UpcEBarcodeHandler::HandleCommand(Context& current, ZplCommand const& comma
         [=](Model& model, ContextProcessor& at, TextGroups const& groups) {
             RenderUPCE(line, above, check, model, at, groups);
         },
-        UPCE::SplitUpText);
+        UPCE::SplitUpText, UPCE::Reason);
 }
 
 bool UpcEanExtensionsBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command,
                                                    ContextProcessor& processor) {
     bool const line = ParseFlag(command, 2, true);
     bool const above = ParseFlag(command, 3, true);
-    return StoreNotched(current, command, processor, Ext5Validation, EncodeExtension,
-                        [=](Model& model, ContextProcessor& at, TextGroups const& groups) {
-                            RenderExt(line, above, model, at, groups);
-                        },
-                        {});
+    return StoreNotched(
+        current, command, processor, Ext5Validation, EncodeExtension,
+        [=](Model& model, ContextProcessor& at, TextGroups const& groups) {
+            RenderExt(line, above, model, at, groups);
+        },
+        {}, [](std::string const&) { return "a supplement has two digits or five"; });
 }
 
 void AddRetailBarcodeHandlers(CommandHandlerPool& pool) {

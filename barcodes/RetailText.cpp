@@ -86,6 +86,12 @@ ValidationStatus EAN8::Validate(std::string_view text) {
     return text.size() < 9 ? ValidationStatus::Valid : ValidationStatus::TooShort;
 }
 
+std::string_view EAN8::Reason(std::string_view text) {
+    constexpr std::size_t Full = 8;
+    return IsAllDigits(text) && text.size() > Full ? "there are too many; EAN-8 has 7 digits, or 8 with the check digit"
+                                                   : std::string_view();
+}
+
 LinearModel EAN8::Encode(std::string const& text) { return EAN8Encoder::Encode(TransformInvalidInput(text)); }
 
 std::vector<std::string> EAN8::SplitUpText(std::string const& data, std::string const& checkDigit) {
@@ -140,6 +146,18 @@ ValidationStatus UPCE::Validate(std::string_view text) {
         case 11: return ValidationStatus::InvalidCharacter;
         case 10: return IsValidInput(text) ? ValidationStatus::Valid : ValidationStatus::InvalidCharacter;
         default: return UPCEEncoder::Validate(text);
+    }
+}
+
+std::string_view UPCE::Reason(std::string_view text) {
+    if (!IsAllDigits(text)) return {};
+    switch (text.size()) {
+        case 7: return "UPC-E of 7 digits begins with 0 or 1";
+        case 8: return text[0] == '0' ? std::string_view() : "UPC-E of 8 digits begins with 0";
+        case 9:
+        case 11: return "UPC-E has 6, 7 or 8 digits, or the 10 of maker and product of a UPC-A";
+        case 10: return "a UPC-A of these digits cannot be told in the six of UPC-E";
+        default: return {};
     }
 }
 

@@ -25,6 +25,8 @@ namespace EAN8 {
 std::string TransformInvalidInput(std::string const& text);
 Barcode::Encoder::ValidationStatus Validate(std::string_view text);
 Barcode::Encoder::LinearModel Encode(std::string const& text);
+/// Why digits are refused, where their number or what they begin with is the reason.
+std::string_view Reason(std::string_view text);
 /// Four digits and four.
 std::vector<std::string> SplitUpText(std::string const& data, std::string const& checkDigit);
 
@@ -46,6 +48,8 @@ namespace UPCE {
 std::string TransformInvalidInput(std::string const& text);
 Barcode::Encoder::ValidationStatus Validate(std::string_view text);
 Barcode::Encoder::LinearModel Encode(std::string const& text);
+/// Why digits are refused, where their number or what they begin with is the reason.
+std::string_view Reason(std::string_view text);
 /// The system digit, six digits, the check digit.
 std::vector<std::string> SplitUpText(std::string const& data, std::string const& checkDigit);
 

@@ -27,9 +27,14 @@ unsigned RowHeight(ZplCommand const& command, ContextProcessor const& processor)
         .ValueOr(0);
 }
 
+/// The least heights of rows in modules, by ISO/IEC 15438 and ISO/IEC 24728.
+constexpr unsigned Pdf417LeastRow = 3;
+constexpr unsigned MicroPdfLeastRow = 2;
+
 /// Draws a symbol, or the error if it has no rows, which says that the data do not fit. Without a row height the
-/// symbol is as tall as the barcodes of its label, in rows that readers can still tell apart.
-void DrawStacked(ContextProcessor& processor, StackedBarcodeModel const& model, unsigned rowHeight) {
+/// symbol is as tall as the barcodes of its label, in rows of at least `leastModules`, which readers can tell apart.
+void DrawStacked(ContextProcessor& processor, StackedBarcodeModel const& model, unsigned rowHeight,
+                 unsigned leastModules) {
     if (model.GetRows() == 0) {
         HandleBarcodeError(processor, *GetBarcodeErrorMessage(ValidationStatus::TooLong), false);
         return;
@@ -38,7 +43,8 @@ void DrawStacked(ContextProcessor& processor, StackedBarcodeModel const& model, 
     unsigned const shared = processor.at(ZplContextKeys::BarcodeHeight) / model.GetRows();
     auto const resolution = SketchResolution::Of(processor);
     auto const symbol = Scripting::GraphicHelper::SketchStackedBarcode(
-        model, module, rowHeight != 0 ? rowHeight : std::max(shared, module), resolution.printer, resolution.design);
+        model, module, rowHeight != 0 ? rowHeight : std::max(shared, leastModules * module), resolution.printer,
+        resolution.design);
     RenderSimpleBarcode(processor, *symbol.rows, symbol.logicalWidth, symbol.logicalHeight, symbol.bitmapWidth);
 }
 
@@ -58,7 +64,7 @@ void RenderPdf417(ContextProcessor& processor, Pdf417Options const& options) {
     auto const status = PDF417Encoder::Validate(data, options.security, options.columns, options.rows);
     if (auto const message = GetBarcodeErrorMessage(status)) return HandleBarcodeError(processor, *message, false);
     DrawStacked(processor, encode(data, options.security, options.columns, options.rows, options.truncated),
-                options.rowHeight);
+                options.rowHeight, Pdf417LeastRow);
 }
 
 StackedBarcodeModel MicroPdfEncodeWithoutLinkageParam(std::string const& data, MicroPDF417Shape const& shape) {
@@ -74,7 +80,7 @@ void RenderMicroPdf(ContextProcessor& processor, unsigned rowHeight, unsigned mo
     auto const shape = isMode ? MicroPDF417Encoder::ShapeOf(mode) : MicroPDF417Shape();
     auto const status = isMode ? MicroPDF417Encoder::Validate(data, shape) : ValidationStatus::InvalidParameter;
     if (auto const message = GetBarcodeErrorMessage(status)) return HandleBarcodeError(processor, *message, false);
-    DrawStacked(processor, encode(data, shape), rowHeight);
+    DrawStacked(processor, encode(data, shape), rowHeight, MicroPdfLeastRow);
 }
 
 void RenderCode49(ContextProcessor& processor, std::optional<unsigned> multiplier, char line) {

@@ -157,6 +157,13 @@ constexpr DrawRow Drawings[] = {
 };
 TEST(Code128, Draws) { ExpectDrawings(Drawings); }
 
+TEST(Code128, NothingLeftToDrawIsTold) {
+    FieldBench bench;
+    bench.Run("^FO10,20^BCN,50^FD\xE9^FS");
+    EXPECT_EQ(bench.reports, std::vector<std::string>{"no barcode can be made of the data \"\xE9\": the symbology has "
+                                                      "none of their characters"});
+}
+
 TEST(Barcodes, EveryCommandHasItsHandler) {
     for (char const* letters :
          {"B0", "B1", "B2", "B3", "B4", "B5", "B7", "B8", "B9", "BA", "BB", "BC", "BD", "BE", "BF", "BI",

@@ -44,6 +44,7 @@ SymbolRow const Symbols[] = {
     {"Aztec", BarcodeFormat::Aztec, "^BOo,m", "Aztec 123 text", {}},
     {"Aztec, 80 per cent", BarcodeFormat::Aztec, "^BOo,m,N,80", "Aztec 123 text", {}},
     {"PDF417", BarcodeFormat::PDF417, "^B7o,8,3", "PDF417 carries more text than bars do", {}},
+    {"PDF417 without a row height", BarcodeFormat::PDF417, "^B7o,,3", "PDF417 carries more text than bars do", {}},
     {"PDF417, 4 columns", BarcodeFormat::PDF417, "^B7o,8,2,4", "Four columns", {}},
     {"DataBar", BarcodeFormat::DataBar, "^BRo,1,m", "0100123456789", "01001234567894"},
     {"DataBar truncated", BarcodeFormat::DataBar, "^BRo,2,m", "0100123456789", "01001234567894"},
@@ -53,6 +54,11 @@ SymbolRow const Symbols[] = {
      "(01)90012345678908(3103)001750"},
     {"DataBar expanded, 4 segments", BarcodeFormat::DataBarExpanded, "^BRo,6,m,1,1,4", "01900123456789083103001750",
      "(01)90012345678908(3103)001750"},
+    {"DataBar expanded, identifiers of open length",
+     BarcodeFormat::DataBarExpanded,
+     "^BRo,6,m,1,1,4",
+     "(235)ABC(10)XY",
+     {}},
     {"UPC-A of ^BR", BarcodeFormat::UPCA, "^BRo,7,m,1,h", "03600029145", "036000291452"},
     {"UPC-E of ^BR", BarcodeFormat::UPCE, "^BRo,8,m,1,h", "0123456", "01234565"},
     {"EAN-13 of ^BR", BarcodeFormat::EAN13, "^BRo,9,m,1,h", "400638133393", "4006381333931"},
@@ -164,22 +170,6 @@ TEST(ReadBack, RandomCode128) {
         std::erase_if(data, [](char c) { return c == '^' || c == '~' || c == '>' || c == '\\'; });
         if (data.empty()) continue;
         ASSERT_EQ(ReadCode128(i % 2 == 0 ? "N" : "N,N,N,A", data), data);
-    }
-}
-
-TEST(ReadBack, RandomDataMatrix) {
-    std::mt19937 random(23);
-    for (int i = 0; i < 60; ++i) {
-        std::string data;
-        for (unsigned n = 1 + random() % 120, kind = 0; n > 0; --n) {
-            if (random() % 8 == 0) kind = random() % 4;
-            constexpr std::string_view Kinds[] = {"0123456789", "ABCDEFGHIJKLMNOPQRSTUVWXYZ ",
-                                                  "abcdefghijklmnopqrstuvwxyz ",
-                                                  "!\"#$%&'()*+-./:;<=>?@[]{|}`\xE9\xF1"};
-            data += Kinds[kind][random() % Kinds[kind].size()];
-        }
-        auto const page = LabelPage::Draw("^XA^FO40,40^BXN,4,200^FD" + data + "^FS^XZ");
-        ASSERT_EQ(page.Read(BarcodeFormat::DataMatrix), data);
     }
 }
 

@@ -5,7 +5,8 @@
 #include <optional>
 #include <string_view>
 
-#include "printengine/src/barcode/PublishedSymbol.h"
+#include "printengine/src/barcode/AztecSymbol.h"
+#include "printengine/src/barcode/AztecText.h"
 
 namespace Barcode::Encoder {
 
@@ -17,27 +18,9 @@ constexpr std::size_t MaxName = 24;
 /// The largest symbol holds no more digits than this.
 constexpr std::size_t MaxLength = 3832;
 
-/// The library's levels of error correction, in per cent.
-constexpr unsigned Levels[] = {10, 23, 36, 50};
-
-struct Layers {
-    unsigned count;
-    bool isCompact;
-
-    /// Bits of all codewords.
-    unsigned Bits() const { return ((isCompact ? 88 : 112) + 16 * count) * count; }
-    /// The library's number of the size.
-    int Number() const { return static_cast<int>(isCompact ? count : count + 4); }
-    unsigned Side() const {
-        if (isCompact) return 11 + 4 * count;
-        // Full symbols have a line of reference grid every 16 modules from the centre.
-        return 15 + 4 * count + 2 * ((2 * count + 6) / 15);
-    }
-};
-
-std::optional<Layers> LayersOf(unsigned size) {
-    if (size >= 101 && size <= 104) return Layers{size - 100, true};
-    if (size >= 201 && size <= 232) return Layers{size - 200, false};
+std::optional<AztecLayers> LayersOf(unsigned size) {
+    if (size >= 101 && size <= 104) return AztecLayers{size - 100, true};
+    if (size >= 201 && size <= 232) return AztecLayers{size - 200, false};
     return std::nullopt;
 }
 
@@ -50,7 +33,7 @@ std::optional<unsigned> RuneValue(std::string const& text) {
 
 // --- Extended channels ----------------------------------------------------------------------------------------------
 
-using Segments = std::vector<PublishedSymbol::Segment>;
+using Segments = std::vector<AztecSegment>;
 
 /// The number of the channel that a text begins with, behind its backslash.
 std::optional<unsigned> ChannelAt(std::string_view text) {
@@ -105,56 +88,52 @@ Segments Slice(Segments const& segments, std::size_t begin, std::size_t end) {
 
 // --- Sizes ----------------------------------------------------------------------------------------------------------
 
-/// Encodes with at least so many per cent, for which the library has a level only up to a half.
-void EncodeWithPercentage(PublishedSymbol& symbol, Segments const& text, unsigned percent) {
-    auto const* level = std::find_if(std::begin(Levels), std::end(Levels), [&](unsigned p) { return p >= percent; });
-    if (level != std::end(Levels)) {
-        symbol->option_1 = static_cast<int>(level - std::begin(Levels)) + 1;
-        symbol.Encode(text);
-        return;
+constexpr unsigned UsualPercentage = 23;
+/// Codewords of error correction beside the percentage.
+constexpr std::size_t LeastChecks = 3;
+
+/// From the smallest on; a compact symbol holds more than a full one of the same side.
+std::vector<AztecLayers> AllSizes() {
+    std::vector<AztecLayers> sizes;
+    for (unsigned count = 1; count <= 4; ++count) {
+        sizes.push_back({count, true});
+        if (count > 1) sizes.push_back({count - 1, false});
     }
-    // The data take at most half of the symbol of the highest level; a symbol large enough for these has enough left.
-    symbol->option_1 = static_cast<int>(std::size(Levels));
-    if (symbol.Encode(text) != ValidationStatus::Valid) return;
-    auto const side = static_cast<unsigned>(symbol.Columns());
-    unsigned dataBits = 0;
-    for (unsigned count = 1; count <= 32; ++count) {
-        for (bool const isCompact : {true, false}) {
-            Layers const layers{count, isCompact};
-            bool const exists = !isCompact || count <= 4;
-            if (exists && layers.Side() == side) dataBits = std::max(dataBits, layers.Bits() / 2);
-        }
+    for (unsigned count = 4; count <= 32; ++count) sizes.push_back({count, false});
+    return sizes;
+}
+
+bool Holds(AztecLayers layers, std::size_t dataWords, unsigned percent) {
+    std::size_t const checks = std::size_t{layers.Words()} * percent / 100 + LeastChecks;
+    return dataWords <= layers.MaxDataWords() && dataWords + checks <= layers.Words();
+}
+
+/// The smallest symbol of the sizes asked for.
+Model::MatrixBarcodeModel DrawSmallest(AztecBits const& text, AztecOptions const& options) {
+    auto const asked = LayersOf(options.size);
+    unsigned const percent = asked ? 0 : options.size == 0 ? UsualPercentage : options.size;
+    for (AztecLayers const layers : asked ? std::vector{*asked} : AllSizes()) {
+        if (options.readerSetUp && !layers.CanSetUpReaders()) continue;
+        // No word carries more than its bits.
+        if (text.bits.size() > std::size_t{layers.Bits()}) continue;
+        auto const words = AztecDataWords(text, layers.WordSize());
+        if (Holds(layers, words.size(), percent)) return DrawAztec(words, layers, options.readerSetUp);
     }
-    symbol->option_1 = 0;
-    for (unsigned count = 1; count <= 32; ++count) {
-        Layers const layers{count, false};
-        if (layers.Bits() * (100 - percent) / 100 < dataBits) continue;
-        symbol->option_2 = layers.Number();
-        symbol.Encode(text);
-        return;
-    }
-    symbol->rows = symbol->width = 0;
+    return {0, 0};
 }
 
 /// One symbol of `options.symbols`, counted from 0.
-Model::MatrixBarcodeModel EncodeSymbol(Segments const& text, AztecOptions const& options, unsigned index) {
-    PublishedSymbol symbol(options.size == Rune ? BARCODE_AZRUNE : BARCODE_AZTEC);
-    if (options.readerSetUp) symbol->output_options |= READER_INIT;
-    if (options.symbols >= 2) {
-        symbol->structapp.index = static_cast<int>(index + 1);
-        symbol->structapp.count = static_cast<int>(options.symbols);
+Model::MatrixBarcodeModel EncodeSymbol(Segments text, AztecOptions const& options, unsigned index) {
+    bool const isAppended = options.symbols >= 2;
+    if (isAppended) {
         // The standard has no blanks in the name.
-        std::string name = options.name.substr(0, MaxName);
-        std::erase(name, ' ');
-        name.copy(symbol->structapp.id, sizeof symbol->structapp.id - 1);
+        std::string header = options.name.substr(0, MaxName);
+        std::erase(header, ' ');
+        if (!header.empty()) header = ' ' + header + ' ';
+        header += {static_cast<char>('A' + index), static_cast<char>('A' + options.symbols - 1)};
+        text.insert(text.begin(), {header, 0});
     }
-    if (options.size >= 1 && options.size <= 99) {
-        EncodeWithPercentage(symbol, text, options.size);
-    } else {
-        if (auto const layers = LayersOf(options.size)) symbol->option_2 = layers->Number();
-        symbol.Encode(text);
-    }
-    return symbol.ToMatrix();
+    return DrawSmallest(EncodeAztecText(text, isAppended), options);
 }
 
 /// Puts symbols side by side, with blank cells between them.
@@ -191,6 +170,7 @@ ValidationStatus AztecEncoder::Validate(std::string const& text, AztecOptions co
 }
 
 Model::MatrixBarcodeModel AztecEncoder::Encode(std::string const& text, AztecOptions const& options) {
+    if (options.size == Rune) return DrawAztecRune(RuneValue(text).value_or(0));
     Segments const segments = SegmentsOf(text, options);
     std::size_t const length = LengthOf(segments);
     std::vector<Model::MatrixBarcodeModel> symbols;

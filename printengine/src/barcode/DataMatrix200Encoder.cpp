@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "printengine/src/barcode/DataMatrixCodewords.h"
 #include "printengine/src/barcode/DataMatrixPlacement.h"
-#include "printengine/src/barcode/DataMatrixTokens.h"
 
 namespace Barcode::Encoder {
 
@@ -39,38 +39,33 @@ constexpr unsigned Rectangle = 2;
 /// The largest symbol holds no more digits than this.
 constexpr std::size_t MaxLength = 3116;
 
-Size const* FindSize(DataMatrixCodewords const& text, DMSize wanted, unsigned aspect) {
-    std::size_t const needed = text.codewords.size() - (text.endsWithUnlatch ? 1 : 0);
-    for (auto const& size : Sizes) {
-        bool const isAsked = wanted == DMSize{} ? (size.rows != size.columns) == (aspect == Rectangle)
-                                                : size.rows == wanted.rows && size.columns == wanted.columns;
-        // Without its unlatch a text must fill the symbol to the end.
-        if (isAsked && (size.data == needed || size.data >= text.codewords.size())) return &size;
-    }
-    return nullptr;
+bool IsAsked(Size const& size, DMSize wanted, unsigned aspect) {
+    return wanted == DMSize{} ? (size.rows != size.columns) == (aspect == Rectangle)
+                              : size.rows == wanted.rows && size.columns == wanted.columns;
 }
 
 /// Galois field of 256 elements by x^8 + x^5 + x^3 + x^2 + 1.
 struct Field {
-    std::array<std::uint8_t, 255> power{};
+    std::array<std::uint8_t, 510> power{};  ///< twice around, for sums of two logarithms
     std::array<std::uint8_t, 256> logarithm{};
 
     constexpr Field() {
         unsigned value = 1;
         for (unsigned i = 0; i < 255; ++i) {
-            power[i] = static_cast<std::uint8_t>(value);
+            power[i] = power[i + 255] = static_cast<std::uint8_t>(value);
             logarithm[value] = static_cast<std::uint8_t>(i);
             value <<= 1;
             if (value > 255) value ^= 0x12DU;
         }
     }
     constexpr std::uint8_t Multiply(std::uint8_t a, std::uint8_t b) const {
-        return a == 0 || b == 0 ? std::uint8_t{0} : power[(logarithm[a] + logarithm[b]) % 255U];
+        return a == 0 || b == 0 ? std::uint8_t{0} : power[std::size_t{logarithm[a]} + logarithm[b]];
     }
 };
 constexpr Field Gf;
 
-/// The polynomial with the roots 2^1 to 2^count, highest power first, without its leading 1.
+/// The polynomial with the roots 2^1 to 2^count, highest power first, without its leading 1; in logarithms, as none of
+/// its coefficients is 0.
 std::vector<std::uint8_t> Generator(unsigned count) {
     std::vector<std::uint8_t> polynomial{1};
     for (unsigned root = 1; root <= count; ++root) {
@@ -79,6 +74,7 @@ std::vector<std::uint8_t> Generator(unsigned count) {
             polynomial[i] ^= Gf.Multiply(polynomial[i - 1], Gf.power[root % 255]);
     }
     polynomial.erase(polynomial.begin());
+    for (auto& coefficient : polynomial) coefficient = Gf.logarithm[coefficient];
     return polynomial;
 }
 
@@ -91,9 +87,11 @@ void AppendErrorCorrection(std::vector<std::uint8_t>& codewords, Size const& siz
         std::vector<std::uint8_t> rest(perBlock);
         for (std::size_t p = block; p < size.data; p += size.blocks) {
             std::uint8_t const factor = codewords[p] ^ rest[0];
-            std::rotate(rest.begin(), rest.begin() + 1, rest.end());
+            std::copy(rest.begin() + 1, rest.end(), rest.begin());
             rest.back() = 0;
-            for (std::size_t i = 0; i < perBlock; ++i) rest[i] ^= Gf.Multiply(factor, generator[i]);
+            if (factor == 0) continue;
+            auto const* const multiples = &Gf.power[Gf.logarithm[factor]];
+            for (std::size_t i = 0; i < perBlock; ++i) rest[i] ^= multiples[generator[i]];
         }
         std::size_t p = size.data;
         while (p % size.blocks != block) ++p;
@@ -107,7 +105,6 @@ void AppendErrorCorrection(std::vector<std::uint8_t>& codewords, Size const& siz
 /// Fills the data codewords up, the second pad and those behind it randomised by their places.
 void PadTo(std::vector<std::uint8_t>& codewords, std::size_t count) {
     constexpr unsigned Pad = 129;
-    if (codewords.size() > count) codewords.resize(count);
     if (codewords.size() < count) codewords.push_back(Pad);
     while (codewords.size() < count) {
         auto const value = static_cast<unsigned>(Pad + 149 * (codewords.size() + 1) % 253 + 1);
@@ -123,20 +120,14 @@ Model::MatrixBarcodeModel Assemble(std::vector<std::uint8_t> const& codewords, S
         PlaceDataMatrix(codewords, size.rows - 2 * size.regionsDown, size.columns - 2 * size.regionsAcross);
     Model::MatrixBarcodeModel model(size.rows, size.columns);
     for (unsigned r = 0; r < size.rows; ++r) {
+        auto& row = model.GetCells()[r];
         unsigned const inRow = r % regionRows;
-        for (unsigned c = 0; c < size.columns; ++c) {
-            unsigned const inColumn = c % regionColumns;
-            bool dark = false;
-            if (inColumn == 0 || inRow == regionRows - 1) {
-                dark = true;
-            } else if (inRow == 0) {
-                dark = inColumn % 2 == 0;
-            } else if (inColumn == regionColumns - 1) {
-                dark = inRow % 2 != 0;
-            } else {
-                dark = modules[r - 1 - 2 * (r / regionRows)][c - 1 - 2 * (c / regionColumns)];
-            }
-            model.GetCells()[r][c] = dark;
+        bool const isFrame = inRow == 0 || inRow == regionRows - 1;
+        for (unsigned left = 0, column = 0; left < size.columns; left += regionColumns) {
+            row[left] = true;
+            for (unsigned c = 1; c + 1 < regionColumns; ++c)
+                row[left + c] = isFrame ? inRow != 0 || c % 2 == 0 : modules[r - 1 - 2 * (r / regionRows)][column++];
+            row[left + regionColumns - 1] = inRow == regionRows - 1 || inRow % 2 != 0;
         }
     }
     return model;
@@ -153,16 +144,20 @@ ValidationStatus DataMatrix200Encoder::Validate(std::string const& text, DMSize 
     return text.size() > 4 * MaxLength ? ValidationStatus::TooLong : ValidationStatus::Valid;
 }
 
-Model::MatrixBarcodeModel DataMatrix200Encoder::Encode(std::string const& text, DMSize size, char escape,
+Model::MatrixBarcodeModel DataMatrix200Encoder::Encode(std::string const& text, DMSize wanted, char escape,
                                                        unsigned aspect) {
     auto const tokens = ReadDataMatrixTokens(text, escape);
     if (tokens.empty() || tokens.size() > MaxLength) return {0, 0};
-    auto encoded = EncodeDataMatrixTokens(tokens);
-    Size const* fitting = FindSize(encoded, size, aspect);
-    if (fitting == nullptr) return {0, 0};
-    PadTo(encoded.codewords, fitting->data);
-    AppendErrorCorrection(encoded.codewords, *fitting);
-    return Assemble(encoded.codewords, *fitting);
+    DataMatrixWays const ways(tokens);
+    for (auto const& size : Sizes) {
+        auto const way = IsAsked(size, wanted, aspect) ? ways.Into(size.data) : std::nullopt;
+        if (!way) continue;
+        auto codewords = DataMatrixCodewords(tokens, *way, size.data);
+        PadTo(codewords, size.data);
+        AppendErrorCorrection(codewords, size);
+        return Assemble(codewords, size);
+    }
+    return {0, 0};
 }
 
 }  // namespace Barcode::Encoder

@@ -19,7 +19,7 @@ public:
           rows_(static_cast<int>(rows)),
           columns_(static_cast<int>(columns)),
           modules_(rows, std::vector<bool>(columns)),
-          isPlaced_(rows, std::vector<bool>(columns)) {}
+          isPlaced_(std::size_t{rows} * columns) {}
 
     std::vector<std::vector<bool>> Run() {
         int row = 4;
@@ -52,13 +52,11 @@ public:
     }
 
 private:
-    bool IsPlaced(int row, int column) const {
-        return isPlaced_[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
-    }
+    bool IsPlaced(int row, int column) const { return isPlaced_[static_cast<std::size_t>(row * columns_ + column)]; }
 
     void Set(int row, int column, bool dark) {
         modules_[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)] = dark;
-        isPlaced_[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)] = true;
+        isPlaced_[static_cast<std::size_t>(row * columns_ + column)] = true;
     }
 
     bool Bit(int index) const { return next_ < codewords_.size() && (codewords_[next_] >> (7 - index) & 1) != 0; }
@@ -104,7 +102,7 @@ private:
     int rows_;
     int columns_;
     std::vector<std::vector<bool>> modules_;
-    std::vector<std::vector<bool>> isPlaced_;
+    std::vector<bool> isPlaced_;  ///< row by row
     std::size_t next_ = 0;
 };
 

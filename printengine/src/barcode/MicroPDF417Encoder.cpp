@@ -4,8 +4,8 @@
 #include <iterator>
 
 #include "printengine/src/barcode/Elements.h"
+#include "printengine/src/barcode/PDF417Compaction.h"
 #include "printengine/src/barcode/PDF417Patterns.h"
-#include "printengine/src/barcode/PublishedSymbol.h"
 
 namespace Barcode::Encoder {
 
@@ -56,72 +56,10 @@ constexpr unsigned CentrePatterns[AddressPatterns] = {
 
 using Codewords = std::vector<unsigned>;
 
-constexpr unsigned Field = 929;
 constexpr unsigned Pad = 900;
 constexpr unsigned LinearLinkage = 918;
-
-unsigned ModulesAt(PublishedSymbol const& symbol, std::size_t row, std::size_t column, unsigned count) {
-    unsigned modules = 0;
-    for (unsigned i = 0; i < count; ++i) modules = modules << 1 | (symbol.IsDark(row, column + i) ? 1U : 0U);
-    return modules;
-}
-
-unsigned CodewordOf(unsigned modules, unsigned cluster) {
-    auto const& patterns = PDF417Patterns[cluster];
-    auto const found = std::find(patterns.begin(), patterns.end(), static_cast<std::uint16_t>(modules));
-    return static_cast<unsigned>(found - patterns.begin());
-}
-
-/// The columns of modules left of each data codeword.
-std::vector<std::size_t> CodewordPlaces(unsigned columns) {
-    std::vector<std::size_t> places;
-    std::size_t x = AddressModules;
-    for (unsigned c = 0; c < columns; ++c, x += CodewordModules) {
-        // Behind the first of three columns, or the second of four, stands the centre.
-        if (columns >= 3 && c == columns - 2) x += AddressModules;
-        places.push_back(x);
-    }
-    return places;
-}
-
-/// The data codewords of a text. The barcode library compacts it, for a shape of its own choice; what it made is read
-/// from the symbol, without the padding.
-Codewords Compact(std::string const& text) {
-    PublishedSymbol symbol(BARCODE_MICROPDF417);
-    symbol->option_2 = 4;
-    if (symbol.Encode(text) != ValidationStatus::Valid) return {};
-    auto const variant = std::find_if(std::begin(Variants), std::end(Variants),
-                                      [&](Variant const& v) { return v.columns == 4 && v.rows == symbol.Rows(); });
-    if (variant == std::end(Variants)) return {};
-    Codewords codewords;
-    auto const places = CodewordPlaces(variant->columns);
-    for (unsigned r = 0; r < variant->rows; ++r) {
-        for (std::size_t const x : places)
-            codewords.push_back(CodewordOf(ModulesAt(symbol, r, x, CodewordModules), (variant->cluster + r) % 3));
-    }
-    codewords.resize(variant->DataCodewords());
-    while (!codewords.empty() && codewords.back() == Pad) codewords.pop_back();
-    return codewords;
-}
-
-/// Reed-Solomon over the integers modulo 929; the roots of the generator are the powers of 3 from the first on.
-Codewords Corrections(Codewords const& data, unsigned count) {
-    Codewords generator{1};  // highest power first
-    for (unsigned i = 0, root = 3; i < count; ++i, root = root * 3 % Field) {
-        generator.push_back(0);
-        for (std::size_t j = generator.size() - 1; j > 0; --j)
-            generator[j] = (generator[j] + (Field - root) * generator[j - 1]) % Field;
-    }
-    Codewords rest(count);
-    for (unsigned const codeword : data) {
-        unsigned const factor = (codeword + rest[0]) % Field;
-        rest.erase(rest.begin());
-        rest.push_back(0);
-        for (unsigned j = 0; j < count; ++j) rest[j] = (rest[j] + (Field - factor) * generator[j + 1]) % Field;
-    }
-    for (unsigned& codeword : rest) codeword = (Field - codeword) % Field;
-    return rest;
-}
+/// No symbol holds more digits than this.
+constexpr std::size_t MaxLength = 366;
 
 void AppendAddress(unsigned const (&patterns)[AddressPatterns], unsigned number, Blocks& row) {
     AppendModules(patterns[(number - 1) % AddressPatterns], AddressModules, row);
@@ -163,8 +101,8 @@ ValidationStatus MicroPDF417Encoder::Validate(std::string const& text, MicroPDF4
 
 Model::StackedBarcodeModel MicroPDF417Encoder::Encode(std::string const& text, MicroPDF417Shape shape,
                                                       MicroPDF417Linkage linkage) {
-    auto codewords = Compact(text);
-    if (codewords.empty()) return {0, 0};
+    if (text.empty() || text.size() > MaxLength) return {0, 0};
+    auto codewords = CompactPDF417(text, PDF417Start::Latched);
     if (linkage == MicroPDF417Linkage::LinearComponent) codewords.insert(codewords.begin(), LinearLinkage);
     Variant const* best = nullptr;
     for (Variant const& variant : Variants) {
@@ -174,7 +112,7 @@ Model::StackedBarcodeModel MicroPDF417Encoder::Encode(std::string const& text, M
     }
     if (best == nullptr) return {0, 0};
     codewords.resize(best->DataCodewords(), Pad);
-    auto const corrections = Corrections(codewords, best->corrections);
+    auto const corrections = PDF417Corrections(codewords, best->corrections);
     codewords.insert(codewords.end(), corrections.begin(), corrections.end());
     return Draw(*best, codewords);
 }

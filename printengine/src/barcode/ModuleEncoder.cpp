@@ -37,9 +37,23 @@ int LibrarySymbology(ModuleRequest const& request) {
     return 0;
 }
 
+/// Element strings as the library reads them, with its FNC1 (a bracket) where it leaves it out: it takes identifiers
+/// that begin with 23 for ones of fixed length. Without identifiers a linear part is left as it is.
+std::string ElementStrings(std::string_view bracketed) {
+    std::string elements;
+    bool lacksSeparator = false;
+    for (std::size_t i = 0; i < bracketed.size(); ++i) {
+        bool const opens = bracketed[i] == '[';
+        if (opens && lacksSeparator) elements += '[';
+        if (opens) lacksSeparator = bracketed.substr(i + 1, 2) == "23";
+        elements += opens ? '(' : bracketed[i] == ']' ? ')' : bracketed[i];
+    }
+    return elements;
+}
+
 /// The places where the library looks for each option.
 void SetOptions(PublishedSymbol& symbol, ModuleRequest const& request) {
-    if (request.isGs1) symbol->input_mode = GS1_MODE | GS1NOCHECK_MODE;
+    if (request.isGs1) symbol->input_mode = GS1_MODE | GS1NOCHECK_MODE | GS1PARENS_MODE;
     if (request.mode != 0) symbol->option_1 = static_cast<int>(request.mode);
     if (request.columns != 0) symbol->option_2 = static_cast<int>(request.columns);
     if (request.count >= 2) {
@@ -55,13 +69,14 @@ ModuleRows EncodeModules(ModuleRequest const& request) {
     int const symbology = LibrarySymbology(request);
     PublishedSymbol symbol(symbology);
     constexpr std::size_t MaxPrimary = sizeof symbol->primary - 1;
-    if (symbology == 0 || request.primary.size() > MaxPrimary) {
+    std::string const primary = request.isGs1 ? ElementStrings(request.primary) : request.primary;
+    if (symbology == 0 || primary.size() > MaxPrimary) {
         result.status = ValidationStatus::InvalidParameter;
         return result;
     }
-    request.primary.copy(symbol->primary, MaxPrimary);
+    primary.copy(symbol->primary, MaxPrimary);
     SetOptions(symbol, request);
-    result.status = symbol.Encode(request.data);
+    result.status = symbol.Encode(request.isGs1 ? ElementStrings(request.data) : request.data);
     for (std::size_t r = 0; r < symbol.Rows(); ++r) {
         auto& row = result.rows.emplace_back(symbol.Columns());
         for (std::size_t c = 0; c < symbol.Columns(); ++c) row[c] = symbol.IsDark(r, c);

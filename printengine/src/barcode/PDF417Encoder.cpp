@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <optional>
 
-#include "printengine/src/barcode/PublishedSymbol.h"
+#include "printengine/src/barcode/Elements.h"
+#include "printengine/src/barcode/PDF417Compaction.h"
+#include "printengine/src/barcode/PDF417Patterns.h"
 
 namespace Barcode::Encoder {
 
@@ -16,28 +20,71 @@ constexpr unsigned MaxRows = 90;
 constexpr unsigned MaxCodewords = 928;
 /// No symbol holds more digits than this.
 constexpr std::size_t MaxLength = 2710;
-/// Modules of the start pattern, the stop pattern and the row indicators on both sides.
-constexpr std::size_t FullFrame = 17 + 18 + 2 * 17;
-constexpr std::size_t TruncatedFrame = 17 + 17 + 1;
-constexpr std::size_t CodewordWidth = 17;
+constexpr unsigned Pad = 900;
 
-/// Encodes into exactly so many columns, and rows where they are given; false if that is too small.
-bool EncodeShape(PublishedSymbol& symbol, std::string const& text, unsigned security, unsigned columns, unsigned rows) {
-    symbol->option_1 = static_cast<int>(security);
-    symbol->option_2 = static_cast<int>(columns);
-    symbol->option_3 = static_cast<int>(rows);
-    if (symbol.Encode(text) != ValidationStatus::Valid) return false;
-    std::size_t const frame = symbol->symbology == BARCODE_PDF417COMP ? TruncatedFrame : FullFrame;
-    return (columns == 0 || symbol.Columns() == frame + columns * CodewordWidth) &&
-           (rows == 0 || symbol.Rows() == rows);
+struct Shape {
+    unsigned columns;
+    unsigned rows;
+
+    bool Holds(unsigned codewords) const {
+        return columns <= MaxColumns && rows <= MaxRows && columns * rows >= codewords &&
+               columns * rows <= MaxCodewords;
+    }
+};
+
+/// The shape of a given width, of as many rows as the codewords fill if none are asked for.
+Shape OfColumns(unsigned columns, unsigned rows, unsigned codewords) {
+    return {columns, rows != 0 ? rows : std::max(MinRows, (codewords + columns - 1) / columns)};
 }
 
-/// The codewords that a text needs, to within a row of the widest shape.
-unsigned CountCodewords(std::string const& text, unsigned security) {
-    PublishedSymbol symbol(BARCODE_PDF417);
-    if (!EncodeShape(symbol, text, security, 0, 0)) return 0;
-    auto const columns = static_cast<unsigned>((symbol.Columns() - FullFrame) / CodewordWidth);
-    return columns * static_cast<unsigned>(symbol.Rows());
+/// 0 columns or rows are open; without either, the shape next to twice as many rows as columns.
+std::optional<Shape> ChooseShape(unsigned codewords, unsigned columns, unsigned rows) {
+    std::optional<Shape> best;
+    unsigned const wanted = columns != 0 ? columns
+                            : rows != 0  ? (codewords + rows - 1) / rows
+                                         : static_cast<unsigned>(std::round(std::sqrt(codewords / 2.0)));
+    auto const distance = [&](Shape const& shape) {
+        return std::abs(static_cast<int>(shape.columns) - static_cast<int>(std::max(wanted, 1U)));
+    };
+    for (unsigned c = 1; c <= MaxColumns; ++c) {
+        auto const shape = OfColumns(c, rows, codewords);
+        bool const isAsked = columns == 0 ? rows == 0 || c >= wanted : c == columns;
+        if (isAsked && shape.Holds(codewords) && (!best || distance(shape) < distance(*best))) best = shape;
+    }
+    return best;
+}
+
+/// ISO/IEC 15438, 5.3: the start and stop patterns, and the indicators at both ends of each row, which tell the numbers
+/// of rows and columns and the security level by turns.
+Model::StackedBarcodeModel Draw(std::vector<unsigned> const& codewords, Shape const& shape, unsigned security,
+                                bool truncated) {
+    constexpr unsigned CodewordModules = 17;
+    constexpr unsigned Start = 0b11111111010101000, Stop = 0b111111101000101001;
+    unsigned const frame = truncated ? 2 * CodewordModules + 1 : 4 * CodewordModules + 1;
+    Model::StackedBarcodeModel model(shape.rows, shape.columns * CodewordModules + frame);
+    unsigned const byRows = (shape.rows - 1) / 3;
+    unsigned const bySecurity = security * 3 + (shape.rows - 1) % 3;
+    unsigned const byColumns = shape.columns - 1;
+    unsigned const left[] = {byRows, bySecurity, byColumns};
+    unsigned const right[] = {byColumns, byRows, bySecurity};
+    auto codeword = codewords.begin();
+    for (unsigned r = 0; r < shape.rows; ++r) {
+        auto& row = model.GetBlocks()[r];
+        auto const append = [&](unsigned value) {
+            row.push_back(Model::Block::NarrowBar());
+            AppendModules(PDF417Patterns[r % 3][value], CodewordModules - 1, row);
+        };
+        AppendModules(Start, CodewordModules, row);
+        append(30 * (r / 3) + left[r % 3]);
+        for (unsigned c = 0; c < shape.columns; ++c) append(*codeword++);
+        if (truncated) {
+            row.push_back(Model::Block::NarrowBar());
+        } else {
+            append(30 * (r / 3) + right[r % 3]);
+            AppendModules(Stop, CodewordModules + 1, row);
+        }
+    }
+    return model;
 }
 
 }  // namespace
@@ -52,15 +99,16 @@ ValidationStatus PDF417Encoder::Validate(std::string const& text, unsigned secur
 
 Model::StackedBarcodeModel PDF417Encoder::Encode(std::string const& text, unsigned security, unsigned columns,
                                                  unsigned rows, bool truncated) {
-    if (columns == 0) {
-        unsigned const codewords = CountCodewords(text, security);
-        if (codewords == 0) return {0, 0};
-        double const wanted = rows == 0 ? std::round(std::sqrt(codewords / 2.0)) : std::ceil(codewords / double(rows));
-        columns = std::clamp(static_cast<unsigned>(wanted), 1U, MaxColumns);
-    }
-    PublishedSymbol symbol(truncated ? BARCODE_PDF417COMP : BARCODE_PDF417);
-    if (EncodeShape(symbol, text, security, columns, rows)) return symbol.ToStacked();
-    return {0, 0};
+    auto codewords = CompactPDF417(text, PDF417Start::Text);
+    unsigned const corrections = 2U << security;
+    auto const shape = ChooseShape(static_cast<unsigned>(codewords.size()) + 1 + corrections, columns, rows);
+    if (!shape) return {0, 0};
+    unsigned const length = shape->columns * shape->rows - corrections;
+    codewords.insert(codewords.begin(), length);
+    codewords.resize(length, Pad);
+    auto const checks = PDF417Corrections(codewords, corrections);
+    codewords.insert(codewords.end(), checks.begin(), checks.end());
+    return Draw(codewords, *shape, security, truncated);
 }
 
 }  // namespace Barcode::Encoder

@@ -33,20 +33,6 @@ ValidationStatus PublishedSymbol::Encode(std::string_view text) {
                                   static_cast<int>(text.size())));
 }
 
-ValidationStatus PublishedSymbol::Encode(std::vector<Segment> const& segments) {
-    if (segments.size() == 1 && segments[0].channel == 0) return Encode(segments[0].text);
-    std::vector<std::string> texts;
-    std::vector<zint_seg> parts;
-    for (auto const& [text, channel] : segments) {
-        if (text.size() > ZINT_MAX_DATA_LEN) return ValidationStatus::TooLong;
-        texts.push_back(text);
-        parts.push_back({nullptr, static_cast<int>(text.size()), static_cast<int>(channel)});
-    }
-    for (std::size_t i = 0; i < parts.size(); ++i) parts[i].source = reinterpret_cast<unsigned char*>(texts[i].data());
-    if (symbol_->rows != 0) ZBarcode_Clear(symbol_.get());
-    return Finish(ZBarcode_Encode_Segs(symbol_.get(), parts.data(), static_cast<int>(parts.size())));
-}
-
 ValidationStatus PublishedSymbol::Finish(int result) {
     auto const status = StatusOf(result);
     if (status != ValidationStatus::Valid) symbol_->rows = symbol_->width = 0;
@@ -57,14 +43,6 @@ Model::MatrixBarcodeModel PublishedSymbol::ToMatrix() const {
     Model::MatrixBarcodeModel model(Rows(), Columns());
     for (std::size_t r = 0; r < Rows(); ++r) {
         for (std::size_t c = 0; c < Columns(); ++c) model.GetCells()[r][c] = IsDark(r, c);
-    }
-    return model;
-}
-
-Model::StackedBarcodeModel PublishedSymbol::ToStacked() const {
-    Model::StackedBarcodeModel model(static_cast<unsigned>(Rows()), static_cast<unsigned>(Columns()));
-    for (std::size_t r = 0; r < Rows(); ++r) {
-        for (std::size_t c = 0; c < Columns(); ++c) model.GetBlocks()[r].emplace_back(false, IsDark(r, c));
     }
     return model;
 }

@@ -3,9 +3,7 @@
 #include <zint.h>
 
 #include <memory>
-#include <string>
 #include <string_view>
-#include <vector>
 
 #include "Barcode/Encoder/ValidationStatus.h"
 #include "Barcode/Model/BarcodeModels.h"
@@ -20,14 +18,7 @@ public:
     /// The options that the library documents for the symbology.
     zint_symbol* operator->() { return symbol_.get(); }
 
-    /// A text in an extended channel; 0 is the usual one.
-    struct Segment {
-        std::string text;
-        unsigned channel = 0;
-    };
-
     ValidationStatus Encode(std::string_view text);
-    ValidationStatus Encode(std::vector<Segment> const& segments);
 
     std::size_t Rows() const { return static_cast<std::size_t>(symbol_->rows); }
     std::size_t Columns() const { return static_cast<std::size_t>(symbol_->width); }
@@ -36,7 +27,6 @@ public:
     }
 
     Model::MatrixBarcodeModel ToMatrix() const;
-    Model::StackedBarcodeModel ToStacked() const;
 
 private:
     ValidationStatus Finish(int result);
