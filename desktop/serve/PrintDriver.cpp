@@ -16,6 +16,7 @@ using PrintEngine::Printing::JobMetaData;
 namespace {
 
 constexpr std::chrono::milliseconds Later{20};
+constexpr std::chrono::milliseconds CancellationTime{100};  // for the host to take away all that it cancels
 
 }  // namespace
 
@@ -123,13 +124,11 @@ void PrintDriver::OnMain(std::shared_ptr<Property> const& property, std::functio
 
 /// The host takes away the folders of the jobs that it cancels, in a moment. What stands then came later, and prints.
 void PrintDriver::NoteCancellation() {
-    constexpr std::chrono::milliseconds Moment{100};
-    cancelled_.clear();
+    cancelled_ = {job_};
     std::error_code error;
     for (auto const& entry : std::filesystem::directory_iterator(options_.jobsFolder, error))
         cancelled_.insert(entry.path());
-    if (state_ != State::Idle) cancelled_.insert(job_);
-    cancellation_ = QDeadlineTimer(Moment);
+    cancellation_ = QDeadlineTimer(CancellationTime);
 }
 
 /// The host has heard of everything when all is taken by a server that the host is there on.
@@ -170,7 +169,7 @@ void PrintDriver::StartNext() {
     }
     CleanUpAfter(waiting);
     // A job whose folder was made a moment ago gets its metadata next.
-    if (first && cancelled_.contains(firstPath) && !cancellation_.hasExpired()) return nextTimer_.start(Later);
+    if (first && !cancellation_.hasExpired()) return nextTimer_.start(Later);
     if (first) return Start(firstPath, std::move(*first));
     if (incomplete) nextTimer_.start(Later);
 }
@@ -348,10 +347,14 @@ void PrintDriver::GiveUpJobs() {
 bool PrintDriver::EndIfGone() {
     std::error_code error;
     if (state_ == State::Idle || state_ == State::Ending || std::filesystem::exists(job_, error)) return false;
-    if (cancelled_.contains(job_))
-        say_("job " + names_.Job() + " is cancelled");
-    else
-        DebugLog(Error, "the folder of job " + names_.Job() + " is gone; the job is given up");
+    // The word of a cancellation may still be on its way, and others may go too.
+    cancellation_ = QDeadlineTimer(CancellationTime);
+    QTimer::singleShot(CancellationTime, this, [this, path = job_, name = names_.Job()] {
+        if (cancelled_.contains(path))
+            say_("job " + name + " is cancelled");
+        else
+            DebugLog(Error, "the folder of job " + name + " is gone; the job is given up");
+    });
     canSend_->Set("false");
     FinishJob();
     return true;

@@ -103,7 +103,7 @@ private:
     PageNames names_;
     std::set<std::filesystem::path> finished_;
     std::set<std::filesystem::path> waiting_;    // jobs that have not begun
-    std::set<std::filesystem::path> cancelled_;  // what was there when the host cancelled all
+    std::set<std::filesystem::path> cancelled_;  // what was there when all was cancelled
     QDeadlineTimer cancellation_;                // by which it has taken away those that it means
     unsigned printed_ = 0;
 };

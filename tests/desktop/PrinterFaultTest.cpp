@@ -101,7 +101,7 @@ TEST(PrinterFaults, FoldersThatVanish) {
         return printer.Jobs().empty();
     }));
     EXPECT_TRUE(Prints(printer, "next"));
-    EXPECT_NE(printer.Log().find("is gone; the job is given up"), std::string::npos);
+    EXPECT_TRUE(printer.Until([&] { return printer.Log().find("is gone; the job is given up") != std::string::npos; }));
 
     // More jobs than may be under way lose their folders, while the printer is paused and idle.
     printer.Type("pause");
