@@ -39,6 +39,8 @@ public:
     /// The host is gone, and with it the jobs that it had: they are given up.
     void GiveUpJobs();
     std::string StatusText() const;
+    bool IsPaused() const { return options_.paused || state_ == State::Paused; }
+    unsigned PrintedPages() const { return printed_; }
 
 private:
     enum class State { Idle, Printing, Paused };

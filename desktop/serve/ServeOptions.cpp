@@ -53,6 +53,8 @@ ServeOptions ParseServeOptions(std::vector<std::string> const& arguments) {
             options.pauseOnStart = true;
         } else if (option == "--preview") {
             options.preview = true;
+        } else if (option == "--no-answers") {
+            options.answers = false;
         } else if (option == "--help" || option == "-h") {
             options.help = true;
         } else if (option == "--dpi" || option == "--size" || option == "--tag") {
@@ -83,6 +85,7 @@ A virtual label printer: any program can print to it. Each page becomes a file J
   --speed N           inches a second (default 6); 0 prints as fast as it goes
   --tag T             every label carries a tag: blank, or its memory as epc=3034F1,tid=E280,user=00,afi=00
   --pause-on-start    begins paused
+  --no-answers        sends nothing back to those who ask the printer
   --preview           opens a window that shows the pages while they print
   --state DIR         where stored formats and counters are kept (default: the user's state folder)
 

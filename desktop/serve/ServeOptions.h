@@ -20,6 +20,7 @@ struct ServeOptions {
     std::optional<VirtualTag> tag;  ///< that every label carries; without one there is no tag encoder
     bool pauseOnStart = false;
     bool preview = false;
+    bool answers = true;  ///< whether clients are answered
     bool help = false;
 };
 

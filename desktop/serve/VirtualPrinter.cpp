@@ -9,8 +9,11 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QProcessEnvironment>
+#include <QtCore/QSysInfo>
 #include <QtCore/QTimer>
+#include <algorithm>
 #include <cerrno>
+#include <cmath>
 #include <cstdio>
 #include <thread>
 
@@ -20,6 +23,7 @@
 #include "foundation/Features.h"
 #include "foundation/Files.h"
 #include "foundation/Json.h"
+#include "frontend/context/ObjectStore.h"
 
 namespace {
 
@@ -73,6 +77,18 @@ std::filesystem::path StateFolder(ServeOptions const& options) {
     return folder;
 }
 
+std::uintmax_t BytesIn(std::filesystem::path const& folder) {
+    std::uintmax_t bytes = 0;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code ignored;
+        auto const size = entry->file_size(ignored);
+        if (!ignored) bytes += size;
+    }
+    return bytes;
+}
+
 }  // namespace
 
 VirtualPrinter::Lock::Lock(std::filesystem::path const& folder)
@@ -105,7 +121,10 @@ void VirtualPrinter::Begin() {
     Start(server_, "propertyserver",
           {QString::fromStdString(socket.string()), QString::fromStdString((state_ / "properties.json").string())});
     for (int i = 0; i < 500 && !std::filesystem::exists(socket); ++i) std::this_thread::sleep_for(2ms);
-    handler_ = std::make_unique<JobHandler>(threads_, socket, options_.host, options_.port, Say);
+    JobHandler::Options door;
+    door.answers = options_.answers;
+    door.facts = [this] { return Facts(); };
+    handler_ = std::make_unique<JobHandler>(threads_, socket, options_.host, options_.port, Say, std::move(door));
     driver_ = std::make_unique<PrintDriver>(
         threads_, socket,
         PrintDriver::Options{runtime_.Path() / "jobs", std::filesystem::absolute(options_.outputFolder), options_.dpi,
@@ -123,6 +142,22 @@ void VirtualPrinter::Begin() {
         std::fprintf(stderr, "zpl: every machine that reaches %s can print here\n", options_.host.c_str());
     Say("printer at " + options_.host + ":" + std::to_string(handler_->Port()) + ", pages go to " +
         options_.outputFolder.string());
+}
+
+PrinterFacts VirtualPrinter::Facts() const {
+    PrinterFacts facts;
+    facts.version = ZPL_VERSION;
+    facts.serialNumber = QSysInfo::machineHostName().toStdString();
+    facts.address = options_.host;
+    facts.dpi = options_.dpi;
+    facts.widthDots = static_cast<unsigned>(std::lround(options_.widthInches * options_.dpi));
+    facts.lengthDots = static_cast<unsigned>(std::lround(options_.heightInches * options_.dpi));
+    facts.inchesPerSecond = options_.speed;
+    facts.paused = driver_ && driver_->IsPaused();
+    facts.printedInches = driver_ ? driver_->PrintedPages() * options_.heightInches : 0;
+    facts.totalMemory = MaximumStoredBytes;
+    facts.freeMemory = MaximumStoredBytes - std::min(MaximumStoredBytes, BytesIn(state_ / "zplhost/SavedZPLFormats/R"));
+    return facts;
 }
 
 void VirtualPrinter::End() {

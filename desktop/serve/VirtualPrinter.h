@@ -37,6 +37,8 @@ private:
     };
 
     void Begin();
+    /// What the door tells hosts that ask.
+    PrinterFacts Facts() const;
     void End();
     void WriteSettings() const;
     void WriteFeatures() const;
