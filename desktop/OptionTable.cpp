@@ -81,6 +81,8 @@ constexpr OptionRow OptionTable[] = {
     {"--pause-on-start", "", "", Serve, "begins paused", [](Reading& r, Text, Text) { r.serve.pauseOnStart = true; }},
     {"--preview", "", "", Serve, "opens a window that shows the pages while they print",
      [](Reading& r, Text, Text) { r.serve.preview = true; }},
+    {"--no-answers", "", "", Serve, "sends nothing back to those who ask the printer",
+     [](Reading& r, Text, Text) { r.serve.answers = false; }},
     {"--state", "DIR", "", Serve, "where stored formats and counters are kept (default: the user's state folder)",
      [](Reading& r, Text, Text value) { r.serve.stateFolder = value; }},
     {"--help", "", "", All, "lists what the command takes", [](Reading& r, Text, Text) { r.help = true; }},

@@ -3,10 +3,13 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
+#include "desktop/serve/HostAnswers.h"
 #include "foundation/DebugZones.h"
+#include "frontend/stream/Ascii.h"
 
 namespace {
 
@@ -14,21 +17,38 @@ constexpr std::size_t MostAnswers = 1 << 20;  // bytes that may wait for a clien
 
 }  // namespace
 
-ClientConnection::ClientConnection(int descriptor, StreamWatch streamWatch)
+ClientConnection::ClientConnection(int descriptor, StreamState const& start)
     : socket(descriptor),
-      watch(std::move(streamWatch)),
       readNotifier(std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read)),
-      writeNotifier(std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Write)) {
+      writeNotifier(std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Write)),
+      start_(start),
+      watch_(start) {
     writeNotifier->setEnabled(false);
 }
 
-ClientConnection::~ClientConnection() {
+ClientConnection::~ClientConnection() { Close(); }
+
+void ClientConnection::Close() {
+    ended = broken = true;
+    if (socket < 0) return;
     // One of them may be the reason for this call.
     for (auto* const notifier : {readNotifier.release(), writeNotifier.release()}) {
         notifier->setEnabled(false);
         notifier->deleteLater();
     }
-    ::close(socket);
+    ::close(std::exchange(socket, -1));
+    answers_ = {};
+    sent_ = 0;
+}
+
+void ClientConnection::Abort() {
+    linger const atOnce{1, 0};
+    ::setsockopt(socket, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+    Close();
+    received_ = {};
+    taken_ = 0;
+    answerBehind.reset();
+    StartStream(start_);
 }
 
 void ClientConnection::Read() {
@@ -41,37 +61,123 @@ void ClientConnection::Read() {
         readNotifier->setEnabled(false);
         return;
     }
-    std::string_view const arrived(bytes, static_cast<std::size_t>(count));
-    buffer += arrived;
-    received += arrived.size();
-    watch.Append(arrived);
+    received_.append(bytes, static_cast<std::size_t>(count));
     lastRead = Clock::now();
 }
 
 void ClientConnection::Answer(std::string const& bytes) {
     if (broken) return;
-    if (answers.size() - sent > MostAnswers) {
+    if (UnsentBytes() > MostAnswers) {
         DebugLog(Warning, "a client does not read its answers; they are dropped");
-        answers.clear();
-        sent = 0;
+        answers_.clear();
+        sent_ = 0;
         broken = true;
         return;
     }
-    answers.erase(0, std::exchange(sent, 0));
-    answers += bytes;
+    answers_.erase(0, std::exchange(sent_, 0));
+    answers_ += bytes;
     Flush();
 }
 
 void ClientConnection::Flush() {
-    while (sent < answers.size() && !broken) {
-        ssize_t const count = ::send(socket, answers.data() + sent, answers.size() - sent, MSG_NOSIGNAL);
+    while (sent_ < answers_.size() && !broken) {
+        ssize_t const count = ::send(socket, answers_.data() + sent_, answers_.size() - sent_, MSG_NOSIGNAL);
         if (count < 0 && (errno == EAGAIN || errno == EINTR)) break;
         if (count < 0) broken = true;
-        if (count > 0) sent += static_cast<std::size_t>(count);
+        if (count > 0) sent_ += static_cast<std::size_t>(count);
     }
-    if (sent == answers.size()) {
-        answers.clear();
-        sent = 0;
+    if (sent_ == answers_.size()) {
+        answers_ = {};
+        sent_ = 0;
     }
-    writeNotifier->setEnabled(!answers.empty() && !broken);
+    if (writeNotifier) writeNotifier->setEnabled(!answers_.empty() && !broken);
+}
+
+void ClientConnection::StartStream(StreamState const& state) {
+    start_ = state;
+    watch_ = StreamWatch(state);
+    looked_ = 0;
+    handedOver_ = 0;
+    wholeSince_.reset();
+    questions.clear();
+}
+
+std::optional<StreamWatch::Question> ClientConnection::LookOn() {
+    while (!IsLookedAt() && !answerBehind && questions.size() < MostQuestions) {
+        bool const handsOver = UpToCut() > 0 || !StandsAtCut();
+        if (handsOver && looked_ >= PieceSize) break;
+        auto progress = watch_.Read(Waiting().substr(looked_, PieceSize));
+        looked_ += progress.read;
+        if (!wholeSince_ && UpToCut() > 0) wholeSince_ = Clock::now();
+        if (progress.question) return std::move(progress.question);
+    }
+    return std::nullopt;
+}
+
+bool ClientConnection::TakeOut(StreamWatch::Question const& question) {
+    if (question.begin < handedOver_) return false;
+    std::size_t const begin = taken_ + static_cast<std::size_t>(question.begin - handedOver_);
+    if (!question.row) {
+        std::fill_n(received_.begin() + static_cast<std::ptrdiff_t>(begin), question.end - question.begin, ' ');
+        return true;
+    }
+    Encoding const encoding = question.state.encoding;
+    bool const isWide = encoding == Encoding::Utf16Le || encoding == Encoding::Utf16Be;
+    std::size_t const unit = isWide ? 2 : 1;
+    std::size_t const low = encoding == Encoding::Utf16Be ? 1 : 0;
+    auto const byte = [&](std::size_t index) -> char& { return received_[begin + index * unit + low]; };
+    std::string_view const letters = question.row->letters;
+    if (begin + 3 * unit > received_.size() || ToAsciiUpper(byte(1)) != letters[0] ||
+        ToAsciiUpper(byte(2)) != letters[1])
+        return false;
+    std::string const comment = {question.state.formatPrefix, 'F', 'X'};
+    for (std::size_t i = 0; i < comment.size(); ++i) byte(i) = comment[i];
+    return true;
+}
+
+std::size_t ClientConnection::UpToCut() const {
+    std::uint64_t const cut = watch_.SafeCut();
+    return cut > handedOver_ ? static_cast<std::size_t>(cut - handedOver_) : 0;
+}
+
+bool ClientConnection::IsWhole() const {
+    if (!IsLookedAt()) return false;
+    if (ended) return true;
+    if (watch_.InFormat() || watch_.InLetters()) return false;
+    auto const wanted = watch_.InDownload() ? Clock::duration(DownloadQuietTime) : Clock::duration(QuietTime);
+    return Clock::now() - lastRead >= wanted;
+}
+
+std::size_t ClientConnection::Ready() const { return IsWhole() ? Waiting().size() : UpToCut(); }
+
+bool ClientConnection::IsDue() const {
+    if (Waiting().empty()) return false;
+    if (IsWhole()) return true;
+    if (UpToCut() == 0) return false;
+    return ended || !questions.empty() || answerBehind || !IsLookedAt() || IsQuiet() ||
+           (wholeSince_ && Clock::now() - *wholeSince_ >= LongestWait);
+}
+
+std::string ClientConnection::Take(std::size_t size) {
+    std::string bytes(Waiting().substr(0, size));
+    taken_ += size;
+    handedOver_ += size;
+    looked_ -= std::min(looked_, size);
+    if (taken_ == received_.size()) {
+        received_ = {};
+        taken_ = 0;
+    } else if (taken_ > received_.size() / 2) {
+        received_.erase(0, taken_);
+        received_.shrink_to_fit();
+        taken_ = 0;
+    }
+    return bytes;
+}
+
+unsigned ClientConnection::TakeQuestions() {
+    auto const first =
+        std::find_if(questions.begin(), questions.end(), [this](auto const& q) { return q.begin >= handedOver_; });
+    auto const count = static_cast<unsigned>(first - questions.begin());
+    questions.erase(questions.begin(), first);
+    return count;
 }

@@ -5,32 +5,25 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QThread>
 #include <algorithm>
+#include <cerrno>
 
 #include "foundation/Base64.h"
 #include "foundation/DebugZones.h"
 #include "jobhost/model/Packet.h"
 
 using namespace std::chrono_literals;
-using Clock = ClientConnection::Clock;
 
 namespace {
 
-constexpr auto QuietTime = 100ms;
-constexpr auto DownloadQuietTime = 2s;         // for commands that bring data along
-constexpr auto AnswerTime = 200ms;             // for pages that answer a sender that has ended its stream
-constexpr auto StallTime = 30s;                // for a stream that is open and breaks off
-constexpr std::size_t PieceSize = 64 * 1024;   // bytes of one packet
-constexpr std::size_t OpenSize = 256 * 1024;   // a stream of more is opened before it is complete
-constexpr std::size_t MostBuffered = 1 << 20;  // bytes of one connection; then it is not read any more
-constexpr std::size_t JobSize = 1 << 20;       // a stream of more becomes several jobs
-constexpr std::size_t MostConnections = 500;
-constexpr unsigned MostJobs = 16;  // handed over and not yet done
+constexpr auto AnswerTime = 200ms;   // for pages that answer a sender that has ended its stream
+constexpr auto AcceptPause = 200ms;  // when the system has no descriptor left
 
 }  // namespace
 
 JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& socket, std::string const& host,
-                       unsigned port, Say say)
+                       unsigned port, Say say, Options options)
     : say_(std::move(say)),
+      options_(std::move(options)),
       listener_(host, port),
       bus_(threads, ComponentIdentifiers::JobHandler, socket),
       characters_(bus_.Properties(), *this, say_),
@@ -59,35 +52,38 @@ JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& sock
 }
 
 JobHandler::~JobHandler() {
-    connections_.clear();
+    connections_.RemoveIf([](auto const&) { return true; });
+    for (auto* const held : {&current_, &packetOf_, &lastJobOf_}) held->reset();
+    jobs_.clear();
     // What connections have left to the event loop to delete; that may not run any more.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void JobHandler::TellNoise(Connection const& connection) const {
-    if (!connection.watch.IsNoise()) return;
-    say_("a stream of " + std::to_string(connection.jobBytes) + " bytes holds no command: the prefixes are " +
-         characters_.Prefixes());
-}
-
 void JobHandler::Accept() {
-    int const descriptor = listener_.Accept();
-    if (descriptor < 0) return;
-    if (connections_.size() >= MostConnections) {
+    if (connections_.IsFull() && !connections_.MakePlace(current_)) {
+        int const refused = listener_.Accept();
         DebugLog(Warning, "one connection too many is refused");
-        ::close(descriptor);
+        if (refused >= 0) ::close(refused);
         return;
     }
-    auto& connection = *connections_.emplace_back(std::make_unique<Connection>(descriptor, characters_.NewWatch()));
+    int const descriptor = listener_.Accept();
+    if (descriptor < 0) {
+        bool const isOut = errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM;
+        if (!isOut || connections_.MakePlace(current_)) return;
+        // It would be told of the waiting client again and again.
+        acceptNotifier_->setEnabled(false);
+        QTimer::singleShot(AcceptPause, this, [this] { acceptNotifier_->setEnabled(true); });
+        return;
+    }
+    auto& connection = connections_.Add(descriptor, characters_.State(encoding_));
     connection.session = ++lastSession_;
     connect(connection.readNotifier.get(), &QSocketNotifier::activated, this, [this, &connection] {
         connection.Read();
-        if (connection.buffer.size() >= MostBuffered) connection.readNotifier->setEnabled(false);
-        Pump();
+        PumpSoon();
     });
     connect(connection.writeNotifier.get(), &QSocketNotifier::activated, this, [this, &connection] {
         connection.Flush();
-        Pump();
+        PumpSoon();
     });
 }
 
@@ -100,13 +96,9 @@ void JobHandler::TakeResponse(std::string const& text) {
         case zpl::NetworkResponse::Status::Answer: {
             // Outside the interpretation of a packet it is pages that answer, and those of the newest job are drawn
             // right behind its last packet.
-            Connection* const receiver = interpreting_ ? packetOf_ : lastJobOf_;
+            auto const& receiver = interpreting_ ? packetOf_ : lastJobOf_;
             auto const bytes = Base64::Decode(response->data.value_or(""));
-            if (!receiver || !bytes) break;
-            receiver->Answer(*bytes);
-            say_({"", "answer", [&](JsonWriter& writer) {
-                      writer.Key("session").Int(receiver->session).Key("text").String(*bytes);
-                  }});
+            if (receiver && bytes) SendAnswer(*receiver, *bytes);
             break;
         }
     }
@@ -124,9 +116,18 @@ void JobHandler::NotePacketTaken() {
     packetUnderWay_ = interpreting_ = false;
     endsOfHost_ = 0;
     if (packetEndsStream_) lastJobOf_ = packetOf_;
-    if (packetOf_) packetOf_->lastTaken = Clock::now();
-    packetOf_ = nullptr;
+    packetOf_->lastTaken = Clock::now();
+    packetOf_->questionsAtHost = 0;
+    packetOf_.reset();
     Pump();
+}
+
+void JobHandler::SendAnswer(Connection& connection, std::string const& bytes) {
+    if (!options_.answers) return;
+    connections_.Answer(connection, bytes);
+    say_({"", "answer", [&](JsonWriter& writer) {
+              writer.Key("session").Int(connection.session).Key("text").String(bytes);
+          }});
 }
 
 void JobHandler::ForgetJobs() {
@@ -134,25 +135,16 @@ void JobHandler::ForgetJobs() {
     Pump();
 }
 
-void JobHandler::DropWaiting() {
-    for (auto const& connection : connections_) {
-        if (connection.get() == current_ || !IsComplete(*connection)) continue;
-        connection->buffer.clear();
-        connection->watch.ForgetBytes();
-        if (!connection->ended) connection->readNotifier->setEnabled(true);
-    }
-    Pump();
-}
-
 void JobHandler::HostEnded() {
     constexpr unsigned Most = 2;
     interpreting_ = false;
+    encoding_ = Encoding::SingleByte;
     if (packetUnderWay_ && ++endsOfHost_ >= Most) {
         DebugLog(Error, "the host ends on what it is sent; the stream is dropped");
         if (current_) {
-            current_->buffer.clear();
-            current_->jobBytes = 0;
-            current_ = nullptr;
+            current_->Take(current_->Waiting().size());
+            current_->StartStream(characters_.State(encoding_));
+            current_.reset();
         }
         command_->Set("");
         NotePacketTaken();
@@ -160,93 +152,47 @@ void JobHandler::HostEnded() {
     ForgetJobs();
 }
 
-bool JobHandler::IsComplete(Connection const& connection) const {
-    if (connection.ended) return true;
-    if (connection.watch.InFormat() || connection.watch.InLetters()) return false;
-    auto const wanted = connection.watch.InDownload() ? Clock::duration(DownloadQuietTime) : Clock::duration(QuietTime);
-    return Clock::now() - connection.lastRead >= wanted;
-}
-
-JobHandler::Connection* JobHandler::NextReady() {
-    if (jobs_.size() >= MostJobs) return nullptr;
-    for (auto next = connections_.begin(); next != connections_.end(); ++next) {
-        Connection& connection = **next;
-        if (connection.buffer.empty()) continue;
-        if (!IsComplete(connection) && connection.buffer.size() < OpenSize) continue;
-        // Whoever has had a turn stands behind the others.
-        connections_.splice(connections_.end(), connections_, next);
-        return &connection;
+unsigned JobHandler::DropWaiting() {
+    unsigned dropped = 0;
+    for (auto const& connection : connections_) {
+        if (connection == current_ || !connection->IsDue() || connection->Watch().Formats() == 0) continue;
+        auto const state = connection->Watch().StateAtCut();
+        connection->Take(connection->Ready());
+        connection->StartStream(state);
+        ++dropped;
     }
-    return nullptr;
-}
-
-void JobHandler::Pump() {
-    RemoveFinished();
-    if (!packetUnderWay_) {
-        if (!current_) current_ = NextReady();
-        if (current_) SendPiece(*current_);
-    }
-    // Quiet streams are looked at again; with nothing waiting the process sleeps.
-    bool const waits = std::any_of(connections_.begin(), connections_.end(), [this](auto const& entry) {
-        return entry->ended ? MayBeAnswered(*entry) : !entry->buffer.empty();
-    });
-    if ((waits || current_) && !quiet_.isActive()) quiet_.start(QuietTime / 2);
-}
-
-void JobHandler::SendPiece(Connection& connection) {
-    auto const& buffer = connection.buffer;
-    bool const complete = IsComplete(connection);
-    std::uint64_t const handedOver = connection.received - buffer.size();
-    std::uint64_t const formatEnd = connection.watch.LastFormatEnd();
-    if (connection.jobBytes >= JobSize && formatEnd > handedOver && formatEnd - handedOver <= PieceSize)
-        return SendPacket(connection, static_cast<std::size_t>(formatEnd - handedOver), true);
-    if (buffer.size() > PieceSize) return SendPacket(connection, PieceSize, false);
-    if (complete) return SendPacket(connection, buffer.size(), true);
-    if (Clock::now() - connection.lastRead < StallTime) return;
-    DebugLog(Warning, "a stream breaks off inside a format; it is ended");
-    SendPacket(connection, buffer.size(), true);
-}
-
-void JobHandler::SendPacket(Connection& connection, std::size_t size, bool isLast) {
-    Zpl::Host::Packet packet;
-    packet.SessionId = connection.session;
-    packet.Command = isLast ? Zpl::Host::Packet::EndOfStream : 0;
-    packet.payload = connection.buffer.substr(0, size);
-    connection.buffer.erase(0, size);
-    connection.jobBytes += size;
-    // The end of a stream completes its last command only together with some bytes.
-    if (isLast && packet.payload.empty()) packet.payload.push_back('\n');
-    packetOf_ = &connection;
-    packetUnderWay_ = true;
-    packetEndsStream_ = isLast;
-    if (isLast) {
-        TellNoise(connection);
-        // What is left begins the next stream, and has been watched already.
-        if (connection.buffer.empty()) connection.watch.ForgetBytes();
-        jobs_.push_back(&connection);
-        connection.jobBytes = 0;
-        current_ = nullptr;
-    }
-    if (!connection.ended) connection.readNotifier->setEnabled(connection.buffer.size() < MostBuffered);
-    command_->Set(packet.Text());
+    Pump();
+    return dropped;
 }
 
 void JobHandler::RemoveFinished() {
-    std::erase_if(connections_, [this](auto const& entry) {
-        Connection& connection = *entry;
-        bool const done = connection.ended && connection.buffer.empty() && current_ != &connection &&
-                          (connection.broken || (connection.answers.empty() && !MayBeAnswered(connection)));
-        if (!done) return false;
-        if (packetOf_ == &connection) packetOf_ = nullptr;
-        if (lastJobOf_ == &connection) lastJobOf_ = nullptr;
-        std::replace(jobs_.begin(), jobs_.end(), &connection, static_cast<Connection*>(nullptr));
-        return true;
+    connections_.RemoveIf([this](Pointer const& connection) {
+        bool const isHeard = connection->Waiting().empty() && connection != current_ && !connection->AwaitsHost() &&
+                             !connection->answerBehind;
+        bool const isDone = connection->ended && isHeard &&
+                            (connection->broken || (connection->UnsentBytes() == 0 && !MayBeAnswered(connection)));
+        if (isDone) connection->Close();
+        return isDone;
     });
 }
 
 /// While its last packet is interpreted, and for the moment in which the first pages of its job are drawn.
-bool JobHandler::MayBeAnswered(Connection const& connection) const {
-    if (packetOf_ == &connection) return true;
-    bool const isAtWork = std::find(jobs_.begin(), jobs_.end(), &connection) != jobs_.end();
-    return isAtWork && lastJobOf_ == &connection && Clock::now() - connection.lastTaken < AnswerTime;
+bool JobHandler::MayBeAnswered(Pointer const& connection) const {
+    if (packetOf_ == connection) return true;
+    bool const isAtWork = std::find(jobs_.begin(), jobs_.end(), connection) != jobs_.end();
+    return isAtWork && lastJobOf_ == connection && Clock::now() - connection->lastTaken < AnswerTime;
+}
+
+void JobHandler::Send(Pointer const& connection, std::string payload, bool isLast) {
+    Zpl::Host::Packet packet;
+    packet.SessionId = connection->session;
+    packet.Command = isLast ? Zpl::Host::Packet::EndOfStream : 0;
+    packet.payload = std::move(payload);
+    // The end of a stream completes its last command only together with some bytes.
+    if (isLast && packet.payload.empty()) packet.payload.push_back('\n');
+    packetOf_ = connection;
+    packetUnderWay_ = true;
+    packetEndsStream_ = isLast;
+    if (isLast) jobs_.push_back(connection);
+    command_->Set(packet.Text());
 }

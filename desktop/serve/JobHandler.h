@@ -6,73 +6,120 @@
 #include <chrono>
 #include <deque>
 #include <functional>
-#include <list>
 #include <memory>
 #include <string>
 
 #include "desktop/serve/BusComponent.h"
-#include "desktop/serve/ClientConnection.h"
+#include "desktop/serve/Connections.h"
 #include "desktop/serve/FindingsReceiver.h"
+#include "desktop/serve/HostAnswers.h"
 #include "desktop/serve/Listener.h"
 #include "desktop/serve/StreamCharacters.h"
 #include "jobhost/model/NetworkResponse.h"
 
+struct JobHandlerOptions {
+    bool answers = true;  ///< whether clients are answered at all
+    std::function<PrinterFacts()> facts = [] { return PrinterFacts(); };
+    std::size_t longestFormat = 64UL << 20;      ///< bytes of a format, or of a command outside of formats
+    std::size_t leastRate = 16UL << 10;          ///< bytes a second of a stream that is taken in unfinished,
+    std::chrono::milliseconds ratePeriod{5000};  ///< over this time,
+    std::chrono::milliseconds longestHold{500};  ///< and how long others may wait for its end
+};
+
 /// Takes print streams from TCP connections and hands them to the host, one packet at a time and one stream after the
-/// other, however many connections there are. A stream ends when its connection ends, or when it has been quiet for a
-/// moment outside a format; so a label prints without the sender hanging up. A sender that is slow waits in its own
-/// buffer and holds up nobody.
+/// other, however many connections there are. What is handed over are whole formats, so that nobody waits for a slow
+/// sender; a stream ends there when others wait or no more comes. Only a format that is larger than a client's share of
+/// the memory is taken in before it is complete, when nobody else prints; it has to keep moving then. Questions that
+/// need nothing of a stream are answered here.
 class JobHandler : public QObject {
 public:
     using Say = TellEvent;
 
+    using Options = JobHandlerOptions;
+
     /// Listens; throws std::runtime_error if the address cannot be had. `say` is told what its user should know.
     JobHandler(
         ThreadFactory& threads, std::filesystem::path const& socket, std::string const& host, unsigned port,
-        Say say = [](PrinterEvent const&) {});
+        Say say = [](PrinterEvent const&) {}, Options options = Options());
     ~JobHandler() override;
 
     /// Jobs that were on their way are gone, and will not be reported as done.
     void ForgetJobs();
     /// So too when the host has ended. A packet on which it ends twice is dropped with the rest of its stream.
     void HostEnded();
-    /// Drops the streams that are complete and wait to be handed over.
-    void DropWaiting();
+    /// Drops the labels that are complete and wait for their turn; gives the number of streams that they came in.
+    unsigned DropWaiting();
     unsigned Port() const { return listener_.Port(); }
     bool IsLocal() const { return listener_.IsLocal(); }
 
 private:
     using Connection = ClientConnection;
+    using Pointer = Connections::Pointer;
+    using Clock = ClientConnection::Clock;
+    using Question = StreamWatch::Question;
+
+    /// What a connection wants of the host: to be answered, labels printed, or room for a format that is too large to
+    /// be kept until it is complete.
+    enum class Want { Nothing, Answers, Labels, Room };
 
     void Accept();
     void NotePacketTaken();
     void TakeResponse(std::string const& text);
     void NoteDone();
-    bool MayBeAnswered(Connection const& connection) const;
-    void Pump();
-    Connection* NextReady();
-    bool IsComplete(Connection const& connection) const;
-    void SendPiece(Connection& connection);
-    void SendPacket(Connection& connection, std::size_t size, bool isLast);
+    bool MayBeAnswered(Pointer const& connection) const;
     void RemoveFinished();
-    void TellNoise(Connection const& connection) const;
+
+    void PumpSoon();
+    void Pump();
+    void ReadOn(Connection& connection);
+    void DealWith(Connection& connection, Question const& question);
+    void GiveAnswerBehind(Connection& connection);
+    void SendAnswer(Connection& connection, std::string const& bytes);
+    PrinterFacts Facts() const;
+
+    Want WantOf(Connection const& connection) const;
+    bool OthersWait();
+    Pointer NextInTurn();
+    void GiveTurns();
+    void WaitForMore();
+    void Begin(Pointer const& connection);
+    void GoOn(Pointer const& connection);
+    void GoOnInside(Pointer const& connection);
+    void AskBeside(Pointer const& connection);
+    bool EndsWith(Connection const& connection, std::size_t piece);
+    bool DropNoise(Connection& connection);
+    void Refuse(Pointer const& connection, std::string const& why);
+    void TellEnd(Connection const& connection, bool isAll) const;
+    void SendPiece(Pointer const& connection, std::size_t size, bool isLast);
+    void Send(Pointer const& connection, std::string payload, bool isLast);
 
     Say say_;
+    Options options_;
     Listener listener_;
     BusComponent bus_;
     StreamCharacters characters_;
     FindingsReceiver findings_;
+    Encoding encoding_ = Encoding::SingleByte;  // with which the host begins the next stream
     std::shared_ptr<StringProperty> command_;
     std::shared_ptr<StringProperty> response_;
     std::unique_ptr<QSocketNotifier> acceptNotifier_;
-    std::list<std::unique_ptr<Connection>> connections_;
-    Connection* current_ = nullptr;  // whose stream is open
+    Connections connections_;
+    Pointer current_;  // whose stream is open
     bool packetUnderWay_ = false;
     bool packetEndsStream_ = false;
-    unsigned endsOfHost_ = 0;          // with this packet under way
-    Connection* packetOf_ = nullptr;   // whose packet is under way
-    bool interpreting_ = false;        // the host is at that packet: what it answers now is for its sender
-    std::deque<Connection*> jobs_;     // senders of the streams handed over and not yet done; null once they are gone
-    Connection* lastJobOf_ = nullptr;  // sender of the stream that was handed over last
+    unsigned endsOfHost_ = 0;    // with this packet under way
+    Pointer packetOf_;           // whose packet is under way
+    bool interpreting_ = false;  // the host is at that packet: what it answers now is for its sender
+    std::deque<Pointer> jobs_;   // senders of the streams handed over and not yet done
+    Pointer lastJobOf_;          // sender of the stream that was handed over last
     std::uint8_t lastSession_ = 0;
+    Want lastWant_ = Want::Nothing;
+    Clock::time_point lastTurn_;  // of one that was not about room
+    Clock::time_point noRoomBefore_;
+    Clock::time_point periodBegan_;
+    std::size_t periodBytes_ = 0;  // taken of the open stream since then
+    std::optional<Clock::time_point> othersWaitSince_;
+    bool hasMoreToLookAt_ = false;
+    bool isPumpUnderWay_ = false;
     QTimer quiet_;
 };

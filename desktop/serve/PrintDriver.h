@@ -45,6 +45,8 @@ public:
     /// The host is gone, and with it the jobs that it had: they are given up.
     void GiveUpJobs();
     std::string StatusText() const;
+    bool IsPaused() const { return options_.paused || state_ == State::Paused; }
+    unsigned PageCount() const { return printed_; }
 
 private:
     /// Ending: what is left of the job is to report its end.

@@ -35,12 +35,12 @@ StreamCharacters::StreamCharacters(PublishingPropertyManager& properties, QObjec
     delimiter_ = follow(PropertyNames::ZPLDelimiterCharacter, ",", "delimiter");
 }
 
-StreamWatch StreamCharacters::NewWatch() const {
+StreamState StreamCharacters::State(Encoding encoding) const {
     auto const character = [](StringProperty const& property, char fallback) {
         std::string const value = property.Get();
         return value.empty() ? fallback : value[0];
     };
-    return {character(*formatPrefix_, '^'), character(*controlPrefix_, '~'), character(*delimiter_, ',')};
+    return {character(*formatPrefix_, '^'), character(*controlPrefix_, '~'), character(*delimiter_, ','), encoding};
 }
 
 std::string StreamCharacters::Prefixes() const {

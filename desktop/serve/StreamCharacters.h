@@ -18,7 +18,8 @@ public:
     /// `say` is called on the thread of `receiver`, which outlives the delivery of properties.
     StreamCharacters(PublishingPropertyManager& properties, QObject& receiver, Say const& say);
 
-    StreamWatch NewWatch() const;
+    /// With which the host reads a stream that begins in `encoding`.
+    StreamState State(Encoding encoding) const;
     /// For people.
     std::string Prefixes() const;
 

@@ -1,38 +1,213 @@
 #include "desktop/serve/StreamWatch.h"
 
-#include <stdexcept>
+#include <algorithm>
 
-void StreamWatch::Append(std::string_view bytes) {
-    constexpr std::size_t Letters = 3;
-    for (std::size_t position = 0; position < bytes.size();) {
-        auto [encoding, command] =
-            tokenizer_.TokenizeString(bytes, position, formatPrefix_, controlPrefix_, delimiter_, false, encoding_);
-        encoding_ = encoding;
-        if (command) Note(*command);
+#include "desktop/serve/HostAnswers.h"
+#include "frontend/context/CharacterSets.h"
+#include "frontend/stream/Ascii.h"
+#include "frontend/stream/ZplParse.h"
+
+namespace {
+
+constexpr std::string_view NameQuestion = "! U1 ";
+constexpr std::size_t LongestLine = 1024;
+
+/// Whether a character may open or part commands.
+bool IsUsable(char character) { return character >= ' ' && character <= '~'; }
+
+}  // namespace
+
+StreamWatch::StreamWatch(StreamState const& start) : state_(start), encoding_(start.encoding) {
+    tokenizer_.KeepBeginnings();
+}
+
+StreamWatch::Progress StreamWatch::Read(std::string_view bytes) {
+    std::size_t position = 0;
+    while (position < bytes.size()) {
+        if (auto question = ReadText(bytes, position)) return {position, std::move(question)};
+        if (position == bytes.size()) break;
+        auto const command = Tokenize(bytes, position);
+        if (!command) continue;
+        std::uint64_t const offset = tokenizer_.CommandOffset();
+        auto const text = std::find_if(command->parameters.begin(), command->parameters.end(),
+                                       [](std::string_view parameter) { return !parameter.empty(); });
+        auto question =
+            QuestionOf(command->command, command->isControl,
+                       text == command->parameters.end() ? std::string_view() : std::string_view(*text), offset, true);
+        bool const isTakenOut = lastQuestion_ == offset && (!question || question->kind != Question::Kind::Host);
+        if (!isTakenOut) hasCommands_ = true;
+        Note(*command);
+        if (question) return {position, std::move(question)};
     }
-    hasText_ = hasText_ || bytes.find_first_not_of(std::string_view(" \t\r\n\0", 5)) != std::string_view::npos;
-    char const prefixes[] = {formatPrefix_, controlPrefix_};
-    if (auto const last = bytes.find_last_of({prefixes, 2}); last != std::string_view::npos) {
-        tail_ = bytes.substr(last, Letters);
-        hasPrefix_ = true;
-    } else if (tail_.size() < Letters && !tail_.empty()) {
-        tail_ += bytes.substr(0, Letters - tail_.size());
+    auto const open = tokenizer_.Open();
+    if (open.state != ZplTokenizerState::Parameters) return {position, std::nullopt};
+    return {position, QuestionOf(open.letters, open.isControl, open.parameter, open.offset, false)};
+}
+
+std::unique_ptr<ZplCommand> StreamWatch::Tokenize(std::string_view bytes, std::size_t& position) {
+    auto [encoding, command] = tokenizer_.TokenizeString(bytes, position, state_.formatPrefix, state_.controlPrefix,
+                                                         state_.delimiter, false, encoding_);
+    std::size_t const longestMark = 3;
+    if (encoding != encoding_ && tokenizer_.ConsumedBytes() > longestMark && !markAmid_)
+        markAmid_ = tokenizer_.ConsumedBytes();
+    encoding_ = encoding;
+    if (command || tokenizer_.Open().state != ZplTokenizerState::Idle) hasText_ = hasPrefix_ = true;
+    return std::move(command);
+}
+
+/// What stands between commands outside of formats: hosts put questions by name there, a line each.
+std::optional<StreamWatch::Question> StreamWatch::ReadText(std::string_view bytes, std::size_t& position) {
+    auto const isText = [&] {
+        return !inFormat_ && tokenizer_.Open().state == ZplTokenizerState::Idle &&
+               (encoding_ == Encoding::SingleByte || encoding_ == Encoding::Utf8);
+    };
+    while (position < bytes.size() && isText()) {
+        char const byte = bytes[position];
+        bool const asks = AsksByName();
+        if (!asks && (byte == state_.formatPrefix || byte == state_.controlPrefix)) {
+            line_.clear();
+            return std::nullopt;
+        }
+        std::optional<Question> question;
+        bool const isBlank = byte == ' ' || byte == '\t' || byte == '\0';
+        if (byte == '\r' || byte == '\n') {
+            question = EndLine();
+        } else if (!line_.empty() || !isBlank) {
+            if (line_.empty()) lineStart_ = tokenizer_.ConsumedBytes();
+            if (line_.size() < LongestLine) line_ += byte;
+            hasText_ = true;
+        }
+        // The rest of other text is of no interest; a question is taken out of the stream, whatever it holds.
+        std::size_t const length = asks || question ? 1 : PlainLength(bytes.substr(position));
+        std::size_t read = 0;
+        Tokenize(asks ? std::string_view(" ") : bytes.substr(position, length), read);
+        position += asks ? length : read;
+        if (question) return question;
     }
+    return std::nullopt;
+}
+
+/// How much of `text` stands for the characters of a line that asks nothing; at least 1.
+std::size_t StreamWatch::PlainLength(std::string_view text) const {
+    if (line_.empty() || line_[0] == NameQuestion[0]) return 1;
+    char const ends[] = {'\r', '\n', state_.formatPrefix, state_.controlPrefix};
+    return std::max<std::size_t>(std::min(text.find_first_of({ends, 4}), text.size()), 1);
+}
+
+std::optional<StreamWatch::Question> StreamWatch::EndLine() {
+    bool const asks = AsksByName();
+    bool const isForeign = !asks && line_.size() > 2 && line_.starts_with("! ") &&
+                           (ToAsciiUpper(line_[2]) == 'U' || IsAsciiDigit(line_[2]));
+    std::string line = std::exchange(line_, {});
+    if (!asks && !isForeign) return std::nullopt;
+    hasPrefix_ = true;
+    auto const kind = asks ? Question::Kind::Line : Question::Kind::Foreign;
+    return Question{kind, nullptr, std::move(line), lineStart_, tokenizer_.ConsumedBytes(), state_};
+}
+
+std::optional<StreamWatch::Question> StreamWatch::QuestionOf(std::string_view letters, bool isControl,
+                                                             std::string_view parameter, std::uint64_t offset,
+                                                             bool isWhole) {
+    auto const* const row = FindHostQuestion(letters, isControl);
+    if (!row || lastQuestion_ == offset || (!isWhole && parameter.size() < row->parameterLetters)) return std::nullopt;
+    lastQuestion_ = offset;
+    Question question{row->answer ? Question::Kind::Door : Question::Kind::Host,
+                      row,
+                      std::string(parameter),
+                      offset,
+                      tokenizer_.ConsumedBytes(),
+                      state_};
+    question.state.encoding = encoding_;
+    return question;
 }
 
 void StreamWatch::Note(ZplCommand const& command) {
-    auto const change = [&](char& character) {
-        if (!command.parameters.empty() && !command.parameters[0].empty()) character = command.parameters[0][0];
+    auto const change = [&](char StreamState::*character, char first, char second) {
+        auto const value = ZplParse<char>(command, 0);
+        if (value && IsUsable(*value) && *value != first && *value != second) state_.*character = *value;
     };
-    if (command.command == "XA") inFormat_ = true;
-    if (command.command == "CC") change(formatPrefix_);
-    if (command.command == "CT") change(controlPrefix_);
-    if (command.command == "CD") change(delimiter_);
-    if (command.command != "XZ") return;
-    inFormat_ = false;
-    lastFormatEnd_ = tokenizer_.ConsumedBytes();
+    std::string const& letters = command.command;
+    if (letters == "CC") change(&StreamState::formatPrefix, state_.controlPrefix, state_.delimiter);
+    if (letters == "CT") change(&StreamState::controlPrefix, state_.formatPrefix, state_.delimiter);
+    if (letters == "CD") change(&StreamState::delimiter, state_.formatPrefix, state_.controlPrefix);
+    if (letters == "JR" && command.isControl) {
+        state_ = {};
+        encoding_ = state_.encoding;
+        isReplayed_ = false;
+    }
+    if (letters == "JX" && command.isControl) isReplayed_ = false;
+    if (!command.isControl) NoteFormat(command);
 }
 
-bool StreamWatch::InLetters() const { return !tail_.empty() && tail_.size() < 3; }
+void StreamWatch::NoteFormat(ZplCommand const& command) {
+    std::string const& letters = command.command;
+    if (letters == "XA") {
+        if (!inFormat_) {
+            formatStart_ = tokenizer_.CommandOffset();
+            stateAtFormat_ = state_;
+        }
+        inFormat_ = isReplayed_ = true;
+        encodingAtEnd_.reset();
+    }
+    // It is stored, and drawn when it is recalled.
+    if (letters == "DF") isReplayed_ = false;
+    if (letters == "CI" && inFormat_) NoteCharacterSet(command);
+    if (letters == "XZ" && inFormat_) EndFormat();
+}
 
-bool StreamWatch::InDownload() const { return tail_.size() == 3 && (tail_[1] == 'D' || tail_[1] == 'd'); }
+void StreamWatch::NoteCharacterSet(ZplCommand const& command) {
+    try {
+        auto const number = ZplParse<unsigned>(command, 0);
+        auto const* const set = number ? FindCharacterSet(*number) : nullptr;
+        if (set) encodingAtEnd_ = set->encoding;
+    } catch (std::exception const&) {
+        // The host gives up the format here.
+        isReplayed_ = false;
+    }
+}
+
+void StreamWatch::EndFormat() {
+    inFormat_ = false;
+    ++formats_;
+    if (isReplayed_ && encodingAtEnd_) encoding_ = state_.encoding = *encodingAtEnd_;
+}
+
+std::uint64_t StreamWatch::SafeCut() const {
+    if (inFormat_) return formatStart_;
+    auto const open = tokenizer_.Open();
+    if (open.state != ZplTokenizerState::Idle) return open.offset;
+    bool const mayAsk = AsksByName() || NameQuestion.starts_with(ToAsciiUpper(line_));
+    if (!line_.empty() && mayAsk) return lineStart_;
+    return tokenizer_.ConsumedBytes() - tokenizer_.UnfinishedBytes(encoding_);
+}
+
+bool StreamWatch::IsOpen(std::string_view format) const {
+    auto const open = tokenizer_.Open();
+    return open.state == ZplTokenizerState::Parameters && !open.isControl && open.letters == format;
+}
+
+bool StreamWatch::AsksByName() const {
+    return line_.size() >= NameQuestion.size() && ToAsciiUpper(line_.substr(0, NameQuestion.size())) == NameQuestion;
+}
+
+bool StreamWatch::InLetters() const {
+    auto const state = tokenizer_.Open().state;
+    return state == ZplTokenizerState::Command || (state == ZplTokenizerState::Idle && !inFormat_ && AsksByName());
+}
+
+bool StreamWatch::InDownload() const {
+    auto const open = tokenizer_.Open();
+    return open.state == ZplTokenizerState::Binary ||
+           (open.state == ZplTokenizerState::Parameters && open.letters.starts_with('D'));
+}
+
+std::uint64_t StreamWatch::OpenBytes() const {
+    auto const open = tokenizer_.Open();
+    if (inFormat_) return tokenizer_.ConsumedBytes() - formatStart_;
+    return open.state == ZplTokenizerState::Idle ? 0 : tokenizer_.ConsumedBytes() - open.offset;
+}
+
+bool StreamWatch::HasCommands() const {
+    auto const open = tokenizer_.Open();
+    return hasCommands_ || (open.state != ZplTokenizerState::Idle && lastQuestion_ != open.offset);
+}

@@ -9,8 +9,11 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QProcessEnvironment>
+#include <QtCore/QSysInfo>
 #include <QtCore/QTimer>
+#include <algorithm>
 #include <cerrno>
+#include <cmath>
 #include <cstdio>
 #include <thread>
 
@@ -20,6 +23,7 @@
 #include "foundation/Features.h"
 #include "foundation/Files.h"
 #include "foundation/Json.h"
+#include "frontend/context/ObjectStore.h"
 
 namespace {
 
@@ -76,6 +80,18 @@ std::filesystem::path StateFolder(ServeOptions const& options) {
     return folder;
 }
 
+std::uintmax_t BytesIn(std::filesystem::path const& folder) {
+    std::uintmax_t bytes = 0;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::error_code ignored;
+        auto const size = entry->file_size(ignored);
+        if (!ignored) bytes += size;
+    }
+    return bytes;
+}
+
 }  // namespace
 
 VirtualPrinter::Lock::Lock(std::filesystem::path const& folder)
@@ -107,7 +123,10 @@ void VirtualPrinter::Begin() {
           {QString::fromStdString(socket.string()), QString::fromStdString((state_ / "properties.json").string())});
     for (int i = 0; i < 500 && !std::filesystem::exists(socket); ++i) std::this_thread::sleep_for(2ms);
     auto const tell = [this](PrinterEvent const& event) { Tell(event); };
-    handler_ = std::make_unique<JobHandler>(threads_, socket, options_.host, options_.port, tell);
+    JobHandler::Options door;
+    door.answers = options_.answers;
+    door.facts = [this] { return Facts(); };
+    handler_ = std::make_unique<JobHandler>(threads_, socket, options_.host, options_.port, tell, std::move(door));
     driver_ = std::make_unique<PrintDriver>(
         threads_, socket,
         PrintDriver::Options{runtime_.Jobs(), std::filesystem::absolute(options_.outputFolder), options_.dpi,
@@ -135,6 +154,22 @@ void VirtualPrinter::Tell(PrinterEvent const& event) const {
     if (line.empty()) return;
     std::printf("%s\n", line.c_str());
     std::fflush(stdout);
+}
+
+PrinterFacts VirtualPrinter::Facts() const {
+    PrinterFacts facts;
+    facts.version = ZPL_VERSION;
+    facts.serialNumber = QSysInfo::machineHostName().toStdString();
+    facts.address = options_.host;
+    facts.dpi = options_.dpi;
+    facts.widthDots = static_cast<unsigned>(std::lround(options_.widthInches * options_.dpi));
+    facts.lengthDots = static_cast<unsigned>(std::lround(options_.heightInches * options_.dpi));
+    facts.inchesPerSecond = options_.speed;
+    facts.paused = driver_ && driver_->IsPaused();
+    facts.printedInches = driver_ ? driver_->PageCount() * options_.heightInches : 0;
+    facts.totalMemory = MaximumStoredBytes;
+    facts.freeMemory = MaximumStoredBytes - std::min(MaximumStoredBytes, BytesIn(state_ / "zplhost/SavedZPLFormats/R"));
+    return facts;
 }
 
 void VirtualPrinter::End() {

@@ -38,6 +38,8 @@ private:
 
     void Tell(PrinterEvent const& event) const;
     void Begin();
+    /// What the door tells hosts that ask.
+    PrinterFacts Facts() const;
     void End();
     void WriteSettings() const;
     void WriteFeatures() const;

@@ -76,6 +76,16 @@ bool UtfStateMachine::CouldBeUtf8Bom() const {
     return size_ == 2 && bytes_[0] == Utf8Bom[0] && bytes_[1] == Utf8Bom[1];
 }
 
+std::size_t UtfStateMachine::UnfinishedBytes(Encoding encoding) const {
+    if (encoding != encoding_) return 0;
+    if (encoding != Encoding::SingleByte) return size_;
+    std::span const held(bytes_.data(), size_);
+    if (EndsWith(held, std::span(Utf8Bom).first(2))) return 2;
+    bool const mayBegin =
+        size_ > 0 && (held.back() == Utf8Bom[0] || held.back() == Utf16LeBom[0] || held.back() == Utf16BeBom[0]);
+    return mayBegin ? 1 : 0;
+}
+
 void UtfStateMachine::SkipRun(std::string_view run, Encoding encoding) {
     if (run.empty()) return;
     ForgetBytesOfOthers(encoding);

@@ -26,6 +26,9 @@ public:
     /// Whether exactly the first two bytes of the UTF-8 mark are held.
     bool CouldBeUtf8Bom() const;
 
+    /// How many of the newest bytes may still become a character, or a byte order mark, with what follows.
+    std::size_t UnfinishedBytes(Encoding encoding) const;
+
     /// Whether no bytes are held that count with the next ones in `encoding`.
     bool IsEmpty(Encoding encoding) const { return size_ == 0 || encoding != encoding_; }
     /// Notes a run of characters of one byte each without looking at each: what Consume would leave behind in

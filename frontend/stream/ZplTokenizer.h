@@ -24,6 +24,24 @@ public:
     std::uint64_t CommandOffset() const { return deliveredOffset_; }
     /// Bytes read since the tokenizer was made.
     std::uint64_t ConsumedBytes() const { return consumed_; }
+
+    /// The command that is open at present, as far as it has been read.
+    struct OpenCommand {
+        ZplTokenizerState state;
+        std::string_view letters;    ///< upper case; all of them are there in state Parameters
+        std::string_view parameter;  ///< the first that is not empty
+        bool isControl;
+        std::uint64_t offset;  ///< of its prefix, in bytes since the tokenizer was made
+    };
+    /// In state Idle there is none, and only `state` counts. The views hold until more is read.
+    OpenCommand Open() const {
+        return {machine_.State(), machine_.Letters(), machine_.FirstText(), machine_.IsControl(), openOffset_};
+    }
+    /// How many of the bytes read last may still become a character or a byte order mark together with the next ones.
+    std::size_t UnfinishedBytes(Encoding encoding) const { return utf_.UnfinishedBytes(encoding); }
+    /// From now on only the beginnings of commands are kept, which takes little memory whatever the stream.
+    void KeepBeginnings() { machine_.KeepBeginnings(); }
+
     /// Bytes are counted from `offset` on: what follows is the rest of a longer stream.
     void StartAt(std::uint64_t offset) { consumed_ = offset; }
 

@@ -98,11 +98,17 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeParameterCharacter(
 }
 
 void ZplTokenizerStateMachine::StartParameter() {
+    constexpr std::size_t MostBeginnings = 8;
+    if (keepsBeginnings_ && parameters_.size() == MostBeginnings) return;
     if (FitsAnother(sizeof(std::uint32_t))) parameters_.push_back({});
 }
 
 void ZplTokenizerStateMachine::Append(std::string_view text) {
+    constexpr std::size_t LongestBeginning = 1024;
     if (parameters_.empty()) StartParameter();
+    if (keepsBeginnings_ && !parameters_.empty())
+        text =
+            text.substr(0, LongestBeginning - std::min(LongestBeginning, parameters_[parameters_.size() - 1].size()));
     if (FitsAnother(text.size())) parameters_.AppendToLast(text);
 }
 
@@ -168,6 +174,12 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::HandleEagerReturnCommand()
         case Operation::Continue: break;
     }
     return nullptr;
+}
+
+std::string_view ZplTokenizerStateMachine::FirstText() const {
+    std::size_t first = 0;
+    while (first < parameters_.size() && parameters_[first].empty()) ++first;
+    return first < parameters_.size() ? parameters_[first] : std::string_view();
 }
 
 std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::TakeCommand() {

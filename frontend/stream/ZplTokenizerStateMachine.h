@@ -41,9 +41,18 @@ public:
     /// Hands out a command that a host may wait for before it sends anything more, or null.
     std::unique_ptr<ZplCommand> HandleEagerReturnCommand();
 
+    /// From now on only the first parameters of a command and their beginnings are kept: enough to know where commands
+    /// begin and end, and what the short ones say.
+    void KeepBeginnings() { keepsBeginnings_ = true; }
+
     bool IsInBinaryMode() const { return state_ == ZplTokenizerState::Binary; }
     ZplTokenizerState State() const { return state_; }
     std::uint32_t BinaryRemaining() const { return binaryRemaining_; }
+    /// Of the command that is open.
+    std::string_view Letters() const { return command_; }
+    bool IsControl() const { return isControl_; }
+    /// The first of its parameters so far that is not empty; empty if there is none.
+    std::string_view FirstText() const;
 
 private:
     std::unique_ptr<ZplCommand> ConsumeLetter(char32_t character);
@@ -59,6 +68,7 @@ private:
     bool isControl_ = false;
     ZplParameters parameters_;
     bool isOverlong_ = false;
+    bool keepsBeginnings_ = false;
     std::uint32_t binaryRemaining_ = 0;
     CommandIdentifier const* eager_ = nullptr;  // the row of the command whose letters are read; null: none
 };

@@ -1,0 +1,282 @@
+// How the job handler looks at what clients send, and chooses what the host reads next.
+
+#include <algorithm>
+#include <array>
+
+#include "desktop/serve/JobHandler.h"
+#include "desktop/serve/ValueAnswers.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto LookAgain = 50ms;
+constexpr auto IdleTime = 1s;             // without labels, before a stream is taken in that is not complete
+constexpr std::size_t JobSize = 1 << 20;  // a stream of more becomes several jobs
+constexpr unsigned MostJobs = 16;         // handed over and not yet done
+constexpr unsigned MostAnswersAtOnce = 16;
+constexpr auto RoomPause = 10s;                 // when a stream that was taken in unfinished has held up others
+constexpr std::uint64_t MostNoise = 4UL << 20;  // bytes without a command
+
+/// 7-bit text as a stream of that encoding has it.
+std::string InEncoding(std::string_view text, Encoding encoding) {
+    if (encoding == Encoding::SingleByte || encoding == Encoding::Utf8) return std::string(text);
+    std::string wide;
+    for (char const c : text) wide += encoding == Encoding::Utf16Le ? std::string{c, '\0'} : std::string{'\0', c};
+    return wide;
+}
+
+}  // namespace
+
+/// Once for all connections that have something at this moment.
+void JobHandler::PumpSoon() {
+    if (std::exchange(isPumpUnderWay_, true)) return;
+    QMetaObject::invokeMethod(
+        this, [this] { Pump(); }, Qt::QueuedConnection);
+}
+
+void JobHandler::Pump() {
+    isPumpUnderWay_ = false;
+    RemoveFinished();
+    connections_.SetShares();
+    hasMoreToLookAt_ = false;
+    for (auto const& connection : connections_) ReadOn(*connection);
+    GiveTurns();
+    WaitForMore();
+}
+
+void JobHandler::GiveTurns() {
+    if (Pointer const open = current_; open && !packetUnderWay_) GoOn(open);
+    while (!packetUnderWay_ && !current_) {
+        auto const next = NextInTurn();
+        if (!next) return;
+        Begin(next);
+    }
+}
+
+/// Quiet streams are looked at again; with nothing waiting the process sleeps.
+void JobHandler::WaitForMore() {
+    bool waits = current_ != nullptr;
+    for (auto const& connection : connections_) {
+        if (!connection->ended) connection->readNotifier->setEnabled(!connections_.IsAtShare(*connection));
+        waits = waits || (connection->ended ? MayBeAnswered(connection) : !connection->Waiting().empty());
+    }
+    if (hasMoreToLookAt_)
+        quiet_.start(0);
+    else if (waits && !quiet_.isActive())
+        quiet_.start(LookAgain);
+}
+
+void JobHandler::ReadOn(Connection& connection) {
+    for (unsigned count = 0; count < MostAnswersAtOnce; ++count) {
+        if (!connection.AwaitsHost()) GiveAnswerBehind(connection);
+        auto const question = connection.LookOn();
+        if (!question) return;
+        DealWith(connection, *question);
+    }
+    hasMoreToLookAt_ = true;
+}
+
+void JobHandler::DealWith(Connection& connection, Question const& question) {
+    if (question.kind == Question::Kind::Host) return connection.questions.push_back(question);
+    if (question.kind == Question::Kind::Foreign)
+        return say_("a stream holds the line \"" + question.text.substr(0, 40) +
+                    "\", which is of another label language");
+    connection.TakeOut(question);
+    auto const facts = Facts();
+    connection.answerBehind = question.kind == Question::Kind::Line ? AnswerByName(facts, question.text)
+                                                                    : question.row->answer(facts, question.text);
+}
+
+/// Answers come in the order of the questions.
+void JobHandler::GiveAnswerBehind(Connection& connection) {
+    if (connection.answerBehind) SendAnswer(connection, *connection.answerBehind);
+    connection.answerBehind.reset();
+}
+
+PrinterFacts JobHandler::Facts() const {
+    PrinterFacts facts = options_.facts();
+    auto const state = characters_.State(encoding_);
+    facts.formatPrefix = state.formatPrefix;
+    facts.controlPrefix = state.controlPrefix;
+    facts.delimiter = state.delimiter;
+    facts.waitingJobs = static_cast<unsigned>(jobs_.size());
+    return facts;
+}
+
+JobHandler::Want JobHandler::WantOf(Connection const& connection) const {
+    bool const mayPrint = jobs_.size() < MostJobs;
+    if (connection.IsDue()) {
+        if (connection.Watch().Formats() == 0) return Want::Answers;
+        return mayPrint ? Want::Labels : Want::Nothing;
+    }
+    if (connection.UpToCut() > 0) return Want::Nothing;
+    if (!connection.questions.empty()) return Want::Answers;
+    return connections_.IsAtShare(connection) && mayPrint ? Want::Room : Want::Nothing;
+}
+
+bool JobHandler::OthersWait() {
+    return std::any_of(connections_.begin(), connections_.end(), [this](Pointer const& connection) {
+        if (connection == current_) return false;
+        Want const want = WantOf(*connection);
+        return want == Want::Labels || want == Want::Answers;
+    });
+}
+
+/// Labels and answers take turns, so that neither can hold up the other; room is given when nobody wants these.
+JobHandler::Pointer JobHandler::NextInTurn() {
+    std::array<Pointer, 4> first;
+    for (auto const& connection : connections_) {
+        auto& place = first[static_cast<std::size_t>(WantOf(*connection))];
+        if (!place) place = connection;
+    }
+    Want const preferred = lastWant_ == Want::Answers ? Want::Labels : Want::Answers;
+    Want const other = lastWant_ == Want::Answers ? Want::Answers : Want::Labels;
+    for (Want const want : {preferred, other}) {
+        auto const& found = first[static_cast<std::size_t>(want)];
+        if (!found) continue;
+        lastWant_ = want;
+        lastTurn_ = Clock::now();
+        return found;
+    }
+    auto const now = Clock::now();
+    bool const isIdle = now - lastTurn_ >= IdleTime && now >= noRoomBefore_;
+    return isIdle ? first[static_cast<std::size_t>(Want::Room)] : nullptr;
+}
+
+void JobHandler::Begin(Pointer const& connection) {
+    auto const state = characters_.State(encoding_);
+    if (connection->StartState() != state) {
+        // Another stream has changed how this one will be read.
+        connection->StartStream(state);
+        return ReadOn(*connection);
+    }
+    connections_.PutBehind(connection);
+    if (connection->IsDue() && DropNoise(*connection)) return;
+    if (!connection->IsDue() && !connection->questions.empty()) return AskBeside(connection);
+    current_ = connection;
+    periodBegan_ = Clock::now();
+    periodBytes_ = 0;
+    othersWaitSince_.reset();
+    GoOn(connection);
+}
+
+/// Hands over more of the open stream, as far as it is complete; ends it where nothing speaks for waiting.
+void JobHandler::GoOn(Pointer const& connection) {
+    if (std::size_t const size = connection->Ready(); size > 0) {
+        std::size_t const piece = std::min(size, Connection::PieceSize);
+        return SendPiece(connection, piece, piece == size && EndsWith(*connection, piece));
+    }
+    if (connection->ended && connection->Waiting().empty()) return SendPiece(connection, 0, true);
+    if (connection->HandedOver() == 0 || !connection->StandsAtCut()) return GoOnInside(connection);
+    bool const isAtShare = connections_.IsAtShare(*connection);
+    if (isAtShare || EndsWith(*connection, 0)) SendPiece(connection, 0, true);
+}
+
+bool JobHandler::EndsWith(Connection const& connection, std::size_t piece) {
+    if (connection.IsWhole() || !connection.questions.empty() || connection.HandedOver() + piece >= JobSize)
+        return true;
+    return (connection.IsLookedAt() && connection.IsQuiet()) || OthersWait();
+}
+
+void JobHandler::GoOnInside(Pointer const& connection) {
+    if (connection->Watch().OpenBytes() > options_.longestFormat)
+        return Refuse(connection, "is longer than " + std::to_string(options_.longestFormat >> 20) + " MiB");
+    auto const now = Clock::now();
+    if (now - periodBegan_ >= options_.ratePeriod) {
+        auto const wanted = options_.leastRate * static_cast<std::size_t>(options_.ratePeriod.count()) / 1000;
+        // What waits here has come in time.
+        if (periodBytes_ + connection->Waiting().size() < wanted)
+            return Refuse(connection, "comes at less than " + std::to_string(options_.leastRate) + " bytes a second");
+        periodBegan_ = now;
+        periodBytes_ = 0;
+    }
+    if (!OthersWait())
+        othersWaitSince_.reset();
+    else if (!othersWaitSince_)
+        othersWaitSince_ = now;
+    if (othersWaitSince_ && now - *othersWaitSince_ >= options_.longestHold)
+        return Refuse(connection, "has held up others for " + std::to_string(options_.longestHold.count()) + " ms");
+    std::size_t const size = std::min(connection->Looked(), Connection::PieceSize);
+    if (size > 0) SendPiece(connection, size, false);
+}
+
+/// A host that asks amid a label expects the answer at once, but the label is only handed over when it is complete. So
+/// the questions go ahead of it, in a stream that breaks off in a format too.
+void JobHandler::AskBeside(Pointer const& connection) {
+    auto const state = characters_.State(encoding_);
+    std::string stream = {state.formatPrefix, 'X', 'A'};
+    for (auto const& question : std::exchange(connection->questions, {})) {
+        if (!connection->TakeOut(question)) continue;
+        stream += state.controlPrefix;
+        stream += question.row->letters;
+        ++connection->questionsAtHost;
+    }
+    Send(connection, InEncoding(stream, encoding_), true);
+}
+
+/// What holds nothing for the host needs no turn of it.
+bool JobHandler::DropNoise(Connection& connection) {
+    auto const& watch = connection.Watch();
+    if (watch.HasCommands()) {
+        connection.noise = 0;
+        return false;
+    }
+    std::size_t const size = connection.Ready();
+    auto const state = watch.StateAtCut();
+    if (watch.IsNoise()) connection.noise += size;
+    if (connection.noise > MostNoise) {
+        say_("a connection is closed: it has sent " + std::to_string(MostNoise >> 20) +
+             " MiB without a command; the prefixes are " + characters_.Prefixes());
+        connection.Abort();
+        return true;
+    }
+    bool const isEnd = connection.IsWhole();
+    connection.Take(size);
+    connection.StartStream(state);
+    if (!isEnd) {
+        ReadOn(connection);
+    } else if (std::uint64_t const bytes = std::exchange(connection.noise, 0)) {
+        say_("a stream of " + std::to_string(bytes) + " bytes holds no command: the prefixes are " +
+             characters_.Prefixes());
+    }
+    return true;
+}
+
+void JobHandler::Refuse(Pointer const& connection, std::string const& why) {
+    bool const isFormat = connection->Watch().InFormat();
+    say_(std::string("a connection is closed: its ") + (isFormat ? "label" : "command") + ' ' + why);
+    connection->Abort();
+    if (connection != current_) return;
+    current_.reset();
+    noRoomBefore_ = Clock::now() + RoomPause;
+    Send(connection, {}, true);
+}
+
+/// Tells what of the end of a stream its sender did not mean.
+void JobHandler::TellEnd(Connection const& connection, bool isAll) const {
+    auto const& watch = connection.Watch();
+    if (auto const mark = watch.MarkAmid())
+        say_("a byte order mark ends at byte " + std::to_string(*mark) +
+             " of a stream, and changes how the rest of it is read");
+    if (!isAll || !connection.ended || !watch.InFormat()) return;
+    char const prefix = watch.State().formatPrefix;
+    say_("a connection has ended amid a label, which is not printed: after " + std::to_string(watch.OpenBytes()) +
+         " bytes from " + prefix + "XA no " + prefix + "XZ has come");
+}
+
+void JobHandler::SendPiece(Pointer const& connection, std::size_t size, bool isLast) {
+    bool const isAll = size == connection->Waiting().size();
+    if (isLast) TellEnd(*connection, isAll);
+    auto const state = isAll ? connection->Watch().State() : connection->Watch().StateAtCut();
+    std::string payload = connection->Take(size);
+    periodBytes_ += size;
+    connection->questionsAtHost += connection->TakeQuestions();
+    connection->waitsSince = Clock::now();
+    if (isLast) {
+        encoding_ = state.encoding;
+        connection->StartStream(state);
+        current_.reset();
+    }
+    Send(connection, std::move(payload), isLast);
+}
