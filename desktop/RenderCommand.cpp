@@ -64,7 +64,6 @@ private:
                 jobName_ = jobName_.empty() ? finished.text : jobName_;
                 jobFlag_ = jobFlag_ || finished.hasTagOperations;
                 kept_.push_back(std::move(finished.label));
-                targets_.push_back(std::move(finished.target));
                 keptFormats_.push_back(finished.format);
             } else {
                 RenderOne(std::move(finished));
@@ -85,7 +84,6 @@ private:
     void RenderOne(FinishedLabel finished) {
         unsigned const quantity = finished.label.Quantity();
         unsigned const copies = CopiesToDraw(quantity, finished.format);
-        target_ = finished.target.get();
         for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
             bool const drawn = Draw(store_.NextPath(), finished.format, [&] {
                 if (options_.tag && finished.label.IsWaitingOnRfidReadResponse(copy)) {
@@ -108,9 +106,8 @@ private:
             tagOperations.push_back(label.GetRfidOperations());
         }
         Zpl::Job job(std::move(kept_), {}, jobFlag_);
-        target_ = targets_.front().get();
         job.Start(jobName_);
-        if (!target_->FileError().empty()) {
+        if (!interpreter_.Target().FileError().empty()) {
             std::error_code ignored;
             if (!job.JobPath().empty()) std::filesystem::remove_all(job.JobPath(), ignored);
             CheckFile(job.JobPath().empty() ? std::filesystem::path(options_.outputFolder) : job.JobPath());
@@ -118,7 +115,6 @@ private:
         unsigned page = 0;
         for (std::size_t i = 0; i < quantities.size(); ++i) {
             auto const number = static_cast<unsigned>(i + 1);
-            target_ = targets_[i].get();
             unsigned const copies = CopiesToDraw(quantities[i], keptFormats_[i]);
             for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
                 auto const file = job.JobPath() / std::to_string(page + copy);
@@ -132,7 +128,6 @@ private:
             }
             page += quantities[i];
         }
-        target_ = targets_.front().get();
         job.End();
         CheckFile(job.JobPath());
     }
@@ -155,12 +150,12 @@ private:
     }
 
     void CheckFile(std::filesystem::path const& what) {
-        auto const& error = target_->FileError();
+        auto const& error = interpreter_.Target().FileError();
         if (!error.empty()) throw OutputError("cannot write " + what.string() + ": " + error);
     }
 
     void Report(RenderedPage page) {
-        auto const size = target_->PageSize();
+        auto const size = interpreter_.Target().PageSize();
         page.width = static_cast<unsigned>(size.width);
         page.height = static_cast<unsigned>(size.height);
         progress_.Clear();
@@ -177,8 +172,6 @@ private:
     Progress progress_;
     std::vector<Zpl::Label> kept_;
     std::vector<std::uint64_t> keptFormats_;
-    std::vector<std::shared_ptr<Scripting::ScriptGraphicContext>> targets_;  // of each of them
-    Scripting::ScriptGraphicContext* target_ = nullptr;                      // of the label that is being drawn
     std::string jobName_;
     bool jobFlag_ = false;
     unsigned pages_ = 0;

@@ -16,13 +16,8 @@ void StreamInterpreter::Run(TakeLabel const& take) {
         rest = result.remaining;
         if (!result.label) continue;
         auto& [text, label] = *result.label;
-        FinishedLabel finished{std::move(label),
-                               std::move(text),
-                               result.hasRfidOperations,
-                               ++labels_,
-                               Format().value_or(0),
-                               stream_->Current().LastCommandOffset(),
-                               stream_->Current().SharedTarget()};
+        FinishedLabel finished{std::move(label), std::move(text),      result.hasRfidOperations,
+                               ++labels_,        Format().value_or(0), stream_->Current().LastCommandOffset()};
         findings_.NumberLabel(finished.format, finished.number);
         bool const goesOn = take(finished);
         if (!goesOn) return;

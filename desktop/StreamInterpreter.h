@@ -14,10 +14,9 @@ struct FinishedLabel {
     Zpl::Label label;
     std::string text;  ///< what it says, for naming a job
     bool hasTagOperations;
-    unsigned number;                                          ///< from 1
-    std::uint64_t format;                                     ///< where its format begins, in bytes
-    std::uint64_t offset;                                     ///< where its last command begins, in bytes
-    std::shared_ptr<Scripting::ScriptGraphicContext> target;  ///< what it is drawn on
+    unsigned number;       ///< from 1
+    std::uint64_t format;  ///< where its format begins, in bytes
+    std::uint64_t offset;  ///< where its last command begins, in bytes
 };
 
 /// Runs one whole stream through the interpreter, and takes the reports about it for as long as it lives. A format with
@@ -40,6 +39,9 @@ public:
     /// What is reported from now on belongs to the label of this format, which is being drawn; nothing stands for the
     /// format under way in the stream, and behind its end for none.
     void SetDrawnFormat(std::optional<std::uint64_t> format) { drawnFormat_ = format; }
+
+    /// What the labels of the stream are drawn on.
+    Scripting::ScriptGraphicContext& Target() { return stream_->Current().Target(); }
 
 private:
     std::unique_ptr<Zpl::Host::Session> MakeSession();

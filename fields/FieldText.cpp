@@ -16,7 +16,7 @@ namespace {
 
 /// Plain text whose bytes are taken in pairs comes out as signs that nobody sent.
 bool IsPlainTextInPairs(std::string_view data, ZplCodePageConverter const& converter) {
-    auto const isPrintable = [](char c) { return c >= ' ' && c <= '~'; };
+    auto const isPrintable = [](char c) { return (c >= ' ' && c <= '~') || c == '\t'; };
     return converter.ReadsBytePairs() && std::all_of(data.begin(), data.end(), isPrintable);
 }
 

@@ -45,8 +45,9 @@ ZplCommandProcessor::ProcessResult PrintStream::Consume(std::string_view input, 
         // At least the byte that the memory ran out at, so that the run comes to an end.
         auto const read = std::max<std::uint64_t>(rest.tokenizer.ConsumedBytes() - before, 1);
         rest.tokenizer.StartAt(before + read);
-        session_ = makeSession_();
-        session_->GoOnWith(std::move(rest));
+        auto fresh = makeSession_();
+        fresh->GoOnFrom(*session_, std::move(rest));
+        session_ = std::move(fresh);
         ZplCommandProcessor::ProcessResult result;
         result.remaining = input.substr(std::min<std::uint64_t>(read, input.size()));
         return result;

@@ -36,8 +36,16 @@ Session::Session(ZPLProcessorInterface& model, std::shared_ptr<Context> systemCo
 }
 
 void Session::MapFields() {
+    mapsFields_ = true;
     if (auto* const gauge = Scripting::InkGauge::Of(graphicContext_.get()))
         processor_.SetFieldMap(std::make_shared<ZplCore::FieldMap>(*gauge));
+}
+
+void Session::GoOnFrom(Session& before, ZplCommandProcessor::StreamRest rest) {
+    graphicContext_ = before.graphicContext_;
+    processor_.SetGraphicContext(graphicContext_);
+    if (mapsFields_) MapFields();
+    processor_.GoOnWith(std::move(rest));
 }
 
 }  // namespace Zpl::Host

@@ -32,16 +32,17 @@ public:
     std::optional<std::uint64_t> FormatOffset() const { return processor_.FormatOffset(); }
     std::uint64_t LastCommandOffset() const { return processor_.LastCommandOffset(); }
     std::uint64_t ConsumedBytes() const { return processor_.ConsumedBytes(); }
-    /// See ZplCommandProcessor.
+    /// Reads on what `before` has left, which an exception has ended (see ZplCommandProcessor), and draws on its
+    /// target: labels of one stream share a page's memory, and the picture that one of them keeps for the next.
+    void GoOnFrom(Session& before, ZplCommandProcessor::StreamRest rest);
     ZplCommandProcessor::StreamRest TakeRest() { return processor_.TakeRest(); }
-    void GoOnWith(ZplCommandProcessor::StreamRest rest) { processor_.GoOnWith(std::move(rest)); }
+    /// What the labels of the stream are drawn on.
     Scripting::ScriptGraphicContext& Target() { return *graphicContext_; }
-    /// What the labels of this session are drawn on, also when it is over.
-    std::shared_ptr<Scripting::ScriptGraphicContext> const& SharedTarget() const { return graphicContext_; }
 
 private:
     ZplCommandProcessor processor_;
     std::shared_ptr<Scripting::ScriptGraphicContext> graphicContext_;
+    bool mapsFields_ = false;
     PrintEngine::PartManagement::LabelPart part_;
 };
 

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "foundation/Files.h"
+#include "jobhost/model/PrintStream.h"
 #include "tests/support/PagePictures.h"
 #include "tests/support/TemporaryDirectory.h"
 
@@ -65,10 +66,10 @@ Picture DrawStream(fs::path const& stream) {
     auto const desk = MakeStillDesk(ResolutionOf(stream));
     std::string bytes;
     EXPECT_FALSE(ReadFile(stream, bytes)) << stream;
-    auto const session = desk->MakeSession();
+    Zpl::Host::PrintStream input([&desk] { return desk->MakeSession(); });
     std::vector<Picture> pages;
     for (std::string_view rest = bytes; !rest.empty();) {
-        auto result = session->Consume(rest, false, true);
+        auto result = input.Consume(rest, false, true);
         rest = result.remaining;
         if (!result.label) continue;
         auto& label = std::get<1>(*result.label);

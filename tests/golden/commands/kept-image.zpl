@@ -1,5 +1,6 @@
 ^FX The constant part is sent once, the variable one with each label.
 ^XA^PW360^LL100^MCN^FO10,10^GB330,80,3^FS^FO20,20^A0N,30,30^FDBatch^FS^FO150,20^A0N,30,30^FV0001^FS^XZ
+^XA^FO.,20^FDa number that cannot be read costs its own format only^FS^XZ
 ^XA^FO150,20^A0N,30,30^FV0002^FS^FO150,55^BY1^BCN,25,N^FV0002^FS^XZ
 ^XA^MCY^FO150,20^A0N,30,30^FV0003^FS^XZ
 ^XA^FO20,20^A0N,30,30^FDempty^FS^XZ
