@@ -14,10 +14,9 @@ using namespace ZplCore;
 
 namespace {
 
+/// Encoders give nothing for data of which they can take nothing.
 bool IsSymbol(LinearModel const& model) {
-    Require(model != nullptr);
-    auto const& blocks = model->GetBlocks();
-    return !blocks.empty() && blocks.front().black;
+    return model && !model->GetBlocks().empty() && model->GetBlocks().front().black;
 }
 
 void Check128(std::string const& text, unsigned options) {
