@@ -1,40 +1,73 @@
-#include <cstddef>
-#include <cstdint>
-#include <string_view>
+#include <algorithm>
+#include <string>
+#include <vector>
 
-#include "desktop/Desk.h"
+#include "PrintEngine/Printing/PrintProcessHandler.h"
+#include "fuzz/Fuzz.h"
+#include "fuzz/FuzzDesk.h"
+#include "jobhost/model/PrintStream.h"
 #include "labels/Job.h"
 
-/// Feeds bytes to a whole session in chunks whose lengths come from the bytes themselves, and draws what comes out on a
-/// label of one inch.
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-    static Desk desk = [] {
-        RenderOptions options;
-        options.widthInches = 1;
-        options.heightInches = 1;
-        return Desk(options);
-    }();
-    desk.StartStream();
-    auto session = desk.MakeSession();
-    std::string_view rest(reinterpret_cast<char const*>(data), size);
+// A stream as the host takes it: cut anywhere it gives the same labels as in one piece, and whatever they hold, their
+// job is begun, the first pages are drawn and written, and it is ended.
+
+namespace {
+
+void Print(Zpl::Label label) {
+    constexpr unsigned MostPages = 2;
+    std::filesystem::path folder;
     try {
-        while (!rest.empty()) {
-            // A small odd step now and then, so that commands are cut anywhere.
-            std::size_t const step = 1 + static_cast<unsigned char>(rest.front()) * (rest.size() % 3) % 97;
-            std::string_view chunk = rest.substr(0, step);
-            rest.remove_prefix(chunk.size());
-            while (!chunk.empty()) {
-                auto result = session->Consume(chunk, false, rest.empty());
-                chunk = result.remaining;
-                if (!result.label) continue;
-                // Two copies: the second goes on from the state that the first left.
-                auto& label = std::get<1>(*result.label);
-                label.ProcessLabel(0, false);
-                label.ProcessLabel(1, true);
-            }
+        VirtualTag tag = VirtualTag::Parse("blank");
+        auto const operations = label.GetRfidOperations();
+        std::vector<Zpl::Label> labels;
+        labels.push_back(std::move(label));
+        Zpl::Job job(std::move(labels), {}, false);
+        job.Start("fuzz");
+        folder = job.JobPath();
+        for (unsigned page = 0; page < std::min(job.Quantity(), MostPages); ++page) {
+            if (job.IsWaitingOnRfidReadResponse(page)) job.SetRfidReadResponse(page, tag.Perform(operations));
+            job.RenderLabel(page);
+            job.LogTagOperations(page);
+            job.SendEndOfPageNetworkResponses(page);
+            if (job.IsLastPageOfJob(page)) job.SendEndOfFormatNetworkResponses(page);
         }
+        job.End();
     } catch (std::exception const&) {
-        // A number out of range, or too much memory: the session ends, as it does in the program.
+        // A number that only the drawing finds to be out of range: the page is given up, as in the program.
     }
+    std::error_code ignored;
+    if (!folder.empty()) std::filesystem::remove_all(folder, ignored);
+}
+
+/// The texts of the labels, in their order.
+std::vector<std::string> Run(std::string_view stream, bool inPieces, bool prints) {
+    Desk& desk = EmptyDesk();
+    desk.SetHostReceiver([](std::string_view) {});
+    PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetJobsFolder(PageFolder());
+    Zpl::Host::PrintStream host([&] { return desk.MakeSession(); });
+    std::vector<std::string> labels;
+    auto const take = [&](std::string_view piece, bool isLast) {
+        while (!piece.empty()) {
+            auto result = host.Consume(piece, false, isLast);
+            piece = result.remaining;
+            if (!result.label) continue;
+            auto& [text, label] = *result.label;
+            labels.push_back(text);
+            if (prints) Print(std::move(label));
+        }
+    };
+    if (inPieces) {
+        CutAnywhere(stream, take);
+    } else {
+        take(stream, true);
+    }
+    return labels;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+    std::string_view const stream(reinterpret_cast<char const*>(data), size);
+    Require(Run(stream, true, true) == Run(stream, false, false));
     return 0;
 }

@@ -51,8 +51,8 @@ std::string PiclMessage::Text() const {
 
 std::optional<PiclMessage> PiclMessage::Parse(std::string_view line) {
     rapidjson::Document document;
-    // Iterative: a line of many brackets must not use up the stack.
-    document.Parse<rapidjson::kParseIterativeFlag>(line.data(), line.size());
+    // Iterative: a line of many brackets must not use up the stack. What is no UTF-8 could not be passed on as it is.
+    document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag>(line.data(), line.size());
     if (document.HasParseError() || !document.IsObject()) return std::nullopt;
     std::string name;
     if (!ReadText(document, "type", name)) return std::nullopt;

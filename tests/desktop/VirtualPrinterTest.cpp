@@ -135,15 +135,14 @@ unsigned LifetimeCount(std::filesystem::path const& folder) {
     return count;
 }
 
-// tests/soak/kill-rounds runs many more rounds.
+// tests/soak/run does many more rounds, with other clients beside it.
 TEST(VirtualPrinter, GoesOnWhenProcessesAreKilled) {
-    char const* const rounds = std::getenv("ZPL_SOAK_ROUNDS");
-    char const* const seed = std::getenv("ZPL_SOAK_SEED");
-    std::mt19937 random(seed ? static_cast<unsigned>(std::atoi(seed)) : 1);
+    constexpr unsigned Rounds = 6;
+    std::mt19937 random(1);
     TemporaryDirectory const folder;
     auto printer = std::make_unique<VirtualPrinterProcess>(std::vector<std::string>{"--speed", "0"}, folder.Path());
     unsigned count = 0;
-    for (int round = 0, most = rounds ? std::atoi(rounds) : 6; round < most; ++round) {
+    for (unsigned round = 0; round < Rounds; ++round) {
         printer->Print(Label("load", 200));
         std::this_thread::sleep_for(std::chrono::milliseconds(random() % 120));
         unsigned const victim = random() % 3;

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <unistd.h>
+
+#include "desktop/Desk.h"
+#include "foundation/AppSettings.h"
+
+/// A desk with labels of one inch and a clock that stands still, made once; nothing is stored on it when a run begins.
+inline Desk& EmptyDesk() {
+    static Desk desk = [] {
+        RenderOptions options;
+        options.widthInches = 1;
+        options.heightInches = 1;
+        options.time = std::chrono::system_clock::time_point{};
+        options.tag = VirtualTag::Parse("blank");
+        return Desk(options);
+    }();
+    std::error_code ignored;
+    std::filesystem::remove_all(AppSettings::GetInstance().FormatsDir(), ignored);
+    desk.StartStream();
+    return desk;
+}
+
+/// Where the pages of a run go; the next run writes over them.
+inline std::filesystem::path const& PageFolder() {
+    static TemporaryFolder const folder(std::filesystem::temp_directory_path(), "fuzz-pages-");
+    return folder.Path();
+}
