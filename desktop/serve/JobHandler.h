@@ -80,6 +80,7 @@ private:
     Pointer NextInTurn();
     void GiveTurns();
     void WaitForMore();
+    bool IsCrowded() const;
     void Begin(Pointer const& connection);
     void GoOn(Pointer const& connection);
     void GoOnInside(Pointer const& connection);

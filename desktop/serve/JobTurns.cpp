@@ -65,11 +65,10 @@ void JobHandler::GiveTurns() {
 
 /// Quiet streams are looked at again; with nothing waiting the process sleeps.
 void JobHandler::WaitForMore() {
-    bool const isCrowded = connections_.Size() > FewClients;
     bool waits = current_ != nullptr;
     for (auto const& connection : connections_) {
         // Among many, who sends what is no stream is listened to now and then.
-        bool const isPutOff = isCrowded && connection->noise > 0 && Clock::now() - connection->lastRead < NoisePause;
+        bool const isPutOff = IsCrowded() && connection->noise > 0 && Clock::now() - connection->lastRead < NoisePause;
         if (!connection->ended) connection->readNotifier->setEnabled(!connections_.IsAtShare(*connection) && !isPutOff);
         waits = waits || connection->noise > 0 ||
                 (connection->ended ? MayBeAnswered(connection) : !connection->Waiting().empty());
@@ -79,6 +78,8 @@ void JobHandler::WaitForMore() {
     else if (waits && !quiet_.isActive())
         quiet_.start(LookAgain);
 }
+
+bool JobHandler::IsCrowded() const { return connections_.Size() > FewClients; }
 
 void JobHandler::ReadOn(Connection& connection) {
     constexpr unsigned MostQuestions = 4096;
@@ -223,9 +224,11 @@ void JobHandler::GoOnInside(Pointer const& connection) {
         othersWaitSince_.reset();
     else if (!othersWaitSince_)
         othersWaitSince_ = now;
-    if (othersWaitSince_ && now - *othersWaitSince_ >= options_.longestHold) {
+    // Among many clients there will be more of the kind.
+    auto const hold = IsCrowded() ? options_.longestHold / 5 : options_.longestHold;
+    if (othersWaitSince_ && now - *othersWaitSince_ >= hold) {
         noRoomBefore_ = now + RoomPause;
-        return Refuse(connection, "has held up others for " + std::to_string(options_.longestHold.count()) + " ms");
+        return Refuse(connection, "has held up others for " + std::to_string(hold.count()) + " ms");
     }
     std::size_t const size = std::min(connection->Looked(), Connection::PieceSize);
     if (size > 0) SendPiece(connection, size, false);
