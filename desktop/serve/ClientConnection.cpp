@@ -47,7 +47,7 @@ void ClientConnection::Abort() {
     Close();
     received_ = {};
     taken_ = 0;
-    answerBehind.reset();
+    questionBehind.reset();
     StartStream(start_);
 }
 
@@ -74,7 +74,7 @@ void ClientConnection::Answer(std::string const& bytes) {
         broken = true;
         return;
     }
-    answers_.erase(0, std::exchange(sent_, 0));
+    if (sent_ > answers_.size() / 2) answers_.erase(0, std::exchange(sent_, 0));
     answers_ += bytes;
     Flush();
 }
@@ -103,7 +103,7 @@ void ClientConnection::StartStream(StreamState const& state) {
 }
 
 std::optional<StreamWatch::Question> ClientConnection::LookOn() {
-    while (!IsLookedAt() && !answerBehind && questions.size() < MostQuestions) {
+    while (!IsLookedAt() && !questionBehind && questions.size() < MostQuestions) {
         bool const handsOver = UpToCut() > 0 || !StandsAtCut();
         if (handsOver && looked_ >= PieceSize) break;
         auto progress = watch_.Read(Waiting().substr(looked_, PieceSize));
@@ -117,7 +117,7 @@ std::optional<StreamWatch::Question> ClientConnection::LookOn() {
 bool ClientConnection::TakeOut(StreamWatch::Question const& question) {
     if (question.begin < handedOver_) return false;
     std::size_t const begin = taken_ + static_cast<std::size_t>(question.begin - handedOver_);
-    if (!question.row) {
+    if (question.standsAlone) {
         std::fill_n(received_.begin() + static_cast<std::ptrdiff_t>(begin), question.end - question.begin, ' ');
         return true;
     }
@@ -154,7 +154,7 @@ bool ClientConnection::IsDue() const {
     if (Waiting().empty()) return false;
     if (IsWhole()) return true;
     if (UpToCut() == 0) return false;
-    return ended || !questions.empty() || answerBehind || !IsLookedAt() || IsQuiet() ||
+    return ended || !questions.empty() || questionBehind || !IsLookedAt() || IsQuiet() ||
            (wholeSince_ && Clock::now() - *wholeSince_ >= LongestWait);
 }
 

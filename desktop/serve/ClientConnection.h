@@ -17,7 +17,7 @@ public:
     using Clock = std::chrono::steady_clock;
 
     static constexpr std::size_t PieceSize = 64 * 1024;  ///< bytes of one packet; no more is looked at ahead
-    static constexpr std::size_t MostQuestions = 16;     ///< that wait for the host before more is looked at
+    static constexpr std::size_t MostQuestions = 8;      ///< that wait for the host before more is looked at
 
     /// Owns the socket from now on.
     ClientConnection(int descriptor, StreamState const& start);
@@ -83,8 +83,9 @@ public:
     bool broken = false;                           ///< nor reads any more
     std::vector<StreamWatch::Question> questions;  ///< for the host, in what waits
     unsigned questionsAtHost = 0;
-    std::uint64_t noise = 0;                  ///< bytes without a command that were dropped, and not yet told
-    std::optional<std::string> answerBehind;  ///< of the door, to a question that stands behind those
+    std::uint64_t noise = 0;  ///< bytes without a command that were dropped, and not yet told
+    std::optional<StreamWatch::Question>
+        questionBehind;  ///< for the door; nothing behind it is looked at before it is answered
 
 private:
     static constexpr auto QuietTime = std::chrono::milliseconds(100);

@@ -33,11 +33,17 @@ ClientConnection& Connections::Add(int descriptor, StreamState const& start) {
     return *list_.emplace_back(std::make_shared<ClientConnection>(descriptor, start));
 }
 
+bool Connections::IsFull() const {
+    auto const isOpen = [](Pointer const& each) { return each->socket >= 0; };
+    return list_.size() >= most_ &&
+           static_cast<std::size_t>(std::count_if(list_.begin(), list_.end(), isOpen)) >= most_;
+}
+
 bool Connections::MakePlace(Pointer const& kept) {
     auto const before = ClientConnection::Clock::now() - Patience;
-    // What will print, or waits for an answer, stays in any case; so does who has come a moment ago.
+    // What will print, or waits for an answer of the host, stays in any case; so does who has come a moment ago.
     auto const mayGo = [&](Pointer const& each) {
-        bool const isHeard = each->Ready() == 0 && !each->AwaitsHost() && !each->answerBehind && !each->ended;
+        bool const isHeard = each->Ready() == 0 && !each->AwaitsHost() && !each->ended;
         return each != kept && isHeard && each->waitsSince < before;
     };
     auto const rank = [](Pointer const& each) {
@@ -58,6 +64,11 @@ bool Connections::MakePlace(Pointer const& kept) {
 void Connections::PutBehind(Pointer const& connection) {
     auto const found = std::find(list_.begin(), list_.end(), connection);
     if (found != list_.end()) list_.splice(list_.end(), list_, found);
+}
+
+void Connections::PutFirstBehind() {
+    auto const count = static_cast<std::ptrdiff_t>((list_.size() + 3) / 4);
+    list_.splice(list_.end(), list_, list_.begin(), std::next(list_.begin(), count));
 }
 
 void Connections::SetShares() {

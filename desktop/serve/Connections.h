@@ -23,13 +23,15 @@ public:
     auto begin() { return list_.begin(); }
     auto end() { return list_.end(); }
     std::size_t Size() const { return list_.size(); }
-    bool IsFull() const { return list_.size() >= most_; }
+    bool IsFull() const;
     ClientConnection& Add(int descriptor, StreamState const& start);
     /// Closes the connection that is most easily missed: the one that has been silent longest, or else the one whose
     /// format has been unfinished longest. False if there is none but `kept` and those who came a moment ago.
     bool MakePlace(Pointer const& kept);
     /// Whoever has had a turn stands behind the others.
     void PutBehind(Pointer const& connection);
+    /// The first quarter of them, at least one.
+    void PutFirstBehind();
     template <typename Predicate>
     void RemoveIf(Predicate isDone) {
         list_.remove_if(isDone);

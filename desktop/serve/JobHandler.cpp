@@ -168,10 +168,10 @@ unsigned JobHandler::DropWaiting() {
 void JobHandler::RemoveFinished() {
     connections_.RemoveIf([this](Pointer const& connection) {
         bool const isHeard = connection->Waiting().empty() && connection != current_ && !connection->AwaitsHost() &&
-                             !connection->answerBehind;
+                             !connection->questionBehind;
         bool const isDone = connection->ended && isHeard &&
                             (connection->broken || (connection->UnsentBytes() == 0 && !MayBeAnswered(connection)));
-        if (isDone) connection->Close();
+        if (isDone || connection->broken) connection->Close();
         return isDone;
     });
 }

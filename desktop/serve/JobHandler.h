@@ -73,21 +73,25 @@ private:
     void Pump();
     void ReadOn(Connection& connection);
     void DealWith(Connection& connection, Question const& question);
-    void GiveAnswerBehind(Connection& connection);
+    void AnswerBehind(Connection& connection);
     void SendAnswer(Connection& connection, std::string const& bytes);
-    PrinterFacts Facts() const;
+    PrinterFacts const& Facts();
 
     Want WantOf(Connection const& connection) const;
     bool OthersWait();
     Pointer NextInTurn();
     void GiveTurns();
     void WaitForMore();
+    bool IsCrowded() const;
     void Begin(Pointer const& connection);
     void GoOn(Pointer const& connection);
     void GoOnInside(Pointer const& connection);
     void AskBeside(Pointer const& connection);
     bool EndsWith(Connection const& connection, std::size_t piece);
-    bool DropNoise(Connection& connection);
+    void DropNoise();
+    void DropNoise(Connection& connection);
+    bool IsUpToDate(Connection& connection);
+    void TellNoise(Connection& connection);
     void Refuse(Pointer const& connection, std::string const& why);
     void TellEnd(Connection const& connection, bool isAll) const;
     void SendPiece(Pointer const& connection, std::size_t size, bool isLast);
@@ -113,13 +117,15 @@ private:
     std::deque<Pointer> jobs_;   // senders of the streams handed over and not yet done
     Pointer lastJobOf_;          // sender of the stream that was handed over last
     std::uint8_t lastSession_ = 0;
-    Want lastWant_ = Want::Nothing;
+    unsigned labelsInARow_ = 0;
     Clock::time_point lastTurn_;  // of one that was not about room
     Clock::time_point noRoomBefore_;
     Clock::time_point periodBegan_;
     std::size_t periodBytes_ = 0;  // taken of the open stream since then
     std::optional<Clock::time_point> othersWaitSince_;
+    std::optional<PrinterFacts> facts_;  // for the questions that have come together
     bool hasMoreToLookAt_ = false;
+    unsigned answersLeft_ = 0;  // this time
     bool isPumpUnderWay_ = false;
     QTimer quiet_;
 };

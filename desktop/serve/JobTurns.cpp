@@ -11,12 +11,17 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto LookAgain = 50ms;
-constexpr auto IdleTime = 1s;             // without labels, before a stream is taken in that is not complete
-constexpr std::size_t JobSize = 1 << 20;  // a stream of more becomes several jobs
-constexpr unsigned MostJobs = 16;         // handed over and not yet done
-constexpr unsigned MostAnswersAtOnce = 16;
-constexpr auto RoomPause = 10s;                 // when a stream that was taken in unfinished has held up others
-constexpr std::uint64_t MostNoise = 4UL << 20;  // bytes without a command
+constexpr auto IdleTime = 1s;                    // without labels, before a stream is taken in that is not complete
+constexpr std::size_t JobSize = 1 << 20;         // a stream of more becomes several jobs
+constexpr unsigned LabelsInARow = 3;             // streams with labels, while somebody waits for an answer
+constexpr unsigned MostJobs = 16;                // handed over and not yet done
+constexpr unsigned AnswersAtOnce = 64;           // of the door, to all clients
+constexpr auto NoisePause = 200ms;               // before more of it is read,
+constexpr std::size_t FewClients = 64;           // unless there are no more than these
+constexpr auto NoiseEnd = 400ms;                 // without more of it
+constexpr auto RoomPause = 10s;                  // when a stream that was taken in unfinished has held up others
+constexpr std::uint64_t AllNoise = 256UL << 20;  // bytes without a command, of all connections,
+constexpr std::uint64_t MostNoise = 4UL << 20;   // and of one, if there are few
 
 /// 7-bit text as a stream of that encoding has it.
 std::string InEncoding(std::string_view text, Encoding encoding) {
@@ -37,11 +42,15 @@ void JobHandler::PumpSoon() {
 
 void JobHandler::Pump() {
     isPumpUnderWay_ = false;
-    RemoveFinished();
     connections_.SetShares();
     hasMoreToLookAt_ = false;
+    facts_.reset();
+    answersLeft_ = AnswersAtOnce;
     for (auto const& connection : connections_) ReadOn(*connection);
+    // Those who are not answered this time are the first the next.
+    if (answersLeft_ == 0) connections_.PutFirstBehind();
     GiveTurns();
+    RemoveFinished();
     WaitForMore();
 }
 
@@ -49,7 +58,7 @@ void JobHandler::GiveTurns() {
     if (Pointer const open = current_; open && !packetUnderWay_) GoOn(open);
     while (!packetUnderWay_ && !current_) {
         auto const next = NextInTurn();
-        if (!next) return;
+        if (!next) return DropNoise();
         Begin(next);
     }
 }
@@ -58,8 +67,11 @@ void JobHandler::GiveTurns() {
 void JobHandler::WaitForMore() {
     bool waits = current_ != nullptr;
     for (auto const& connection : connections_) {
-        if (!connection->ended) connection->readNotifier->setEnabled(!connections_.IsAtShare(*connection));
-        waits = waits || (connection->ended ? MayBeAnswered(connection) : !connection->Waiting().empty());
+        // Among many, who sends what is no stream is listened to now and then.
+        bool const isPutOff = IsCrowded() && connection->noise > 0 && Clock::now() - connection->lastRead < NoisePause;
+        if (!connection->ended) connection->readNotifier->setEnabled(!connections_.IsAtShare(*connection) && !isPutOff);
+        waits = waits || connection->noise > 0 ||
+                (connection->ended ? MayBeAnswered(connection) : !connection->Waiting().empty());
     }
     if (hasMoreToLookAt_)
         quiet_.start(0);
@@ -67,9 +79,17 @@ void JobHandler::WaitForMore() {
         quiet_.start(LookAgain);
 }
 
+bool JobHandler::IsCrowded() const { return connections_.Size() > FewClients; }
+
 void JobHandler::ReadOn(Connection& connection) {
-    for (unsigned count = 0; count < MostAnswersAtOnce; ++count) {
-        if (!connection.AwaitsHost()) GiveAnswerBehind(connection);
+    constexpr unsigned MostQuestions = 4096;
+    for (unsigned count = 0; count < MostQuestions; ++count) {
+        if (connection.questionBehind) {
+            // Answers come in the order of the questions.
+            if (connection.AwaitsHost()) return;
+            if (answersLeft_ == 0) break;
+            AnswerBehind(connection);
+        }
         auto const question = connection.LookOn();
         if (!question) return;
         DealWith(connection, *question);
@@ -78,24 +98,28 @@ void JobHandler::ReadOn(Connection& connection) {
 }
 
 void JobHandler::DealWith(Connection& connection, Question const& question) {
-    if (question.kind == Question::Kind::Host) return connection.questions.push_back(question);
     if (question.kind == Question::Kind::Foreign)
         return say_("a stream holds the line \"" + question.text.substr(0, 40) +
                     "\", which is of another label language");
+    // Nobody waits for the answers to a client that is gone.
+    bool const isForHost = question.kind == Question::Kind::Host && !connection.broken;
+    if (isForHost) return connection.questions.push_back(question);
     connection.TakeOut(question);
-    auto const facts = Facts();
-    connection.answerBehind = question.kind == Question::Kind::Line ? AnswerByName(facts, question.text)
-                                                                    : question.row->answer(facts, question.text);
+    if (!connection.broken) connection.questionBehind = question;
 }
 
-/// Answers come in the order of the questions.
-void JobHandler::GiveAnswerBehind(Connection& connection) {
-    if (connection.answerBehind) SendAnswer(connection, *connection.answerBehind);
-    connection.answerBehind.reset();
+void JobHandler::AnswerBehind(Connection& connection) {
+    auto const question = *std::exchange(connection.questionBehind, std::nullopt);
+    --answersLeft_;
+    if (!options_.answers) return;
+    bool const isByName = question.kind == Question::Kind::Line;
+    SendAnswer(connection,
+               isByName ? AnswerByName(Facts(), question.text) : question.row->answer(Facts(), question.text));
 }
 
-PrinterFacts JobHandler::Facts() const {
-    PrinterFacts facts = options_.facts();
+PrinterFacts const& JobHandler::Facts() {
+    if (facts_) return *facts_;
+    PrinterFacts& facts = facts_.emplace(options_.facts());
     auto const state = characters_.State(encoding_);
     facts.formatPrefix = state.formatPrefix;
     facts.controlPrefix = state.controlPrefix;
@@ -106,6 +130,7 @@ PrinterFacts JobHandler::Facts() const {
 
 JobHandler::Want JobHandler::WantOf(Connection const& connection) const {
     bool const mayPrint = jobs_.size() < MostJobs;
+    if (!connection.Watch().HasCommands()) return Want::Nothing;
     if (connection.IsDue()) {
         if (connection.Watch().Formats() == 0) return Want::Answers;
         return mayPrint ? Want::Labels : Want::Nothing;
@@ -130,12 +155,13 @@ JobHandler::Pointer JobHandler::NextInTurn() {
         auto& place = first[static_cast<std::size_t>(WantOf(*connection))];
         if (!place) place = connection;
     }
-    Want const preferred = lastWant_ == Want::Answers ? Want::Labels : Want::Answers;
-    Want const other = lastWant_ == Want::Answers ? Want::Answers : Want::Labels;
+    bool const isTurnOfAnswers = labelsInARow_ >= LabelsInARow;
+    Want const preferred = isTurnOfAnswers ? Want::Answers : Want::Labels;
+    Want const other = isTurnOfAnswers ? Want::Labels : Want::Answers;
     for (Want const want : {preferred, other}) {
         auto const& found = first[static_cast<std::size_t>(want)];
         if (!found) continue;
-        lastWant_ = want;
+        labelsInARow_ = want == Want::Labels ? labelsInARow_ + 1 : 0;
         lastTurn_ = Clock::now();
         return found;
     }
@@ -144,15 +170,18 @@ JobHandler::Pointer JobHandler::NextInTurn() {
     return isIdle ? first[static_cast<std::size_t>(Want::Room)] : nullptr;
 }
 
-void JobHandler::Begin(Pointer const& connection) {
+/// Whether it has been looked at as it would be read now: another stream may have changed that. Looks anew if not.
+bool JobHandler::IsUpToDate(Connection& connection) {
     auto const state = characters_.State(encoding_);
-    if (connection->StartState() != state) {
-        // Another stream has changed how this one will be read.
-        connection->StartStream(state);
-        return ReadOn(*connection);
-    }
+    if (connection.StartState() == state) return true;
+    connection.StartStream(state);
+    ReadOn(connection);
+    return false;
+}
+
+void JobHandler::Begin(Pointer const& connection) {
+    if (!IsUpToDate(*connection)) return;
     connections_.PutBehind(connection);
-    if (connection->IsDue() && DropNoise(*connection)) return;
     if (!connection->IsDue() && !connection->questions.empty()) return AskBeside(connection);
     current_ = connection;
     periodBegan_ = Clock::now();
@@ -195,8 +224,12 @@ void JobHandler::GoOnInside(Pointer const& connection) {
         othersWaitSince_.reset();
     else if (!othersWaitSince_)
         othersWaitSince_ = now;
-    if (othersWaitSince_ && now - *othersWaitSince_ >= options_.longestHold)
-        return Refuse(connection, "has held up others for " + std::to_string(options_.longestHold.count()) + " ms");
+    // Among many clients there will be more of the kind.
+    auto const hold = IsCrowded() ? options_.longestHold / 5 : options_.longestHold;
+    if (othersWaitSince_ && now - *othersWaitSince_ >= hold) {
+        noRoomBefore_ = now + RoomPause;
+        return Refuse(connection, "has held up others for " + std::to_string(hold.count()) + " ms");
+    }
     std::size_t const size = std::min(connection->Looked(), Connection::PieceSize);
     if (size > 0) SendPiece(connection, size, false);
 }
@@ -215,32 +248,37 @@ void JobHandler::AskBeside(Pointer const& connection) {
     Send(connection, InEncoding(stream, encoding_), true);
 }
 
-/// What holds nothing for the host needs no turn of it.
-bool JobHandler::DropNoise(Connection& connection) {
-    auto const& watch = connection.Watch();
-    if (watch.HasCommands()) {
-        connection.noise = 0;
-        return false;
+/// What holds nothing for the host needs no turn of it. That is certain when nothing else waits for one.
+void JobHandler::DropNoise() {
+    for (auto const& connection : connections_) {
+        bool const hasCommands = connection->Watch().HasCommands();
+        if (hasCommands) connection->noise = 0;
+        if (hasCommands || !IsUpToDate(*connection)) continue;
+        if (!connection->Waiting().empty()) DropNoise(*connection);
+        TellNoise(*connection);
     }
-    std::size_t const size = connection.Ready();
-    auto const state = watch.StateAtCut();
-    if (watch.IsNoise()) connection.noise += size;
-    if (connection.noise > MostNoise) {
-        say_("a connection is closed: it has sent " + std::to_string(MostNoise >> 20) +
-             " MiB without a command; the prefixes are " + characters_.Prefixes());
-        connection.Abort();
-        return true;
-    }
+}
+
+void JobHandler::DropNoise(Connection& connection) {
     bool const isEnd = connection.IsWhole();
+    std::size_t const size = connection.Ready();
+    if (!isEnd && size < Connection::PieceSize / 2) return;
+    auto const state = connection.Watch().StateAtCut();
+    if (connection.Watch().IsNoise()) connection.noise += size;
     connection.Take(size);
     connection.StartStream(state);
-    if (!isEnd) {
-        ReadOn(connection);
-    } else if (std::uint64_t const bytes = std::exchange(connection.noise, 0)) {
+    if (connection.noise <= std::min(MostNoise, AllNoise / connections_.Size())) return;
+    say_("a connection is closed: it has sent " + std::to_string(connection.noise) +
+         " bytes without a command; the prefixes are " + characters_.Prefixes());
+    connection.Abort();
+}
+
+void JobHandler::TellNoise(Connection& connection) {
+    bool const isQuiet = connection.ended || Clock::now() - connection.lastRead >= NoiseEnd;
+    if (!isQuiet || !connection.Waiting().empty()) return;
+    if (std::uint64_t const bytes = std::exchange(connection.noise, 0))
         say_("a stream of " + std::to_string(bytes) + " bytes holds no command: the prefixes are " +
              characters_.Prefixes());
-    }
-    return true;
 }
 
 void JobHandler::Refuse(Pointer const& connection, std::string const& why) {
@@ -249,7 +287,6 @@ void JobHandler::Refuse(Pointer const& connection, std::string const& why) {
     connection->Abort();
     if (connection != current_) return;
     current_.reset();
-    noRoomBefore_ = Clock::now() + RoomPause;
     Send(connection, {}, true);
 }
 

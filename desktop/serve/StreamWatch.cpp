@@ -26,8 +26,13 @@ StreamWatch::Progress StreamWatch::Read(std::string_view bytes) {
     while (position < bytes.size()) {
         if (auto question = ReadText(bytes, position)) return {position, std::move(question)};
         if (position == bytes.size()) break;
-        auto const command = Tokenize(bytes, position);
-        if (!command) continue;
+        // The text behind a question of its own may be the next question.
+        auto const end = MayBeQuestion() ? position + 1 : bytes.size();
+        auto const command = Tokenize(bytes.substr(0, end), position);
+        if (!command) {
+            if (auto question = OpenQuestion()) return {position, std::move(question)};
+            continue;
+        }
         std::uint64_t const offset = tokenizer_.CommandOffset();
         auto const text = std::find_if(command->parameters.begin(), command->parameters.end(),
                                        [](std::string_view parameter) { return !parameter.empty(); });
@@ -39,9 +44,30 @@ StreamWatch::Progress StreamWatch::Read(std::string_view bytes) {
         Note(*command);
         if (question) return {position, std::move(question)};
     }
+    return {position, OpenQuestion()};
+}
+
+bool StreamWatch::MayBeQuestion() const {
     auto const open = tokenizer_.Open();
-    if (open.state != ZplTokenizerState::Parameters) return {position, std::nullopt};
-    return {position, QuestionOf(open.letters, open.isControl, open.parameter, open.offset, false)};
+    if (open.state == ZplTokenizerState::Idle) return openedFromText_ == tokenizer_.ConsumedBytes();
+    if (openedFromText_ != open.offset || lastQuestion_ == open.offset) return false;
+    auto const* const row = FindHostQuestion(open.letters, open.isControl);
+    return open.state == ZplTokenizerState::Command || (row && row->answer);
+}
+
+/// A question is whole when its letters are there.
+std::optional<StreamWatch::Question> StreamWatch::OpenQuestion() {
+    auto const open = tokenizer_.Open();
+    if (open.state != ZplTokenizerState::Parameters) return std::nullopt;
+    auto question = QuestionOf(open.letters, open.isControl, open.parameter, open.offset, false);
+    if (!question || question->kind != Question::Kind::Door || openedFromText_ != open.offset) return question;
+    // It is taken out as if it had never been there, and what follows is text again.
+    question->standsAlone = true;
+    std::uint64_t const read = tokenizer_.ConsumedBytes();
+    tokenizer_ = ZplTokenizer();
+    tokenizer_.KeepBeginnings();
+    tokenizer_.StartAt(read);
+    return question;
 }
 
 std::unique_ptr<ZplCommand> StreamWatch::Tokenize(std::string_view bytes, std::size_t& position) {
@@ -66,6 +92,7 @@ std::optional<StreamWatch::Question> StreamWatch::ReadText(std::string_view byte
         bool const asks = AsksByName();
         if (!asks && (byte == state_.formatPrefix || byte == state_.controlPrefix)) {
             line_.clear();
+            openedFromText_ = tokenizer_.ConsumedBytes();
             return std::nullopt;
         }
         std::optional<Question> question;
@@ -90,8 +117,10 @@ std::optional<StreamWatch::Question> StreamWatch::ReadText(std::string_view byte
 /// How much of `text` stands for the characters of a line that asks nothing; at least 1.
 std::size_t StreamWatch::PlainLength(std::string_view text) const {
     if (line_.empty() || line_[0] == NameQuestion[0]) return 1;
-    char const ends[] = {'\r', '\n', state_.formatPrefix, state_.controlPrefix};
-    return std::max<std::size_t>(std::min(text.find_first_of({ends, 4}), text.size()), 1);
+    auto const end = std::find_if(text.begin(), text.end(), [this](char byte) {
+        return byte == '\r' || byte == '\n' || byte == state_.formatPrefix || byte == state_.controlPrefix;
+    });
+    return std::max<std::size_t>(static_cast<std::size_t>(end - text.begin()), 1);
 }
 
 std::optional<StreamWatch::Question> StreamWatch::EndLine() {
@@ -102,7 +131,7 @@ std::optional<StreamWatch::Question> StreamWatch::EndLine() {
     if (!asks && !isForeign) return std::nullopt;
     hasPrefix_ = true;
     auto const kind = asks ? Question::Kind::Line : Question::Kind::Foreign;
-    return Question{kind, nullptr, std::move(line), lineStart_, tokenizer_.ConsumedBytes(), state_};
+    return Question{kind, nullptr, std::move(line), lineStart_, tokenizer_.ConsumedBytes(), true, state_};
 }
 
 std::optional<StreamWatch::Question> StreamWatch::QuestionOf(std::string_view letters, bool isControl,
@@ -116,6 +145,7 @@ std::optional<StreamWatch::Question> StreamWatch::QuestionOf(std::string_view le
                       std::string(parameter),
                       offset,
                       tokenizer_.ConsumedBytes(),
+                      false,
                       state_};
     question.state.encoding = encoding_;
     return question;

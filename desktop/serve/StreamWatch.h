@@ -33,10 +33,11 @@ public:
         };
         Kind kind;
         HostQuestion const* row = nullptr;
-        std::string text;         ///< the parameter, or the line
-        std::uint64_t begin = 0;  ///< of its prefix or its line
-        std::uint64_t end = 0;    ///< what follows does not belong to it
-        StreamState state;        ///< in which it was read
+        std::string text;          ///< the parameter, or the line
+        std::uint64_t begin = 0;   ///< of its prefix or its line
+        std::uint64_t end = 0;     ///< what follows does not belong to it
+        bool standsAlone = false;  ///< between commands: nothing would be missing without it
+        StreamState state;         ///< in which it was read
     };
     struct Progress {
         std::size_t read = 0;  ///< bytes
@@ -78,6 +79,8 @@ private:
     std::unique_ptr<ZplCommand> Tokenize(std::string_view bytes, std::size_t& position);
     std::optional<Question> QuestionOf(std::string_view letters, bool isControl, std::string_view parameter,
                                        std::uint64_t offset, bool isWhole);
+    bool MayBeQuestion() const;
+    std::optional<Question> OpenQuestion();
     void Note(ZplCommand const& command);
     void NoteFormat(ZplCommand const& command);
     void NoteCharacterSet(ZplCommand const& command);
@@ -97,6 +100,7 @@ private:
     bool hasCommands_ = false;
     std::string line_;  // between formats: how the line begins
     std::uint64_t lineStart_ = 0;
+    std::optional<std::uint64_t> openedFromText_;  // the command that stands, or will, behind text between commands
     std::optional<std::uint64_t> lastQuestion_;
     std::optional<std::uint64_t> markAmid_;
 };

@@ -29,7 +29,24 @@ protected:
             held.reset();
         });
         host_ = std::make_unique<BusComponent>(threads_, ComponentIdentifiers::ZplHost, folder_ / "bus");
-        handler_ = std::make_unique<JobHandler>(threads_, folder_ / "bus", "127.0.0.1", 0);
+        JobHandlerOptions options;
+        options.facts = [] {
+            PrinterFacts facts;
+            facts.version = "1.2";
+            facts.totalMemory = 8192 << 10;
+            facts.freeMemory = 64 << 10;
+            facts.paused = true;
+            return facts;
+        };
+        options.longestFormat = 40 << 20;
+        options.ratePeriod = std::chrono::milliseconds(100);
+        options.longestHold = std::chrono::milliseconds(100);
+        handler_ = std::make_unique<JobHandler>(
+            threads_, folder_ / "bus", "127.0.0.1", 0,
+            [this](PrinterEvent const& event) {
+                if (!event.Line().empty()) said_ += event.Line() + '\n';
+            },
+            options);
         command_ = host_->Properties().Follow<StringProperty>(
             ComponentIdentifiers::JobHandler, ExternalAppRegistration::EveryWrite,
             {PropertyNames::ZPLCommandToProcess, "", PropertyGroups::PrintOperations}, "");
@@ -91,6 +108,25 @@ protected:
         return bytes;
     }
 
+    /// Runs the event loop until the host has been given what is expected, or the user has been told it.
+    void Await(std::string const& received, std::string const& expected) {
+        for (int i = 0; i < 5000 && received.find(expected) == std::string::npos; ++i) Settle();
+        EXPECT_NE(received.find(expected), std::string::npos) << expected;
+    }
+    /// Sends all of it, however much that is, or what is taken before the connection is closed.
+    void SendLarge(int client, std::string_view bytes) {
+        auto const end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (!bytes.empty() && std::chrono::steady_clock::now() < end) {
+            ssize_t const count = ::send(client, bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
+            if (count < 0 && errno != EAGAIN) return;
+            bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+            QCoreApplication::processEvents();
+        }
+    }
+    void Send(int client, std::string const& bytes) {
+        ASSERT_EQ(::send(client, bytes.data(), bytes.size(), 0), static_cast<ssize_t>(bytes.size()));
+    }
+
     int argc_ = 0;
     QCoreApplication application_{argc_, nullptr};
     TemporaryDirectory folder_;
@@ -101,6 +137,7 @@ protected:
     std::shared_ptr<StringProperty> command_;
     std::unique_ptr<JobHandler> handler_;
     std::string packets_;
+    std::string said_;
     std::atomic<bool> deaf_{false};  // the host takes packets and does nothing with them
 };
 
@@ -156,6 +193,114 @@ TEST_F(JobHandlerTest, PagesAnswerTheSenderOfTheirJob) {
     EXPECT_EQ(Read(other, 5), "~echo");
     ::close(asking);
     ::close(other);
+}
+
+TEST_F(JobHandlerTest, AnswersAtTheDoorInTheOrderOfTheQuestions) {
+    struct Row {
+        char const* question;
+        std::string answer;
+        char const* packets;  // to the host
+    };
+    Row const rows[] = {
+        {"~HI", "\x02ZPLHOST,V1.2,8,8192KB,X\x03\r\n", ""},
+        {"~HM\r\n",
+         "\x02"
+         "8192,8192,0064\x03\r\n",
+         ""},
+        {"~HQES\r\n",
+         "\x02\r\n\r\n  PRINTER STATUS\r\n    ERRORS:         1 00000000 00080000\r\n"
+         "    WARNINGS:       0 00000000 00000000\r\n\x03",
+         ""},
+        {"! U1 getvar \"device.languages\"\r\n", "\"zpl\"", ""},
+        {"! U1 setvar \"device.friendly_name\" \"^XA\"\r\n! U1 getvar \"none\"\r\n", "\"?\"", ""},
+        {"~HS~HI", std::string("\x02 ok\xFF\0\r\n", 8) + "\x02ZPLHOST,V1.2,8,8192KB,X\x03\r\n", "[~HS]."},
+        {"^XA^FDa~HI", "\x02ZPLHOST,V1.2,8,8192KB,X\x03\r\n", ""},
+        {"b~HS", std::string("\x02 ok\xFF\0\r\n", 8), "[^XA~HS]."},
+        {"c^FS^XZ", "page of ^XA^FDa^FXb^FXc^FS^XZ", "[^XA^FDa^FXb^FXc^FS^XZ]."},
+    };
+    int const client = Connect();
+    for (auto const& row : rows) {
+        packets_.clear();
+        Send(client, row.question);
+        EXPECT_EQ(Read(client, row.answer.size()), row.answer) << row.question;
+        std::erase_if(packets_, [](char c) { return std::string_view(" \r\n").find(c) != std::string_view::npos; });
+        EXPECT_EQ(packets_, row.packets) << row.question;
+    }
+    ::close(client);
+}
+
+TEST_F(JobHandlerTest, HandsOverWhatIsWholeAndNothingElse) {
+    int const slow = Connect();
+    int const quick = Connect();
+    Send(slow, "^XA1^XZ^XA2" + std::string(30'000, 'x'));
+    Await(packets_, "[^XA1^XZ].");
+    Send(slow, "x");
+    Send(quick, "^XA3^XZ");
+    ::shutdown(quick, SHUT_WR);
+    Await(packets_, "[^XA1^XZ].[^XA3^XZ].");
+    Send(slow, "^XZ^X");
+    Await(packets_, "x^XZ].");
+    EXPECT_EQ(packets_.find("^X]"), std::string::npos);
+    ::close(slow);
+    Await(packets_, "[^X].");
+    int const broken = Connect();
+    Send(broken, "^XA^FDa");
+    ::close(broken);
+    Await(said_, "amid a label, which is not printed: after 7 bytes from ^XA no ^XZ has come");
+    ::close(quick);
+}
+
+// A stream is read as the ones before it, of whatever sender, have left the printer.
+TEST_F(JobHandlerTest, LooksAtAStreamAnewWhenAnotherChangesHowItIsRead) {
+    int const waiting = Connect();
+    Send(waiting, "^XA1");
+    for (int i = 0; i < 20; ++i) Settle();
+    int const changing = Connect();
+    auto const prefix =
+        host_->Own<StringProperty>(PropertyNames::ZPLFormatCharacter, PropertyGroups::PrintOperations, "^");
+    prefix->Set("/");
+    Await(said_, "the format prefix is /");
+    Send(waiting, "^XZ/XA2/XZ");
+    Await(packets_, "[^XA1^XZ/XA2/XZ].");
+    // A byte order mark counts to the end of its stream.
+    Send(changing, "\xFF\xFE");
+    ::close(changing);
+    Send(waiting, "/XA3/XZ");
+    Await(packets_, "[/XA3/XZ].");
+    ::close(waiting);
+}
+
+TEST_F(JobHandlerTest, ClosesWhatIsTooLongOrTooSlow) {
+    int const client = Connect();
+    std::string const most(17 << 20, 'x');
+    SendLarge(client, "^XA^FD" + most);
+    Await(said_, "its label comes at less than 16384 bytes a second");
+    EXPECT_TRUE(packets_.ends_with("[\n].")) << packets_.substr(packets_.size() - 10);
+    int const command = Connect();
+    for (int i = 0; i < 3; ++i) SendLarge(command, i == 0 ? "~DG" + most : most);
+    Await(said_, "its command is longer than 40 MiB");
+    int const noise = Connect();
+    SendLarge(noise, most);
+    Await(said_, "without a command");
+    int const good = Connect();
+    packets_.clear();
+    Send(good, "^XA^XZ");
+    Await(packets_, "[^XA^XZ].");
+    for (int const each : {client, command, noise, good}) ::close(each);
+}
+
+TEST_F(JobHandlerTest, DropsLabelsThatWait) {
+    deaf_ = true;
+    std::vector<int> clients;
+    for (int i = 0; i < 3; ++i) {
+        clients.push_back(Connect());
+        Send(clients.back(), "^XA^XZ");
+        ::shutdown(clients.back(), SHUT_WR);
+        for (int k = 0; k < 10; ++k) Settle();
+    }
+    EXPECT_EQ(handler_->DropWaiting(), 2U) << "the host has the first";
+    EXPECT_EQ(handler_->DropWaiting(), 0U);
+    for (int const client : clients) ::close(client);
 }
 
 TEST_F(JobHandlerTest, DropsAStreamOnWhichTheHostEndsTwice) {
