@@ -7,6 +7,7 @@ set(ZPL_FUZZ_TARGETS
     FuzzPackets
     FuzzSession
     FuzzStoredObjects
+    FuzzStreamWatch
     FuzzSymbols
     FuzzTokenizer
 )
