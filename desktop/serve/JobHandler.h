@@ -93,7 +93,7 @@ private:
     bool IsUpToDate(Connection& connection);
     void TellNoise(Connection& connection);
     void Refuse(Pointer const& connection, std::string const& why);
-    void TellEnd(Connection const& connection, bool isAll) const;
+    void TellBreakOff(Connection const& connection) const;
     void SendPiece(Pointer const& connection, std::size_t size, bool isLast);
     void Send(Pointer const& connection, std::string payload, bool isLast);
 

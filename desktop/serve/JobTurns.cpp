@@ -290,13 +290,9 @@ void JobHandler::Refuse(Pointer const& connection, std::string const& why) {
     Send(connection, {}, true);
 }
 
-/// Tells what of the end of a stream its sender did not mean.
-void JobHandler::TellEnd(Connection const& connection, bool isAll) const {
+void JobHandler::TellBreakOff(Connection const& connection) const {
     auto const& watch = connection.Watch();
-    if (auto const mark = watch.MarkAmid())
-        say_("a byte order mark ends at byte " + std::to_string(*mark) +
-             " of a stream, and changes how the rest of it is read");
-    if (!isAll || !connection.ended || !watch.InFormat()) return;
+    if (!connection.ended || !watch.InFormat()) return;
     char const prefix = watch.State().formatPrefix;
     say_("a connection has ended amid a label, which is not printed: after " + std::to_string(watch.OpenBytes()) +
          " bytes from " + prefix + "XA no " + prefix + "XZ has come");
@@ -304,7 +300,7 @@ void JobHandler::TellEnd(Connection const& connection, bool isAll) const {
 
 void JobHandler::SendPiece(Pointer const& connection, std::size_t size, bool isLast) {
     bool const isAll = size == connection->Waiting().size();
-    if (isLast) TellEnd(*connection, isAll);
+    if (isLast && isAll) TellBreakOff(*connection);
     auto const state = isAll ? connection->Watch().State() : connection->Watch().StateAtCut();
     std::string payload = connection->Take(size);
     periodBytes_ += size;

@@ -73,9 +73,6 @@ std::optional<StreamWatch::Question> StreamWatch::OpenQuestion() {
 std::unique_ptr<ZplCommand> StreamWatch::Tokenize(std::string_view bytes, std::size_t& position) {
     auto [encoding, command] = tokenizer_.TokenizeString(bytes, position, state_.formatPrefix, state_.controlPrefix,
                                                          state_.delimiter, false, encoding_);
-    std::size_t const longestMark = 3;
-    if (encoding != encoding_ && tokenizer_.ConsumedBytes() > longestMark && !markAmid_)
-        markAmid_ = tokenizer_.ConsumedBytes();
     encoding_ = encoding;
     if (command || tokenizer_.Open().state != ZplTokenizerState::Idle) hasText_ = hasPrefix_ = true;
     return std::move(command);

@@ -67,8 +67,6 @@ public:
     bool HasCommands() const;
     /// Whether bytes have come that are no blanks, but among them neither prefix.
     bool IsNoise() const { return hasText_ && !hasPrefix_; }
-    /// Where a byte order mark amid the stream has changed how it is read, the first time.
-    std::optional<std::uint64_t> MarkAmid() const { return markAmid_; }
 
 private:
     bool IsOpen(std::string_view format) const;
@@ -102,5 +100,4 @@ private:
     std::uint64_t lineStart_ = 0;
     std::optional<std::uint64_t> openedFromText_;  // the command that stands, or will, behind text between commands
     std::optional<std::uint64_t> lastQuestion_;
-    std::optional<std::uint64_t> markAmid_;
 };

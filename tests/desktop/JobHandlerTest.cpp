@@ -229,6 +229,25 @@ TEST_F(JobHandlerTest, AnswersAtTheDoorInTheOrderOfTheQuestions) {
     ::close(client);
 }
 
+TEST_F(JobHandlerTest, LabelsDoNotWaitForThoseWhoAskWithoutEnd) {
+    constexpr std::size_t Questions = 3000;
+    std::vector<int> asking;
+    for (char const* const start : {"", "^XA"}) {
+        std::string flood = start;
+        for (std::size_t i = 0; i < Questions; ++i) flood += "~HS";
+        asking.push_back(Connect());
+        Send(asking.back(), flood);
+    }
+    Await(packets_, "~HS");
+    int const client = Connect();
+    Send(client, "^XA^XZ");
+    ::shutdown(client, SHUT_WR);
+    Await(packets_, "[^XA^XZ].");
+    EXPECT_LT(std::count(packets_.begin(), packets_.end(), '~'), Questions / 2);
+    asking.push_back(client);
+    for (int const each : asking) ::close(each);
+}
+
 TEST_F(JobHandlerTest, HandsOverWhatIsWholeAndNothingElse) {
     int const slow = Connect();
     int const quick = Connect();
