@@ -1,10 +1,10 @@
 #include <algorithm>
 
-#include "barcodes/BarcodeFrame.h"
-#include "barcodes/BarcodeParameters.h"
 #include "barcodes/CodaBlockEncoders.h"
 #include "barcodes/RowSymbols.h"
 #include "barcodes/StackedBarcodeHandlers.h"
+#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeParameters.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/ZplParse.h"
 

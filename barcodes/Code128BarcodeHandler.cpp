@@ -2,9 +2,9 @@
 
 #include "Barcode/Encoder/Code128Encoder.h"
 #include "Scripting/GraphicContext.h"
-#include "barcodes/BarcodeFrame.h"
-#include "barcodes/BarcodeParameters.h"
 #include "barcodes/Code128Text.h"
+#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeParameters.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace {

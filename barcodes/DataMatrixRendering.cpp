@@ -4,7 +4,7 @@
 
 #include "Barcode/Encoder/DataMatrix200Encoder.h"
 #include "barcodes/DataMatrix0to140Encoder.h"
-#include "barcodes/Memoizer.h"
+#include "barcodes/frame/Memoizer.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {

@@ -3,7 +3,7 @@
 #include <functional>
 #include <optional>
 
-#include "barcodes/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeFrame.h"
 
 namespace ZplCore {
 

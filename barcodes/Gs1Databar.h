@@ -7,7 +7,7 @@
 
 #include "Barcode/Encoder/ValidationStatus.h"
 #include "Barcode/Model/BarcodeModels.h"
-#include "barcodes/GraphicHelper.h"
+#include "barcodes/frame/GraphicHelper.h"
 
 namespace Barcode::Model {
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "barcodes/BarcodeFrame.h"
-#include "barcodes/BarcodeParameters.h"
 #include "barcodes/Gs1Databar.h"
-#include "barcodes/Memoizer.h"
+#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeParameters.h"
+#include "barcodes/frame/Memoizer.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/ZplParse.h"

@@ -1,8 +1,8 @@
 #include "barcodes/LinearBarcodeHandlers.h"
 
 #include "Barcode/Encoder/LinearEncoders.h"
-#include "barcodes/BarcodeFrame.h"
-#include "barcodes/BarcodeParameters.h"
+#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeParameters.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 

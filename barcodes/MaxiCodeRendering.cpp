@@ -4,9 +4,9 @@
 #include <cmath>
 
 #include "Barcode/Encoder/ModuleEncoder.h"
-#include "barcodes/BarcodeFrame.h"
-#include "barcodes/BitmapPainter.h"
-#include "barcodes/Memoizer.h"
+#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BitmapPainter.h"
+#include "barcodes/frame/Memoizer.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/Ascii.h"
 

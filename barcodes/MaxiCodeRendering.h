@@ -6,7 +6,7 @@
 
 #include "Barcode/Encoder/ValidationStatus.h"
 #include "Barcode/Model/BarcodeModels.h"
-#include "barcodes/GraphicHelper.h"
+#include "barcodes/frame/GraphicHelper.h"
 #include "frontend/context/ContextProcessor.h"
 
 namespace Barcode::Model {

@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "Barcode/Encoder/PlanetEncoder.h"
-#include "barcodes/BarcodeFrame.h"
-#include "barcodes/BarcodeParameters.h"
 #include "barcodes/PostalEncoders.h"
 #include "barcodes/PostalSketch.h"
+#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeParameters.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ZplParse.h"

@@ -1,8 +1,8 @@
 #include <algorithm>
 
-#include "barcodes/BarcodeFrame.h"
 #include "barcodes/PostalEncoders.h"
 #include "barcodes/PostalSketch.h"
+#include "barcodes/frame/BarcodeFrame.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 

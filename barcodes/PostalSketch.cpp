@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "barcodes/BitmapPainter.h"
+#include "barcodes/frame/BitmapPainter.h"
 
 namespace Scripting {
 

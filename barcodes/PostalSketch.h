@@ -1,7 +1,7 @@
 #pragma once
 
-#include "barcodes/GraphicHelper.h"
 #include "barcodes/PostalModels.h"
+#include "barcodes/frame/GraphicHelper.h"
 #include "frontend/context/ContextProcessor.h"
 
 namespace Scripting::GraphicHelper {

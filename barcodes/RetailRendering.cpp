@@ -3,7 +3,7 @@
 #include <cmath>
 #include <span>
 
-#include "barcodes/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeFrame.h"
 #include "fields/RenderPoints.h"
 #include "fields/TextDrawing.h"
 #include "frontend/context/ZplContextKeys.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "Barcode/Encoder/ModuleEncoder.h"
-#include "barcodes/BitmapPainter.h"
+#include "barcodes/frame/BitmapPainter.h"
 #include "frontend/stream/Ascii.h"
 
 namespace Barcode::Encoder {

@@ -4,10 +4,10 @@
 
 #include "Barcode/Encoder/MicroPDF417Encoder.h"
 #include "Barcode/Encoder/PDF417Encoder.h"
-#include "barcodes/BarcodeFrame.h"
-#include "barcodes/BarcodeParameters.h"
-#include "barcodes/Memoizer.h"
 #include "barcodes/RowSymbols.h"
+#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeParameters.h"
+#include "barcodes/frame/Memoizer.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"

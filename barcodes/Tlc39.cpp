@@ -4,7 +4,7 @@
 
 #include "Barcode/Encoder/LinearEncoders.h"
 #include "Barcode/Encoder/MicroPDF417Encoder.h"
-#include "barcodes/BitmapPainter.h"
+#include "barcodes/frame/BitmapPainter.h"
 #include "frontend/stream/Ascii.h"
 
 namespace Barcode {

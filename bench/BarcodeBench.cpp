@@ -9,8 +9,8 @@
 #include "Barcode/Encoder/MicroPDF417Encoder.h"
 #include "Barcode/Encoder/PDF417Encoder.h"
 #include "Barcode/Encoder/QREncoder.h"
-#include "barcodes/GraphicHelper.h"
-#include "barcodes/Memoizer.h"
+#include "barcodes/frame/GraphicHelper.h"
+#include "barcodes/frame/Memoizer.h"
 #include "desktop/Desk.h"
 #include "labels/Job.h"
 

@@ -3,7 +3,7 @@
 #include <map>
 
 #include "../support/FieldBench.h"
-#include "barcodes/Memoizer.h"
+#include "barcodes/frame/Memoizer.h"
 
 // What fields print whose data, parameters or sizes make no symbol.
 

@@ -1,4 +1,4 @@
-#include "barcodes/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeFrame.h"
 
 #include <gtest/gtest.h>
 

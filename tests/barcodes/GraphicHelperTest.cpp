@@ -1,4 +1,4 @@
-#include "barcodes/GraphicHelper.h"
+#include "barcodes/frame/GraphicHelper.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "barcodes/BarcodeParameters.h"
+#include "barcodes/frame/BarcodeParameters.h"
 
 #include <stdexcept>
 
-#include "barcodes/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeFrame.h"
 #include "fields/FieldMap.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/Setting.h"

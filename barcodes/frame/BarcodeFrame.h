@@ -11,8 +11,8 @@
 #include "Barcode/Model/BarcodeModels.h"
 #include "Scripting/Dpi.h"
 #include "Scripting/GraphicContext.h"
-#include "barcodes/GraphicHelper.h"
 #include "barcodes/PostalModels.h"
+#include "barcodes/frame/GraphicHelper.h"
 #include "fields/FieldTransform.h"
 #include "frontend/context/ZplValueTypes.h"
 

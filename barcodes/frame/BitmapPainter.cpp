@@ -1,4 +1,4 @@
-#include "barcodes/BitmapPainter.h"
+#include "barcodes/frame/BitmapPainter.h"
 
 #include <algorithm>
 #include <cmath>

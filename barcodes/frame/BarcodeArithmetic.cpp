@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "barcodes/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeFrame.h"
 #include "frontend/stream/Ascii.h"
 #include "frontend/stream/PlainNumber.h"
 

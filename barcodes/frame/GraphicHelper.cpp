@@ -1,8 +1,8 @@
-#include "barcodes/GraphicHelper.h"
+#include "barcodes/frame/GraphicHelper.h"
 
 #include <algorithm>
 
-#include "barcodes/BitmapPainter.h"
+#include "barcodes/frame/BitmapPainter.h"
 
 namespace Scripting {
 

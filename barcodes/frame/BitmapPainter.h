@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "barcodes/GraphicHelper.h"
+#include "barcodes/frame/GraphicHelper.h"
 
 /// What the sketch operations paint with. Positions and sizes are pixels.
 namespace Scripting {

@@ -1,4 +1,4 @@
-#include "barcodes/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeFrame.h"
 
 #include "Scripting/PrinterContextInterface.h"
 #include "fields/RenderPoints.h"

@@ -1,4 +1,4 @@
-#include "barcodes/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeFrame.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "barcodes/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeFrame.h"
 #include "fields/TextDrawing.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"

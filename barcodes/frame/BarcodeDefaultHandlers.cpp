@@ -1,7 +1,7 @@
-#include "barcodes/BarcodeDefaultHandlers.h"
+#include "barcodes/frame/BarcodeDefaultHandlers.h"
 
-#include "barcodes/BarcodeFrame.h"
-#include "barcodes/BarcodeParameters.h"
+#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeParameters.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
