@@ -1,12 +1,12 @@
 #include "barcodes/BarcodeHandlers.h"
 
-#include "barcodes/Code128BarcodeHandler.h"
-#include "barcodes/LinearBarcodeHandlers.h"
 #include "barcodes/MatrixBarcodeHandlers.h"
 #include "barcodes/PostalBarcodeHandlers.h"
 #include "barcodes/RetailBarcodeHandlers.h"
 #include "barcodes/StackedBarcodeHandlers.h"
 #include "barcodes/frame/BarcodeDefaultHandlers.h"
+#include "barcodes/linear/Code128BarcodeHandler.h"
+#include "barcodes/linear/LinearBarcodeHandlers.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 
 void AddBarcodeHandlers(CommandHandlerPool& pool) {

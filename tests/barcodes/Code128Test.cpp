@@ -2,7 +2,7 @@
 
 #include "../support/FieldBench.h"
 #include "Barcode/Algorithm/MODX.h"
-#include "barcodes/Code128Text.h"
+#include "barcodes/linear/Code128Text.h"
 
 using namespace ZplCore;
 

@@ -1,4 +1,4 @@
-#include "barcodes/Code128Text.h"
+#include "barcodes/linear/Code128Text.h"
 
 #include <algorithm>
 #include <iterator>

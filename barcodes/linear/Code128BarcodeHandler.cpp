@@ -1,10 +1,10 @@
-#include "barcodes/Code128BarcodeHandler.h"
+#include "barcodes/linear/Code128BarcodeHandler.h"
 
 #include "Barcode/Encoder/Code128Encoder.h"
 #include "Scripting/GraphicContext.h"
-#include "barcodes/Code128Text.h"
 #include "barcodes/frame/BarcodeFrame.h"
 #include "barcodes/frame/BarcodeParameters.h"
+#include "barcodes/linear/Code128Text.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace {

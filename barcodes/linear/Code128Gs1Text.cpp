@@ -2,7 +2,7 @@
 #include <memory>
 
 #include "Barcode/Algorithm/MODX.h"
-#include "barcodes/Code128Text.h"
+#include "barcodes/linear/Code128Text.h"
 #include "frontend/stream/Ascii.h"
 
 namespace ZplCore::Code128::ModeD {

@@ -1,4 +1,4 @@
-#include "barcodes/LinearBarcodeHandlers.h"
+#include "barcodes/linear/LinearBarcodeHandlers.h"
 
 #include "Barcode/Encoder/LinearEncoders.h"
 #include "barcodes/frame/BarcodeFrame.h"
