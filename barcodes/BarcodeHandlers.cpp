@@ -2,11 +2,11 @@
 
 #include "barcodes/MatrixBarcodeHandlers.h"
 #include "barcodes/PostalBarcodeHandlers.h"
-#include "barcodes/RetailBarcodeHandlers.h"
 #include "barcodes/StackedBarcodeHandlers.h"
 #include "barcodes/frame/BarcodeDefaultHandlers.h"
 #include "barcodes/linear/Code128BarcodeHandler.h"
 #include "barcodes/linear/LinearBarcodeHandlers.h"
+#include "barcodes/retail/RetailBarcodeHandlers.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 
 void AddBarcodeHandlers(CommandHandlerPool& pool) {

@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "Barcode/Encoder/ModuleEncoder.h"
-#include "barcodes/RetailText.h"
 #include "barcodes/frame/BarcodeFrame.h"
 #include "barcodes/frame/BitmapPainter.h"
+#include "barcodes/retail/RetailText.h"
 #include "frontend/stream/Ascii.h"
 
 namespace Barcode::Encoder {

@@ -2,8 +2,8 @@
 
 #include "Barcode/Encoder/PlanetEncoder.h"
 #include "barcodes/PostalEncoders.h"
-#include "barcodes/RetailText.h"
 #include "barcodes/linear/Code128Text.h"
+#include "barcodes/retail/RetailText.h"
 #include "fuzz/Fuzz.h"
 
 // The symbols of one row of bars: which, a byte of options, and any text. What is found valid has bars; what is not

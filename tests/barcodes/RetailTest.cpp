@@ -3,7 +3,7 @@
 #include <sstream>
 
 #include "../support/FieldBench.h"
-#include "barcodes/RetailText.h"
+#include "barcodes/retail/RetailText.h"
 
 using namespace ZplCore;
 using Barcode::Encoder::ValidationStatus;

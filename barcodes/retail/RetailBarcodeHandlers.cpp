@@ -1,10 +1,10 @@
-#include "barcodes/RetailBarcodeHandlers.h"
+#include "barcodes/retail/RetailBarcodeHandlers.h"
 
 #include "barcodes/Gs1DatabarBarcodeHandler.h"
-#include "barcodes/RetailRendering.h"
-#include "barcodes/RetailText.h"
 #include "barcodes/frame/BarcodeFrame.h"
 #include "barcodes/frame/BarcodeParameters.h"
+#include "barcodes/retail/RetailRendering.h"
+#include "barcodes/retail/RetailText.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 

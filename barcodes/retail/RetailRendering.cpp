@@ -1,4 +1,4 @@
-#include "barcodes/RetailRendering.h"
+#include "barcodes/retail/RetailRendering.h"
 
 #include <cmath>
 #include <span>

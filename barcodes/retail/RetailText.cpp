@@ -1,4 +1,4 @@
-#include "barcodes/RetailText.h"
+#include "barcodes/retail/RetailText.h"
 
 #include <algorithm>
 
