@@ -8,11 +8,11 @@
 #include "Barcode/Encoder/PDF417Encoder.h"
 #include "barcodes/CodaBlockEncoders.h"
 #include "barcodes/DataMatrix0to140Encoder.h"
-#include "barcodes/Gs1Databar.h"
 #include "barcodes/MaxiCodeRendering.h"
 #include "barcodes/QrFieldData.h"
 #include "barcodes/RowSymbols.h"
-#include "barcodes/Tlc39.h"
+#include "barcodes/composite/Gs1DatabarEncoder.h"
+#include "barcodes/composite/Tlc39Encoder.h"
 
 using namespace Barcode::Encoder;
 

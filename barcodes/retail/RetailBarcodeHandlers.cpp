@@ -1,6 +1,6 @@
 #include "barcodes/retail/RetailBarcodeHandlers.h"
 
-#include "barcodes/Gs1DatabarBarcodeHandler.h"
+#include "barcodes/composite/Gs1DatabarBarcodeHandler.h"
 #include "barcodes/frame/BarcodeFrame.h"
 #include "barcodes/frame/BarcodeParameters.h"
 #include "barcodes/retail/RetailRendering.h"

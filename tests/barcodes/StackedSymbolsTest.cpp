@@ -6,7 +6,7 @@
 
 #include "../support/FieldBench.h"
 #include "barcodes/CodaBlockEncoders.h"
-#include "barcodes/Tlc39.h"
+#include "barcodes/composite/Tlc39Encoder.h"
 #include "printengine/src/barcode/Code128Patterns.h"
 
 // Symbols of several rows, module for module against what an independent library makes of the same data, and where the

@@ -1,4 +1,4 @@
-#include "barcodes/Gs1Databar.h"
+#include "barcodes/composite/Gs1DatabarEncoder.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
-#include "barcodes/Gs1DatabarBarcodeHandler.h"
+#include "barcodes/composite/Gs1DatabarBarcodeHandler.h"
 
 #include <algorithm>
 
-#include "barcodes/Gs1Databar.h"
+#include "barcodes/composite/Gs1DatabarEncoder.h"
 #include "barcodes/frame/BarcodeFrame.h"
 #include "barcodes/frame/BarcodeParameters.h"
 #include "barcodes/frame/Memoizer.h"

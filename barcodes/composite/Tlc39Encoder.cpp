@@ -1,4 +1,4 @@
-#include "barcodes/Tlc39.h"
+#include "barcodes/composite/Tlc39Encoder.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 #include "barcodes/StackedBarcodeHandlers.h"
-#include "barcodes/Tlc39.h"
+#include "barcodes/composite/Tlc39Encoder.h"
 #include "barcodes/frame/BarcodeFrame.h"
 #include "barcodes/frame/BarcodeParameters.h"
 #include "barcodes/frame/Memoizer.h"
