@@ -1,11 +1,11 @@
 #include "barcodes/BarcodeHandlers.h"
 
 #include "barcodes/MatrixBarcodeHandlers.h"
-#include "barcodes/PostalBarcodeHandlers.h"
 #include "barcodes/StackedBarcodeHandlers.h"
 #include "barcodes/frame/BarcodeDefaultHandlers.h"
 #include "barcodes/linear/Code128BarcodeHandler.h"
 #include "barcodes/linear/LinearBarcodeHandlers.h"
+#include "barcodes/postal/PostalBarcodeHandlers.h"
 #include "barcodes/retail/RetailBarcodeHandlers.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 

@@ -1,8 +1,8 @@
 #include <string>
 
 #include "Barcode/Encoder/PlanetEncoder.h"
-#include "barcodes/PostalEncoders.h"
 #include "barcodes/linear/Code128Text.h"
+#include "barcodes/postal/PostalEncoders.h"
 #include "barcodes/retail/RetailText.h"
 #include "fuzz/Fuzz.h"
 

@@ -11,8 +11,8 @@
 #include "Barcode/Model/BarcodeModels.h"
 #include "Scripting/Dpi.h"
 #include "Scripting/GraphicContext.h"
-#include "barcodes/PostalModels.h"
 #include "barcodes/frame/GraphicHelper.h"
+#include "barcodes/postal/PostalModels.h"
 #include "fields/FieldTransform.h"
 #include "frontend/context/ZplValueTypes.h"
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 
-#include "barcodes/PostalEncoders.h"
-#include "barcodes/PostalSketch.h"
 #include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/postal/PostalEncoders.h"
+#include "barcodes/postal/PostalSketch.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 

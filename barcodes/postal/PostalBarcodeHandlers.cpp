@@ -1,12 +1,12 @@
-#include "barcodes/PostalBarcodeHandlers.h"
+#include "barcodes/postal/PostalBarcodeHandlers.h"
 
 #include <algorithm>
 
 #include "Barcode/Encoder/PlanetEncoder.h"
-#include "barcodes/PostalEncoders.h"
-#include "barcodes/PostalSketch.h"
 #include "barcodes/frame/BarcodeFrame.h"
 #include "barcodes/frame/BarcodeParameters.h"
+#include "barcodes/postal/PostalEncoders.h"
+#include "barcodes/postal/PostalSketch.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ZplParse.h"

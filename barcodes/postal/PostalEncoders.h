@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "Barcode/Encoder/ValidationStatus.h"
-#include "barcodes/PostalModels.h"
+#include "barcodes/postal/PostalModels.h"
 
 namespace Barcode::Encoder {
 

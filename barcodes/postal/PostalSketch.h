@@ -1,7 +1,7 @@
 #pragma once
 
-#include "barcodes/PostalModels.h"
 #include "barcodes/frame/GraphicHelper.h"
+#include "barcodes/postal/PostalModels.h"
 #include "frontend/context/ContextProcessor.h"
 
 namespace Scripting::GraphicHelper {

@@ -1,4 +1,4 @@
-#include "barcodes/PostalSketch.h"
+#include "barcodes/postal/PostalSketch.h"
 
 #include <algorithm>
 

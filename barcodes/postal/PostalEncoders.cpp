@@ -1,4 +1,4 @@
-#include "barcodes/PostalEncoders.h"
+#include "barcodes/postal/PostalEncoders.h"
 
 #include <algorithm>
 #include <array>
