@@ -1,12 +1,12 @@
 #include "barcodes/BarcodeHandlers.h"
 
 #include "barcodes/MatrixBarcodeHandlers.h"
-#include "barcodes/StackedBarcodeHandlers.h"
 #include "barcodes/frame/BarcodeDefaultHandlers.h"
 #include "barcodes/linear/Code128BarcodeHandler.h"
 #include "barcodes/linear/LinearBarcodeHandlers.h"
 #include "barcodes/postal/PostalBarcodeHandlers.h"
 #include "barcodes/retail/RetailBarcodeHandlers.h"
+#include "barcodes/stacked/StackedBarcodeHandlers.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 
 void AddBarcodeHandlers(CommandHandlerPool& pool) {

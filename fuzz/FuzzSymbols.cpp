@@ -6,13 +6,13 @@
 #include "Barcode/Encoder/DataMatrix200Encoder.h"
 #include "Barcode/Encoder/MicroPDF417Encoder.h"
 #include "Barcode/Encoder/PDF417Encoder.h"
-#include "barcodes/CodaBlockEncoders.h"
 #include "barcodes/DataMatrix0to140Encoder.h"
 #include "barcodes/MaxiCodeRendering.h"
 #include "barcodes/QrFieldData.h"
-#include "barcodes/RowSymbols.h"
 #include "barcodes/composite/Gs1DatabarEncoder.h"
 #include "barcodes/composite/Tlc39Encoder.h"
+#include "barcodes/stacked/CodaBlockEncoders.h"
+#include "barcodes/stacked/StackedSketch.h"
 
 using namespace Barcode::Encoder;
 

@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "../support/FieldBench.h"
-#include "barcodes/CodaBlockEncoders.h"
 #include "barcodes/composite/Tlc39Encoder.h"
+#include "barcodes/stacked/CodaBlockEncoders.h"
 #include "printengine/src/barcode/Code128Patterns.h"
 
 // Symbols of several rows, module for module against what an independent library makes of the same data, and where the

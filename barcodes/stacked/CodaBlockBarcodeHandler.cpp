@@ -1,10 +1,10 @@
 #include <algorithm>
 
-#include "barcodes/CodaBlockEncoders.h"
-#include "barcodes/RowSymbols.h"
-#include "barcodes/StackedBarcodeHandlers.h"
 #include "barcodes/frame/BarcodeFrame.h"
 #include "barcodes/frame/BarcodeParameters.h"
+#include "barcodes/stacked/CodaBlockEncoders.h"
+#include "barcodes/stacked/StackedBarcodeHandlers.h"
+#include "barcodes/stacked/StackedSketch.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/ZplParse.h"
 

@@ -1,13 +1,13 @@
-#include "barcodes/StackedBarcodeHandlers.h"
+#include "barcodes/stacked/StackedBarcodeHandlers.h"
 
 #include <algorithm>
 
 #include "Barcode/Encoder/MicroPDF417Encoder.h"
 #include "Barcode/Encoder/PDF417Encoder.h"
-#include "barcodes/RowSymbols.h"
 #include "barcodes/frame/BarcodeFrame.h"
 #include "barcodes/frame/BarcodeParameters.h"
 #include "barcodes/frame/Memoizer.h"
+#include "barcodes/stacked/StackedSketch.h"
 #include "fields/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"

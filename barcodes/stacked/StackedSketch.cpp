@@ -1,4 +1,4 @@
-#include "barcodes/RowSymbols.h"
+#include "barcodes/stacked/StackedSketch.h"
 
 #include <algorithm>
 

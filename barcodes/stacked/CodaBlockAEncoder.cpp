@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "Barcode/Encoder/LinearEncoders.h"
-#include "barcodes/CodaBlockEncoders.h"
+#include "barcodes/stacked/CodaBlockEncoders.h"
 
 namespace Barcode::Encoder {
 

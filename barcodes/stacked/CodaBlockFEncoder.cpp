@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "barcodes/CodaBlockEncoders.h"
-#include "barcodes/CodaBlockRows.h"
+#include "barcodes/stacked/CodaBlockEncoders.h"
+#include "barcodes/stacked/CodaBlockRows.h"
 #include "frontend/stream/Ascii.h"
 
 namespace Barcode::Encoder {

@@ -1,4 +1,4 @@
-#include "barcodes/CodaBlockRows.h"
+#include "barcodes/stacked/CodaBlockRows.h"
 
 #include <algorithm>
 #include <limits>
