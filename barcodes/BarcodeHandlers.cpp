@@ -1,9 +1,9 @@
 #include "barcodes/BarcodeHandlers.h"
 
-#include "barcodes/MatrixBarcodeHandlers.h"
 #include "barcodes/frame/BarcodeDefaultHandlers.h"
 #include "barcodes/linear/Code128BarcodeHandler.h"
 #include "barcodes/linear/LinearBarcodeHandlers.h"
+#include "barcodes/matrix/MatrixBarcodeHandlers.h"
 #include "barcodes/postal/PostalBarcodeHandlers.h"
 #include "barcodes/retail/RetailBarcodeHandlers.h"
 #include "barcodes/stacked/StackedBarcodeHandlers.h"

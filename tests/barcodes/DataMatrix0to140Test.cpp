@@ -1,8 +1,8 @@
-#include "barcodes/DataMatrix0to140Encoder.h"
+#include "barcodes/matrix/DataMatrix0to140Encoder.h"
 
 #include <gtest/gtest.h>
 
-#include "barcodes/DataMatrix0to140Tables.h"
+#include "barcodes/matrix/DataMatrix0to140Tables.h"
 
 using namespace Barcode::Encoder;
 

@@ -1,11 +1,11 @@
-#include "barcodes/DataMatrix0to140Encoder.h"
+#include "barcodes/matrix/DataMatrix0to140Encoder.h"
 
 #include <algorithm>
 #include <bit>
 #include <iterator>
 #include <span>
 
-#include "barcodes/DataMatrix0to140Tables.h"
+#include "barcodes/matrix/DataMatrix0to140Tables.h"
 
 namespace Barcode::Encoder {
 

@@ -1,4 +1,4 @@
-#include "barcodes/QrFieldData.h"
+#include "barcodes/matrix/QrText.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,4 @@
-#include "barcodes/DataMatrix0to140Tables.h"
+#include "barcodes/matrix/DataMatrix0to140Tables.h"
 
 #include <algorithm>
 #include <numeric>

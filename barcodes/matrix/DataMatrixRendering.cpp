@@ -1,10 +1,10 @@
-#include "barcodes/DataMatrixRendering.h"
+#include "barcodes/matrix/DataMatrixRendering.h"
 
 #include <algorithm>
 
 #include "Barcode/Encoder/DataMatrix200Encoder.h"
-#include "barcodes/DataMatrix0to140Encoder.h"
 #include "barcodes/frame/Memoizer.h"
+#include "barcodes/matrix/DataMatrix0to140Encoder.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {

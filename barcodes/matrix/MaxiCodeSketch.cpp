@@ -1,4 +1,4 @@
-#include "barcodes/MaxiCodeRendering.h"
+#include "barcodes/matrix/MaxiCodeSketch.h"
 
 #include <algorithm>
 #include <cmath>
