@@ -1,7 +1,7 @@
 #include "fields/FieldOriginHandlers.h"
 
 #include "fields/FieldElement.h"
-#include "fields/UnitConversion.h"
+#include "fields/placement/UnitConversion.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"

@@ -1,7 +1,7 @@
 #include "fields/FontHandlers.h"
 
 #include "fields/Fonts.h"
-#include "fields/UnitConversion.h"
+#include "fields/placement/UnitConversion.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"

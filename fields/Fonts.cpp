@@ -6,7 +6,7 @@
 #include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "Scripting/GraphicContext.h"
 #include "fields/TrueTypeUtils.h"
-#include "fields/UnitConversion.h"
+#include "fields/placement/UnitConversion.h"
 #include "foundation/AppSettings.h"
 #include "foundation/Log.h"
 #include "frontend/context/ObjectName.h"
@@ -204,8 +204,8 @@ void UseFontFilesOfSettings() {
         rest.remove_prefix(std::min(entry.size() + 1, rest.size()));
         auto const equals = entry.find('=');
         if (equals == 0 || equals == entry.npos) continue;
-        PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetFontFile(
-            ToAsciiUpper(entry.substr(0, equals)), entry.substr(equals + 1));
+        PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetFontFile(ToAsciiUpper(entry.substr(0, equals)),
+                                                                               entry.substr(equals + 1));
     }
 }
 

@@ -7,7 +7,7 @@
 #include "fields/GraphicFieldHandler.h"
 #include "fields/GraphicPlacement.h"
 #include "fields/MarkSketch.h"
-#include "fields/UnitConversion.h"
+#include "fields/placement/UnitConversion.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"

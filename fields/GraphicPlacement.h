@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Scripting/GraphicContext.h"
-#include "fields/FieldTransform.h"
 #include "fields/GraphicData.h"
+#include "fields/placement/FieldTransform.h"
 
 namespace ZplCore {
 

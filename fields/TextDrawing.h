@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "Scripting/GraphicContext.h"
-#include "fields/FieldTransform.h"
+#include "fields/placement/FieldTransform.h"
 #include "frontend/context/ZplValueTypes.h"
 
 /// Drawing of turned things on a target that wants the upper left corner of the turned box. Each takes the point that

@@ -6,7 +6,7 @@
 #include "barcodes/frame/BarcodeFrame.h"
 #include "barcodes/frame/BarcodeParameters.h"
 #include "barcodes/frame/Memoizer.h"
-#include "fields/UnitConversion.h"
+#include "fields/placement/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/ZplParse.h"
 

@@ -3,7 +3,7 @@
 #include "barcodes/frame/BarcodeParameters.h"
 #include "barcodes/frame/Memoizer.h"
 #include "barcodes/stacked/StackedBarcodeHandlers.h"
-#include "fields/UnitConversion.h"
+#include "fields/placement/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/ZplParse.h"
 

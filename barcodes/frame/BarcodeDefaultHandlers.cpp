@@ -2,7 +2,7 @@
 
 #include "barcodes/frame/BarcodeFrame.h"
 #include "barcodes/frame/BarcodeParameters.h"
-#include "fields/UnitConversion.h"
+#include "fields/placement/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ParameterRange.h"

@@ -1,9 +1,9 @@
 #include "barcodes/frame/BarcodeFrame.h"
 
 #include "Scripting/PrinterContextInterface.h"
-#include "fields/RenderPoints.h"
 #include "fields/TextDrawing.h"
-#include "fields/UnitConversion.h"
+#include "fields/placement/RenderPoints.h"
+#include "fields/placement/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {

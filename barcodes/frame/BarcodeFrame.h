@@ -13,7 +13,7 @@
 #include "Scripting/GraphicContext.h"
 #include "barcodes/frame/GraphicHelper.h"
 #include "barcodes/postal/PostalModels.h"
-#include "fields/FieldTransform.h"
+#include "fields/placement/FieldTransform.h"
 #include "frontend/context/ZplValueTypes.h"
 
 /// What all symbologies share: the render functions that a barcode command stores, the arithmetic of widths and

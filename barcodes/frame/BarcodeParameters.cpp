@@ -4,7 +4,7 @@
 
 #include "barcodes/frame/BarcodeFrame.h"
 #include "fields/FieldMap.h"
-#include "fields/UnitConversion.h"
+#include "fields/placement/UnitConversion.h"
 #include "frontend/context/Setting.h"
 #include "frontend/stream/Ascii.h"
 #include "frontend/stream/ZplParse.h"

@@ -7,7 +7,7 @@
 #include "barcodes/matrix/DataMatrixRendering.h"
 #include "barcodes/matrix/MaxiCodeSketch.h"
 #include "barcodes/matrix/QrText.h"
-#include "fields/UnitConversion.h"
+#include "fields/placement/UnitConversion.h"
 #include "foundation/Log.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"

@@ -3,7 +3,7 @@
 #include "barcodes/frame/BarcodeFrame.h"
 #include "barcodes/postal/PostalEncoders.h"
 #include "barcodes/postal/PostalSketch.h"
-#include "fields/UnitConversion.h"
+#include "fields/placement/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {

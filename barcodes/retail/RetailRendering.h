@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "Barcode/Model/BarcodeModels.h"
-#include "fields/FieldTransform.h"
+#include "fields/placement/FieldTransform.h"
 
 /// Drawing of EAN and UPC symbols: bars cut short by notches that the digits stand in.
 namespace ZplCore {

@@ -1,12 +1,12 @@
-#include "fields/Geometry.h"
+#include "fields/placement/Geometry.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
 
-#include "fields/FieldTransform.h"
-#include "fields/RenderPoints.h"
-#include "fields/TextRenderPoints.h"
+#include "fields/placement/FieldTransform.h"
+#include "fields/placement/RenderPoints.h"
+#include "fields/placement/TextRenderPoints.h"
 #include "frontend/context/ZplContextKeys.h"
 
 using namespace ZplCore;

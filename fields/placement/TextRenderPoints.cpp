@@ -1,8 +1,8 @@
-#include "fields/TextRenderPoints.h"
+#include "fields/placement/TextRenderPoints.h"
 
 #include <iterator>
 
-#include "fields/PlacementFormula.h"
+#include "fields/placement/PlacementFormula.h"
 
 namespace ZplCore::Rendering {
 

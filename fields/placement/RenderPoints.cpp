@@ -1,8 +1,8 @@
-#include "fields/RenderPoints.h"
+#include "fields/placement/RenderPoints.h"
 
 #include <iterator>
 
-#include "fields/PlacementFormula.h"
+#include "fields/placement/PlacementFormula.h"
 
 namespace ZplCore::Rendering {
 

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "fields/Geometry.h"
+#include "fields/placement/Geometry.h"
 #include "frontend/context/ContextProcessor.h"
 #include "frontend/stream/ZplTypes.h"
 

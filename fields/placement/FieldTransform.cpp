@@ -1,6 +1,6 @@
-#include "fields/FieldTransform.h"
+#include "fields/placement/FieldTransform.h"
 
-#include "fields/RenderPoints.h"
+#include "fields/placement/RenderPoints.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "fields/FieldTransform.h"
+#include "fields/placement/FieldTransform.h"
 
 /// Where a field of a measured size is drawn, and where the next one starts: the placement of barcodes and graphics.
 /// All points are in dots, local to the field before its transform.

@@ -1,4 +1,4 @@
-#include "fields/UnitConversion.h"
+#include "fields/placement/UnitConversion.h"
 
 #include <cmath>
 

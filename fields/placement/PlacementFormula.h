@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdint>
 
-#include "fields/Geometry.h"
+#include "fields/placement/Geometry.h"
 
 /// The language of the placement tables: sums of multiples of the measures of a field, as `2 * W - A + 1`, so that a
 /// row of code reads like a row on paper.

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "fields/Geometry.h"
+#include "fields/placement/Geometry.h"
 #include "frontend/stream/ZplTypes.h"
 
 /// The placement of text. All values are dots, all points local to the field before its transform.
