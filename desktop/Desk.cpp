@@ -5,7 +5,7 @@
 #include <system_error>
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
-#include "fields/Fonts.h"
+#include "fields/text/Fonts.h"
 #include "foundation/AppSettings.h"
 #include "foundation/Features.h"
 #include "foundation/Log.h"

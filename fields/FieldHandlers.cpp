@@ -2,10 +2,10 @@
 
 #include "fields/FieldDataHandlers.h"
 #include "fields/FieldOriginHandlers.h"
-#include "fields/FontHandlers.h"
 #include "fields/GraphicHandlers.h"
 #include "fields/StoredGraphicHandlers.h"
-#include "fields/TextBlockHandlers.h"
+#include "fields/text/FontHandlers.h"
+#include "fields/text/TextBlockHandlers.h"
 
 void AddFieldHandlers(CommandHandlerPool& pool) {
     AddFieldOriginHandlers(pool);

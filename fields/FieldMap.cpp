@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "fields/FieldText.h"
+#include "fields/text/FieldText.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/Ascii.h"

@@ -3,11 +3,11 @@
 #include <algorithm>
 
 #include "Scripting/GraphicContext.h"
-#include "fields/Fonts.h"
 #include "fields/GraphicFieldHandler.h"
 #include "fields/GraphicPlacement.h"
 #include "fields/MarkSketch.h"
 #include "fields/placement/UnitConversion.h"
+#include "fields/text/Fonts.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"

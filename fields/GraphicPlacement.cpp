@@ -1,7 +1,7 @@
 #include "fields/GraphicPlacement.h"
 
-#include "fields/TextDrawing.h"
 #include "fields/placement/RenderPoints.h"
+#include "fields/text/TextDrawing.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {

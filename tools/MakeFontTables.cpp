@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "fields/Font0Characters.h"
-#include "fields/Font0ScaleInfo.h"
-#include "fields/TrueTypeUtils.h"
+#include "fields/text/Font0Characters.h"
+#include "fields/text/Font0ScaleInfo.h"
+#include "fields/text/TrueTypeUtils.h"
 #include "printengine/src/fonts/EmSize.h"
 #include "printengine/src/fonts/FaceChain.h"
 #include "printengine/src/fonts/FontFiles.h"
@@ -245,7 +245,7 @@ std::string MakeTables(FaceChain& faces) {
     CheckDigits(trends);
     std::ostringstream out;
     Writer writer(out);
-    out << "// Made by tools/MakeFontTables.cpp from " << Font0File << "\n#include \"fields/Font0ScaleInfo.h\"\n"
+    out << "// Made by tools/MakeFontTables.cpp from " << Font0File << "\n#include \"fields/text/Font0ScaleInfo.h\"\n"
         << "Font0ScaleInfo::CapturedRow const Font0ScaleInfo::CapturedZplChars";
     writer.Numbers(CapturedCharacters());
     out << ";\n";

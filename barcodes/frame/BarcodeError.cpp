@@ -2,7 +2,7 @@
 #include <iterator>
 
 #include "barcodes/frame/BarcodeFrame.h"
-#include "fields/TextDrawing.h"
+#include "fields/text/TextDrawing.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 

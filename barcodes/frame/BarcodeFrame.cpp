@@ -1,9 +1,9 @@
 #include "barcodes/frame/BarcodeFrame.h"
 
 #include "Scripting/PrinterContextInterface.h"
-#include "fields/TextDrawing.h"
 #include "fields/placement/RenderPoints.h"
 #include "fields/placement/UnitConversion.h"
+#include "fields/text/TextDrawing.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {

@@ -4,8 +4,8 @@
 #include <span>
 
 #include "barcodes/frame/BarcodeFrame.h"
-#include "fields/TextDrawing.h"
 #include "fields/placement/RenderPoints.h"
+#include "fields/text/TextDrawing.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {

@@ -1,9 +1,9 @@
-#include "fields/Fonts.h"
+#include "fields/text/Fonts.h"
 
 #include <gtest/gtest.h>
 
 #include "../support/FieldBench.h"
-#include "fields/TrueTypeUtils.h"
+#include "fields/text/TrueTypeUtils.h"
 
 using namespace ZplCore;
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "../support/FieldBench.h"
-#include "fields/TextBlockLayout.h"
+#include "fields/text/TextBlockLayout.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "../support/FieldBench.h"
-#include "fields/TextFont.h"
-#include "fields/TextPlacementCorrection.h"
+#include "fields/text/TextFont.h"
+#include "fields/text/TextPlacementCorrection.h"
 
 namespace ZplCore {
 inline void PrintTo(ZplPoint p, std::ostream* out) { *out << "(" << p.x << ", " << p.y << ")"; }

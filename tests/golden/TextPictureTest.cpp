@@ -5,7 +5,7 @@
 #include <fstream>
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
-#include "fields/TrueTypeUtils.h"
+#include "fields/text/TrueTypeUtils.h"
 #include "foundation/AppSettings.h"
 #include "frontend/context/Utf8Text.h"
 #include "tests/support/PagePictures.h"

@@ -1,9 +1,9 @@
-#include "fields/TextBlockHandlers.h"
+#include "fields/text/TextBlockHandlers.h"
 
 #include <algorithm>
 
-#include "fields/TextElementProcessor.h"
 #include "fields/placement/UnitConversion.h"
+#include "fields/text/TextElementProcessor.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "Scripting/GraphicContext.h"
-#include "fields/TextDrawing.h"
+#include "fields/text/TextDrawing.h"
 
 namespace ZplCore::Sketching {
 

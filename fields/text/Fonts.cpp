@@ -1,12 +1,12 @@
-#include "fields/Fonts.h"
+#include "fields/text/Fonts.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "Scripting/GraphicContext.h"
-#include "fields/TrueTypeUtils.h"
 #include "fields/placement/UnitConversion.h"
+#include "fields/text/TrueTypeUtils.h"
 #include "foundation/AppSettings.h"
 #include "foundation/Log.h"
 #include "frontend/context/ObjectName.h"

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "Scripting/Dpi.h"
-#include "fields/Font0ScaleInfo.h"
-#include "fields/FontSteps.h"
+#include "fields/text/Font0ScaleInfo.h"
+#include "fields/text/FontSteps.h"
 
 /// The arithmetic of scalable fonts. Heights and widths are dots of the design resolution.
 namespace TrueTypeUtils {

@@ -1,7 +1,7 @@
-#include "fields/FontHandlers.h"
+#include "fields/text/FontHandlers.h"
 
-#include "fields/Fonts.h"
 #include "fields/placement/UnitConversion.h"
+#include "fields/text/Fonts.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"

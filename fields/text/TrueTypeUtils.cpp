@@ -1,4 +1,4 @@
-#include "fields/TrueTypeUtils.h"
+#include "fields/text/TrueTypeUtils.h"
 
 #include <algorithm>
 #include <cmath>

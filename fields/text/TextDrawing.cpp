@@ -1,4 +1,4 @@
-#include "fields/TextDrawing.h"
+#include "fields/text/TextDrawing.h"
 
 #include "frontend/context/ZplContextKeys.h"
 

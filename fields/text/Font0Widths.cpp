@@ -3,8 +3,8 @@
 #include <iterator>
 #include <optional>
 
-#include "fields/Font0Characters.h"
-#include "fields/TrueTypeUtils.h"
+#include "fields/text/Font0Characters.h"
+#include "fields/text/TrueTypeUtils.h"
 #include "frontend/context/Utf8Text.h"
 
 namespace TrueTypeUtils {

@@ -1,4 +1,4 @@
-#include "fields/TextBlockLayout.h"
+#include "fields/text/TextBlockLayout.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "fields/FieldText.h"
+#include "fields/text/FieldText.h"
 
 #include <utf8.h>
 

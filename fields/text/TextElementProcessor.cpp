@@ -1,15 +1,15 @@
-#include "fields/TextElementProcessor.h"
+#include "fields/text/TextElementProcessor.h"
 
 #include <cmath>
 
 #include "Scripting/GraphicContext.h"
-#include "fields/FieldText.h"
-#include "fields/Fonts.h"
-#include "fields/TextFont.h"
-#include "fields/TextPlacementCorrection.h"
 #include "fields/placement/RenderPoints.h"
 #include "fields/placement/TextRenderPoints.h"
 #include "fields/placement/UnitConversion.h"
+#include "fields/text/FieldText.h"
+#include "fields/text/Fonts.h"
+#include "fields/text/TextFont.h"
+#include "fields/text/TextPlacementCorrection.h"
 #include "frontend/context/Utf8Text.h"
 #include "frontend/context/ZplContextKeys.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fields/TextFont.h"
+#include "fields/text/TextFont.h"
 
 namespace ZplCore::Sketching {
 

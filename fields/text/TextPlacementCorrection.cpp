@@ -1,4 +1,4 @@
-#include "fields/TextPlacementCorrection.h"
+#include "fields/text/TextPlacementCorrection.h"
 
 #include <cmath>
 #include <iterator>

@@ -1,10 +1,10 @@
-#include "fields/TextFont.h"
+#include "fields/text/TextFont.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "fields/Fonts.h"
-#include "fields/TrueTypeUtils.h"
+#include "fields/text/Fonts.h"
+#include "fields/text/TrueTypeUtils.h"
 #include "frontend/context/Utf8Text.h"
 #include "frontend/context/ZplContextKeys.h"
 

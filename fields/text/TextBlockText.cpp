@@ -1,6 +1,6 @@
-#include "fields/TextBlockText.h"
+#include "fields/text/TextBlockText.h"
 
-#include "fields/FieldText.h"
+#include "fields/text/FieldText.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore::Sketching {

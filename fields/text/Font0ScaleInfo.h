@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "Scripting/GraphicContext.h"
-#include "fields/FontSteps.h"
+#include "fields/text/FontSteps.h"
 
 /// The advance of a character over the width of its cell, as a straight line: dots = intercept + width * slope.
 struct Font0WidthTrend {
