@@ -4,7 +4,7 @@
 
 #include "Scripting/GraphicContext.h"
 #include "fields/FieldDataHelper.h"
-#include "fields/FieldMap.h"
+#include "fields/ink/FieldMap.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 

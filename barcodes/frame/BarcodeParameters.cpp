@@ -3,7 +3,7 @@
 #include <stdexcept>
 
 #include "barcodes/frame/BarcodeFrame.h"
-#include "fields/FieldMap.h"
+#include "fields/ink/FieldMap.h"
 #include "fields/placement/UnitConversion.h"
 #include "frontend/context/Setting.h"
 #include "frontend/stream/Ascii.h"

@@ -1,6 +1,6 @@
 #include "jobhost/model/Session.h"
 
-#include "fields/FieldMap.h"
+#include "fields/ink/FieldMap.h"
 #include "foundation/AppSettings.h"
 #include "jobhost/model/ZPLProcessorInterface.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fields/FieldMap.h"
+#include "fields/ink/FieldMap.h"
 
 namespace ZplCore {
 

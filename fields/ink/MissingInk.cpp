@@ -1,4 +1,4 @@
-#include "fields/MissingInk.h"
+#include "fields/ink/MissingInk.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "fields/FieldMap.h"
+#include "fields/ink/FieldMap.h"
 
 #include <algorithm>
 
