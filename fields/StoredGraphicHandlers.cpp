@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "fields/GraphicPlacement.h"
-#include "fields/HostQuestions.h"
 #include "fields/RecalledGraphics.h"
 #include "fields/StoredGraphics.h"
+#include "fields/data/HostQuestions.h"
 #include "foundation/Log.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"

@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "Scripting/PrinterContextInterface.h"
-#include "fields/FieldDataHelper.h"
-#include "fields/HostQuestions.h"
+#include "fields/data/FieldDataHelper.h"
+#include "fields/data/HostQuestions.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/Ascii.h"

@@ -10,7 +10,7 @@
 #include <memory>
 
 #include "Scripting/PrinterContextInterface.h"
-#include "fields/ClockFields.h"
+#include "fields/data/ClockFields.h"
 #include "frontend/context/ContextProcessor.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "labels/PrintDensity.h"

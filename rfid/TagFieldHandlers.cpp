@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "fields/FieldElement.h"
+#include "fields/data/FieldElement.h"
 #include "foundation/Log.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"

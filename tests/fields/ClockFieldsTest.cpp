@@ -1,4 +1,4 @@
-#include "fields/ClockFields.h"
+#include "fields/data/ClockFields.h"
 
 #include <gtest/gtest.h>
 

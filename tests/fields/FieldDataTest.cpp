@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "../support/FieldBench.h"
-#include "fields/FieldElement.h"
+#include "fields/data/FieldElement.h"
 
 using namespace std::string_literals;
 

@@ -1,4 +1,4 @@
-#include "fields/SerialData.h"
+#include "fields/data/SerialData.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "fields/HostQuestions.h"
+#include "fields/data/HostQuestions.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "labels/HostStatus.h"
 #include "labels/Job.h"

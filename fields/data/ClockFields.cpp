@@ -1,8 +1,8 @@
-#include "fields/ClockFields.h"
+#include "fields/data/ClockFields.h"
 
 #include <algorithm>
 
-#include "fields/ClockNames.h"
+#include "fields/data/ClockNames.h"
 #include "frontend/context/Utf8Text.h"
 
 namespace ZplCore::ClockFields {

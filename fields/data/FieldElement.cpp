@@ -1,9 +1,9 @@
-#include "fields/FieldElement.h"
+#include "fields/data/FieldElement.h"
 
 #include <algorithm>
 
 #include "Scripting/GraphicContext.h"
-#include "fields/FieldDataHelper.h"
+#include "fields/data/FieldDataHelper.h"
 #include "fields/ink/FieldMap.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"

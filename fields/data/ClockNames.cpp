@@ -1,4 +1,4 @@
-#include "fields/ClockNames.h"
+#include "fields/data/ClockNames.h"
 
 #include <algorithm>
 #include <iterator>

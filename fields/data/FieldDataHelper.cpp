@@ -1,4 +1,4 @@
-#include "fields/FieldDataHelper.h"
+#include "fields/data/FieldDataHelper.h"
 
 #include <algorithm>
 #include <array>
@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "Scripting/PrinterContextInterface.h"
-#include "fields/ClockFields.h"
+#include "fields/data/ClockFields.h"
 #include "frontend/context/Utf8Text.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/Ascii.h"

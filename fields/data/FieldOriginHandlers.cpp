@@ -1,6 +1,6 @@
-#include "fields/FieldOriginHandlers.h"
+#include "fields/data/FieldOriginHandlers.h"
 
-#include "fields/FieldElement.h"
+#include "fields/data/FieldElement.h"
 #include "fields/placement/UnitConversion.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"

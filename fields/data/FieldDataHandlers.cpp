@@ -1,4 +1,4 @@
-#include "fields/FieldDataHandlers.h"
+#include "fields/data/FieldDataHandlers.h"
 
 #include <utf8.h>
 
@@ -6,9 +6,9 @@
 #include <charconv>
 
 #include "Scripting/PrinterContextInterface.h"
-#include "fields/FieldDataHelper.h"
-#include "fields/FieldElement.h"
-#include "fields/SerialData.h"
+#include "fields/data/FieldDataHelper.h"
+#include "fields/data/FieldElement.h"
+#include "fields/data/SerialData.h"
 #include "foundation/Log.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"

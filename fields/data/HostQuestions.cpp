@@ -1,4 +1,4 @@
-#include "fields/HostQuestions.h"
+#include "fields/data/HostQuestions.h"
 
 #include "foundation/Log.h"
 
