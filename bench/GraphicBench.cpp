@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "desktop/Desk.h"
-#include "fields/GraphicData.h"
+#include "fields/graphics/GraphicData.h"
 #include "foundation/Base64.h"
 
 namespace {

@@ -1,9 +1,9 @@
 #include "fields/FieldHandlers.h"
 
-#include "fields/GraphicHandlers.h"
-#include "fields/StoredGraphicHandlers.h"
 #include "fields/data/FieldDataHandlers.h"
 #include "fields/data/FieldOriginHandlers.h"
+#include "fields/graphics/GraphicHandlers.h"
+#include "fields/graphics/StoredGraphicHandlers.h"
 #include "fields/text/FontHandlers.h"
 #include "fields/text/TextBlockHandlers.h"
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <string>
 
-#include "fields/StoredGraphics.h"
+#include "fields/graphics/StoredGraphics.h"
 #include "fuzz/Fuzz.h"
 
 // The data of pictures in streams: a byte for the form, the two counts of the command, and the data. Rows never go

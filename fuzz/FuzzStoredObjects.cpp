@@ -2,7 +2,7 @@
 
 #include "PrintEngine/Printing/JobMetaData.h"
 #include "desktop/bus/PropertyStore.h"
-#include "fields/StoredGraphics.h"
+#include "fields/graphics/StoredGraphics.h"
 #include "foundation/Files.h"
 #include "fuzz/Fuzz.h"
 #include "fuzz/FuzzDesk.h"

@@ -4,8 +4,8 @@
 
 #include "Scripting/GraphicContext.h"
 #include "Scripting/PrinterContextInterface.h"
-#include "fields/StoredGraphics.h"
 #include "fields/data/FieldElement.h"
+#include "fields/graphics/StoredGraphics.h"
 #include "fields/ink/FieldMap.h"
 #include "fields/ink/MissingInk.h"
 #include "foundation/Log.h"

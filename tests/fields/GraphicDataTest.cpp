@@ -1,4 +1,4 @@
-#include "fields/GraphicData.h"
+#include "fields/graphics/GraphicData.h"
 
 #include <gtest/gtest.h>
 #include <zlib.h>

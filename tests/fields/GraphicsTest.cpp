@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "../support/FieldBench.h"
-#include "fields/StoredGraphics.h"
+#include "fields/graphics/StoredGraphics.h"
 #include "frontend/context/ObjectStore.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "fields/GraphicPlacement.h"
+#include "fields/graphics/GraphicPlacement.h"
 
 #include "fields/placement/RenderPoints.h"
 #include "fields/text/TextDrawing.h"

@@ -1,10 +1,10 @@
-#include "fields/RecalledGraphics.h"
+#include "fields/graphics/RecalledGraphics.h"
 
 #include <atomic>
 #include <map>
 #include <mutex>
 
-#include "fields/StoredGraphics.h"
+#include "fields/graphics/StoredGraphics.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 

@@ -1,4 +1,4 @@
-#include "fields/StoredGraphics.h"
+#include "fields/graphics/StoredGraphics.h"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "fields/MarkSketch.h"
+#include "fields/graphics/MarkSketch.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 #include <span>
 #include <string>
 
-#include "fields/GraphicData.h"
+#include "fields/graphics/GraphicData.h"
 #include "foundation/Log.h"
 
 namespace ZplCore {

@@ -1,11 +1,11 @@
-#include "fields/StoredGraphicHandlers.h"
+#include "fields/graphics/StoredGraphicHandlers.h"
 
 #include <algorithm>
 
-#include "fields/GraphicPlacement.h"
-#include "fields/RecalledGraphics.h"
-#include "fields/StoredGraphics.h"
 #include "fields/data/HostQuestions.h"
+#include "fields/graphics/GraphicPlacement.h"
+#include "fields/graphics/RecalledGraphics.h"
+#include "fields/graphics/StoredGraphics.h"
 #include "foundation/Log.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"

@@ -1,11 +1,11 @@
-#include "fields/GraphicHandlers.h"
+#include "fields/graphics/GraphicHandlers.h"
 
 #include <algorithm>
 
 #include "Scripting/GraphicContext.h"
-#include "fields/GraphicFieldHandler.h"
-#include "fields/GraphicPlacement.h"
-#include "fields/MarkSketch.h"
+#include "fields/graphics/GraphicFieldHandler.h"
+#include "fields/graphics/GraphicPlacement.h"
+#include "fields/graphics/MarkSketch.h"
 #include "fields/placement/UnitConversion.h"
 #include "fields/text/Fonts.h"
 #include "frontend/context/Setting.h"

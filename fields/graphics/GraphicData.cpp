@@ -1,4 +1,4 @@
-#include "fields/GraphicData.h"
+#include "fields/graphics/GraphicData.h"
 
 #include <zlib.h>
 
@@ -6,7 +6,7 @@
 #include <charconv>
 #include <string>
 
-#include "fields/HexGraphicDecoder.h"
+#include "fields/graphics/HexGraphicDecoder.h"
 #include "foundation/Base64.h"
 #include "foundation/Log.h"
 

@@ -1,8 +1,8 @@
-#include "fields/GraphicFieldHandler.h"
+#include "fields/graphics/GraphicFieldHandler.h"
 
 #include <memory>
 
-#include "fields/GraphicPlacement.h"
+#include "fields/graphics/GraphicPlacement.h"
 #include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/ZplParse.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Scripting/GraphicContext.h"
-#include "fields/GraphicData.h"
+#include "fields/graphics/GraphicData.h"
 #include "fields/placement/FieldTransform.h"
 
 namespace ZplCore {

@@ -1,4 +1,4 @@
-#include "fields/HexGraphicDecoder.h"
+#include "fields/graphics/HexGraphicDecoder.h"
 
 #include <algorithm>
 #include <array>

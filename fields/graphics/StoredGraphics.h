@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "fields/GraphicData.h"
+#include "fields/graphics/GraphicData.h"
 #include "frontend/context/ObjectName.h"
 
 /// Pictures kept by object name in files below a folder. A file starts with the eight letters of the format and its

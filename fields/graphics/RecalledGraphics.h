@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "fields/GraphicData.h"
+#include "fields/graphics/GraphicData.h"
 #include "frontend/context/ContextProcessor.h"
 
 namespace ZplCore {

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "fields/GraphicData.h"
+#include "fields/graphics/GraphicData.h"
 
 namespace ZplCore {
 
