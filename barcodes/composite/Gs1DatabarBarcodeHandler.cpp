@@ -3,9 +3,11 @@
 #include <algorithm>
 
 #include "barcodes/composite/Gs1DatabarEncoder.h"
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeArithmetic.h"
+#include "barcodes/frame/BarcodeError.h"
 #include "barcodes/frame/BarcodeParameters.h"
 #include "barcodes/frame/Memoizer.h"
+#include "barcodes/frame/SymbolFrame.h"
 #include "fields/placement/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/ZplParse.h"

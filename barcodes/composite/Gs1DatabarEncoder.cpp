@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "Barcode/Encoder/ModuleEncoder.h"
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeArithmetic.h"
 #include "barcodes/frame/BitmapPainter.h"
 #include "barcodes/retail/RetailText.h"
 #include "frontend/stream/Ascii.h"

@@ -1,7 +1,8 @@
+#include "barcodes/frame/BarcodeArithmetic.h"
+
 #include <algorithm>
 #include <cmath>
 
-#include "barcodes/frame/BarcodeFrame.h"
 #include "frontend/stream/Ascii.h"
 #include "frontend/stream/PlainNumber.h"
 

@@ -1,6 +1,6 @@
 #include "barcodes/frame/BarcodeDefaultHandlers.h"
 
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeArithmetic.h"
 #include "barcodes/frame/BarcodeParameters.h"
 #include "fields/placement/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"

@@ -1,7 +1,8 @@
+#include "barcodes/frame/BarcodeError.h"
+
 #include <algorithm>
 #include <iterator>
 
-#include "barcodes/frame/BarcodeFrame.h"
 #include "fields/text/TextDrawing.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"

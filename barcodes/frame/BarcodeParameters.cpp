@@ -2,7 +2,8 @@
 
 #include <stdexcept>
 
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeArithmetic.h"
+#include "barcodes/frame/BarcodeError.h"
 #include "fields/ink/FieldMap.h"
 #include "fields/placement/UnitConversion.h"
 #include "frontend/context/Setting.h"

@@ -1,4 +1,6 @@
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/NotchedFrame.h"
+
+#include "barcodes/frame/BarcodeError.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {

@@ -2,8 +2,9 @@
 
 #include "Barcode/Encoder/Code128Encoder.h"
 #include "Scripting/GraphicContext.h"
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeError.h"
 #include "barcodes/frame/BarcodeParameters.h"
+#include "barcodes/frame/LinearFrame.h"
 #include "barcodes/linear/Code128Text.h"
 #include "frontend/context/ZplContextKeys.h"
 

@@ -1,18 +1,12 @@
 #include "barcodes/linear/LinearBarcodeHandlers.h"
 
 #include "Barcode/Encoder/LinearEncoders.h"
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeArithmetic.h"
 #include "barcodes/frame/BarcodeParameters.h"
+#include "barcodes/frame/LinearFrame.h"
+#include "barcodes/linear/Code39Text.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
-
-namespace ZplCore {
-
-std::string Code39::TransformInvalidInput(std::string const& text) {
-    return KeepCharacters("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%")(ConvertToUpper(text));
-}
-
-}  // namespace ZplCore
 
 namespace {
 

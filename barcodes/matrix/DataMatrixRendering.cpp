@@ -3,7 +3,10 @@
 #include <algorithm>
 
 #include "Barcode/Encoder/DataMatrix200Encoder.h"
+#include "barcodes/frame/BarcodeError.h"
+#include "barcodes/frame/GraphicHelper.h"
 #include "barcodes/frame/Memoizer.h"
+#include "barcodes/frame/SymbolFrame.h"
 #include "barcodes/matrix/DataMatrix0to140Encoder.h"
 #include "frontend/context/ZplContextKeys.h"
 

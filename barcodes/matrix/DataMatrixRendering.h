@@ -3,7 +3,8 @@
 #include <functional>
 #include <optional>
 
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeFunctions.h"
+#include "frontend/context/ContextProcessor.h"
 
 namespace ZplCore {
 

@@ -1,7 +1,7 @@
 #include "barcodes/matrix/MatrixBarcodeHandlers.h"
 
 #include "Barcode/Encoder/AztecEncoder.h"
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeArithmetic.h"
 #include "barcodes/frame/BarcodeParameters.h"
 #include "barcodes/frame/Memoizer.h"
 #include "barcodes/matrix/DataMatrixRendering.h"

@@ -4,9 +4,10 @@
 #include <cmath>
 
 #include "Barcode/Encoder/ModuleEncoder.h"
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeError.h"
 #include "barcodes/frame/BitmapPainter.h"
 #include "barcodes/frame/Memoizer.h"
+#include "barcodes/frame/SymbolFrame.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/Ascii.h"
 

@@ -3,9 +3,10 @@
 #include <algorithm>
 
 #include "Barcode/Encoder/PlanetEncoder.h"
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeArithmetic.h"
 #include "barcodes/frame/BarcodeParameters.h"
 #include "barcodes/postal/PostalEncoders.h"
+#include "barcodes/postal/PostalFrame.h"
 #include "barcodes/postal/PostalSketch.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"

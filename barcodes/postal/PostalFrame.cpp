@@ -1,6 +1,10 @@
+#include "barcodes/postal/PostalFrame.h"
+
 #include <algorithm>
 
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeError.h"
+#include "barcodes/frame/LinearFrame.h"
+#include "barcodes/frame/SymbolFrame.h"
 #include "barcodes/postal/PostalEncoders.h"
 #include "barcodes/postal/PostalSketch.h"
 #include "fields/placement/UnitConversion.h"

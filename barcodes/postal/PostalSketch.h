@@ -2,7 +2,6 @@
 
 #include "barcodes/frame/GraphicHelper.h"
 #include "barcodes/postal/PostalModels.h"
-#include "frontend/context/ContextProcessor.h"
 
 namespace Scripting::GraphicHelper {
 
@@ -16,10 +15,3 @@ SketchedBitmap SketchIntelligentMailBarcode(Barcode::Model::IntelligentMailBarco
                                             unsigned long designResolution);
 
 }  // namespace Scripting::GraphicHelper
-
-namespace ZplCore {
-
-/// The width of a postal bar in dots of the design resolution.
-unsigned long PostalBarWidth(ContextProcessor const& processor);
-
-}  // namespace ZplCore

@@ -1,8 +1,8 @@
 #include "barcodes/retail/RetailBarcodeHandlers.h"
 
 #include "barcodes/composite/Gs1DatabarBarcodeHandler.h"
-#include "barcodes/frame/BarcodeFrame.h"
 #include "barcodes/frame/BarcodeParameters.h"
+#include "barcodes/frame/NotchedFrame.h"
 #include "barcodes/retail/RetailRendering.h"
 #include "barcodes/retail/RetailText.h"
 #include "frontend/context/ZplContextKeys.h"

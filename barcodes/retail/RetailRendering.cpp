@@ -3,7 +3,8 @@
 #include <cmath>
 #include <span>
 
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/LinearFrame.h"
+#include "barcodes/frame/SymbolFrame.h"
 #include "fields/placement/RenderPoints.h"
 #include "fields/text/TextDrawing.h"
 #include "frontend/context/ZplContextKeys.h"

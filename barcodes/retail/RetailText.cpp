@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "Barcode/Algorithm/MODX.h"
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeArithmetic.h"
 #include "frontend/stream/Ascii.h"
 
 namespace ZplCore {

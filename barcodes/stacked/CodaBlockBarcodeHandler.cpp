@@ -1,7 +1,9 @@
 #include <algorithm>
 
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeArithmetic.h"
+#include "barcodes/frame/BarcodeError.h"
 #include "barcodes/frame/BarcodeParameters.h"
+#include "barcodes/frame/SymbolFrame.h"
 #include "barcodes/stacked/CodaBlockEncoders.h"
 #include "barcodes/stacked/StackedBarcodeHandlers.h"
 #include "barcodes/stacked/StackedSketch.h"

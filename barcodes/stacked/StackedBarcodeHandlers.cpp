@@ -4,9 +4,11 @@
 
 #include "Barcode/Encoder/MicroPDF417Encoder.h"
 #include "Barcode/Encoder/PDF417Encoder.h"
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/BarcodeError.h"
 #include "barcodes/frame/BarcodeParameters.h"
+#include "barcodes/frame/LinearFrame.h"
 #include "barcodes/frame/Memoizer.h"
+#include "barcodes/frame/SymbolFrame.h"
 #include "barcodes/stacked/StackedSketch.h"
 #include "fields/placement/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"

@@ -1,10 +1,13 @@
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/LinearFrame.h"
 
 #include <gtest/gtest.h>
 
 #include <sstream>
 
 #include "../support/FieldBench.h"
+#include "barcodes/frame/BarcodeArithmetic.h"
+#include "barcodes/frame/BarcodeError.h"
+#include "barcodes/frame/SymbolFrame.h"
 
 using namespace ZplCore;
 using Barcode::Model::Block;

@@ -1,8 +1,9 @@
-#include "barcodes/frame/BarcodeFrame.h"
+#include "barcodes/frame/LinearFrame.h"
 
-#include "Scripting/PrinterContextInterface.h"
+#include "barcodes/frame/BarcodeArithmetic.h"
+#include "barcodes/frame/BarcodeError.h"
+#include "barcodes/frame/SymbolFrame.h"
 #include "fields/placement/RenderPoints.h"
-#include "fields/placement/UnitConversion.h"
 #include "fields/text/TextDrawing.h"
 #include "frontend/context/ZplContextKeys.h"
 
@@ -67,12 +68,6 @@ void RenderLinear(ContextProcessor& processor, LinearBarcode const& barcode, Lin
 
 }  // namespace
 
-SketchResolution SketchResolution::Of(ContextProcessor const& processor) {
-    auto const& printer = processor.GetPrinterContext();
-    unsigned const design = DesignDpi(processor);
-    return {printer ? printer->PrinterDpi() : Scripting::Dpi(design), design};
-}
-
 LinearBarcodeStyle LinearBarcodeStyle::Fixed(ContextProcessor const& processor, bool printLine, bool lineAbove) {
     unsigned const narrow = processor.at(ZplContextKeys::BarcodeModuleWidth);
     return {narrow, 2 * narrow, processor.at(ZplContextKeys::BarcodeHeight), printLine, lineAbove};
@@ -132,27 +127,6 @@ ZplContextKeys::RenderFunction FixedLinearBarcodeRenderFunction(bool printLine, 
     return RenderFunctionOf({printLine, lineAbove, std::move(validate), std::move(encode),
                              std::move(interpretationText), std::move(inputTransform), std::move(invalidTransform)},
                             false);
-}
-
-void RenderSimpleBarcode(ContextProcessor& processor, std::vector<std::uint8_t> const& bitmap,
-                         unsigned long logicalWidth, unsigned long logicalHeight, unsigned long bitmapWidth) {
-    auto const& target = processor.GetGraphicContext();
-    if (!target) return;
-    target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
-    auto const field = FieldPlacement::From(processor);
-    int const width = static_cast<int>(logicalWidth);
-    int const height = static_cast<int>(logicalHeight);
-    ZplPoint const factor = Rendering::GenerateLocalJustificationFactor(field.orientation, field.baseline,
-                                                                        field.justification, width, height);
-    auto const transform = GetFieldLocalToGlobalTransform(processor, logicalWidth, logicalHeight);
-    auto const [image, next] =
-        Rendering::GenerateRenderPoints(field.orientation, field.baseline, field.justification, width, height);
-    StoreNextFieldOrigin(processor, Rendering::PreOrPostRotationShift(transform, next, factor, field.baseline));
-    unsigned long const stride = (bitmapWidth + 7) / 8;
-    DrawImage(*target,
-              {bitmap, static_cast<unsigned>(bitmapWidth), stride ? static_cast<unsigned>(bitmap.size() / stride) : 0},
-              Rendering::PreOrPostRotationShift(transform, image, factor, field.baseline), field.orientation,
-              static_cast<unsigned>(logicalWidth), static_cast<unsigned>(logicalHeight), false);
 }
 
 }  // namespace ZplCore
