@@ -1,5 +1,7 @@
 #include "barcodes/BarcodeHandlers.h"
 
+#include "barcodes/composite/Gs1DatabarBarcodeHandler.h"
+#include "barcodes/composite/Tlc39BarcodeHandler.h"
 #include "barcodes/frame/BarcodeDefaultHandlers.h"
 #include "barcodes/linear/Code128BarcodeHandler.h"
 #include "barcodes/linear/LinearBarcodeHandlers.h"
@@ -12,6 +14,8 @@
 void AddBarcodeHandlers(CommandHandlerPool& pool) {
     AddBarcodeDefaultHandlers(pool);
     pool.AddToCache<Code128BarcodeHandler>();
+    pool.AddToCache<Gs1DatabarBarcodeHandler>();
+    pool.AddToCache<Tlc39BarcodeHandler>();
     AddLinearBarcodeHandlers(pool);
     AddMatrixBarcodeHandlers(pool);
     AddPostalBarcodeHandlers(pool);

@@ -8,11 +8,12 @@
 #include "Barcode/Encoder/PDF417Encoder.h"
 #include "barcodes/composite/Gs1DatabarEncoder.h"
 #include "barcodes/composite/Tlc39Encoder.h"
+#include "barcodes/frame/GraphicHelper.h"
 #include "barcodes/matrix/DataMatrix0to140Encoder.h"
-#include "barcodes/matrix/MaxiCodeSketch.h"
+#include "barcodes/matrix/MaxiCodeEncoder.h"
 #include "barcodes/matrix/QrText.h"
 #include "barcodes/stacked/CodaBlockEncoders.h"
-#include "barcodes/stacked/StackedSketch.h"
+#include "barcodes/stacked/Code49Encoder.h"
 
 using namespace Barcode::Encoder;
 

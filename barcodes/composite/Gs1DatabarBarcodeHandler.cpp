@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "barcodes/composite/Gs1DatabarEncoder.h"
+#include "barcodes/composite/Gs1DatabarSketch.h"
 #include "barcodes/frame/BarcodeArithmetic.h"
 #include "barcodes/frame/BarcodeError.h"
 #include "barcodes/frame/BarcodeParameters.h"

@@ -4,7 +4,6 @@
 
 #include "Barcode/Encoder/ModuleEncoder.h"
 #include "barcodes/frame/BarcodeArithmetic.h"
-#include "barcodes/frame/BitmapPainter.h"
 #include "barcodes/retail/RetailText.h"
 #include "frontend/stream/Ascii.h"
 
@@ -167,43 +166,3 @@ Gs1Symbol EncodeGs1(std::string const& data, Gs1Type type, unsigned segments) {
 }
 
 }  // namespace Barcode::Encoder
-
-namespace Scripting {
-
-SketchedBitmap GraphicHelper::SketchGS1Barcode(Barcode::Model::GS1BarcodeModel const& model, unsigned module,
-                                               unsigned moduleHeight, unsigned separatorHeight, unsigned barHeight,
-                                               unsigned componentRowHeight, Dpi dpi, unsigned long designResolution) {
-    using Height = Barcode::Model::GS1BarcodeModel::Height;
-    PixelScale const toPixels(dpi, designResolution);
-    auto const heightOf = [&](auto const& fragment, auto const& scale) -> std::uint64_t {
-        switch (fragment.height) {
-            case Height::Separator: return scale(separatorHeight);
-            case Height::Bars: return scale(barHeight);
-            case Height::Component: return scale(componentRowHeight);
-            case Height::Modules: break;
-        }
-        return fragment.modules * scale(moduleHeight);
-    };
-    auto const inDots = [](unsigned dots) { return std::uint64_t{dots}; };
-    std::uint64_t width = 0, height = 0, logicalHeight = 0;
-    for (auto const& fragment : model.GetFragments()) {
-        width = std::max<std::uint64_t>(width, fragment.blocks.size());
-        height += heightOf(fragment, toPixels);
-        logicalHeight += heightOf(fragment, inDots);
-    }
-    auto bitmap = MakeBitmap(width * toPixels(module), height);
-    bitmap.logicalWidth = width * module;
-    bitmap.logicalHeight = logicalHeight;
-    if (bitmap.rows->empty()) return bitmap;
-    std::size_t y = 0;
-    for (auto const& fragment : model.GetFragments()) {
-        std::uint64_t const rows = heightOf(fragment, toPixels);
-        if (rows == 0) continue;
-        PaintBlocks(RowAt(bitmap, y), fragment.blocks, toPixels(module), 2 * toPixels(module));
-        RepeatRow(bitmap, y, rows);
-        y += rows;
-    }
-    return bitmap;
-}
-
-}  // namespace Scripting

@@ -2,43 +2,9 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include "Barcode/Encoder/ValidationStatus.h"
-#include "Barcode/Model/BarcodeModels.h"
-#include "barcodes/frame/GraphicHelper.h"
-
-namespace Barcode::Model {
-
-/// Rows of bars of different heights, from the top.
-class GS1BarcodeModel : public BarcodeModelBase {
-public:
-    /// What a row's height follows.
-    enum class Height {
-        Modules,    ///< a number of modules
-        Separator,  ///< the height of separators asked for
-        Bars,       ///< the height of linear bars asked for
-        Component,  ///< the row height of composite components asked for
-    };
-    struct GS1Fragment {
-        std::vector<Block> blocks;
-        Height height = Height::Modules;
-        unsigned modules = 1;  ///< of Height::Modules
-    };
-
-    SymbologyGroup GetSymbologyGroup() const override { return SymbologyGroup::Composite; }
-    std::vector<GS1Fragment> const& GetFragments() const { return fragments_; }
-    GS1BarcodeModel& operator<<(GS1Fragment fragment) {
-        fragments_.push_back(std::move(fragment));
-        return *this;
-    }
-
-private:
-    std::vector<GS1Fragment> fragments_;
-};
-
-}  // namespace Barcode::Model
+#include "barcodes/composite/Gs1DatabarModel.h"
 
 namespace Barcode::Encoder {
 
@@ -73,13 +39,3 @@ Gs1Symbol EncodeGs1(std::string const& data, Gs1Type type, unsigned segments);
 std::string BracketIdentifiers(std::string_view elements);
 
 }  // namespace Barcode::Encoder
-
-namespace Scripting::GraphicHelper {
-
-/// Dots: the width of a module, the height of one in rows whose height the model tells, and the heights of separators,
-/// of linear bars and of the rows of a composite component.
-SketchedBitmap SketchGS1Barcode(Barcode::Model::GS1BarcodeModel const& model, unsigned module, unsigned moduleHeight,
-                                unsigned separatorHeight, unsigned barHeight, unsigned componentRowHeight, Dpi dpi,
-                                unsigned long designResolution);
-
-}  // namespace Scripting::GraphicHelper

@@ -1,10 +1,12 @@
+#include "barcodes/composite/Tlc39BarcodeHandler.h"
+
 #include "barcodes/composite/Tlc39Encoder.h"
+#include "barcodes/composite/Tlc39Sketch.h"
 #include "barcodes/frame/BarcodeArithmetic.h"
 #include "barcodes/frame/BarcodeError.h"
 #include "barcodes/frame/BarcodeParameters.h"
 #include "barcodes/frame/Memoizer.h"
 #include "barcodes/frame/SymbolFrame.h"
-#include "barcodes/stacked/StackedBarcodeHandlers.h"
 #include "fields/placement/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/ZplParse.h"

@@ -3,11 +3,9 @@
 #include <algorithm>
 
 #include "Barcode/Encoder/DataMatrix200Encoder.h"
-#include "barcodes/frame/BarcodeError.h"
-#include "barcodes/frame/GraphicHelper.h"
 #include "barcodes/frame/Memoizer.h"
-#include "barcodes/frame/SymbolFrame.h"
 #include "barcodes/matrix/DataMatrix0to140Encoder.h"
+#include "barcodes/matrix/MatrixRendering.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {
@@ -16,13 +14,6 @@ using namespace Barcode::Encoder;
 using Barcode::Model::MatrixBarcodeModel;
 
 namespace {
-
-void DrawMatrix(ContextProcessor& processor, MatrixBarcodeModel const& model, unsigned cellSize) {
-    auto const resolution = SketchResolution::Of(processor);
-    auto const symbol =
-        Scripting::GraphicHelper::SketchMatrixBarcode(model, cellSize, resolution.printer, resolution.design);
-    RenderSimpleBarcode(processor, *symbol.rows, symbol.logicalWidth, symbol.logicalHeight, symbol.bitmapWidth);
-}
 
 /// The module size in dots; if none was sent, one that makes the symbol as tall as the barcodes of its label.
 unsigned ModuleSize(ContextProcessor const& processor, DataMatrixOptions const& options,
@@ -83,20 +74,6 @@ void RenderDataMatrix(ContextProcessor& processor, DataMatrixOptions const& opti
     } else {
         CreateDataMatrix0to140(processor, options);
     }
-}
-
-void RenderMatrix(ContextProcessor& processor, BarcodeStatus status,
-                  std::function<MatrixBarcodeModel const&()> const& encode, unsigned cellSize, bool forceError,
-                  std::string_view reason) {
-    if (!processor.GetGraphicContext()) return;
-    MatrixBarcodeModel const* model = status == BarcodeStatus::Valid ? &encode() : nullptr;
-    if (model != nullptr && model->GetCells().empty()) status = BarcodeStatus::TooLong;
-    if (auto const message = GetBarcodeErrorMessage(status)) {
-        HandleBarcodeError(processor, *message, forceError,
-                           status == BarcodeStatus::InvalidCharacter ? reason : std::string_view());
-        return;
-    }
-    DrawMatrix(processor, *model, cellSize);
 }
 
 }  // namespace ZplCore

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 
-#include "barcodes/frame/BarcodeFunctions.h"
 #include "frontend/context/ContextProcessor.h"
 
 namespace ZplCore {
@@ -23,11 +21,5 @@ struct DataMatrixOptions {
 std::optional<unsigned> ZplDataMatrixQualityParser(unsigned value);
 /// Refused data are drawn as an error whether validation is on or off.
 void RenderDataMatrix(ContextProcessor& processor, DataMatrixOptions const& options);
-
-/// The common end of symbols of cells: the error if `status` is one or the model has no cells, which says that the data
-/// do not fit; otherwise the symbol. `reason` is that of a character that the symbol lacks.
-void RenderMatrix(ContextProcessor& processor, BarcodeStatus status,
-                  std::function<Barcode::Model::MatrixBarcodeModel const&()> const& encode, unsigned cellSize,
-                  bool forceError = false, std::string_view reason = {});
 
 }  // namespace ZplCore

@@ -1,6 +1,5 @@
 #include "barcodes/retail/RetailBarcodeHandlers.h"
 
-#include "barcodes/composite/Gs1DatabarBarcodeHandler.h"
 #include "barcodes/frame/BarcodeParameters.h"
 #include "barcodes/frame/NotchedFrame.h"
 #include "barcodes/retail/RetailRendering.h"
@@ -97,7 +96,6 @@ void AddRetailBarcodeHandlers(CommandHandlerPool& pool) {
     pool.AddToCache<Ean8BarcodeHandler>();
     pool.AddToCache<UpcEBarcodeHandler>();
     pool.AddToCache<Ean13BarcodeHandler>();
-    pool.AddToCache<Gs1DatabarBarcodeHandler>();
     pool.AddToCache<UpcEanExtensionsBarcodeHandler>();
     pool.AddToCache<UpcABarcodeHandler>();
 }

@@ -1,3 +1,5 @@
+#include "barcodes/stacked/CodaBlockBarcodeHandler.h"
+
 #include <algorithm>
 
 #include "barcodes/frame/BarcodeArithmetic.h"
@@ -5,7 +7,6 @@
 #include "barcodes/frame/BarcodeParameters.h"
 #include "barcodes/frame/SymbolFrame.h"
 #include "barcodes/stacked/CodaBlockEncoders.h"
-#include "barcodes/stacked/StackedBarcodeHandlers.h"
 #include "barcodes/stacked/StackedSketch.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/ZplParse.h"

@@ -9,6 +9,8 @@
 #include "barcodes/frame/LinearFrame.h"
 #include "barcodes/frame/Memoizer.h"
 #include "barcodes/frame/SymbolFrame.h"
+#include "barcodes/stacked/CodaBlockBarcodeHandler.h"
+#include "barcodes/stacked/Code49Encoder.h"
 #include "barcodes/stacked/StackedSketch.h"
 #include "fields/placement/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -136,5 +138,4 @@ void AddStackedBarcodeHandlers(CommandHandlerPool& pool) {
     pool.AddToCache<Pdf417BarcodeHandler>();
     pool.AddToCache<CodaBlockBarcodeHandler>();
     pool.AddToCache<MicroPdfBarcodeHandler>();
-    pool.AddToCache<Tlc39BarcodeHandler>();
 }

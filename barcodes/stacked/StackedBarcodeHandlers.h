@@ -19,20 +19,8 @@ public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };
 
-/// `^BB`: CODABLOCK. Row height in modules, security, characters in a row, rows, mode A, E or F.
-class CodaBlockBarcodeHandler : public HandlerFor<CommandId("BB")> {
-public:
-    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
-};
-
 /// `^BF`: MicroPDF417. Row height in dots, mode.
 class MicroPdfBarcodeHandler : public HandlerFor<CommandId("BF")> {
-public:
-    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
-};
-
-/// `^BT`: TLC39. Narrow bar, ratio and height of the Code 39, module and row height of the MicroPDF417.
-class Tlc39BarcodeHandler : public HandlerFor<CommandId("BT")> {
 public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override;
 };

@@ -6,6 +6,7 @@
 
 #include "../support/FieldBench.h"
 #include "barcodes/composite/Tlc39Encoder.h"
+#include "barcodes/composite/Tlc39Sketch.h"
 #include "barcodes/stacked/CodaBlockEncoders.h"
 #include "printengine/src/barcode/Code128Patterns.h"
 
