@@ -46,7 +46,4 @@ private:
     bool isBarcode_ = false;
 };
 
-/// The beginning of what the field under way says, UTF-8: enough to know it by.
-std::string BeginningOfData(ContextProcessor const& processor);
-
 }  // namespace ZplCore

@@ -9,6 +9,7 @@
 #include "foundation/Log.h"
 #include "frontend/context/Utf8Text.h"
 #include "frontend/context/ZplContextKeys.h"
+#include "frontend/stream/Ascii.h"
 
 namespace ZplCore {
 
@@ -60,6 +61,26 @@ void ReportMisread(std::string_view data, ContextProcessor const& processor) {
     std::snprintf(digits, sizeof digits, "%02X", unsigned{byte});
     Log::Report(LogTopic::Data, "the data " + Quoted(data) + " are read as UTF-8, in which the byte " + digits +
                                     " makes no character; " + LikelySet(byte));
+}
+
+std::string BeginningOfData(ContextProcessor const& processor) {
+    constexpr std::size_t Longest = 40;  // bytes
+    std::string const& data = processor.at(ZplContextKeys::FieldData);
+    bool const isLong = data.size() > Longest;
+    std::string text = data.substr(0, Longest);
+    if (!std::all_of(text.begin(), text.end(), IsAscii)) {
+        // A character that is cut in two goes as a whole.
+        auto const isRest = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; };
+        text = FieldText(data, processor).substr(0, Longest + 1);
+        while (text.size() > Longest || (!text.empty() && isLong && isRest(text.back()))) text.pop_back();
+    }
+    // How senders end the lines of a block.
+    for (auto at = text.find("\\&"); at != text.npos; at = text.find("\\&", at)) {
+        text[at] = ' ';
+        text.erase(at + 1, 1);
+    }
+    while (!isLong && text.ends_with(' ')) text.pop_back();
+    return isLong ? text + "..." : text;
 }
 
 }  // namespace ZplCore

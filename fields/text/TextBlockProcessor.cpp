@@ -3,7 +3,6 @@
 #include <unordered_map>
 
 #include "Scripting/GraphicContext.h"
-#include "fields/ink/FieldMap.h"
 #include "fields/placement/RenderPoints.h"
 #include "fields/text/FieldText.h"
 #include "fields/text/TextBlockLayout.h"
