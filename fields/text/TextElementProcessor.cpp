@@ -126,3 +126,7 @@ void RenderTextElement(ContextProcessor& processor) {
 }
 
 }  // namespace ZplCore::Sketching
+
+// Its default draws, so it cannot be defined with the other keys, which stand below everything that draws.
+ContextKey<ZplContextKeys::RenderFunction> const ZplContextKeys::FieldRenderFunction(
+    ZplCore::Sketching::RenderTextElement);

@@ -1,11 +1,5 @@
 #include "frontend/context/ZplContextKeys.h"
 
-// Draws what the element context holds as a text field. Declared here and defined by the fields, so that the keys need
-// not know what draws.
-namespace ZplCore::Sketching {
-void RenderTextElement(ContextProcessor& processor);
-}
-
 namespace ZplContextKeys {
 ContextKey<ClockOffset> const ClockOffset2;
 ContextKey<ClockOffset> const ClockOffset3;
@@ -54,7 +48,6 @@ ContextKey<double> const FontPointSize;
 ContextKey<double> const FontCompressionValue;
 ContextKey<int> const TrueTypeYPosAdjust;
 ContextKey<ZplCore::UserFont> const UserFont;
-ContextKey<RenderFunction> const FieldRenderFunction(ZplCore::Sketching::RenderTextElement);
 ContextKey<SerializeFunctionType> const SerializeFunction;
 ContextKey<std::vector<std::shared_ptr<ZplCore::SerializationFieldStringData>>> const serializationFieldStringData;
 ContextKey<std::uint64_t> const SerializeFunctionIndex;

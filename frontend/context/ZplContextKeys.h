@@ -87,6 +87,7 @@ extern ContextKey<double> const FontPointSize;
 extern ContextKey<double> const FontCompressionValue;
 extern ContextKey<int> const TrueTypeYPosAdjust;
 extern ContextKey<ZplCore::UserFont> const UserFont;
+// A field that no command gave another function is text, so this key is defined where text is drawn: by `fields/text`.
 extern ContextKey<RenderFunction> const FieldRenderFunction;
 extern ContextKey<SerializeFunctionType> const SerializeFunction;
 extern ContextKey<std::vector<std::shared_ptr<ZplCore::SerializationFieldStringData>>> const
