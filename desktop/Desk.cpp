@@ -10,6 +10,7 @@
 #include "foundation/Features.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
+#include "frontend/processor/CreateHandlers.h"
 #include "propertybus/PublishingPropertyManager.h"
 
 TemporaryFolder::TemporaryFolder(std::filesystem::path const& parent, std::string_view prefix) {
@@ -35,8 +36,8 @@ std::shared_ptr<Clock const> MakeClock(RenderOptions const& options) {
 Desk::Desk(RenderOptions const& options)
     : storage_(std::filesystem::temp_directory_path(), "zpl-"),
       model_(ZPLProcessorInterface::Create(std::make_shared<PublishingPropertyManager>(), nullptr)),
-      handlers_(options.tag || Features::Exists(FeatureNames::rfidEncoderSupport),
-                Features::Exists(FeatureNames::disablePausing)),
+      handlers_(CreateHandlers(options.tag || Features::Exists(FeatureNames::rfidEncoderSupport),
+                               Features::Exists(FeatureNames::disablePausing))),
       clock_(MakeClock(options)),
       printerDpi_(options.printerDpi),
       designDpi_(options.designDpi) {

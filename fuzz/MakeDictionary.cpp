@@ -1,7 +1,7 @@
 #include <cstdio>
 #include <string>
 
-#include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/processor/CreateHandlers.h"
 
 // Writes the words of the language for libFuzzer, one a line: each command with its prefix, and what else matters to
 // those who read streams.
@@ -19,7 +19,7 @@ std::string Letters(std::uint64_t id) {
 }  // namespace
 
 int main() {
-    CommandHandlerPool const pool(true, false);
+    CommandHandlerPool const pool = CreateHandlers(true, false);
     for (auto const& [id, handler] : pool) {
         auto const type = handler->GetSyntacticType();
         std::string const letters = Letters(id);

@@ -8,6 +8,7 @@
 #include "foundation/Features.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
+#include "frontend/processor/CreateHandlers.h"
 #include "jobhost/model/RfidReadResponses.h"
 #include "labels/Job.h"
 
@@ -16,7 +17,8 @@ using zpl::NetworkResponse;
 
 TQZPLProcessorInterface::TQZPLProcessorInterface(std::unique_ptr<Zpl::Host::JobQueueInterface> queue)
     : systemContext_(std::make_shared<Context>(ContextProcessor::SystemContext)),
-      handlerPool_(Features::Exists(FeatureNames::rfidEncoderSupport), Features::Exists(FeatureNames::disablePausing)),
+      handlerPool_(CreateHandlers(Features::Exists(FeatureNames::rfidEncoderSupport),
+                                  Features::Exists(FeatureNames::disablePausing))),
       queue_(std::move(queue)) {
     systemContext_->Set(ZplContextKeys::CodePageConverter, ZplCodePageConverter(0));
     connect(this, &TQZPLProcessorInterface::zplCommandToProcessChanged, this, &TQZPLProcessorInterface::Consume,

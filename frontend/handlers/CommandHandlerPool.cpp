@@ -1,9 +1,5 @@
 #include "frontend/handlers/CommandHandlerPool.h"
 
-CommandHandlerPool::CommandHandlerPool(bool rfidEncoderSupport, bool disablePausing) {
-    CreateHandlers(rfidEncoderSupport, disablePausing);
-}
-
 CommandHandler* CommandHandlerPool::GetCommandHandler(std::uint64_t id) const {
     auto const found = handlers_.find(id);
     return found == handlers_.end() ? nullptr : found->second.get();

@@ -8,12 +8,10 @@
 #include "frontend/handlers/CommandHandler.h"
 #include "frontend/handlers/CommandHandlerProxy.h"
 
-/// Every command of the language, each once, under its id. Built once; not changed afterwards.
+/// Commands of the language, each once, under its id. Built once, by `CreateHandlers` with all of them; not changed
+/// afterwards.
 class CommandHandlerPool {
 public:
-    /// `rfidEncoderSupport` adds the tag commands; `disablePausing` selects the print quantity that never pauses.
-    CommandHandlerPool(bool rfidEncoderSupport, bool disablePausing);
-
     /// Null if there is no such command.
     CommandHandler* GetCommandHandler(std::uint64_t id) const;
     CommandHandler* GetCommandHandler(std::string_view letters) const { return GetCommandHandler(CommandId(letters)); }
@@ -36,8 +34,5 @@ public:
     auto end() const { return handlers_.end(); }
 
 private:
-    /// The one place that knows every handler family; does nothing if there are handlers already.
-    void CreateHandlers(bool rfidEncoderSupport, bool disablePausing);
-
     std::map<std::uint64_t, std::unique_ptr<CommandHandler>> handlers_;
 };

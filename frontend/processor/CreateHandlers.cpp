@@ -1,13 +1,15 @@
+#include "frontend/processor/CreateHandlers.h"
+
 #include "barcodes/BarcodeHandlers.h"
 #include "fields/FieldHandlers.h"
-#include "frontend/handlers/CommandHandlerPool.h"
 #include "labels/LabelHandlers.h"
 #include "rfid/RfidHandlers.h"
 
-void CommandHandlerPool::CreateHandlers(bool rfidEncoderSupport, bool disablePausing) {
-    if (!handlers_.empty()) return;
-    AddLabelHandlers(*this, disablePausing);
-    AddFieldHandlers(*this);
-    AddBarcodeHandlers(*this);
-    if (rfidEncoderSupport) AddRfidHandlers(*this);
+CommandHandlerPool CreateHandlers(bool rfidEncoderSupport, bool disablePausing) {
+    CommandHandlerPool pool;
+    AddLabelHandlers(pool, disablePausing);
+    AddFieldHandlers(pool);
+    AddBarcodeHandlers(pool);
+    if (rfidEncoderSupport) AddRfidHandlers(pool);
+    return pool;
 }

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "foundation/Files.h"
-#include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/processor/CreateHandlers.h"
 
 namespace {
 
@@ -155,7 +155,7 @@ std::string ClassName(CommandHandler const& handler) {
 }
 
 TEST(CommandTable, HoldsEveryRowWithItsClassPrefixAndTiming) {
-    CommandHandlerPool const pool(true, false);
+    CommandHandlerPool const pool = CreateHandlers(true, false);
     for (auto const& row : CommandTable) {
         SCOPED_TRACE(row.letters);
         CommandHandler const* const handler = pool.GetCommandHandler(row.letters);
@@ -175,23 +175,23 @@ TEST(CommandTable, HoldsNothingElse) {
         expected.insert(0x4100U + static_cast<unsigned char>(font));
     expected.insert(CommandId("B0"));
     std::set<std::uint64_t> found;
-    for (auto const& [id, handler] : CommandHandlerPool(true, false)) found.insert(id);
+    for (auto const& [id, handler] : CreateHandlers(true, false)) found.insert(id);
     EXPECT_EQ(found, expected);
 }
 
 TEST(CommandTable, KnowsTagCommandsOnlyWithTheirFeature) {
-    CommandHandlerPool const pool(false, false);
+    CommandHandlerPool const pool = CreateHandlers(false, false);
     for (auto const& row : CommandTable) {
         EXPECT_EQ(pool.GetCommandHandler(row.letters) == nullptr, row.tagFeature) << row.letters;
     }
 }
 
 TEST(CommandTable, SelectsThePrintQuantityThatNeverPauses) {
-    EXPECT_EQ(ClassName(*CommandHandlerPool(false, true).GetCommandHandler("PQ")), "PrintQuantityNoPausingHandler");
+    EXPECT_EQ(ClassName(*CreateHandlers(false, true).GetCommandHandler("PQ")), "PrintQuantityNoPausingHandler");
 }
 
 TEST(CommandTable, GivesFontsTimesAndSpellingsByRule) {
-    CommandHandlerPool const pool(false, false);
+    CommandHandlerPool const pool = CreateHandlers(false, false);
     EXPECT_EQ(ClassName(*pool.GetCommandHandler("A0")), "FontHandler");
     EXPECT_EQ(ClassName(*pool.GetCommandHandler("AZ")), "FontHandler");
     EXPECT_EQ(ClassName(*pool.GetCommandHandler("A@")), "UserFontHandler");
@@ -219,8 +219,8 @@ std::vector<std::string> CommandsOf(std::string const& row) {
 }
 
 TEST(CommandTable, IsDocumentedInOneRowForEachCommandAndNoOther) {
-    CommandHandlerPool const pool(true, false);
-    CommandHandlerPool const withoutTags(false, false);
+    CommandHandlerPool const pool = CreateHandlers(true, false);
+    CommandHandlerPool const withoutTags = CreateHandlers(false, false);
     std::map<std::string, int> rows;
     std::istringstream page(ReadRegularFile("docs/commands.md"));
     for (std::string line; std::getline(page, line);) {

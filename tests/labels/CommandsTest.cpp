@@ -2,6 +2,7 @@
 #include <set>
 
 #include "foundation/Files.h"
+#include "frontend/processor/CreateHandlers.h"
 #include "tests/support/FieldBench.h"
 
 // What each command sets, answers or draws, and that unusable and absent parameters leave that alone. Commands of
@@ -59,8 +60,8 @@ std::string DrawnAtDefaults(FieldBench& bench, std::string const& drawn) {
     std::string requests;
     for (auto const& request : bench.printer->requests) requests += request + ' ';
     return drawn + requests +
-           Values<LabelOriginX, LabelOriginY, LabelLength, LabelWidth, LabelAdjustY, MediaDarknessOffset, MediaDarkness>(
-               bench, drawn);
+           Values<LabelOriginX, LabelOriginY, LabelLength, LabelWidth, LabelAdjustY, MediaDarknessOffset,
+                  MediaDarkness>(bench, drawn);
 }
 
 std::string Characters(FieldBench& bench, std::string const&) {
@@ -194,7 +195,7 @@ TEST(Commands, AllStandInTheseRowsOrOnAGoldenPage) {
         if (entry.path().extension() == ".zpl") CollectCommands(ReadRegularFile(entry.path()), seen);
     }
     std::string missing;
-    for (auto const& [id, handler] : CommandHandlerPool(false, false)) {
+    for (auto const& [id, handler] : CreateHandlers(false, false)) {
         std::string const letters{static_cast<char>(id >> 8), static_cast<char>(id & 0xFF)};
         bool const isFontOrBarcode = letters[0] == 'A' || letters[0] == 'B';
         if (!isFontOrBarcode && !seen.contains(letters)) missing += letters + ' ';

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "frontend/context/ZplContextKeys.h"
-#include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/processor/CreateHandlers.h"
 
 namespace {
 
@@ -18,7 +18,7 @@ struct Format {
 };
 
 Label MakeLabel(Format const& format) {
-    static CommandHandlerPool const pool(false, false);
+    static CommandHandlerPool const pool = CreateHandlers(false, false);
     ContextProcessor processor("");
     processor.SetSystemContext(std::make_shared<Context>(ContextProcessor::SystemContext));
     processor.CreateContext(ContextProcessor::FormatContext);

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "frontend/context/ZplContextKeys.h"
-#include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/processor/CreateHandlers.h"
 #include "frontend/processor/ZplCommandProcessor.h"
 #include "labels/Job.h"
 #include "tests/support/FakePrinterContext.h"
@@ -69,7 +69,7 @@ protected:
         return text;
     }
 
-    CommandHandlerPool pool_{true, false};
+    CommandHandlerPool pool_ = CreateHandlers(true, false);
     std::shared_ptr<PageRecorder> target_ = std::make_shared<PageRecorder>();
     std::shared_ptr<FakePrinterContext> printer_ = std::make_shared<FakePrinterContext>();
     std::shared_ptr<Context> system_;

@@ -15,7 +15,7 @@
 #include "RecordingGraphicContext.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
-#include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/processor/CreateHandlers.h"
 #include "frontend/stream/ZplTokenizer.h"
 
 /// Runs the commands of a format one after the other against a format's contexts, as a label does when it is drawn, and
@@ -64,7 +64,7 @@ public:
     }
 
     static CommandHandlerPool const& Handlers() {
-        static CommandHandlerPool const pool(false, false);
+        static CommandHandlerPool const pool = CreateHandlers(false, false);
         return pool;
     }
 

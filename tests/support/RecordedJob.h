@@ -10,7 +10,7 @@
 
 #include "Scripting/ScriptGraphicContext.h"
 #include "frontend/context/ZplContextKeys.h"
-#include "frontend/handlers/CommandHandlerPool.h"
+#include "frontend/processor/CreateHandlers.h"
 #include "labels/Job.h"
 #include "tests/support/FakePrinterContext.h"
 #include "tests/support/TemporaryDirectory.h"
@@ -97,7 +97,7 @@ private:
     };
 
     Zpl::Label MakeLabel(Format const& format, std::size_t number) {
-        static CommandHandlerPool const pool(false, false);
+        static CommandHandlerPool const pool = CreateHandlers(false, false);
         using namespace ZplContextKeys;
         ContextProcessor processor("");
         processor.SetSystemContext(std::make_shared<Context>(ContextProcessor::SystemContext));
