@@ -16,6 +16,7 @@
 #include "barcodes/stacked/Code49Encoder.h"
 
 using namespace Barcode::Encoder;
+using namespace ZplCore;
 
 namespace {
 

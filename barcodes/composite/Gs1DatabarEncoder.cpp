@@ -7,11 +7,13 @@
 #include "barcodes/retail/RetailText.h"
 #include "frontend/stream/Ascii.h"
 
-namespace Barcode::Encoder {
+namespace ZplCore {
+
+using namespace Barcode::Encoder;
 
 namespace {
 
-using Model::GS1BarcodeModel;
+using Barcode::Model::GS1BarcodeModel;
 using Height = GS1BarcodeModel::Height;
 
 struct TypeRow {
@@ -56,10 +58,10 @@ std::size_t ElementLength(std::string_view text) {
 }
 
 std::string FixedDigits(std::string const& text, Gs1Type type, std::size_t count) {
-    std::string digits = ZplCore::KeepCharacters("0123456789")(text);
+    std::string digits = KeepCharacters("0123456789")(text);
     // Senders may put the identifier 01 in front and the check digit behind.
     if (count == 13 && digits.size() == 16) digits.erase(0, 2);
-    if (type == Gs1Type::UPCE) digits = ZplCore::UPCE::TransformInvalidInput(digits);
+    if (type == Gs1Type::UPCE) digits = UPCE::TransformInvalidInput(digits);
     if (digits.size() > count) digits.resize(count);
     return std::string(count - digits.size(), '0') + digits;
 }
@@ -138,12 +140,12 @@ ModuleRequest RequestOf(std::string const& data, Gs1Type type, unsigned segments
     return request;
 }
 
-ValidationStatus Validate(std::string const& data, Gs1Type type) {
-    if (type < Gs1Type::Omnidirectional || type > Gs1Type::Gs1128WithCcC) return ValidationStatus::InvalidParameter;
-    if (data.empty() || data[0] == '|') return ValidationStatus::TooShort;
+BarcodeStatus Validate(std::string const& data, Gs1Type type) {
+    if (type < Gs1Type::Omnidirectional || type > Gs1Type::Gs1128WithCcC) return BarcodeStatus::InvalidParameter;
+    if (data.empty() || data[0] == '|') return BarcodeStatus::TooShort;
     bool const isNumber = Types[static_cast<std::size_t>(type) - 1].digits != 0;
     bool const hasDigits = data.substr(0, data.find('|')).find_first_of("0123456789") != std::string::npos;
-    return isNumber && !hasDigits ? ValidationStatus::InvalidCharacter : ValidationStatus::Valid;
+    return isNumber && !hasDigits ? BarcodeStatus::InvalidCharacter : BarcodeStatus::Valid;
 }
 
 }  // namespace
@@ -151,10 +153,10 @@ ValidationStatus Validate(std::string const& data, Gs1Type type) {
 Gs1Symbol EncodeGs1(std::string const& data, Gs1Type type, unsigned segments) {
     Gs1Symbol symbol;
     symbol.status = Validate(data, type);
-    if (symbol.status != ValidationStatus::Valid) return symbol;
+    if (symbol.status != BarcodeStatus::Valid) return symbol;
     auto const request = RequestOf(data, type, segments);
     if (request.mode == CcC && !HasRoomForCcC(request.primary)) {
-        symbol.status = ValidationStatus::TooShort;
+        symbol.status = BarcodeStatus::TooShort;
         symbol.reason = "the linear part is narrower than the component above it";
         return symbol;
     }
@@ -165,4 +167,4 @@ Gs1Symbol EncodeGs1(std::string const& data, Gs1Type type, unsigned segments) {
     return symbol;
 }
 
-}  // namespace Barcode::Encoder
+}  // namespace ZplCore

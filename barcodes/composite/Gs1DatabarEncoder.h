@@ -3,10 +3,10 @@
 #include <string>
 #include <string_view>
 
-#include "Barcode/Encoder/ValidationStatus.h"
 #include "barcodes/composite/Gs1DatabarModel.h"
+#include "barcodes/frame/BarcodeFunctions.h"
 
-namespace Barcode::Encoder {
+namespace ZplCore {
 
 /// The symbols of the GS1 DataBar command, in its numbering.
 enum class Gs1Type : unsigned {
@@ -25,8 +25,8 @@ enum class Gs1Type : unsigned {
 };
 
 struct Gs1Symbol {
-    ValidationStatus status = ValidationStatus::Valid;
-    Model::GS1BarcodeModel model;
+    BarcodeStatus status = BarcodeStatus::Valid;
+    Barcode::Model::GS1BarcodeModel model;
     std::string_view reason = {};  ///< of a refusal that the status does not explain
 };
 
@@ -38,4 +38,4 @@ Gs1Symbol EncodeGs1(std::string const& data, Gs1Type type, unsigned segments);
 /// next, others by FNC1 (0x1D). Brackets and parentheses of the sender are kept as such.
 std::string BracketIdentifiers(std::string_view elements);
 
-}  // namespace Barcode::Encoder
+}  // namespace ZplCore

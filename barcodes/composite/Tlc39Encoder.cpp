@@ -6,7 +6,9 @@
 #include "Barcode/Encoder/MicroPDF417Encoder.h"
 #include "frontend/stream/Ascii.h"
 
-namespace Barcode {
+namespace ZplCore {
+
+using namespace Barcode::Encoder;
 
 namespace {
 
@@ -19,21 +21,21 @@ std::string LinkedText(std::string const& text) {
 
 }  // namespace
 
-Encoder::ValidationStatus Encoder::Tlc39Encoder::Validate(std::string const& text) {
+BarcodeStatus Tlc39Encoder::Validate(std::string const& text) {
     constexpr std::size_t MaxLength = 150;
     constexpr std::size_t MaxSerial = 25;
     auto const code = std::string_view(text).substr(0, CodeLength);
-    if (!std::all_of(code.begin(), code.end(), IsAsciiDigit)) return ValidationStatus::InvalidCharacter;
-    if (code.size() < CodeLength) return ValidationStatus::TooShort;
+    if (!std::all_of(code.begin(), code.end(), IsAsciiDigit)) return BarcodeStatus::InvalidCharacter;
+    if (code.size() < CodeLength) return BarcodeStatus::TooShort;
     std::string const linked = LinkedText(text);
     bool const isTooLong = text.size() > MaxLength || std::min(linked.find(','), linked.size()) > MaxSerial;
-    return isTooLong ? ValidationStatus::TooLong : ValidationStatus::Valid;
+    return isTooLong ? BarcodeStatus::TooLong : BarcodeStatus::Valid;
 }
 
-Model::Tlc39BarcodeModel Encoder::Tlc39Encoder::Encode(std::string const& text) {
+Barcode::Model::Tlc39BarcodeModel Tlc39Encoder::Encode(std::string const& text) {
     constexpr MicroPDF417Shape FourColumns{4, 0};
     return {*Code39Encoder::Encode(text.substr(0, CodeLength), false),
             MicroPDF417Encoder::Encode(LinkedText(text), FourColumns, MicroPDF417Linkage::LinearComponent)};
 }
 
-}  // namespace Barcode
+}  // namespace ZplCore

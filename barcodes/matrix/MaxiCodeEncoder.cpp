@@ -5,7 +5,9 @@
 #include "Barcode/Encoder/ModuleEncoder.h"
 #include "frontend/stream/Ascii.h"
 
-namespace Barcode::Encoder {
+namespace ZplCore {
+
+using namespace Barcode::Encoder;
 
 namespace {
 
@@ -25,22 +27,22 @@ bool HasPrimary(unsigned mode) { return mode == PostalMode || mode == Internatio
 
 }  // namespace
 
-ValidationStatus MaxiCodeEncoder::Validate(std::string const& data, unsigned mode) {
+BarcodeStatus MaxiCodeEncoder::Validate(std::string const& data, unsigned mode) {
     constexpr std::size_t MaxLength = 150;
-    if (mode < 2 || mode > 6) return ValidationStatus::InvalidParameter;
-    if (data.empty()) return ValidationStatus::TooShort;
-    if (data.size() > MaxLength) return ValidationStatus::TooLong;
-    if (!HasPrimary(mode)) return ValidationStatus::Valid;
-    if (data.size() < ClassAndCountry + PostalCodeLength(mode)) return ValidationStatus::TooShort;
+    if (mode < 2 || mode > 6) return BarcodeStatus::InvalidParameter;
+    if (data.empty()) return BarcodeStatus::TooShort;
+    if (data.size() > MaxLength) return BarcodeStatus::TooLong;
+    if (!HasPrimary(mode)) return BarcodeStatus::Valid;
+    if (data.size() < ClassAndCountry + PostalCodeLength(mode)) return BarcodeStatus::TooShort;
     auto const number = std::string_view(data).substr(0, ClassAndCountry);
     auto const code = std::string_view(data).substr(ClassAndCountry, PostalCodeLength(mode));
     bool const isNumber = std::all_of(number.begin(), number.end(), IsAsciiDigit);
     bool const isCode = std::all_of(code.begin(), code.end(), mode == PostalMode ? IsAsciiDigit : IsPostalCharacter);
-    return isNumber && isCode ? ValidationStatus::Valid : ValidationStatus::InvalidCharacter;
+    return isNumber && isCode ? BarcodeStatus::Valid : BarcodeStatus::InvalidCharacter;
 }
 
-Model::MaxiCodeBarcodeModel MaxiCodeEncoder::Encode(std::string const& data, unsigned mode, unsigned index,
-                                                    unsigned count) {
+Barcode::Model::MaxiCodeBarcodeModel MaxiCodeEncoder::Encode(std::string const& data, unsigned mode, unsigned index,
+                                                             unsigned count) {
     ModuleRequest request;
     request.symbology = ModuleSymbology::MaxiCode;
     request.data = data;
@@ -54,7 +56,7 @@ Model::MaxiCodeBarcodeModel MaxiCodeEncoder::Encode(std::string const& data, uns
         request.data = data.substr(ClassAndCountry + length);
         if (request.data.empty()) request.data = " ";
     }
-    return Model::MaxiCodeBarcodeModel(EncodeModules(request).rows);
+    return Barcode::Model::MaxiCodeBarcodeModel(EncodeModules(request).rows);
 }
 
-}  // namespace Barcode::Encoder
+}  // namespace ZplCore

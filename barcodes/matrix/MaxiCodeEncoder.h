@@ -2,17 +2,18 @@
 
 #include <string>
 
-#include "Barcode/Encoder/ValidationStatus.h"
+#include "barcodes/frame/BarcodeFunctions.h"
 #include "barcodes/matrix/MaxiCodeModel.h"
 
-namespace Barcode::Encoder {
+namespace ZplCore {
 
 /// MaxiCode (ISO/IEC 16023). In modes 2 and 3 the data begin with the class of service and the country, three digits
 /// each, and the postal code: nine digits (mode 2) or six characters (mode 3).
 struct MaxiCodeEncoder {
-    static ValidationStatus Validate(std::string const& data, unsigned mode);
+    static BarcodeStatus Validate(std::string const& data, unsigned mode);
     /// No cells if the data do not fit.
-    static Model::MaxiCodeBarcodeModel Encode(std::string const& data, unsigned mode, unsigned index, unsigned count);
+    static Barcode::Model::MaxiCodeBarcodeModel Encode(std::string const& data, unsigned mode, unsigned index,
+                                                       unsigned count);
 };
 
-}  // namespace Barcode::Encoder
+}  // namespace ZplCore

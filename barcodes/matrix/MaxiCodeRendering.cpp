@@ -10,7 +10,6 @@
 namespace ZplCore {
 
 void RenderMaxiCode(ContextProcessor& processor, MaxiCodeOptions const& options) {
-    using Barcode::Encoder::MaxiCodeEncoder;
     static Memoizer<10, decltype(&MaxiCodeEncoder::Encode), std::string, unsigned, unsigned, unsigned> encode(
         &MaxiCodeEncoder::Encode);
     if (!processor.GetGraphicContext()) return;

@@ -6,7 +6,9 @@
 #include "Barcode/Encoder/ModuleEncoder.h"
 #include "frontend/stream/Ascii.h"
 
-namespace Barcode::Encoder {
+namespace ZplCore {
+
+using namespace Barcode::Encoder;
 
 namespace {
 
@@ -15,10 +17,10 @@ constexpr std::array<unsigned, 10> PostnetPatterns{0b11000, 0b00011, 0b00101, 0b
                                                    0b01010, 0b01100, 0b10001, 0b10010, 0b10100};
 
 /// `lengths` ascend.
-ValidationStatus ValidateLengths(std::string const& text, std::initializer_list<std::size_t> lengths) {
-    if (!std::all_of(text.begin(), text.end(), IsAsciiDigit)) return ValidationStatus::InvalidCharacter;
-    if (std::find(lengths.begin(), lengths.end(), text.size()) != lengths.end()) return ValidationStatus::Valid;
-    return text.size() > *(lengths.end() - 1) ? ValidationStatus::TooLong : ValidationStatus::TooShort;
+BarcodeStatus ValidateLengths(std::string const& text, std::initializer_list<std::size_t> lengths) {
+    if (!std::all_of(text.begin(), text.end(), IsAsciiDigit)) return BarcodeStatus::InvalidCharacter;
+    if (std::find(lengths.begin(), lengths.end(), text.size()) != lengths.end()) return BarcodeStatus::Valid;
+    return text.size() > *(lengths.end() - 1) ? BarcodeStatus::TooLong : BarcodeStatus::TooShort;
 }
 
 void AppendDigit(unsigned digit, std::vector<bool>& bars) {
@@ -27,9 +29,9 @@ void AppendDigit(unsigned digit, std::vector<bool>& bars) {
 
 }  // namespace
 
-ValidationStatus PostnetEncoder::Validate(std::string const& text) { return ValidateLengths(text, {5, 9, 11}); }
+BarcodeStatus PostnetEncoder::Validate(std::string const& text) { return ValidateLengths(text, {5, 9, 11}); }
 
-Model::USPS2StateBarcodeModel PostnetEncoder::Encode(std::string const& text) {
+Barcode::Model::USPS2StateBarcodeModel PostnetEncoder::Encode(std::string const& text) {
     std::vector<bool> bars{true};
     unsigned sum = 0;
     for (char const c : text) {
@@ -39,23 +41,23 @@ Model::USPS2StateBarcodeModel PostnetEncoder::Encode(std::string const& text) {
     }
     AppendDigit((10 - sum % 10) % 10, bars);
     bars.push_back(true);
-    return Model::USPS2StateBarcodeModel(std::move(bars));
+    return Barcode::Model::USPS2StateBarcodeModel(std::move(bars));
 }
 
-ValidationStatus IntelligentMailEncoder::Validate(std::string const& text) {
+BarcodeStatus IntelligentMailEncoder::Validate(std::string const& text) {
     auto const status = ValidateLengths(text, {20, 25, 29, 31});
     // The second digit of the identifier counts to 4.
-    if (status == ValidationStatus::Valid && text[1] > '4') return ValidationStatus::InvalidCharacter;
+    if (status == BarcodeStatus::Valid && text[1] > '4') return BarcodeStatus::InvalidCharacter;
     return status;
 }
 
 std::string_view IntelligentMailEncoder::Reason(std::string const& text) {
     if (!std::all_of(text.begin(), text.end(), IsAsciiDigit)) return {};
-    return Validate(text) == ValidationStatus::InvalidCharacter ? "the second digit of Intelligent Mail is 0 to 4"
-                                                                : "Intelligent Mail has 20, 25, 29 or 31 digits";
+    return Validate(text) == BarcodeStatus::InvalidCharacter ? "the second digit of Intelligent Mail is 0 to 4"
+                                                             : "Intelligent Mail has 20, 25, 29 or 31 digits";
 }
 
-Model::IntelligentMailBarcodeModel IntelligentMailEncoder::Encode(std::string const& text) {
+Barcode::Model::IntelligentMailBarcodeModel IntelligentMailEncoder::Encode(std::string const& text) {
     ModuleRequest request;
     request.symbology = ModuleSymbology::IntelligentMail;
     constexpr std::size_t TrackingLength = 20;
@@ -65,10 +67,10 @@ Model::IntelligentMailBarcodeModel IntelligentMailEncoder::Encode(std::string co
         request.data += text.substr(TrackingLength);
     }
     auto const rows = EncodeModules(request).rows;
-    std::vector<Model::IntelligentMailBar> bars;
+    std::vector<Barcode::Model::IntelligentMailBar> bars;
     for (std::size_t c = 0; rows.size() == 3 && c < rows[0].size(); c += 2)
         bars.push_back({.descender = rows[2][c], .ascender = rows[0][c]});
-    return Model::IntelligentMailBarcodeModel(std::move(bars));
+    return Barcode::Model::IntelligentMailBarcodeModel(std::move(bars));
 }
 
-}  // namespace Barcode::Encoder
+}  // namespace ZplCore

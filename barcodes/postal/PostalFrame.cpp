@@ -54,8 +54,7 @@ ZplContextKeys::RenderFunction IntelligentMailRenderFunction(bool printLine, boo
                                                              BarcodeTransform inputTransform,
                                                              InterpretationText interpretationText) {
     return [=](ContextProcessor& processor) {
-        auto const text =
-            AcceptedText(processor, validate, inputTransform, {}, Barcode::Encoder::IntelligentMailEncoder::Reason);
+        auto const text = AcceptedText(processor, validate, inputTransform, {}, IntelligentMailEncoder::Reason);
         if (!text) return;
         auto const style = LinearBarcodeStyle::Fixed(processor, printLine, lineAbove);
         auto const resolution = SketchResolution::Of(processor);

@@ -3,7 +3,9 @@
 #include "Barcode/Encoder/LinearEncoders.h"
 #include "barcodes/stacked/CodaBlockEncoders.h"
 
-namespace Barcode::Encoder {
+namespace ZplCore {
+
+using namespace Barcode::Encoder;
 
 namespace {
 
@@ -19,13 +21,14 @@ unsigned DividedUp(std::size_t characters, unsigned by) { return static_cast<uns
 
 }  // namespace
 
-ValidationStatus CodaBlockAEncoder::Validate(std::string const& text, CodaBlockLayout layout) {
+BarcodeStatus CodaBlockAEncoder::Validate(std::string const& text, CodaBlockLayout layout) {
     bool const hasColumns = layout.columns == 0 || (layout.columns >= FewestColumns && layout.columns <= MostColumns);
-    if (!hasColumns || layout.rows > MostRows) return ValidationStatus::InvalidParameter;
+    if (!hasColumns || layout.rows > MostRows) return BarcodeStatus::InvalidParameter;
     return Code39Encoder::Validate(text);
 }
 
-Model::StackedBarcodeModel CodaBlockAEncoder::Encode(std::string const& text, CodaBlockLayout layout, bool withCheck) {
+Barcode::Model::StackedBarcodeModel CodaBlockAEncoder::Encode(std::string const& text, CodaBlockLayout layout,
+                                                              bool withCheck) {
     std::string data = text;
     bool const isSingle = layout.rows == 1 || (layout.rows == 0 && layout.columns == 0);
     if (withCheck && !isSingle) data += Code39Encoder::Encode(text, true)->GetCheckDigit();
@@ -36,7 +39,7 @@ Model::StackedBarcodeModel CodaBlockAEncoder::Encode(std::string const& text, Co
     if (data.size() > capacity || rows > MostRows || (!isSingle && columns > MostColumns)) return {0, 0};
     // A check character stands at the end of the symbol.
     if (!isSingle) data.insert(text.size(), capacity - data.size(), ' ');
-    Model::StackedBarcodeModel model(rows, 0);
+    Barcode::Model::StackedBarcodeModel model(rows, 0);
     for (unsigned r = 0; r < rows; ++r) {
         std::string row = isSingle ? data : data.substr(std::size_t{r} * columns, columns);
         if (!isSingle) row.insert(row.begin(), RowIndicator(r, rows));
@@ -45,4 +48,4 @@ Model::StackedBarcodeModel CodaBlockAEncoder::Encode(std::string const& text, Co
     return model;
 }
 
-}  // namespace Barcode::Encoder
+}  // namespace ZplCore

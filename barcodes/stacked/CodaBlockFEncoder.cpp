@@ -4,7 +4,9 @@
 #include "barcodes/stacked/CodaBlockRows.h"
 #include "frontend/stream/Ascii.h"
 
-namespace Barcode::Encoder {
+namespace ZplCore {
+
+using namespace Barcode::Encoder;
 
 namespace {
 
@@ -72,9 +74,9 @@ void Pad(CodaBlockRow& row, std::size_t columns) {
     }
 }
 
-std::vector<Model::Block> BarsOf(std::vector<int> values) {
+std::vector<Barcode::Model::Block> BarsOf(std::vector<int> values) {
     values.push_back(Code128Utils::CheckCharacter(values));
-    std::vector<Model::Block> blocks;
+    std::vector<Barcode::Model::Block> blocks;
     blocks.reserve(values.size() * 11 + 13);
     for (int const value : values) Code128Utils::CreateBars(static_cast<unsigned char>(value), blocks);
     Code128Utils::AddStopCode(blocks);
@@ -82,17 +84,17 @@ std::vector<Model::Block> BarsOf(std::vector<int> values) {
 }
 
 /// One row without indicator: a plain Code 128.
-Model::StackedBarcodeModel EncodeSingle(Tokens const& tokens) {
+Barcode::Model::StackedBarcodeModel EncodeSingle(Tokens const& tokens) {
     constexpr int StartA = 103;
     auto const rows = BreakCodaBlockRows(tokens, 3 * tokens.size() + 1);
     std::vector<int> values{StartA + static_cast<int>(rows[0].first)};
     values.insert(values.end(), rows[0].values.begin(), rows[0].values.end());
-    Model::StackedBarcodeModel model(1, 0);
+    Barcode::Model::StackedBarcodeModel model(1, 0);
     model.GetBlocks()[0] = BarsOf(std::move(values));
     return model;
 }
 
-std::vector<Model::Block> EncodeRow(CodaBlockRow const& row, unsigned index, unsigned count) {
+std::vector<Barcode::Model::Block> EncodeRow(CodaBlockRow const& row, unsigned index, unsigned count) {
     constexpr int StartA = 103;
     constexpr int Selectors[] = {98, 100, 99};
     std::vector<int> values{StartA, Selectors[static_cast<std::size_t>(row.first)],
@@ -117,15 +119,15 @@ unsigned NarrowestColumns(Tokens const& tokens, unsigned rows) {
 
 }  // namespace
 
-ValidationStatus CodaBlockFEncoder::Validate(std::string const& text, CodaBlockLayout layout) {
+BarcodeStatus CodaBlockFEncoder::Validate(std::string const& text, CodaBlockLayout layout) {
     bool const hasColumns = layout.columns == 0 || (layout.columns >= FewestColumns && layout.columns <= MostColumns);
-    if (!hasColumns || layout.rows > MostRows) return ValidationStatus::InvalidParameter;
-    if (text.empty()) return ValidationStatus::TooShort;
-    return text.size() > MaxLength ? ValidationStatus::TooLong : ValidationStatus::Valid;
+    if (!hasColumns || layout.rows > MostRows) return BarcodeStatus::InvalidParameter;
+    if (text.empty()) return BarcodeStatus::TooShort;
+    return text.size() > MaxLength ? BarcodeStatus::TooLong : BarcodeStatus::Valid;
 }
 
-Model::StackedBarcodeModel CodaBlockFEncoder::Encode(std::string const& text, CodaBlockLayout layout,
-                                                     bool leadsWithFnc1) {
+Barcode::Model::StackedBarcodeModel CodaBlockFEncoder::Encode(std::string const& text, CodaBlockLayout layout,
+                                                              bool leadsWithFnc1) {
     Tokens const tokens = TokensOf(text, leadsWithFnc1);
     if (layout.rows == 1 || (layout.rows == 0 && layout.columns == 0)) return EncodeSingle(tokens);
     unsigned const columns = layout.columns != 0 ? layout.columns : NarrowestColumns(tokens, layout.rows);
@@ -137,9 +139,9 @@ Model::StackedBarcodeModel CodaBlockFEncoder::Encode(std::string const& text, Co
     rows.resize(count, {Subset::CodeB, Subset::CodeB, {}});
     for (unsigned r = 0; r < count; ++r) Pad(rows[r], r + 1 == count ? columns - CheckCharacters : columns);
     for (unsigned const sum : CheckSums(text)) rows.back().values.push_back(NumberIn(rows.back().last, sum));
-    Model::StackedBarcodeModel model(count, 0);
+    Barcode::Model::StackedBarcodeModel model(count, 0);
     for (unsigned r = 0; r < count; ++r) model.GetBlocks()[r] = EncodeRow(rows[r], r, count);
     return model;
 }
 
-}  // namespace Barcode::Encoder
+}  // namespace ZplCore

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <limits>
 
-namespace Barcode::Encoder {
+namespace ZplCore {
+
+using namespace Barcode::Encoder;
 
 namespace {
 
@@ -137,4 +139,4 @@ std::vector<CodaBlockRow> BreakCodaBlockRows(std::vector<CodaBlockToken> const& 
     return RowBreaker(tokens, columns).Run();
 }
 
-}  // namespace Barcode::Encoder
+}  // namespace ZplCore

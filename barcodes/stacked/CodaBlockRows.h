@@ -7,9 +7,9 @@
 
 #include "Barcode/Encoder/Code128Utils.h"
 
-namespace Barcode::Encoder {
+namespace ZplCore {
 
-using CodaBlockSubset = Code128Utils::ControlCharacter;
+using CodaBlockSubset = Barcode::Encoder::Code128Utils::ControlCharacter;
 
 /// Something to encode in rows of Code 128.
 struct CodaBlockToken {
@@ -31,4 +31,4 @@ struct CodaBlockRow {
 /// in any subset. Nothing is broken that belongs together.
 std::vector<CodaBlockRow> BreakCodaBlockRows(std::vector<CodaBlockToken> const& tokens, std::size_t columns);
 
-}  // namespace Barcode::Encoder
+}  // namespace ZplCore

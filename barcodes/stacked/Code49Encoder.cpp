@@ -5,25 +5,26 @@
 #include "Barcode/Encoder/ModuleEncoder.h"
 #include "frontend/stream/Ascii.h"
 
-namespace Barcode::Encoder {
+namespace ZplCore {
 
-ValidationStatus Code49Encoder::Validate(std::string const& data) {
-    if (data.empty()) return ValidationStatus::TooShort;
-    return std::all_of(data.begin(), data.end(), IsAscii) ? ValidationStatus::Valid
-                                                          : ValidationStatus::InvalidCharacter;
+using namespace Barcode::Encoder;
+
+BarcodeStatus Code49Encoder::Validate(std::string const& data) {
+    if (data.empty()) return BarcodeStatus::TooShort;
+    return std::all_of(data.begin(), data.end(), IsAscii) ? BarcodeStatus::Valid : BarcodeStatus::InvalidCharacter;
 }
 
-Model::StackedBarcodeModel Code49Encoder::Encode(std::string const& data) {
+Barcode::Model::StackedBarcodeModel Code49Encoder::Encode(std::string const& data) {
     ModuleRequest request;
     request.symbology = ModuleSymbology::Code49;
     request.data = data;
     auto const rows = EncodeModules(request).rows;
-    Model::StackedBarcodeModel model(static_cast<unsigned>(rows.size()),
-                                     rows.empty() ? 0 : static_cast<unsigned>(rows[0].size()));
+    Barcode::Model::StackedBarcodeModel model(static_cast<unsigned>(rows.size()),
+                                              rows.empty() ? 0 : static_cast<unsigned>(rows[0].size()));
     for (std::size_t r = 0; r < rows.size(); ++r) {
         for (bool const dark : rows[r]) model.GetBlocks()[r].emplace_back(false, dark);
     }
     return model;
 }
 
-}  // namespace Barcode::Encoder
+}  // namespace ZplCore

@@ -14,6 +14,7 @@
 // library has none, against rows read by hand.
 
 using namespace Barcode::Encoder;
+using namespace ZplCore;
 
 namespace {
 
