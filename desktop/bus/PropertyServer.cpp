@@ -2,47 +2,14 @@
 
 #include <poll.h>
 #include <sys/socket.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <system_error>
 #include <vector>
 
 #include "foundation/DebugZones.h"
-#include "propertybus/SocketAddress.h"
 
 namespace {
-
-[[noreturn]] void Fail(std::string const& what) { throw std::system_error(errno, std::generic_category(), what); }
-
-bool IsServed(SocketAddress const& address) {
-    int const probe = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    bool const served = ::connect(probe, address.Get(), SocketAddress::Size) == 0;
-    ::close(probe);
-    return served;
-}
-
-int Listen(std::filesystem::path const& path) {
-    std::filesystem::create_directories(path.parent_path());
-    SocketAddress const address(path);
-    if (IsServed(address)) {
-        errno = EADDRINUSE;
-        Fail(path.string());
-    }
-    ::unlink(path.c_str());
-    int const listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    mode_t const before = ::umask(0177);
-    bool const bound = ::bind(listener, address.Get(), SocketAddress::Size) == 0;
-    ::umask(before);
-    if (!bound || ::listen(listener, 32) != 0) {
-        int const error = errno;
-        ::close(listener);
-        errno = error;
-        Fail(path.string());
-    }
-    return listener;
-}
 
 bool IsOwnUser(int descriptor) {
     ucred credentials{};
@@ -54,14 +21,11 @@ bool IsOwnUser(int descriptor) {
 }  // namespace
 
 PropertyServer::PropertyServer(std::filesystem::path socketPath, std::filesystem::path archive)
-    : socketPath_(std::move(socketPath)),
-      listener_(Listen(socketPath_)),
+    : socket_(std::move(socketPath)),
       store_(std::move(archive), [this](int peer, PiclMessage const& message) { Send(peer, message); }) {}
 
 PropertyServer::~PropertyServer() {
     for (auto const& [descriptor, link] : links_) ::close(descriptor);
-    ::close(listener_);
-    ::unlink(socketPath_.c_str());
     if (store_.HasChanges()) store_.WriteChanges();
 }
 
@@ -86,24 +50,26 @@ void PropertyServer::Run(int stop) {
     std::vector<pollfd> descriptors;
     for (;;) {
         int const patience = WriteArchiveInTime();
-        descriptors.assign({{stop, POLLIN, 0}, {listener_, POLLIN, 0}});
+        descriptors.assign(
+            {{stop, POLLIN, 0}, {socket_.Descriptor(), POLLIN, 0}, {socket_.WatchDescriptor(), POLLIN, 0}});
         for (auto const& [descriptor, link] : links_)
             descriptors.push_back({descriptor, static_cast<short>(link.output.empty() ? POLLIN : POLLIN | POLLOUT), 0});
         if (::poll(descriptors.data(), descriptors.size(), patience) < 0) continue;
         if (descriptors[0].revents) return;
-        for (std::size_t i = 2; i < descriptors.size(); ++i) {
+        for (std::size_t i = 3; i < descriptors.size(); ++i) {
             auto const& entry = descriptors[i];
             auto& link = links_.at(entry.fd);
             if (entry.revents & (POLLIN | POLLHUP | POLLERR)) Read(entry.fd, link);
         }
         if (descriptors[1].revents) Accept();
+        if (descriptors[2].revents) socket_.Restore();
         for (auto& [descriptor, link] : links_) Flush(descriptor, link);
         RemoveDropped();
     }
 }
 
 void PropertyServer::Accept() {
-    int const descriptor = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+    int const descriptor = ::accept4(socket_.Descriptor(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
     if (descriptor < 0) return;
     if (!IsOwnUser(descriptor) || links_.size() >= MostPeers) {
         DebugLog(Warning, "a peer of another user, or one too many, is refused");

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "desktop/bus/PropertyStore.h"
+#include "desktop/bus/ServerSocket.h"
 
 /// The property server: a Unix domain socket that only its user may open, and one thread that serves all its peers. A
 /// peer that sends nonsense is told so and ignored; one that does not take what it is sent is dropped.
@@ -16,8 +17,7 @@ public:
     static constexpr std::size_t MostPeers = 64;
     static constexpr std::size_t MostQueued = 2 * PiclLines::LongestLine;  ///< bytes that wait for one peer
 
-    /// Throws std::system_error if the socket cannot be had; also if a server is listening on it already. A socket that
-    /// a dead server left is replaced.
+    /// Throws std::system_error if the socket cannot be had; see ServerSocket.
     PropertyServer(std::filesystem::path socketPath, std::filesystem::path archive);
     ~PropertyServer();
     PropertyServer(PropertyServer const&) = delete;
@@ -42,8 +42,7 @@ private:
     void Send(int descriptor, PiclMessage const& message);
     void RemoveDropped();
 
-    std::filesystem::path socketPath_;
-    int listener_ = -1;
+    ServerSocket socket_;
     std::map<int, Link> links_;  // by descriptor
     PropertyStore store_;
     std::optional<std::chrono::steady_clock::time_point> archiveDue_;

@@ -125,6 +125,18 @@ TEST(PrinterFaults, FoldersThatVanish) {
     EXPECT_NE(printer.Log().find("/kept-"), std::string::npos) << "the page that could not be kept is printed again";
 }
 
+TEST(PrinterFaults, ASocketThatVanishes) {
+    VirtualPrinterProcess printer({"--speed", "0"});
+    ASSERT_TRUE(Prints(printer, "before"));
+    auto const socket = printer.Runtime() / "properties";
+    for (char const* const victim : {"zplhost", "propertyserver"}) {
+        std::filesystem::remove(socket);
+        EXPECT_TRUE(printer.Until([&] { return std::filesystem::exists(socket); }));
+        printer.KillChild(victim);
+        EXPECT_TRUE(Prints(printer, victim)) << printer.Log();
+    }
+}
+
 std::size_t Count(std::string const& text, std::string const& part) {
     std::size_t count = 0;
     for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
