@@ -149,8 +149,13 @@ void TQZPLProcessorInterface::Consume(QString zplToProcess) {
     bool isLast = false;
     try {
         packet = Zpl::Host::Packet::Parse(zplToProcess.toStdString());
-        isLast = packet && packet->Command == Zpl::Host::Packet::EndOfStream;
-        if (packet)
+        // A packet whose clearing was lost with the property server is repeated, and would print once more.
+        bool const isRepeated = packet && packet->Number != 0 && packet->Number == lastPacket_;
+        if (packet) lastPacket_ = packet->Number;
+        isLast = packet && !isRepeated && packet->Command == Zpl::Host::Packet::EndOfStream;
+        if (isRepeated)
+            model_->SetNetworkResponseState(NetworkResponse::Status::Processing, std::nullopt);
+        else if (packet)
             ConsumePacket(*packet, isLast);
         else
             DebugLog(Warning, "a packet that cannot be read is dropped");
@@ -232,7 +237,9 @@ void TQZPLProcessorInterface::HandOverLabels() {
         auto const onJobClosed = [model = model_, counted] {
             model->SetNetworkResponseState(NetworkResponse::Status::Done, std::nullopt);
         };
-        queue_->Enqueue(Zpl::Job(std::move(labels_), onJobClosed, jobFlag_), jobName_, model_->PrintOnDemandToggle());
+        Zpl::Job job(std::move(labels_), onJobClosed, jobFlag_);
+        job.SetOrigin(lastPacket_);
+        queue_->Enqueue(job, jobName_, model_->PrintOnDemandToggle());
     } else {
         RenderInLine();
     }

@@ -80,6 +80,7 @@ private:
     std::string jobName_;
     std::vector<Zpl::Label> labels_;
     bool jobFlag_ = false;
+    std::uint32_t lastPacket_ = 0;  // number of the one that was taken last
     std::shared_ptr<std::atomic<unsigned>> jobsInQueue_ = std::make_shared<std::atomic<unsigned>>(0);
     std::atomic<bool> isWritingCommand_{false};
     std::mutex connectMutex_;

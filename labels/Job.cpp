@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string>
 
+#include "foundation/DebugZones.h"
+#include "foundation/Files.h"
 #include "foundation/Log.h"
 
 namespace Zpl {
@@ -59,6 +61,9 @@ void Job::Start(std::string_view jobName) {
         first += pages;
     }
     jobPath_ = labels_.front().StartJob(jobName, Quantity(), pauses, flag_, tagOperations);
+    if (origin_ == 0 || jobPath_.empty()) return;
+    if (auto const error = WriteFileAtomically(jobPath_ / OriginFileName, std::to_string(origin_)))
+        DebugLog(Error, "cannot write in " + jobPath_.string() + ": " + error.message());
 }
 
 void Job::End() {

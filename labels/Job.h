@@ -19,6 +19,12 @@ public:
     /// `closeNetwork` runs when the job is done with; may be empty. `flag` is handed to the start of the job.
     Job(std::vector<Label> labels, std::function<void()> closeNetwork, bool flag);
 
+    /// The file of a job's folder that holds the number of the packet which ended its stream, in decimal digits: by it
+    /// who sent the stream knows what became of it. It is there before the first page is.
+    static constexpr char const* OriginFileName = "Origin";
+
+    /// To be called before Start; without it there is no such file.
+    void SetOrigin(std::uint32_t packetNumber) { origin_ = packetNumber; }
     void Start(std::string_view jobName);
     void End();
     /// The job's folder; empty before Start.
@@ -68,6 +74,7 @@ private:
     std::uint64_t pages_ = 0;
     std::function<void()> closeNetwork_;
     bool flag_;
+    std::uint32_t origin_ = 0;
 };
 
 }  // namespace Zpl

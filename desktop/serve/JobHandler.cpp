@@ -47,14 +47,14 @@ JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& sock
         QMetaObject::invokeMethod(
             this, [this, text = changed->ValueText()] { TakeResponse(text); }, Qt::QueuedConnection);
     });
+    IsHostGone();  // is known only of what has been asked for
     quiet_.setSingleShot(true);
     connect(&quiet_, &QTimer::timeout, this, [this] { Pump(); });
 }
 
 JobHandler::~JobHandler() {
     connections_.RemoveIf([](auto const&) { return true; });
-    for (auto* const held : {&current_, &packetOf_, &lastJobOf_}) held->reset();
-    jobs_.clear();
+    current_.reset();
     // What connections have left to the event loop to delete; that may not run any more.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
@@ -91,12 +91,12 @@ void JobHandler::TakeResponse(std::string const& text) {
     auto const response = zpl::NetworkResponse::Parse(text);
     if (!response) return;
     switch (response->status) {
-        case zpl::NetworkResponse::Status::Processing: interpreting_ = packetUnderWay_; break;
+        case zpl::NetworkResponse::Status::Processing: interpreting_ = underWay_.has_value(); break;
         case zpl::NetworkResponse::Status::Done: NoteDone(); break;
         case zpl::NetworkResponse::Status::Answer: {
             // Outside the interpretation of a packet it is pages that answer, and those of the newest job are drawn
             // right behind its last packet.
-            auto const& receiver = interpreting_ ? packetOf_ : lastJobOf_;
+            auto const receiver = interpreting_ ? underWay_->sender : lastJobOf_;
             auto const bytes = Base64::Decode(response->data.value_or(""));
             if (receiver && bytes) SendAnswer(*receiver, *bytes);
             break;
@@ -108,51 +108,63 @@ void JobHandler::TakeResponse(std::string const& text) {
 /// last packet is.
 void JobHandler::NoteDone() {
     if (!jobs_.empty()) interpreting_ ? jobs_.pop_back() : jobs_.pop_front();
+    if (interpreting_) holdsLabels_ = false;
     Pump();
 }
 
 void JobHandler::NotePacketTaken() {
-    if (!packetUnderWay_) return;
-    packetUnderWay_ = interpreting_ = false;
-    endsOfHost_ = 0;
-    if (packetEndsStream_) lastJobOf_ = packetOf_;
-    packetOf_->lastTaken = Clock::now();
-    packetOf_->questionsAtHost = 0;
-    packetOf_.reset();
+    if (!underWay_) return;
+    // Of a packet before this one, told again by a lost server's peer; it has taken this one's place on the bus.
+    if (!interpreting_) return command_->Set(underWay_->packet.Text());
+    atHost_.NoteTaken(holdsLabels_);
+    auto const part = *std::exchange(underWay_, std::nullopt);
+    interpreting_ = false;
+    if (part.EndsStream()) lastJobOf_ = part.sender;
+    if (part.sender) {
+        part.sender->lastTaken = Clock::now();
+        part.sender->questionsAtHost = 0;
+    }
     Pump();
 }
 
 void JobHandler::SendAnswer(Connection& connection, std::string const& bytes) {
     if (!options_.answers) return;
     connections_.Answer(connection, bytes);
-    say_({"", "answer", [&](JsonWriter& writer) {
-              writer.Key("session").Int(connection.session).Key("text").String(bytes);
-          }});
+    say_({"", "answer",
+          [&](JsonWriter& writer) { writer.Key("session").Int(connection.session).Key("text").String(bytes); }});
 }
 
 void JobHandler::ForgetJobs() {
     jobs_.clear();
+    atHost_.CancelOlder();
     Pump();
 }
 
-void JobHandler::HostEnded() {
-    constexpr unsigned Most = 2;
+bool JobHandler::IsHostGone() {
+    static PropertyAddress const ofHost{ComponentIdentifiers::ZplHost, PropertyGroups::PrintOperations,
+                                        PropertyNames::ZplUnPause};
+    return !bus_.Properties().WaitUntilAvailable(ofHost, {});
+}
+
+void JobHandler::HostEnded(bool pagesCame) {
+    auto const loss = atHost_.Repeat({interpreting_, pagesCame});
     interpreting_ = false;
-    encoding_ = Encoding::SingleByte;
-    if (packetUnderWay_ && ++endsOfHost_ >= Most) {
-        DebugLog(Error, "the host ends on what it is sent; the stream is dropped");
-        if (current_) {
-            current_->Take(current_->Waiting().size());
-            current_->StartStream(characters_.State(encoding_));
-            current_.reset();
-        }
-        command_->Set("");
-        NotePacketTaken();
+    underWay_.reset();
+    lastJobOf_.reset();
+    jobs_.clear();
+    encoding_ = atHost_.EncodingAfter();
+    // Who has not been told that a stream is taken is told that it is not.
+    if (loss.ofOpenStream) current_.reset();
+    for (auto const& sender : loss.senders) {
+        sender->Abort();
+        sender->questionsAtHost = 0;
     }
-    ForgetJobs();
+    if (!atHost_.IsRepeating()) command_->Set("");
+    Pump();
 }
 
 unsigned JobHandler::DropWaiting() {
+    atHost_.CancelAll();
     unsigned dropped = 0;
     for (auto const& connection : connections_) {
         if (connection == current_ || !connection->IsDue() || connection->Watch().Formats() == 0) continue;
@@ -168,7 +180,7 @@ unsigned JobHandler::DropWaiting() {
 void JobHandler::RemoveFinished() {
     connections_.RemoveIf([this](Pointer const& connection) {
         bool const isHeard = connection->Waiting().empty() && connection != current_ && !connection->AwaitsHost() &&
-                             !connection->questionBehind;
+                             !atHost_.IsAwaitedBy(connection) && !connection->questionBehind;
         bool const isDone = connection->ended && isHeard &&
                             (connection->broken || (connection->UnsentBytes() == 0 && !MayBeAnswered(connection)));
         if (isDone || connection->broken) connection->Close();
@@ -178,7 +190,7 @@ void JobHandler::RemoveFinished() {
 
 /// While its last packet is interpreted, and for the moment in which the first pages of its job are drawn.
 bool JobHandler::MayBeAnswered(Pointer const& connection) const {
-    if (packetOf_ == connection) return true;
+    if (IsUnderWay(connection)) return true;
     bool const isAtWork = std::find(jobs_.begin(), jobs_.end(), connection) != jobs_.end();
     return isAtWork && lastJobOf_ == connection && Clock::now() - connection->lastTaken < AnswerTime;
 }
@@ -190,9 +202,12 @@ void JobHandler::Send(Pointer const& connection, std::string payload, bool isLas
     packet.payload = std::move(payload);
     // The end of a stream completes its last command only together with some bytes.
     if (isLast && packet.payload.empty()) packet.payload.push_back('\n');
-    packetOf_ = connection;
-    packetUnderWay_ = true;
-    packetEndsStream_ = isLast;
-    if (isLast) jobs_.push_back(connection);
-    command_->Set(packet.Text());
+    HandOver(atHost_.Give({std::move(packet), connection}, encoding_));
+}
+
+void JobHandler::HandOver(StreamsAtHost::Part part) {
+    underWay_ = std::move(part);
+    holdsLabels_ = true;
+    if (underWay_->EndsStream()) jobs_.push_back(underWay_->sender);
+    command_->Set(underWay_->packet.Text());
 }

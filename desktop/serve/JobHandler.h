@@ -15,6 +15,7 @@
 #include "desktop/serve/HostAnswers.h"
 #include "desktop/serve/Listener.h"
 #include "desktop/serve/StreamCharacters.h"
+#include "desktop/serve/StreamsAtHost.h"
 #include "jobhost/model/NetworkResponse.h"
 
 struct JobHandlerOptions {
@@ -43,11 +44,20 @@ public:
         Say say = [](PrinterEvent const&) {}, Options options = Options());
     ~JobHandler() override;
 
-    /// Jobs that were on their way are gone, and will not be reported as done.
+    /// Jobs that were on their way are cancelled, and will not be reported as done.
     void ForgetJobs();
-    /// So too when the host has ended. A packet on which it ends twice is dropped with the rest of its stream.
-    void HostEnded();
-    /// Drops the labels that are complete and wait for their turn; gives the number of streams that they came in.
+    /// The printer is done with the job whose stream ended with the packet of that number.
+    void NoteJobOver(std::uint32_t packetNumber) { atHost_.NoteOver(packetNumber); }
+    /// Whether all that a host which has ended has said has been told on the bus, and what was told is heard here when
+    /// the event loop comes round again.
+    bool IsHostGone();
+    /// When that is so: the next host is given what the last one had; see StreamsAtHost. `pagesCame`: since the last
+    /// time.
+    void HostEnded(bool pagesCame);
+    /// Whether the bus holds what the next host is to begin with.
+    bool IsReadyForHost() const { return command_->IsTaken(); }
+    /// Drops the labels that wait for their turn, and what would be given to the next host; gives the number of streams
+    /// that waited.
     unsigned DropWaiting();
     unsigned Port() const { return listener_.Port(); }
     bool IsLocal() const { return listener_.IsLocal(); }
@@ -96,6 +106,8 @@ private:
     void TellBreakOff(Connection const& connection) const;
     void SendPiece(Pointer const& connection, std::size_t size, bool isLast);
     void Send(Pointer const& connection, std::string payload, bool isLast);
+    void HandOver(StreamsAtHost::Part part);
+    bool IsUnderWay(Pointer const& connection) const { return underWay_ && underWay_->sender == connection; }
 
     Say say_;
     Options options_;
@@ -109,13 +121,12 @@ private:
     std::unique_ptr<QSocketNotifier> acceptNotifier_;
     Connections connections_;
     Pointer current_;  // whose stream is open
-    bool packetUnderWay_ = false;
-    bool packetEndsStream_ = false;
-    unsigned endsOfHost_ = 0;    // with this packet under way
-    Pointer packetOf_;           // whose packet is under way
-    bool interpreting_ = false;  // the host is at that packet: what it answers now is for its sender
-    std::deque<Pointer> jobs_;   // senders of the streams handed over and not yet done
-    Pointer lastJobOf_;          // sender of the stream that was handed over last
+    StreamsAtHost atHost_;
+    std::optional<StreamsAtHost::Part> underWay_;  // the packet that the host has not taken yet
+    bool interpreting_ = false;                    // the host is at that packet: what it answers now is for its sender
+    bool holdsLabels_ = true;                      // its stream, as far as is known
+    std::deque<Pointer> jobs_;                     // senders of the streams handed over and not yet done
+    Pointer lastJobOf_;                            // sender of the stream that was handed over last
     std::uint8_t lastSession_ = 0;
     unsigned labelsInARow_ = 0;
     Clock::time_point lastTurn_;  // of one that was not about room

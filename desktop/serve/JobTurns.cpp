@@ -55,8 +55,9 @@ void JobHandler::Pump() {
 }
 
 void JobHandler::GiveTurns() {
-    if (Pointer const open = current_; open && !packetUnderWay_) GoOn(open);
-    while (!packetUnderWay_ && !current_) {
+    if (atHost_.IsRepeating() && !underWay_) HandOver(atHost_.GiveAgain());
+    if (Pointer const open = current_; open && !underWay_) GoOn(open);
+    while (!underWay_ && !current_) {
         auto const next = NextInTurn();
         if (!next) return DropNoise();
         Begin(next);

@@ -1,15 +1,14 @@
 #include "desktop/serve/PrintDriver.h"
 
 #include <algorithm>
+#include <charconv>
 #include <chrono>
-#include <sstream>
 
 #include "PrintEngine/Printing/JobFileSystemStrings.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Files.h"
 #include "foundation/Json.h"
-#include "jobhost/model/RfidReadResponses.h"
-#include "rfid/TagOperations.h"
+#include "labels/Job.h"
 
 using PrintEngine::Printing::JobMetaData;
 
@@ -168,6 +167,7 @@ void PrintDriver::StartNext() {
         firstPath = entry.path();
     }
     CleanUpAfter(waiting);
+    if (first && cut_ && !IsOriginKnown(firstPath, *first)) return nextTimer_.start(Later);
     // A job whose folder was made a moment ago gets its metadata next.
     if (first && !cancellation_.hasExpired()) return nextTimer_.start(Later);
     if (first) return Start(firstPath, std::move(*first));
@@ -185,6 +185,10 @@ void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData)
     job_ = path;
     metaData_ = std::move(metaData);
     next_ = metaData_.firstPage;
+    origin_ = OriginOf(path);
+    auto const cut = std::exchange(cut_, std::nullopt);
+    bool const goesOn = cut && cut->origin == origin_;
+    if (goesOn) next_ = cut->page;
     tagIsRead_ = false;
     waiting_.erase(path);
     names_.StartJob(metaData_.jobName, next_);
@@ -198,7 +202,7 @@ void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData)
     status_->Set("Printing");
     path_->Set(path.string());
     page_->Set(next_);
-    PrintPage();
+    goesOn && cut->isPaused ? PausePrinting("Print Paused") : PrintPage();
 }
 
 /// Where the job's pages can be looked at when they have been printed and its folder holds them no more.
@@ -219,6 +223,7 @@ void PrintDriver::PrintPage() {
             return patience_.start(options_.patience);
         }
         patience_.stop();
+        if (origin_ == 0) origin_ = OriginOf(job_);
         page_->Set(next_);
         if (!KeepPage(file)) return state_ == State::Printing ? PausePrinting("Print Error") : void();
         TellTag();
@@ -230,33 +235,6 @@ void PrintDriver::PrintPage() {
             return PausePrinting("Print Paused");
         if (time.count() > 0) pageTimer_.start(time);
     }
-}
-
-std::vector<RfidOperation> PrintDriver::TagOperationsOfPage() const {
-    for (auto const& range : metaData_.tagOperations) {
-        if (range.firstPage <= next_ && next_ <= range.lastPage) return range.operations;
-    }
-    return {};
-}
-
-/// Answers for the tag of the page to come, if its label reads one: the page is drawn when that is known.
-void PrintDriver::ReadTag() {
-    if (!options_.tag || tagIsRead_) return;
-    auto const responses = VirtualTag(*options_.tag).Perform(TagOperationsOfPage());
-    if (responses.empty()) return;
-    tagIsRead_ = true;
-    page_->Set(next_);
-    // A response counts for the page that stood when a path was reported last.
-    path_->Set(JobFileSystemStrings::NoPage);
-    path_->Set(job_.string());
-    tagResponse_->Set(RfidReadResponsesText(responses));
-}
-
-void PrintDriver::TellTag() {
-    auto const operations = TagOperationsOfPage();
-    if (!options_.tag || operations.empty()) return;
-    std::istringstream lines(TagOperations::Report(operations, VirtualTag(*options_.tag).Perform(operations)));
-    for (std::string line; std::getline(lines, line);) say_("  tag " + line.substr(0, line.find('\r')));
 }
 
 bool PrintDriver::KeepPage(std::filesystem::path const& file) {
@@ -331,7 +309,10 @@ void PrintDriver::CancelAll() {
     cancelZpl_->Set(true);
 }
 
+/// The last page of a job takes its time like the others, but is kept by then.
 void PrintDriver::GiveUpJobs() {
+    bool const isCut = (state_ == State::Printing || state_ == State::Paused) && next_ < metaData_.totalPages;
+    if (isCut && origin_ != 0) cut_ = CutJob{origin_, next_, state_ == State::Paused && !options_.paused};
     std::error_code error;
     for (auto const& entry : std::filesystem::directory_iterator(options_.jobsFolder, error)) {
         std::error_code ignored;
@@ -340,7 +321,22 @@ void PrintDriver::GiveUpJobs() {
     // Nobody is there any more who would say that it is done.
     cancelZpl_->Set(false);
     waiting_.clear();
-    if (state_ == State::Printing || state_ == State::Paused) FinishJob();
+    if (isCut)
+        EndJob();
+    else if (state_ == State::Printing || state_ == State::Paused)
+        FinishJob();
+}
+
+/// The file is there before the first page is, but perhaps not when the job is seen.
+bool PrintDriver::IsOriginKnown(std::filesystem::path const& job, JobMetaData const& metaData) {
+    return OriginOf(job) != 0 || std::filesystem::exists(job / std::to_string(metaData.firstPage));
+}
+
+std::uint32_t PrintDriver::OriginOf(std::filesystem::path const& job) {
+    std::string const text = ReadRegularFile(job / Zpl::Job::OriginFileName);
+    std::uint32_t number = 0;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
 }
 
 /// A job whose folder is gone is over: the host has cancelled it, or somebody has cleaned up.
@@ -361,6 +357,12 @@ bool PrintDriver::EndIfGone() {
 }
 
 void PrintDriver::FinishJob() {
+    if (origin_ == 0) origin_ = OriginOf(job_);
+    if (origin_ != 0) options_.onJobOver(origin_);
+    EndJob();
+}
+
+void PrintDriver::EndJob() {
     pageTimer_.stop();
     patience_.stop();
     watcher_.removePath(QString::fromStdString(job_.string()));

@@ -5,6 +5,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -32,6 +33,9 @@ public:
         std::optional<VirtualTag> tag = {};  ///< that every label carries
         /// How long a page may take to come while nothing else changes in the folders of the jobs.
         std::chrono::milliseconds patience = std::chrono::seconds(30);
+        /// Is told of a job that prints no more, when its last page has been kept or it has been given up: the number
+        /// in its file Zpl::Job::OriginFileName.
+        std::function<void(std::uint32_t)> onJobOver = [](std::uint32_t) {};
     };
 
     PrintDriver(ThreadFactory& threads, std::filesystem::path const& socket, Options options,
@@ -42,7 +46,8 @@ public:
     /// Gives up the job that prints; false if there is none.
     bool Cancel();
     void CancelAll();
-    /// The host is gone, and with it the jobs that it had: they are given up.
+    /// The host is gone, and with it the jobs that it had: they are given up. The one that prints may come again, of
+    /// the same origin: it goes on behind the pages that have been kept.
     void GiveUpJobs();
     std::string StatusText() const;
     bool IsPaused() const { return options_.paused || state_ == State::Paused; }
@@ -51,6 +56,12 @@ public:
 private:
     /// Ending: what is left of the job is to report its end.
     enum class State { Idle, Printing, Paused, Ending };
+    /// A job that a host has left unfinished.
+    struct CutJob {
+        std::uint32_t origin;
+        unsigned page;  ///< to print next
+        bool isPaused;  ///< until somebody says that it goes on
+    };
 
     void PublishProperties();
     void OnMain(std::shared_ptr<Property> const& property, std::function<void(std::string const&)> react);
@@ -72,7 +83,10 @@ private:
     void PausePrinting(char const* status);
     void GoOn();
     bool EndIfGone();
+    static std::uint32_t OriginOf(std::filesystem::path const& job);
+    static bool IsOriginKnown(std::filesystem::path const& job, PrintEngine::Printing::JobMetaData const& metaData);
     void FinishJob();
+    void EndJob();
     void ReportEnd();
 
     Options options_;
@@ -100,6 +114,8 @@ private:
     State state_ = State::Idle;
     std::filesystem::path job_;
     PrintEngine::Printing::JobMetaData metaData_;
+    std::uint32_t origin_ = 0;  // of that job; 0 if it is not known
+    std::optional<CutJob> cut_;
     unsigned next_ = 0;       // page to print next
     bool tagIsRead_ = false;  // of that page
     PageNames names_;

@@ -31,6 +31,7 @@ using namespace std::chrono_literals;
 
 constexpr std::chrono::milliseconds RestartPause = 200ms;
 constexpr std::chrono::milliseconds LongestPause = 5s;
+constexpr std::chrono::milliseconds LookAgain = 10ms;
 constexpr std::chrono::milliseconds EndsAtOnce = 300ms;
 
 /// Whether windows can be opened at all, as far as that can be told without opening one.
@@ -130,13 +131,10 @@ void VirtualPrinter::Begin() {
     driver_ = std::make_unique<PrintDriver>(
         threads_, socket,
         PrintDriver::Options{runtime_.Jobs(), std::filesystem::absolute(options_.outputFolder), options_.dpi,
-                             options_.speed, options_.pauseOnStart, options_.tag},
+                             options_.speed, options_.pauseOnStart, options_.tag, 30s,
+                             [this](std::uint32_t origin) { handler_->NoteJobOver(origin); }},
         [this] { handler_->ForgetJobs(); }, tell);
-    connect(&host_, &QProcess::finished, this, [this] {
-        if (ending_) return;
-        driver_->GiveUpJobs();
-        handler_->HostEnded();
-    });
+    connect(&host_, &QProcess::finished, this, [this] { hostStart_ = HostStart::AwaitsSilence; });
     Start(host_, "../plugin/zplhost", {});
     if (options_.preview) OpenPreview();
     connect(&terminal_, &QSocketNotifier::activated, this, [this] { ReadTerminal(); });
@@ -242,12 +240,34 @@ void VirtualPrinter::Start(QProcess& process, char const* program, QStringList c
                 if (ending_) return;
                 DebugLog(Error, name + " has ended; it is started again");
                 pause = started->hasExpired(EndsAtOnce.count()) ? RestartPause : std::min(2 * pause, LongestPause);
-                QTimer::singleShot(pause, this, [this, &process] {
-                    if (!ending_) process.start();
-                });
+                QTimer::singleShot(pause, this, [this, &process] { StartAgain(process); });
             });
     process.start(QString::fromStdString(path.string()), arguments);
     if (!process.waitForStarted()) throw std::runtime_error("cannot run " + path.string());
+}
+
+void VirtualPrinter::StartAgain(QProcess& process) {
+    if (ending_) return;
+    if (&process != &host_ || MayStartHost()) return process.start();
+    QTimer::singleShot(LookAgain, this, [this, &process] { StartAgain(process); });
+}
+
+/// Meanwhile the pages that the last host has left print on.
+bool VirtualPrinter::MayStartHost() {
+    if (hostStart_ == HostStart::May) return true;
+    if (hostStart_ == HostStart::AwaitsPacket) {
+        if (handler_->IsReadyForHost()) hostStart_ = HostStart::May;
+    } else if (!handler_->IsHostGone()) {
+        hostStart_ = HostStart::AwaitsSilence;
+    } else if (hostStart_ == HostStart::AwaitsSilence) {
+        hostStart_ = HostStart::Hears;
+    } else {
+        driver_->GiveUpJobs();
+        unsigned const pages = driver_->PageCount();
+        handler_->HostEnded(pages != std::exchange(pagesAtEndOfHost_, pages));
+        hostStart_ = HostStart::AwaitsPacket;
+    }
+    return hostStart_ == HostStart::May;
 }
 
 void VirtualPrinter::OpenPreview() {

@@ -36,6 +36,10 @@ private:
         int descriptor_;
     };
 
+    /// What is to be done before a host that has ended is followed by the next: the bus tells all that it has said,
+    /// that is heard here, and the bus takes the first packet for the next. See StreamsAtHost.
+    enum class HostStart { AwaitsSilence, Hears, AwaitsPacket, May };
+
     void Tell(PrinterEvent const& event) const;
     void Begin();
     /// What the door tells hosts that ask.
@@ -45,6 +49,8 @@ private:
     void WriteFeatures() const;
     QProcessEnvironment Environment() const;
     void Start(QProcess& process, char const* program, QStringList const& arguments);
+    void StartAgain(QProcess& process);
+    bool MayStartHost();
     /// A window on the printer's pages, which the user may close and open again.
     void OpenPreview();
     void ReadTerminal();
@@ -64,4 +70,6 @@ private:
     QSocketNotifier terminal_{0, QSocketNotifier::Read};
     std::string typed_;
     bool ending_ = false;
+    HostStart hostStart_ = HostStart::May;
+    unsigned pagesAtEndOfHost_ = 0;
 };

@@ -23,6 +23,11 @@ std::optional<std::uint8_t> LowByte(rapidjson::Document const& header, char cons
     return static_cast<std::uint8_t>(static_cast<std::int64_t>(number));
 }
 
+std::uint32_t NumberIn(rapidjson::Document const& header) {
+    auto const member = header.FindMember("Number");
+    return member != header.MemberEnd() && member->value.IsUint() ? member->value.GetUint() : 0;
+}
+
 }  // namespace
 
 std::optional<Packet> Packet::Parse(std::string const& text) {
@@ -39,13 +44,14 @@ std::optional<Packet> Packet::Parse(std::string const& text) {
     auto const session = LowByte(header, "SessionId");
     auto const command = LowByte(header, "Command");
     if (!session || !command) return std::nullopt;
-    return Packet{*session, *command, bytes->substr(brace + 1)};
+    return Packet{*session, *command, bytes->substr(brace + 1), NumberIn(header)};
 }
 
 std::string Packet::Text() const {
     JsonWriter header;
-    header.StartObject().Key("SessionId").Int(SessionId).Key("Command").Int(Command).EndObject();
-    return Base64::Encode(header.Text() + payload);
+    header.StartObject().Key("SessionId").Int(SessionId).Key("Command").Int(Command);
+    if (Number != 0) header.Key("Number").Int(Number);
+    return Base64::Encode(header.EndObject().Text() + payload);
 }
 
 }  // namespace Zpl::Host

@@ -15,9 +15,10 @@ struct Packet {
     std::uint8_t SessionId = 0;
     std::uint8_t Command = 0;
     std::string payload;
+    std::uint32_t Number = 0;  ///< by which a packet that comes twice is known; 0 for none
 
     /// Nothing if the text is no packet. The object ends at the first "}", wherever that stands. Of each number the low
-    /// 8 bits count.
+    /// 8 bits count; a "Number" is read as it stands, and may be missing.
     static std::optional<Packet> Parse(std::string const& text);
     /// The inverse.
     std::string Text() const;

@@ -57,6 +57,7 @@ protected:
             if (deaf_) return;
             using enum zpl::NetworkResponse::Status;
             Respond(Processing, std::nullopt);
+            if (stuck_) return;
             if (packet->payload.find("~HS") != std::string::npos) Respond(Answer, std::string("\x02 ok\xFF\0\r\n", 8));
             if (packet->payload.find("echo") != std::string::npos) Respond(Answer, packet->payload);
             if (packet->payload.find("large") != std::string::npos) Respond(Answer, std::string(3'000'000, 'x'));
@@ -93,6 +94,9 @@ protected:
     static void Settle() {
         QCoreApplication::processEvents();
         ::usleep(2000);
+    }
+    static void SettleLong() {
+        for (int i = 0; i < 25; ++i) Settle();
     }
     /// Runs the event loop until the client has as many bytes, or has been hung up on.
     std::string Read(int client, std::size_t size) {
@@ -138,7 +142,8 @@ protected:
     std::unique_ptr<JobHandler> handler_;
     std::string packets_;
     std::string said_;
-    std::atomic<bool> deaf_{false};  // the host takes packets and does nothing with them
+    std::atomic<bool> deaf_{false};   // the host hears nothing of packets
+    std::atomic<bool> stuck_{false};  // it begins with them, and no more
 };
 
 TEST_F(JobHandlerTest, SendsAnswersBackOnTheSameConnection) {
@@ -323,20 +328,72 @@ TEST_F(JobHandlerTest, DropsLabelsThatWait) {
 }
 
 TEST_F(JobHandlerTest, DropsAStreamOnWhichTheHostEndsTwice) {
-    deaf_ = true;
+    stuck_ = true;
     int const bad = Connect();
     int const good = Connect();
-    ASSERT_EQ(::send(bad, "~bad", 4, 0), 4);
-    ::close(bad);
-    for (int i = 0; i < 500 && packets_.empty(); ++i) Settle();
-    EXPECT_EQ(packets_, "[~bad].");
-    handler_->HostEnded();
-    Settle();
-    deaf_ = false;
-    handler_->HostEnded();
-    ASSERT_EQ(::send(good, "~echo", 5, 0), 5);
+    Send(bad, "~bad");
+    Await(packets_, "[~bad].");
+    SettleLong();
+    handler_->HostEnded(false);
+    // The next host finds the packet.
+    Respond(zpl::NetworkResponse::Status::Processing, std::nullopt);
+    SettleLong();
+    stuck_ = false;
+    handler_->HostEnded(false);
+    Send(good, "~echo");
     EXPECT_EQ(Read(good, 5), "~echo");
+    char byte = 0;
+    EXPECT_EQ(::recv(bad, &byte, 1, MSG_DONTWAIT), -1) << "its sender is not told that it was taken";
+    EXPECT_EQ(errno, ECONNRESET);
     ::close(good);
+    ::close(bad);
+}
+
+TEST_F(JobHandlerTest, TheNextHostIsGivenWhatTheLastOneHad) {
+    int const client = Connect();
+    for (char const* const label : {"^XA1^XZ", "^XA2^XZ", "^XA3^XZ"}) {
+        Send(client, label);
+        Await(packets_, std::string("[") + label + "].");
+        SettleLong();
+    }
+    handler_->NoteJobOver(1);
+    stuck_ = true;
+    Send(client, "^XA4^XZ");
+    Await(packets_, "[^XA4^XZ].");
+    SettleLong();
+    packets_.clear();
+    stuck_ = false;
+    handler_->HostEnded(false);
+    Send(client, "~echo");
+    Await(packets_, "[~echo].");
+    EXPECT_EQ(packets_, "[^XA2^XZ].[^XA3^XZ].[^XA4^XZ].[~echo].");
+    // A stream that cancels what came before it stays.
+    packets_.clear();
+    Send(client, "^XA5^XZ");
+    Await(packets_, "[^XA5^XZ].");
+    SettleLong();
+    handler_->ForgetJobs();
+    handler_->HostEnded(false);
+    Await(packets_, "[^XA5^XZ].[^XA5^XZ].");
+    SettleLong();
+    handler_->DropWaiting();
+    handler_->HostEnded(false);
+    Send(client, "~echo");
+    Await(packets_, "[~echo].");
+    EXPECT_EQ(packets_, "[^XA5^XZ].[^XA5^XZ].[~echo].");
+    ::close(client);
+}
+
+// It is of the packet before, and repeated after the property server was lost.
+TEST_F(JobHandlerTest, AClearingOfWhatTheHostHasNotBegunDoesNotCount) {
+    deaf_ = true;
+    int const client = Connect();
+    Send(client, "^XA1^XZ");
+    Await(packets_, "[^XA1^XZ].");
+    deaf_ = false;
+    command_->Set("");
+    Await(packets_, "[^XA1^XZ].[^XA1^XZ].");
+    ::close(client);
 }
 
 }  // namespace

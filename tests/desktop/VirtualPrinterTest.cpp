@@ -177,6 +177,30 @@ TEST(VirtualPrinter, GoesOnWhenProcessesAreKilled) {
     EXPECT_EQ(printer->End(SIGTERM), 0);
 }
 
+TEST(VirtualPrinter, AJobGoesOnWhereTheHostLeftIt) {
+    VirtualPrinterProcess printer({"--speed", "30", "--pause-on-start"});
+    printer.Print(Label("long", 60) + "^XA^PQ3,2^FO20,20^A0N,40^FDpauses^FS^XZ");
+    printer.Print(Label("waits"));
+    ASSERT_TRUE(printer.Until([&] { return printer.Jobs().size() == 2; }));
+    printer.KillChild("zplhost");
+    printer.Type("resume");
+    for (std::size_t const pages : {3, 40}) {
+        ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() >= pages; }));
+        printer.KillChild("zplhost");
+    }
+    ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() == 62; })) << printer.Log();
+    printer.KillChild("zplhost");
+    auto const paused = [&] {
+        std::string const log = printer.Log();
+        return log.rfind("paused before page 63") != log.find("paused before page 63");
+    };
+    ASSERT_TRUE(printer.Until(paused)) << "it pauses again: " << printer.Log();
+    printer.Type("resume");
+    EXPECT_TRUE(printer.Until([&] { return printer.Log().find("/waits-") != std::string::npos; })) << printer.Log();
+    EXPECT_TRUE(printer.Until([&] { return printer.Jobs().empty(); }));
+    EXPECT_EQ(printer.Kept().size(), 64U) << "each page once";
+}
+
 /// Each finding in a JSON object, as `zpl check` and the printer tell it, without what is the printer's own.
 std::string FindingText(rapidjson::Value const& finding) {
     std::string text;

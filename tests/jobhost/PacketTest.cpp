@@ -39,7 +39,7 @@ TEST(Packet, IsReadFromBase64) {
                       "O"))
         << "length is no multiple of 4";
     EXPECT_FALSE(Packet::Parse(Base64::Encode(std::string(1'000'000, '[').append("}"))));
-    Packet const packet{9, 1, "^XA\xFF"};
+    Packet const packet{9, 1, "^XA\xFF", 400};
     EXPECT_EQ(Packet::Parse(packet.Text()), packet);
 }
 

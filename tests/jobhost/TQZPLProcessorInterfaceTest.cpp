@@ -129,6 +129,14 @@ TEST_F(TQZPLProcessorInterfaceTest, DropsWhatIsNoPacket) {
     EXPECT_EQ(Send({1, 0, ""}), Calls{Processing}) << "opens no session";
 }
 
+TEST_F(TQZPLProcessorInterfaceTest, TakesAPacketOfOneNumberOnce) {
+    Connect();
+    Packet const packet{1, 1, "^XA^FDa^FS^XZ", 7};
+    EXPECT_EQ(Send(packet), (Calls{Processing, "enqueue a 1", Done}));
+    EXPECT_EQ(Send(packet), Calls{Processing});
+    EXPECT_EQ(Send({1, 1, packet.payload, 8}).size(), 3U);
+}
+
 TEST_F(TQZPLProcessorInterfaceTest, ABadNumberCostsOnlyItsFormat) {
     Connect();
     EXPECT_EQ(Send({1, 0, "^XA^FDa^FS^XZ^XA^FO1,1^FB2147483648^FDlost^FS^XZ^XA^FDb^FS^XZ^XA^FO.,1^FD"}),
