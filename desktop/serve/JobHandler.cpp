@@ -53,9 +53,8 @@ JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& sock
 }
 
 JobHandler::~JobHandler() {
-    connections_.RemoveIf([](auto const&) { return true; });
-    current_.reset();
-    // What connections have left to the event loop to delete; that may not run any more.
+    for (auto const& connection : connections_) connection->Close();
+    // What connections leave to the event loop to delete; that may not run any more.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
