@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <vector>
 
@@ -49,7 +50,9 @@ int PropertyServer::WriteArchiveInTime() {
 void PropertyServer::Run(int stop) {
     std::vector<pollfd> descriptors;
     for (;;) {
-        int const patience = WriteArchiveInTime();
+        // As poll takes it, -1 is the longest of all.
+        auto const patience = static_cast<int>(
+            std::min(static_cast<unsigned>(WriteArchiveInTime()), static_cast<unsigned>(socket_.RestoreInTime())));
         descriptors.assign(
             {{stop, POLLIN, 0}, {socket_.Descriptor(), POLLIN, 0}, {socket_.WatchDescriptor(), POLLIN, 0}});
         for (auto const& [descriptor, link] : links_)
@@ -62,7 +65,7 @@ void PropertyServer::Run(int stop) {
             if (entry.revents & (POLLIN | POLLHUP | POLLERR)) Read(entry.fd, link);
         }
         if (descriptors[1].revents) Accept();
-        if (descriptors[2].revents) socket_.Restore();
+        if (descriptors[2].revents) socket_.NoteChange();
         for (auto& [descriptor, link] : links_) Flush(descriptor, link);
         RemoveDropped();
     }

@@ -80,10 +80,24 @@ bool ServerSocket::IsThere() const {
     return ::lstat(path_.c_str(), &status) == 0 && status.st_ino == inode_;
 }
 
-void ServerSocket::Restore() {
+void ServerSocket::NoteChange() {
+    constexpr std::chrono::milliseconds Pause{100};
     char events[4096];
     while (::read(watch_, events, sizeof events) > 0) {
     }
+    if (!IsThere()) due_ = Clock::now() + Pause;
+}
+
+int ServerSocket::RestoreInTime() {
+    if (!due_) return -1;
+    auto const left = std::chrono::ceil<std::chrono::milliseconds>(*due_ - Clock::now());
+    if (left.count() > 0) return static_cast<int>(left.count());
+    due_.reset();
+    Restore();
+    return -1;
+}
+
+void ServerSocket::Restore() {
     if (IsThere()) return;
     try {
         Listen();
