@@ -10,7 +10,6 @@
 #include "barcodes/matrix/QrText.h"
 #include "fields/placement/UnitConversion.h"
 #include "foundation/Log.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ZplParse.h"
@@ -57,7 +56,7 @@ void RenderAztec(ContextProcessor& processor, unsigned magnification, AztecOptio
 
 bool QrCodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     // Whatever is sent, these symbols are not turned.
-    StoreSetting(current, processor, ZplContextKeys::FieldOrientation, ZplOrientation::Normal);
+    processor.set(current, ZplContextKeys::FieldOrientation, ZplOrientation::Normal);
     unsigned const magnification = Magnification(command, 2, processor);
     char level = ParseLetter(command, 3, 'Q');
     if (std::string_view("HQML").find(level) == std::string_view::npos) level = 'M';
@@ -98,7 +97,7 @@ bool DataMatrixBarcodeHandler::HandleCommand(Context& current, ZplCommand const&
 bool MaxicodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     MaxiCodeOptions options;
     // The command has no orientation, and the symbol is not turned.
-    StoreSetting(current, processor, ZplContextKeys::FieldOrientation, ZplOrientation::Normal);
+    processor.set(current, ZplContextKeys::FieldOrientation, ZplOrientation::Normal);
     options.mode = ZplParse<unsigned>(command, 0).Where([](unsigned m) { return m >= 2 && m <= 6; }).ValueOr(2);
     auto const count = ZplParse<unsigned>(command, 2).Where([](unsigned n) { return n >= 1 && n <= 8; }).ValueOr(1);
     auto const index = ZplParse<unsigned>(command, 1).Where([](unsigned n) { return n >= 1 && n <= 8; }).ValueOr(1);

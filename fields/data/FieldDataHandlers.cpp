@@ -10,7 +10,6 @@
 #include "fields/data/FieldElement.h"
 #include "fields/data/SerialData.h"
 #include "foundation/Log.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/Ascii.h"
@@ -34,7 +33,7 @@ void ReportUtf8(std::string const& data, ContextProcessor const& processor) {
 void StoreData(Context& current, std::string raw, ContextProcessor& processor) {
     std::string data = ZplCore::FieldDataHelper::ProcessHexAndClockData(std::move(raw), processor);
     ReportUtf8(data, processor);
-    StoreSetting(current, processor, ZplContextKeys::FieldData, std::move(data));
+    processor.set(current, ZplContextKeys::FieldData, std::move(data));
 }
 
 /// The leading digits as a number; no value without a digit in front, or past what a number can hold.
@@ -49,13 +48,13 @@ ZplParseResult<unsigned> ParseFieldNumber(std::string const& text) {
 /// Lets `count` (data of the field and serial index, to new data) change the data of the field when it ends.
 template <typename Count>
 void StoreSerializer(Context& current, ContextProcessor& processor, Count count) {
-    StoreSetting(current, processor, ZplContextKeys::SerializeFunction,
-                 ZplContextKeys::SerializeFunctionType([count](ContextProcessor& field, unsigned index) {
-                     // A template has nothing to count yet, and stays one.
-                     Context const* element = field.GetContext(ContextProcessor::ElementContext);
-                     if (element && element->HasValue(ZplContextKeys::FieldData))
-                         field.set(ContextProcessor::ElementContext, ZplContextKeys::FieldData, count(field, index));
-                 }));
+    processor.set(current, ZplContextKeys::SerializeFunction,
+                  ZplContextKeys::SerializeFunctionType([count](ContextProcessor& field, unsigned index) {
+                      // A template has nothing to count yet, and stays one.
+                      Context const* element = field.GetContext(ContextProcessor::ElementContext);
+                      if (element && element->HasValue(ZplContextKeys::FieldData))
+                          field.set(ContextProcessor::ElementContext, ZplContextKeys::FieldData, count(field, index));
+                  }));
 }
 
 /// `own` is what the field would draw under no number.
@@ -75,12 +74,10 @@ ZplContextKeys::RenderFunction FillFunction(unsigned number, ZplContextKeys::Ren
 
 bool FieldClockHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     constexpr char DefaultIndicator = '%';
-    StoreSetting(current, processor, ZplContextKeys::ClockIndicator1,
-                 ZplParse<char>(command, 0).ValueOr(DefaultIndicator));
+    processor.set(current, ZplContextKeys::ClockIndicator1, ZplParse<char>(command, 0).ValueOr(DefaultIndicator));
     if (auto const second = ZplParse<char>(command, 1))
-        StoreSetting(current, processor, ZplContextKeys::ClockIndicator2, *second);
-    if (auto const third = ZplParse<char>(command, 2))
-        StoreSetting(current, processor, ZplContextKeys::ClockIndicator3, *third);
+        processor.set(current, ZplContextKeys::ClockIndicator2, *second);
+    if (auto const third = ZplParse<char>(command, 2)) processor.set(current, ZplContextKeys::ClockIndicator3, *third);
     return true;
 }
 
@@ -97,8 +94,8 @@ bool FieldHexadecimalIndicatorHandler::HandleCommand(Context& current, ZplComman
         bool const isGraph = c > ' ' && c < 0x7F;
         return isGraph && !(printer && (c == printer->FormatPrefix() || c == printer->ControlPrefix()));
     };
-    StoreSetting(current, processor, ZplContextKeys::FieldHexIndicator,
-                 ZplParse<char>(command, 0).Where(usable).ValueOr(DefaultIndicator));
+    processor.set(current, ZplContextKeys::FieldHexIndicator,
+                  ZplParse<char>(command, 0).Where(usable).ValueOr(DefaultIndicator));
     return true;
 }
 
@@ -107,11 +104,11 @@ bool FieldNumberHandler::HandleCommand(Context& current, ZplCommand const& comma
     if (!number) return true;
     if (ZplCore::HasSavedField(processor, *number)) {
         auto const* own = current.Find(ZplContextKeys::FieldRenderFunction);
-        StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction,
-                     FillFunction(*number, own ? *own : ZplContextKeys::RenderFunction()));
-        StoreSetting(current, processor, ZplContextKeys::FillsTemplates, true);
+        processor.set(current, ZplContextKeys::FieldRenderFunction,
+                      FillFunction(*number, own ? *own : ZplContextKeys::RenderFunction()));
+        processor.set(current, ZplContextKeys::FillsTemplates, true);
     } else {
-        StoreSetting(current, processor, ZplContextKeys::FieldNumberToSave, *number);
+        processor.set(current, ZplContextKeys::FieldNumberToSave, *number);
     }
     return true;
 }
@@ -123,7 +120,7 @@ bool FieldSeparatorHandler::HandleCommand(Context& current, ZplCommand const&, C
 
 bool FieldVariableHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     StoreData(current, ZplCore::FieldDataHelper::ProcessDelimiterData(command), processor);
-    StoreSetting(current, processor, ZplContextKeys::FieldVariable, true);
+    processor.set(current, ZplContextKeys::FieldVariable, true);
     return true;
 }
 
@@ -134,8 +131,8 @@ bool SerializationFieldHandler::HandleCommand(Context& current, ZplCommand const
     if (serial->mask.size() + serial->step.size() > LongestSerialMask) return true;
     // In place: a field may hold any number of these, and copying them for each would take ever longer.
     if (!current.HasValue(ZplContextKeys::serializationFieldStringData)) {
-        StoreSetting(current, processor, ZplContextKeys::serializationFieldStringData,
-                     processor.at(ZplContextKeys::serializationFieldStringData));
+        processor.set(current, ZplContextKeys::serializationFieldStringData,
+                      processor.at(ZplContextKeys::serializationFieldStringData));
     }
     current[ZplContextKeys::serializationFieldStringData].push_back(serial);
     // The data is read when the field ends: it may stand behind the mask.

@@ -2,7 +2,6 @@
 
 #include "fields/data/FieldElement.h"
 #include "fields/placement/UnitConversion.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ParameterRange.h"
@@ -17,13 +16,13 @@ ZplParseResult<unsigned> ParseCoordinate(ZplCommand const& command, std::size_t 
 
 void StoreJustification(Context& current, ZplCommand const& command, std::size_t index, ContextProcessor& processor) {
     if (auto const justification = ZplParse<Justification>(command, index))
-        StoreSetting(current, processor, ZplContextKeys::FieldJustification, *justification);
+        processor.set(current, ZplContextKeys::FieldJustification, *justification);
 }
 
 void StoreTypesetCoordinate(Context& current, ZplParseResult<unsigned> const& value, ContextKey<unsigned> const& origin,
                             ContextKey<unsigned> const& next, ContextProcessor& processor) {
     if (value) processor.set(ContextProcessor::FormatContext, next, *value);
-    StoreSetting(current, processor, origin, value.ValueOr(processor.at(next)));
+    processor.set(current, origin, value.ValueOr(processor.at(next)));
 }
 
 }  // namespace
@@ -31,10 +30,10 @@ void StoreTypesetCoordinate(Context& current, ZplParseResult<unsigned> const& va
 bool FieldOriginHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     ZplCore::EndWholeField(current, processor);
     processor.set(ContextProcessor::FormatContext, ZplContextKeys::FieldBaseline, Baseline::Top);
-    StoreSetting(current, processor, ZplContextKeys::FieldOriginX,
-                 ParseCoordinate(command, 0, processor).ValueOr(ZplContextDefaults::FieldOriginX));
-    StoreSetting(current, processor, ZplContextKeys::FieldOriginY,
-                 ParseCoordinate(command, 1, processor).ValueOr(ZplContextDefaults::FieldOriginY));
+    processor.set(current, ZplContextKeys::FieldOriginX,
+                  ParseCoordinate(command, 0, processor).ValueOr(ZplContextDefaults::FieldOriginX));
+    processor.set(current, ZplContextKeys::FieldOriginY,
+                  ParseCoordinate(command, 1, processor).ValueOr(ZplContextDefaults::FieldOriginY));
     StoreJustification(current, command, 2, processor);
     return true;
 }
@@ -42,12 +41,12 @@ bool FieldOriginHandler::HandleCommand(Context& current, ZplCommand const& comma
 bool FieldParameterHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     constexpr int Limit = 9999;
     if (auto const direction = ZplParse<Direction>(command, 0))
-        StoreSetting(current, processor, ZplContextKeys::TextDirection, *direction);
+        processor.set(current, ZplContextKeys::TextDirection, *direction);
     auto const spacing = OnlyWithin(command, 1, ZplParse<int>(command, 1), {-Limit, Limit});
     if (!spacing) return true;
     // Characters that stand above each other cannot be drawn together.
     bool const vertical = processor.at(ZplContextKeys::TextDirection) == Direction::Vertical;
-    StoreSetting(current, processor, ZplContextKeys::TextSpacing, vertical && *spacing < 0 ? 0 : *spacing);
+    processor.set(current, ZplContextKeys::TextSpacing, vertical && *spacing < 0 ? 0 : *spacing);
     return true;
 }
 
@@ -71,11 +70,11 @@ bool FieldOrientationHandler::HandleCommand(Context& current, ZplCommand const& 
     // The system context first, so that the setting outlives the field that it is sent with.
     if (auto const orientation = ZplParse<ZplOrientation>(command, 0)) {
         processor.set(ContextProcessor::SystemContext, ZplContextKeys::FieldOrientation, *orientation);
-        StoreSetting(current, processor, ZplContextKeys::FieldOrientation, *orientation);
+        processor.set(current, ZplContextKeys::FieldOrientation, *orientation);
     }
     if (auto const justification = ZplParse<Justification>(command, 1)) {
         processor.set(ContextProcessor::SystemContext, ZplContextKeys::FieldJustification, *justification);
-        StoreSetting(current, processor, ZplContextKeys::FieldJustification, *justification);
+        processor.set(current, ZplContextKeys::FieldJustification, *justification);
     }
     return true;
 }

@@ -3,7 +3,6 @@
 #include <memory>
 
 #include "fields/graphics/GraphicPlacement.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/ZplParse.h"
 
@@ -32,8 +31,8 @@ bool GraphicFieldHandler::HandleCommand(Context& current, ZplCommand const& comm
         [shared = std::make_shared<ZplCore::Picture const>(std::move(*picture))](ContextProcessor& atRender) {
             ZplCore::DrawPicture(atRender, *shared);
         };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, draw);
+    processor.set(current, ZplContextKeys::FieldRenderFunction, draw);
     // A picture needs no data behind it; it is whole as soon as it has its place.
-    StoreSetting(current, processor, ZplContextKeys::EndsAtNextOrigin, current.HasValue(ZplContextKeys::FieldOriginX));
+    processor.set(current, ZplContextKeys::EndsAtNextOrigin, current.HasValue(ZplContextKeys::FieldOriginX));
     return true;
 }

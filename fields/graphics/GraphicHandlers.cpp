@@ -8,7 +8,6 @@
 #include "fields/graphics/MarkSketch.h"
 #include "fields/placement/UnitConversion.h"
 #include "fields/text/Fonts.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/Ascii.h"
@@ -51,7 +50,7 @@ void StoreShape(Context& current, ContextProcessor& processor, unsigned width, u
         draw(*target, point);
         target->SetColor(Black);
     };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
+    processor.set(current, ZplContextKeys::FieldRenderFunction, render);
 }
 
 void StoreEllipse(Context& current, ContextProcessor& processor, unsigned width, unsigned height, unsigned thickness,
@@ -124,14 +123,14 @@ bool GraphicEllipseHandler::HandleCommand(Context& current, ZplCommand const& co
 
 bool GraphicSymbolHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     if (auto const orientation = ZplParse<ZplOrientation>(command, 0))
-        StoreSetting(current, processor, ZplContextKeys::FieldOrientation, *orientation);
+        processor.set(current, ZplContextKeys::FieldOrientation, *orientation);
     // What is left out is the size of the default font.
     auto const [defaultHeight, defaultWidth] = ZplCore::GetFontBoundary(processor, {}, {});
-    StoreSetting(current, processor, ZplContextKeys::FontHeight,
-                 ParseSize(command, 1, processor, 0, LargestBoxSide, defaultHeight));
-    StoreSetting(current, processor, ZplContextKeys::FontWidth,
-                 ParseSize(command, 2, processor, 0, LargestBoxSide, defaultWidth));
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, ZplContextKeys::RenderFunction(DrawMarks));
+    processor.set(current, ZplContextKeys::FontHeight,
+                  ParseSize(command, 1, processor, 0, LargestBoxSide, defaultHeight));
+    processor.set(current, ZplContextKeys::FontWidth,
+                  ParseSize(command, 2, processor, 0, LargestBoxSide, defaultWidth));
+    processor.set(current, ZplContextKeys::FieldRenderFunction, ZplContextKeys::RenderFunction(DrawMarks));
     return true;
 }
 

@@ -7,7 +7,6 @@
 #include "fields/graphics/RecalledGraphics.h"
 #include "fields/graphics/StoredGraphics.h"
 #include "foundation/Log.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ParameterRange.h"
@@ -90,7 +89,7 @@ bool RecallGraphicHandler::HandleCommand(Context& current, ZplCommand const& com
                                                  y = parse(2)](ContextProcessor& atRender) {
         if (auto const picture = ZplCore::RecallGraphic(atRender, text)) ZplCore::DrawPicture(atRender, *picture, x, y);
     };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, draw);
+    processor.set(current, ZplContextKeys::FieldRenderFunction, draw);
     return true;
 }
 

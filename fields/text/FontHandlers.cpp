@@ -2,7 +2,6 @@
 
 #include "fields/placement/UnitConversion.h"
 #include "fields/text/Fonts.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/Ascii.h"
@@ -20,11 +19,11 @@ ZplParseResult<unsigned> ParseSize(ZplCommand const& command, std::size_t index,
 
 void StoreOrientationAndSize(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     if (auto const orientation = ZplParse<ZplOrientation>(command, 0))
-        StoreSetting(current, processor, ZplContextKeys::FieldOrientation, *orientation);
+        processor.set(current, ZplContextKeys::FieldOrientation, *orientation);
     auto const [height, width] =
         ZplCore::GetFontBoundary(processor, ParseSize(command, 1, processor), ParseSize(command, 2, processor));
-    StoreSetting(current, processor, ZplContextKeys::FontHeight, height);
-    StoreSetting(current, processor, ZplContextKeys::FontWidth, width);
+    processor.set(current, ZplContextKeys::FontHeight, height);
+    processor.set(current, ZplContextKeys::FontWidth, width);
 }
 
 /// A font letter in upper case.
@@ -39,7 +38,7 @@ ZplParseResult<char> ParseFontLetter(ZplCommand const& command, std::size_t inde
 bool FontHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     auto const named = command.command.size() > 1 ? ZplCore::ToBuiltInFont(command.command[1]) : std::nullopt;
     auto const font = named.value_or(ZplCore::BuiltInFont{processor.at(ZplContextKeys::DefaultFont)});
-    StoreSetting(current, processor, ZplContextKeys::FontIdentifier, FontChoice(font));
+    processor.set(current, ZplContextKeys::FontIdentifier, FontChoice(font));
     StoreOrientationAndSize(current, command, processor);
     return true;
 }
@@ -51,7 +50,7 @@ bool UserFontHandler::HandleCommand(Context& current, ZplCommand const& command,
         processor.set(ContextProcessor::SystemContext, ZplContextKeys::UserFont,
                       ZplCore::UserFont{ZplCore::ToFontName(name)});
     if (auto const& font = processor.at(ZplContextKeys::UserFont); !font.name.empty())
-        StoreSetting(current, processor, ZplContextKeys::FontIdentifier, FontChoice(font));
+        processor.set(current, ZplContextKeys::FontIdentifier, FontChoice(font));
     return true;
 }
 

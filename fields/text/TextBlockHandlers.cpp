@@ -4,7 +4,6 @@
 
 #include "fields/placement/UnitConversion.h"
 #include "fields/text/TextElementProcessor.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ParameterRange.h"
@@ -23,7 +22,7 @@ unsigned ParseIndent(ZplCommand const& command) {
 }
 
 void StoreRenderFunction(Context& current, ContextProcessor& processor, ZplContextKeys::RenderFunction function) {
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, std::move(function));
+    processor.set(current, ZplContextKeys::FieldRenderFunction, std::move(function));
 }
 
 }  // namespace
@@ -33,18 +32,16 @@ bool FieldBlockHandler::HandleCommand(Context& current, ZplCommand const& comman
     auto const lines =
         OnlyWithin(command, 1, ZplParse<unsigned>(command, 1), {0, Limit}).Where([](unsigned n) { return n != 0; });
     auto const spacing = OnlyWithin(command, 2, ZplParse<int>(command, 2), {-Limit, Limit});
-    StoreSetting(current, processor, ZplContextKeys::TextBlockWidth,
-                 ZplParse<unsigned>(command, 0)
-                     .Map(ZplCore::ApplyDpiScale(processor))
-                     .ValueOr(ZplContextDefaults::TextBlockWidth));
-    StoreSetting(current, processor, ZplContextKeys::TextBlockLineCount,
-                 lines.ValueOr(ZplContextDefaults::TextBlockLines));
-    StoreSetting(current, processor, ZplContextKeys::TextBlockLineSpacing,
-                 spacing.ValueOr(ZplContextDefaults::LineSpace));
-    StoreSetting(
-        current, processor, ZplContextKeys::TextBlockJustification,
+    processor.set(current, ZplContextKeys::TextBlockWidth,
+                  ZplParse<unsigned>(command, 0)
+                      .Map(ZplCore::ApplyDpiScale(processor))
+                      .ValueOr(ZplContextDefaults::TextBlockWidth));
+    processor.set(current, ZplContextKeys::TextBlockLineCount, lines.ValueOr(ZplContextDefaults::TextBlockLines));
+    processor.set(current, ZplContextKeys::TextBlockLineSpacing, spacing.ValueOr(ZplContextDefaults::LineSpace));
+    processor.set(
+        current, ZplContextKeys::TextBlockJustification,
         ZplParse<Scripting::ScriptTextJustification>(command, 3).ValueOr(ZplContextDefaults::BlockJustification));
-    StoreSetting(current, processor, ZplContextKeys::TextBlockIndent, ParseIndent(command));
+    processor.set(current, ZplContextKeys::TextBlockIndent, ParseIndent(command));
     StoreRenderFunction(current, processor, [](ContextProcessor& atRender) {
         TextElementProcessor::ProcessFieldBlock(atRender.GetCurrentContext(), atRender);
     });
@@ -54,9 +51,8 @@ bool FieldBlockHandler::HandleCommand(Context& current, ZplCommand const& comman
 bool TextBlocksHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     constexpr unsigned SmallestSide = 1;  // dots
     if (auto const orientation = ZplParse<ZplOrientation>(command, 0))
-        StoreSetting(current, processor, ZplContextKeys::FieldOrientation, *orientation);
-    StoreSetting(current, processor, ZplContextKeys::TextBlockWidth,
-                 ZplParse<unsigned>(command, 1).ValueOr(SmallestSide));
+        processor.set(current, ZplContextKeys::FieldOrientation, *orientation);
+    processor.set(current, ZplContextKeys::TextBlockWidth, ZplParse<unsigned>(command, 1).ValueOr(SmallestSide));
     unsigned const height = ZplParse<unsigned>(command, 2).ValueOr(SmallestSide);
     StoreRenderFunction(current, processor, [height](ContextProcessor& atRender) {
         TextElementProcessor::ProcessTextBlock(atRender.GetCurrentContext(), atRender, height);
