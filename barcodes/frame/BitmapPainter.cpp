@@ -12,7 +12,7 @@ std::size_t Stride(SketchedBitmap const& bitmap) { return (bitmap.bitmapWidth + 
 
 }  // namespace
 
-std::uint64_t PixelScale::operator()(std::uint64_t dots) const {
+std::uint64_t SketchScale::operator()(std::uint64_t dots) const {
     return static_cast<std::uint64_t>(std::lround(static_cast<double>(dots) * scale_));
 }
 
