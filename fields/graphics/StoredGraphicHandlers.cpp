@@ -58,7 +58,7 @@ bool UploadGraphicsHandler::HandleCommand(Context&, ZplCommand const& command, C
                              [name = *name, picture](ContextProcessor const& label) -> std::optional<std::string> {
                                  // The end of a format may be told more than once, when its last page is printed again
                                  // behind a pause.
-                                 auto const& memory = label.at(ZplContextKeys::FormatMemory);
+                                 auto const& memory = label.at(ZplContextKeys::SharedFormatMemory);
                                  if (memory && !memory->answered.insert(name.Text()).second) return std::nullopt;
                                  std::size_t const size = ZplCore::DownloadSize(*picture);
                                  if (memory && memory->answerBytes + size > ZplCore::MostAnswerBytes) {

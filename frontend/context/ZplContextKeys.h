@@ -56,7 +56,7 @@ extern ContextKey<char> const ClockIndicator2;
 extern ContextKey<char> const ClockIndicator3;
 extern ContextKey<std::chrono::system_clock::time_point> const TimeAtRender;
 extern ContextKey<std::string> const CultureId;
-extern ContextKey<struct TimeMode> const TimeMode;
+extern ContextKey<ClockMode> const TimeMode;
 extern ContextKey<unsigned> const PrintQuantity;
 extern ContextKey<unsigned> const SerialNumberReplications;
 extern ContextKey<unsigned> const GroupCount;
@@ -126,7 +126,7 @@ extern ContextKey<unsigned> const HandlerSequenceNumber;
 // The keys from here on are this program's own, beyond those of the language's state.
 extern ContextKey<std::chrono::system_clock::duration> const ClockAdjustment;  // what a stream has moved its clock by
 // Shared by all copies of the state of a format; null while the format is still being received.
-extern ContextKey<std::shared_ptr<struct FormatMemory>> const FormatMemory;
+extern ContextKey<std::shared_ptr<FormatMemory>> const SharedFormatMemory;
 // Darkness from 0 to 30 that a stream has set in place of the printer's own.
 extern ContextKey<std::optional<int>> const MediaDarkness;
 extern ContextKey<std::string> const PrinterName;
