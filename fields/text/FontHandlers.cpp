@@ -9,7 +9,7 @@
 
 namespace {
 
-using FontChoice = std::variant<ZplCore::BuiltInFont, ZplCore::UserFont>;
+using ZplContextKeys::FontChoice;
 
 constexpr std::string_view FontLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
 
