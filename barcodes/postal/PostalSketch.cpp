@@ -30,6 +30,7 @@ SketchedBitmap GraphicHelper::SketchUSPS2Barcode(Barcode::Model::USPS2StateBarco
     bitmap.logicalWidth = bars.size() * pitch.logical;
     bitmap.logicalHeight = height;
     if (bitmap.rows->empty()) return bitmap;
+    // Short bars are two fifths of the height, as far as it is made of whole steps of five dots.
     std::uint64_t const step = std::max<std::uint64_t>(toPixels(5), 1);
     auto const shortTop = static_cast<std::uint64_t>(static_cast<double>(bitmap.bitmapHeight) -
                                                      static_cast<double>(bitmap.bitmapHeight / step * step) * 0.4);

@@ -21,6 +21,8 @@ struct ModuleRange {
     unsigned begin;
     unsigned end;
 };
+// Notches, between which the guards reach down; at UPC-A the outer digits do too. The module that a range leaves at the
+// side of its digits is light.
 constexpr ModuleRange Ean13Indices[] = {{4, 45}, {50, 91}};
 constexpr ModuleRange EanIndices[] = {{4, 31}, {36, 63}};
 constexpr ModuleRange UPCAIndices[] = {{10, 45}, {50, 84}};
