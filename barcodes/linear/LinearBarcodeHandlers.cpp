@@ -20,9 +20,9 @@ struct LinearSymbology {
     BarcodeValidate validate;
     LinearEncode encode;
     InterpretationText line;
-    BarcodeTransform inputTransform;
-    BarcodeTransform invalidTransform;
-    bool isFixed = false;  ///< wide elements are two narrow ones, whatever the ratio
+    BarcodeTransform inputTransform;    ///< of the data before they are checked; empty if they stay as sent
+    BarcodeTransform invalidTransform;  ///< repairs what the check refuses
+    bool isFixed = false;               ///< wide elements are two narrow ones, whatever the ratio
 };
 
 /// The parameters from the height on: height, line, line above.
