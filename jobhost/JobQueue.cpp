@@ -82,6 +82,7 @@ void JobQueue::Handle(JobStatusChangedEvent const& event, bool printOnDemand, st
 
 void JobQueue::HandleStreaming(std::filesystem::path const& path, unsigned page, bool printOnDemand) {
     Q_EMIT dispatcher_.Dispatch([this, path, page, printOnDemand](Jobs& jobs) {
+        // Behind a pause that waits in the queue: its step would delete what is drawn here.
         if (stop_) return;
         auto const job = Find(jobs, path);
         if (job == jobs.end()) return;
@@ -93,9 +94,11 @@ void JobQueue::HandleStreaming(std::filesystem::path const& path, unsigned page,
 void JobQueue::HandlePaused(std::filesystem::path const& path, unsigned page, std::function<void()> const& onPaused) {
     stop_.store(true, std::memory_order_release);
     Q_EMIT dispatcher_.Dispatch([this, path, page, onPaused](Jobs& jobs) {
+        // Cleared whether or not there is such a job. Rendering that the flag was to end ran before this step.
         stop_ = false;
         auto const job = Find(jobs, path);
         if (job == jobs.end()) return;
+        // First of all, so that the driver takes a folder without its pages for one that is being filled.
         job->DeleteTransferDone();
         Call(onPaused);
         job->DeletePages();
@@ -116,6 +119,8 @@ void JobQueue::HandleUnpauseRequested(std::filesystem::path const& jobPath, unsi
                 job->End();
                 Call(signalPrinting);
             }
+            // The driver is told to go on once the folder says from where, and holds none of the pages that a preview
+            // of the pause has left.
             Call(updateMetaData);
             job->DeletePages();
             Call(resetPrinter);
@@ -130,6 +135,7 @@ void JobQueue::HandleNewRfidReadResponse(std::filesystem::path const& path, unsi
     Q_EMIT dispatcher_.Dispatch([this, path, page, responses, printOnDemand](Jobs& jobs) {
         auto const job = Find(jobs, path);
         if (job == jobs.end()) return;
+        // What the tag answered may stand on the page, so it is drawn only now.
         job->SetRfidReadResponse(page, responses);
         RenderFrom(*job, page, printOnDemand);
     });
@@ -155,6 +161,7 @@ void JobQueue::CancelAll() {
 
 void JobQueue::Cleanup() {
     Q_EMIT dispatcher_.Dispatch([](Jobs& jobs) {
+        // By their paths: erasing a job moves the others. A folder that cannot be looked at counts as gone.
         std::vector<std::filesystem::path> gone;
         for (auto const& job : jobs) {
             std::error_code error;

@@ -32,9 +32,9 @@ public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         constexpr unsigned LastFormat = 4;
         if (auto const format = ZplParse<unsigned>(command, 0)) {
-            auto mode = processor.at(ZplContextKeys::TimeMode);
+            auto mode = processor.at(TimeMode);
             mode.format = Bounded(command, 0, *format, {0, LastFormat});
-            processor.set(ContextProcessor::SystemContext, ZplContextKeys::TimeMode, mode);
+            processor.set(ContextProcessor::SystemContext, TimeMode, mode);
         }
         return true;
     }
@@ -65,7 +65,7 @@ public:
 class SetModeAndLanguageHandler : public HandlerFor<CommandId("SL")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
-        auto mode = processor.at(ZplContextKeys::TimeMode);
+        auto mode = processor.at(TimeMode);
         char const letter = ToAsciiUpper(ZplParse<char>(command, 0).ValueOr(0));
         if (letter == 'S') mode.everyCopy = false;
         if (letter == 'T') {
@@ -77,7 +77,7 @@ public:
             mode.everyCopy = *seconds != 0;
             mode.tolerance = Bounded(command, 0, *seconds, {0, LargestTolerance});
         }
-        processor.set(ContextProcessor::SystemContext, ZplContextKeys::TimeMode, mode);
+        processor.set(ContextProcessor::SystemContext, TimeMode, mode);
         KeepLanguage(processor, command, 1);
         return true;
     }

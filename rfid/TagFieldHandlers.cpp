@@ -2,7 +2,6 @@
 
 #include "fields/data/FieldElement.h"
 #include "foundation/Log.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "rfid/RfidHandlers.h"
@@ -31,8 +30,8 @@ TagFormat CountedFormat(ZplCommand const& command, std::size_t index) {
 /// A field that is for the tag draws nothing; at its end `act` gets its data.
 template <typename Act>
 void AtEndOfField(Context& current, ContextProcessor& processor, Act act) {
-    StoreSetting(current, processor, FieldRenderFunction,
-                 RenderFunction([act](ContextProcessor& field) { act(field, field.at(FieldData)); }));
+    processor.set(current, FieldRenderFunction,
+                  RenderFunction([act](ContextProcessor& field) { act(field, field.at(FieldData)); }));
 }
 
 void AddWrite(ContextProcessor& processor, RfidOperation operation, TagFormat format, unsigned bytes,
@@ -82,8 +81,8 @@ private:
     static void Read(Context& current, ContextProcessor& processor, TagFormat format) {
         auto const hex = TagOperations::ReadData(processor);
         // Empty data say that the field is no template, also before the tag has been read.
-        StoreSetting(current, processor, FieldData,
-                     hex ? FromTagHex(format, *hex, processor.at(EpcPartitionSizes)) : std::string());
+        processor.set(current, FieldData,
+                      hex ? FromTagHex(format, *hex, processor.at(EpcPartitionSizes)) : std::string());
         bool const isRead = hex.has_value();
         // A number in front of the read has installed what fills its templates.
         auto const* fills = current.Find(FillsTemplates);

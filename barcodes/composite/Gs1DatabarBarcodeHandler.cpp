@@ -1,4 +1,4 @@
-#include "barcodes/composite/Gs1DatabarBarcodeHandler.h"
+#include "barcodes/composite/CompositeBarcodeHandlers.h"
 
 #include <algorithm>
 
@@ -11,6 +11,7 @@
 #include "barcodes/frame/SymbolFrame.h"
 #include "fields/placement/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
+#include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ZplParse.h"
 
 namespace {
@@ -41,24 +42,32 @@ void RenderGs1(ContextProcessor& processor, Gs1Options const& options) {
     RenderSimpleBarcode(processor, *sketch.rows, sketch.logicalWidth, sketch.logicalHeight, sketch.bitmapWidth);
 }
 
+/// `^BR`: GS1 DataBar and composite symbols. Type 1 to 12, magnification, height of separators, height of linear bars,
+/// segments in a row.
+class Gs1DatabarBarcodeHandler : public HandlerFor<CommandId("BR")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        constexpr unsigned SingleRow = 22;
+        StoreBarcodeOrientation(current, command, processor);
+        auto const toDots = ToDotsScaled(processor);
+        // Two, three and six dots by the density of the head; the default of the other symbols of cells is the same.
+        unsigned const byDensity =
+            std::max(2U, MagnificationDefaultDPIConversion(Scripting::Dpi(DesignDpi(processor))));
+        Gs1Options options;
+        options.type = static_cast<Gs1Type>(ZplParse<unsigned>(command, 1).ValueOr(1));
+        options.module = ZplParse<double>(command, 2)
+                             .Map(toDots)
+                             .Where([](unsigned dots) { return dots >= 1 && dots <= 100; })
+                             .ValueOr(byDensity);
+        options.separatorHeight = ZplParse<char>(command, 3).ValueOr('1') == '2' ? 2 : 1;
+        options.barHeight = ZplParse<double>(command, 4).Map(toDots).Map(ClampBarcodeHeight).ValueOr(25);
+        options.segments = ZplParse<unsigned>(command, 5)
+                               .Where([](unsigned n) { return n >= 2 && n <= SingleRow && n % 2 == 0; })
+                               .ValueOr(SingleRow);
+        return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderGs1(at, options); });
+    }
+};
+
 }  // namespace
 
-bool Gs1DatabarBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    constexpr unsigned SingleRow = 22;
-    StoreBarcodeOrientation(current, command, processor);
-    auto const toDots = ToDotsScaled(processor);
-    // Two, three and six dots by the density of the head; the default of the other symbols of cells is the same.
-    unsigned const byDensity = std::max(2U, MagnificationDefaultDPIConversion(Scripting::Dpi(DesignDpi(processor))));
-    Gs1Options options;
-    options.type = static_cast<Gs1Type>(ZplParse<unsigned>(command, 1).ValueOr(1));
-    options.module = ZplParse<double>(command, 2)
-                         .Map(toDots)
-                         .Where([](unsigned dots) { return dots >= 1 && dots <= 100; })
-                         .ValueOr(byDensity);
-    options.separatorHeight = ZplParse<char>(command, 3).ValueOr('1') == '2' ? 2 : 1;
-    options.barHeight = ZplParse<double>(command, 4).Map(toDots).Map(ClampBarcodeHeight).ValueOr(25);
-    options.segments = ZplParse<unsigned>(command, 5)
-                           .Where([](unsigned n) { return n >= 2 && n <= SingleRow && n % 2 == 0; })
-                           .ValueOr(SingleRow);
-    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderGs1(at, options); });
-}
+void AddGs1DatabarBarcodeHandler(CommandHandlerPool& pool) { pool.AddToCache<Gs1DatabarBarcodeHandler>(); }

@@ -67,6 +67,7 @@ std::string FixedDigits(std::string const& text, Gs1Type type, std::size_t count
 }
 
 GS1BarcodeModel::GS1Fragment MakeFragment(std::vector<bool> const& row, unsigned height, TypeRow const& type) {
+    // The library gives a row whose height is open 0 modules, a separator 1, and a row of a component 2 or (CC-C) 3.
     GS1BarcodeModel::GS1Fragment fragment;
     for (bool const dark : row) fragment.blocks.emplace_back(false, dark);
     fragment.modules = height == 0 ? type.modules : height;
@@ -128,6 +129,7 @@ ModuleRequest RequestOf(std::string const& data, Gs1Type type, unsigned segments
     auto const part = row.digits == 0 ? BracketIdentifiers(linear) : FixedDigits(linear, type, row.digits);
     ModuleRequest request;
     request.symbology = row.symbology;
+    // No symbol has more than 22 segments, which then stand in one row; the library counts pairs of them.
     if (type == Gs1Type::Expanded && segments < 22) {
         request.symbology = ModuleSymbology::DataBarExpandedStacked;
         request.columns = std::max(1U, segments / 2);

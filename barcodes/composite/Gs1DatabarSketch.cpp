@@ -10,7 +10,7 @@ SketchedBitmap GraphicHelper::SketchGS1Barcode(Barcode::Model::GS1BarcodeModel c
                                                unsigned moduleHeight, unsigned separatorHeight, unsigned barHeight,
                                                unsigned componentRowHeight, Dpi dpi, unsigned long designResolution) {
     using Height = Barcode::Model::GS1BarcodeModel::Height;
-    PixelScale const toPixels(dpi, designResolution);
+    SketchScale const toPixels(dpi, designResolution);
     auto const heightOf = [&](auto const& fragment, auto const& scale) -> std::uint64_t {
         switch (fragment.height) {
             case Height::Separator: return scale(separatorHeight);

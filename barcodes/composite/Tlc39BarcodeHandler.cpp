@@ -1,4 +1,4 @@
-#include "barcodes/composite/Tlc39BarcodeHandler.h"
+#include "barcodes/composite/CompositeBarcodeHandlers.h"
 
 #include "barcodes/composite/Tlc39Encoder.h"
 #include "barcodes/composite/Tlc39Sketch.h"
@@ -9,6 +9,7 @@
 #include "barcodes/frame/SymbolFrame.h"
 #include "fields/placement/UnitConversion.h"
 #include "frontend/context/ZplContextKeys.h"
+#include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ZplParse.h"
 
 namespace {
@@ -43,21 +44,27 @@ void RenderTlc39(ContextProcessor& processor, Tlc39Options const& options) {
     RenderSimpleBarcode(processor, *symbol.rows, symbol.logicalWidth, symbol.logicalHeight, symbol.bitmapWidth);
 }
 
+/// `^BT`: TLC39. Narrow bar, ratio and height of the Code 39, module and row height of the MicroPDF417.
+class Tlc39BarcodeHandler : public HandlerFor<CommandId("BT")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        StoreBarcodeOrientation(current, command, processor);
+        auto options = Tlc39Options::DefaultsAt(DesignDpi(processor));
+        auto const read = [&](std::size_t index, unsigned most, unsigned& dots) {
+            dots = ZplParse<double>(command, index)
+                       .Map(ToDotsScaled(processor))
+                       .Where([=](unsigned sent) { return sent >= 1 && sent <= most; })
+                       .ValueOr(dots);
+        };
+        read(1, 10, options.narrow);
+        options.ratio = ZplParse<std::string>(command, 2).Map(ParseRatio).Where(CheckRatio).ValueOr(options.ratio);
+        read(3, 9999, options.height);
+        read(4, 10, options.module);
+        read(5, 255, options.rowHeight);
+        return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderTlc39(at, options); });
+    }
+};
+
 }  // namespace
 
-bool Tlc39BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    StoreBarcodeOrientation(current, command, processor);
-    auto options = Tlc39Options::DefaultsAt(DesignDpi(processor));
-    auto const read = [&](std::size_t index, unsigned most, unsigned& dots) {
-        dots = ZplParse<double>(command, index)
-                   .Map(ToDotsScaled(processor))
-                   .Where([=](unsigned sent) { return sent >= 1 && sent <= most; })
-                   .ValueOr(dots);
-    };
-    read(1, 10, options.narrow);
-    options.ratio = ZplParse<std::string>(command, 2).Map(ParseRatio).Where(CheckRatio).ValueOr(options.ratio);
-    read(3, 9999, options.height);
-    read(4, 10, options.module);
-    read(5, 255, options.rowHeight);
-    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderTlc39(at, options); });
-}
+void AddTlc39BarcodeHandler(CommandHandlerPool& pool) { pool.AddToCache<Tlc39BarcodeHandler>(); }

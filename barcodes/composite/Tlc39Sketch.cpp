@@ -47,7 +47,7 @@ void PaintRow(SketchedBitmap& bitmap, std::vector<Barcode::Model::Block> const& 
 SketchedBitmap GraphicHelper::SketchTLC39Barcode(Barcode::Model::Tlc39BarcodeModel const& model, unsigned narrow,
                                                  unsigned wide, unsigned height, unsigned module, unsigned rowHeight,
                                                  Dpi dpi, unsigned long designResolution) {
-    PixelScale const toPixels(dpi, designResolution);
+    SketchScale const toPixels(dpi, designResolution);
     auto const inDots = [](unsigned dots) { return std::uint64_t{dots}; };
     auto const dots = Tlc39Sizes::Of(model, inDots, narrow, wide, module, rowHeight);
     auto const pixels = Tlc39Sizes::Of(model, toPixels, narrow, wide, module, rowHeight);

@@ -6,7 +6,6 @@
 #include "barcodes/frame/BarcodeError.h"
 #include "fields/ink/FieldMap.h"
 #include "fields/placement/UnitConversion.h"
-#include "frontend/context/Setting.h"
 #include "frontend/stream/Ascii.h"
 #include "frontend/stream/ZplParse.h"
 
@@ -14,12 +13,12 @@ namespace ZplCore {
 
 void StoreBarcodeOrientation(Context& current, ZplCommand const& command, ContextProcessor& processor) {
     if (auto const orientation = ZplParse<ZplOrientation>(command, 0))
-        StoreSetting(current, processor, ZplContextKeys::FieldOrientation, *orientation);
+        processor.set(current, ZplContextKeys::FieldOrientation, *orientation);
 }
 
 void StoreBarcodeHeight(Context& current, ZplCommand const& command, std::size_t index, ContextProcessor& processor) {
     if (auto const height = ZplParse<double>(command, index).Map(ToDotsScaled(processor)).Map(ClampBarcodeHeight))
-        StoreSetting(current, processor, ZplContextKeys::BarcodeHeight, *height);
+        processor.set(current, ZplContextKeys::BarcodeHeight, *height);
 }
 
 bool ParseFlag(ZplCommand const& command, std::size_t index, bool fallback) {
@@ -40,7 +39,7 @@ bool StoreBarcodeRender(Context& current, ContextProcessor& processor, ZplContex
                                "the symbol would be too large; its modules or its height must be smaller");
         }
     };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, guarded);
+    processor.set(current, ZplContextKeys::FieldRenderFunction, guarded);
     return true;
 }
 

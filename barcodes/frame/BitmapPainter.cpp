@@ -12,7 +12,7 @@ std::size_t Stride(SketchedBitmap const& bitmap) { return (bitmap.bitmapWidth + 
 
 }  // namespace
 
-std::uint64_t PixelScale::operator()(std::uint64_t dots) const {
+std::uint64_t SketchScale::operator()(std::uint64_t dots) const {
     return static_cast<std::uint64_t>(std::lround(static_cast<double>(dots) * scale_));
 }
 
@@ -36,6 +36,7 @@ void PaintRun(BitmapRow row, std::uint64_t begin, std::uint64_t end) {
     if (begin >= end) return;
     std::size_t const firstByte = begin / 8;
     std::size_t const lastByte = (end - 1) / 8;
+    // Bits run from the most significant on: of the first byte all from `begin`, of the last all before `end`.
     auto const firstMask = static_cast<std::uint8_t>(0xFF >> begin % 8);
     auto const lastMask = static_cast<std::uint8_t>(0xFF << (7 - (end - 1) % 8));
     if (firstByte == lastByte) {

@@ -10,9 +10,9 @@
 namespace Scripting {
 
 /// Dots to whole pixels.
-class PixelScale {
+class SketchScale {
 public:
-    PixelScale(Dpi dpi, unsigned long designResolution)
+    SketchScale(Dpi dpi, unsigned long designResolution)
         : scale_(designResolution ? static_cast<double>(dpi.Value()) / static_cast<double>(designResolution) : 1) {}
 
     std::uint64_t operator()(std::uint64_t dots) const;

@@ -18,7 +18,7 @@ std::uint64_t GraphicHelper::GetLinearRowWidth(std::vector<Block> const& blocks,
 SketchedBitmap GraphicHelper::SketchLinearBarcode(Barcode::Model::LinearBarcodeModel const& model, unsigned narrow,
                                                   unsigned wide, unsigned height, Dpi dpi,
                                                   unsigned long designResolution) {
-    PixelScale const toPixels(dpi, designResolution);
+    SketchScale const toPixels(dpi, designResolution);
     auto const& blocks = model.GetBlocks();
     auto bitmap = MakeBitmap(GetLinearRowWidth(blocks, toPixels(narrow), toPixels(wide)), toPixels(height));
     bitmap.logicalWidth = GetLinearRowWidth(blocks, narrow, wide);
@@ -31,7 +31,7 @@ SketchedBitmap GraphicHelper::SketchLinearBarcode(Barcode::Model::LinearBarcodeM
 
 SketchedBitmap GraphicHelper::SketchStackedBarcode(Barcode::Model::StackedBarcodeModel const& model, unsigned module,
                                                    unsigned rowHeight, Dpi dpi, unsigned long designResolution) {
-    PixelScale const toPixels(dpi, designResolution);
+    SketchScale const toPixels(dpi, designResolution);
     auto const& rows = model.GetBlocks();
     // Rows that are wider than the first are clipped.
     std::uint64_t const modules = rows.empty() ? 0 : GetLinearRowWidth(rows[0], 1, 2);
@@ -52,7 +52,7 @@ SketchedBitmap GraphicHelper::SketchMatrixBarcode(Barcode::Model::MatrixBarcodeM
                                                   Dpi dpi, unsigned long designResolution) {
     auto const& cells = model.GetCells();
     std::uint64_t const columns = cells.empty() ? 0 : cells[0].size();
-    std::uint64_t const pixelCell = PixelScale(dpi, designResolution)(cellSize);
+    std::uint64_t const pixelCell = SketchScale(dpi, designResolution)(cellSize);
     auto bitmap = MakeBitmap(columns * pixelCell, cells.size() * pixelCell);
     bitmap.logicalWidth = columns * cellSize;
     bitmap.logicalHeight = cells.size() * std::uint64_t{cellSize};

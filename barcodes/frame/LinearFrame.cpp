@@ -36,6 +36,7 @@ void DrawInterpretationLine(ContextProcessor& processor, Scripting::GraphicConte
     std::int64_t const height = target.GetFontHeight(InterpretationLineFont);
     std::int64_t x = (static_cast<std::int64_t>(symbol.logicalWidth) - m * width) / 2;
     auto const orientation = processor.at(ZplContextKeys::FieldOrientation);
+    // Turned back, a line starts at its last dot.
     if (orientation == ZplOrientation::Inverted || orientation == ZplOrientation::BottomUp) --x;
     std::int64_t const y =
         style.lineAbove ? -GapAbove - m * height : static_cast<std::int64_t>(symbol.logicalHeight) + GapBelow;

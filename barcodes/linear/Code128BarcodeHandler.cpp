@@ -1,4 +1,4 @@
-#include "barcodes/linear/Code128BarcodeHandler.h"
+#include "barcodes/linear/LinearBarcodeHandlers.h"
 
 #include "Barcode/Encoder/Code128Encoder.h"
 #include "Scripting/GraphicContext.h"
@@ -7,6 +7,7 @@
 #include "barcodes/frame/LinearFrame.h"
 #include "barcodes/linear/Code128Text.h"
 #include "frontend/context/ZplContextKeys.h"
+#include "frontend/handlers/CommandHandlerPool.h"
 
 namespace {
 
@@ -66,25 +67,35 @@ void ModeDRenderFunc(ContextProcessor& processor, bool printLine, bool lineAbove
                           Code128::ModeD::TransformInterpretationLine(data));
 }
 
+/// `^BC`: Code 128, in the modes N (subsets by invocations), U (shipping container), A (automatic) and D (GS1).
+class Code128BarcodeHandler : public HandlerFor<CommandId("BC")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        StoreBarcodeOrientation(current, command, processor);
+        StoreBarcodeHeight(current, command, 1, processor);
+        bool const printLine = ParseFlag(command, 2, true);
+        bool const lineAbove = ParseFlag(command, 3, false);
+        bool const ucc = ParseFlag(command, 4, false);
+        char const mode = ParseLetter(command, 5, 'N');
+
+        ZplContextKeys::RenderFunction render;
+        switch (mode) {
+            case 'U':
+                render = [=](ContextProcessor& atRender) { ModeURenderFunc(atRender, printLine, lineAbove); };
+                break;
+            case 'D':
+                render = [=](ContextProcessor& atRender) { ModeDRenderFunc(atRender, printLine, lineAbove); };
+                break;
+            case 'A':
+                render = PlainMode(printLine, lineAbove, Code128EncodeMode::Automatic,
+                                   Code128::ModeAEncoderInputTransform, Code128::ModeAHRTextTransform);
+                break;
+            default: render = ModeN(printLine, lineAbove, ucc); break;
+        }
+        return StoreBarcodeRender(current, processor, std::move(render));
+    }
+};
+
 }  // namespace
 
-bool Code128BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    StoreBarcodeOrientation(current, command, processor);
-    StoreBarcodeHeight(current, command, 1, processor);
-    bool const printLine = ParseFlag(command, 2, true);
-    bool const lineAbove = ParseFlag(command, 3, false);
-    bool const ucc = ParseFlag(command, 4, false);
-    char const mode = ParseLetter(command, 5, 'N');
-
-    ZplContextKeys::RenderFunction render;
-    switch (mode) {
-        case 'U': render = [=](ContextProcessor& atRender) { ModeURenderFunc(atRender, printLine, lineAbove); }; break;
-        case 'D': render = [=](ContextProcessor& atRender) { ModeDRenderFunc(atRender, printLine, lineAbove); }; break;
-        case 'A':
-            render = PlainMode(printLine, lineAbove, Code128EncodeMode::Automatic, Code128::ModeAEncoderInputTransform,
-                               Code128::ModeAHRTextTransform);
-            break;
-        default: render = ModeN(printLine, lineAbove, ucc); break;
-    }
-    return StoreBarcodeRender(current, processor, std::move(render));
-}
+void AddCode128BarcodeHandler(CommandHandlerPool& pool) { pool.AddToCache<Code128BarcodeHandler>(); }

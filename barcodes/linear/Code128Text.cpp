@@ -93,6 +93,7 @@ struct Invocation {
     bool switches;
 };
 
+/// What a `>` and one of these stand for: a character that has no other way in, a function, or a switch of the subset.
 constexpr Invocation Invocations[] = {
     {'0', AllowedIn::AorB, '>', '>', {}, false},
     {'1', AllowedIn::AorB, 31, 127, {}, false},

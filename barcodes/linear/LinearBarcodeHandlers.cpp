@@ -20,9 +20,9 @@ struct LinearSymbology {
     BarcodeValidate validate;
     LinearEncode encode;
     InterpretationText line;
-    BarcodeTransform inputTransform;
-    BarcodeTransform invalidTransform;
-    bool isFixed = false;  ///< wide elements are two narrow ones, whatever the ratio
+    BarcodeTransform inputTransform;    ///< of the data before they are checked; empty if they stay as sent
+    BarcodeTransform invalidTransform;  ///< repairs what the check refuses
+    bool isFixed = false;               ///< wide elements are two narrow ones, whatever the ratio
 };
 
 /// The parameters from the height on: height, line, line above.
@@ -65,114 +65,155 @@ char CodabarGuard(ZplCommand const& command, std::size_t index) {
     }
 }
 
-}  // namespace
+// Symbologies of one row of bars. h is the height, f whether the interpretation line is printed, g whether it stands
+// above the bars, e a check digit.
 
-bool Code11BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    unsigned const checkDigits = ParseFlag(command, 1, false) ? 1 : 2;
-    auto const repair = KeepCharacters("0123456789-");
-    return StoreLinear(current, command, processor, 2,
-                       {Code11Encoder::Validate,
-                        [=](std::string const& text) { return Code11Encoder::Encode(text, checkDigits); },
-                        Line(false, repair),
-                        {},
-                        repair});
-}
-
-bool Interleaved2of5BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command,
-                                                  ContextProcessor& processor) {
-    bool const withCheckDigit = ParseFlag(command, 4, false);
-    auto const repair = KeepCharacters(Digits);
-    // People read the zero that makes the count even.
-    auto const even = [=](std::string const& data) {
-        std::string digits = repair(data);
-        if ((digits.size() + (withCheckDigit ? 1 : 0)) % 2 != 0) digits.insert(digits.begin(), '0');
-        return digits;
-    };
-    return StoreLinear(current, command, processor, 1,
-                       {Interleaved2of5Encoder::Validate,
-                        [=](std::string const& text) { return Interleaved2of5Encoder::Encode(text, withCheckDigit); },
-                        Line(withCheckDigit, even),
-                        {},
-                        repair});
-}
-
-bool Code39BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    return StoreLinear(current, command, processor, 2, Code39Symbology(ParseFlag(command, 1, false)));
-}
-
-bool Code93BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    auto const repair = KeepCharacters("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%&'()");
-    auto const line = [=](std::string const& data) { return repair(ConvertToUpper(data)); };
-    return StoreLinear(current, command, processor, 1,
-                       {Code93Encoder::Validate, Code93Encoder::Encode, Line(ParseFlag(command, 4, false), line),
-                        ConvertToUpper, repair, true});
-}
-
-bool Industrial2of5BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command,
-                                                 ContextProcessor& processor) {
-    auto const repair = KeepCharacters(Digits);
-    return StoreLinear(
-        current, command, processor, 1,
-        {Industrial2of5Encoder::Validate, Industrial2of5Encoder::Encode, Line(false, repair), {}, repair});
-}
-
-bool Standard2of5BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command,
-                                               ContextProcessor& processor) {
-    auto const repair = KeepCharacters(Digits);
-    return StoreLinear(current, command, processor, 1,
-                       {Standard2of5Encoder::Validate, Standard2of5Encoder::Encode, Line(false, repair), {}, repair});
-}
-
-bool AnsiCodabarBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command,
-                                              ContextProcessor& processor) {
-    char const start = CodabarGuard(command, 5);
-    char const stop = CodabarGuard(command, 6);
-    auto const repair = KeepCharacters("0123456789-$:/.+");
-    return StoreLinear(current, command, processor, 2,
-                       {CodabarEncoder::Validate,
-                        [=](std::string const& text) { return CodabarEncoder::Encode(text, start, stop); },
-                        AddGuardsAndAppendCheckDigit(false, start, stop, repair),
-                        {},
-                        repair});
-}
-
-bool LogmarsBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    StoreBarcodeOrientation(current, command, processor);
-    StoreBarcodeHeight(current, command, 1, processor);
-    auto symbology = Code39Symbology(true);
-    return StoreBarcodeRender(
-        current, processor,
-        LinearBarcodeRenderFunction(true, ParseFlag(command, 2, false), symbology.validate, symbology.encode,
-                                    symbology.line, symbology.inputTransform, symbology.invalidTransform));
-}
-
-bool MsiBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    auto checkDigits = MSICheckDigit::Mod10;
-    switch (ParseLetter(command, 1, 'B')) {
-        case 'A': checkDigits = MSICheckDigit::None; break;
-        case 'C': checkDigits = MSICheckDigit::TwoMod10; break;
-        case 'D': checkDigits = MSICheckDigit::Mod11Mod10; break;
-        default: break;
+/// `^B1`: Code 11. Y for one check digit or N for two, h, f, g.
+class Code11BarcodeHandler : public HandlerFor<CommandId("B1")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        unsigned const checkDigits = ParseFlag(command, 1, false) ? 1 : 2;
+        auto const repair = KeepCharacters("0123456789-");
+        return StoreLinear(current, command, processor, 2,
+                           {Code11Encoder::Validate,
+                            [=](std::string const& text) { return Code11Encoder::Encode(text, checkDigits); },
+                            Line(false, repair),
+                            {},
+                            repair});
     }
-    // The repair keeps as many digits as the symbol holds.
-    auto const repair = [=](std::string const& data) {
-        return KeepCharacters(Digits)(data).substr(0, checkDigits == MSICheckDigit::None ? 14 : 13);
-    };
-    return StoreLinear(current, command, processor, 2,
-                       {[=](std::string const& text) { return MSIEncoder::Validate(text, checkDigits); },
-                        [=](std::string const& text) { return MSIEncoder::Encode(text, checkDigits); },
-                        Line(ParseFlag(command, 5, false), repair),
-                        {},
-                        repair});
-}
+};
 
-bool PlesseyBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    auto const repair = KeepCharacters("0123456789ABCDEF");
-    auto const line = [=](std::string const& data) { return repair(ConvertToUpper(data)); };
-    return StoreLinear(current, command, processor, 2,
-                       {PlesseyEncoder::Validate, PlesseyEncoder::Encode, Line(ParseFlag(command, 1, false), line),
-                        ConvertToUpper, repair});
-}
+/// `^B2`: Interleaved 2 of 5. h, f, g, e.
+class Interleaved2of5BarcodeHandler : public HandlerFor<CommandId("B2")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        bool const withCheckDigit = ParseFlag(command, 4, false);
+        auto const repair = KeepCharacters(Digits);
+        // People read the zero that makes the count even.
+        auto const even = [=](std::string const& data) {
+            std::string digits = repair(data);
+            if ((digits.size() + (withCheckDigit ? 1 : 0)) % 2 != 0) digits.insert(digits.begin(), '0');
+            return digits;
+        };
+        return StoreLinear(
+            current, command, processor, 1,
+            {Interleaved2of5Encoder::Validate,
+             [=](std::string const& text) { return Interleaved2of5Encoder::Encode(text, withCheckDigit); },
+             Line(withCheckDigit, even),
+             {},
+             repair});
+    }
+};
+
+/// `^B3`: Code 39. e, h, f, g.
+class Code39BarcodeHandler : public HandlerFor<CommandId("B3")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        return StoreLinear(current, command, processor, 2, Code39Symbology(ParseFlag(command, 1, false)));
+    }
+};
+
+/// `^BA`: Code 93. h, f, g, whether the check digits are printed.
+class Code93BarcodeHandler : public HandlerFor<CommandId("BA")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        auto const repair = KeepCharacters("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%&'()");
+        auto const line = [=](std::string const& data) { return repair(ConvertToUpper(data)); };
+        return StoreLinear(current, command, processor, 1,
+                           {Code93Encoder::Validate, Code93Encoder::Encode, Line(ParseFlag(command, 4, false), line),
+                            ConvertToUpper, repair, true});
+    }
+};
+
+/// `^BI`: Industrial 2 of 5. h, f, g.
+class Industrial2of5BarcodeHandler : public HandlerFor<CommandId("BI")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        auto const repair = KeepCharacters(Digits);
+        return StoreLinear(
+            current, command, processor, 1,
+            {Industrial2of5Encoder::Validate, Industrial2of5Encoder::Encode, Line(false, repair), {}, repair});
+    }
+};
+
+/// `^BJ`: Standard 2 of 5. h, f, g.
+class Standard2of5BarcodeHandler : public HandlerFor<CommandId("BJ")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        auto const repair = KeepCharacters(Digits);
+        return StoreLinear(
+            current, command, processor, 1,
+            {Standard2of5Encoder::Validate, Standard2of5Encoder::Encode, Line(false, repair), {}, repair});
+    }
+};
+
+/// `^BK`: Codabar. A check digit that is never made, h, f, g, start letter, stop letter.
+class AnsiCodabarBarcodeHandler : public HandlerFor<CommandId("BK")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        char const start = CodabarGuard(command, 5);
+        char const stop = CodabarGuard(command, 6);
+        auto const repair = KeepCharacters("0123456789-$:/.+");
+        return StoreLinear(current, command, processor, 2,
+                           {CodabarEncoder::Validate,
+                            [=](std::string const& text) { return CodabarEncoder::Encode(text, start, stop); },
+                            AddGuardsAndAppendCheckDigit(false, start, stop, repair),
+                            {},
+                            repair});
+    }
+};
+
+/// `^BL`: LOGMARS, a Code 39 that always has its check digit. h, g.
+class LogmarsBarcodeHandler : public HandlerFor<CommandId("BL")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        StoreBarcodeOrientation(current, command, processor);
+        StoreBarcodeHeight(current, command, 1, processor);
+        auto symbology = Code39Symbology(true);
+        return StoreBarcodeRender(
+            current, processor,
+            LinearBarcodeRenderFunction(true, ParseFlag(command, 2, false), symbology.validate, symbology.encode,
+                                        symbology.line, symbology.inputTransform, symbology.invalidTransform));
+    }
+};
+
+/// `^BM`: MSI. Check digits A to D, h, f, g, whether the check digits are printed.
+class MsiBarcodeHandler : public HandlerFor<CommandId("BM")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        auto checkDigits = MSICheckDigit::Mod10;
+        switch (ParseLetter(command, 1, 'B')) {
+            case 'A': checkDigits = MSICheckDigit::None; break;
+            case 'C': checkDigits = MSICheckDigit::TwoMod10; break;
+            case 'D': checkDigits = MSICheckDigit::Mod11Mod10; break;
+            default: break;
+        }
+        // The repair keeps as many digits as the symbol holds.
+        auto const repair = [=](std::string const& data) {
+            return KeepCharacters(Digits)(data).substr(0, checkDigits == MSICheckDigit::None ? 14 : 13);
+        };
+        return StoreLinear(current, command, processor, 2,
+                           {[=](std::string const& text) { return MSIEncoder::Validate(text, checkDigits); },
+                            [=](std::string const& text) { return MSIEncoder::Encode(text, checkDigits); },
+                            Line(ParseFlag(command, 5, false), repair),
+                            {},
+                            repair});
+    }
+};
+
+/// `^BP`: Plessey. Whether the check digits are printed, h, f, g.
+class PlesseyBarcodeHandler : public HandlerFor<CommandId("BP")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        auto const repair = KeepCharacters("0123456789ABCDEF");
+        auto const line = [=](std::string const& data) { return repair(ConvertToUpper(data)); };
+        return StoreLinear(current, command, processor, 2,
+                           {PlesseyEncoder::Validate, PlesseyEncoder::Encode, Line(ParseFlag(command, 1, false), line),
+                            ConvertToUpper, repair});
+    }
+};
+
+}  // namespace
 
 void AddLinearBarcodeHandlers(CommandHandlerPool& pool) {
     pool.AddToCache<Code11BarcodeHandler>();

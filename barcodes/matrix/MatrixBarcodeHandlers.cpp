@@ -10,7 +10,6 @@
 #include "barcodes/matrix/QrText.h"
 #include "fields/placement/UnitConversion.h"
 #include "foundation/Log.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ZplParse.h"
@@ -53,61 +52,78 @@ void RenderAztec(ContextProcessor& processor, unsigned magnification, AztecOptio
         "an Aztec rune is a number from 0 to 255");
 }
 
-}  // namespace
-
-bool QrCodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    // Whatever is sent, these symbols are not turned.
-    StoreSetting(current, processor, ZplContextKeys::FieldOrientation, ZplOrientation::Normal);
-    unsigned const magnification = Magnification(command, 2, processor);
-    char level = ParseLetter(command, 3, 'Q');
-    if (std::string_view("HQML").find(level) == std::string_view::npos) level = 'M';
-    unsigned const mask = ZplParse<unsigned>(command, 4).Where([](unsigned m) { return m <= 7; }).ValueOr(7);
-    return StoreBarcodeRender(current, processor,
-                              [=](ContextProcessor& at) { RenderQr(at, magnification, level, mask); });
-}
-
-bool AztecBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    StoreBarcodeOrientation(current, command, processor);
-    unsigned const magnification = Magnification(command, 1, processor);
-    AztecOptions const options{ZplParse<unsigned>(command, 3).ValueOr(0), ParseFlag(command, 2, false),
-                               ParseFlag(command, 4, false), ZplParse<unsigned>(command, 5).ValueOr(1),
-                               command.Parameter(6)};
-    return StoreBarcodeRender(current, processor,
-                              [=](ContextProcessor& at) { RenderAztec(at, magnification, options); });
-}
-
-bool DataMatrixBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    StoreBarcodeOrientation(current, command, processor);
-    auto const side = [&](std::size_t index) {
-        return ZplParse<unsigned>(command, index).Where([](unsigned n) { return n <= 144; }).ValueOr(0);
-    };
-    DataMatrixOptions options;
-    options.moduleSize = static_cast<unsigned>(ZplParse<int>(command, 1)
-                                                   .Map([](int size) { return static_cast<unsigned>(size); })
-                                                   .Map(ToDotsScaleOnly(processor))
-                                                   .ValueOr(0));
-    options.quality = ZplParse<unsigned>(command, 2).Map(ZplDataMatrixQualityParser).ValueOr(0).value_or(0);
-    options.columns = side(3);
-    options.rows = side(4);
-    options.format = ZplParse<unsigned>(command, 5).ValueOr(6);
-    options.escape = ZplParse<char>(command, 6).ValueOr('~');
-    options.aspect = ZplParse<unsigned>(command, 7).Where([](unsigned n) { return n < 6; }).ValueOr(1);
-    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderDataMatrix(at, options); });
-}
-
-bool MaxicodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    MaxiCodeOptions options;
-    // The command has no orientation, and the symbol is not turned.
-    StoreSetting(current, processor, ZplContextKeys::FieldOrientation, ZplOrientation::Normal);
-    options.mode = ZplParse<unsigned>(command, 0).Where([](unsigned m) { return m >= 2 && m <= 6; }).ValueOr(2);
-    auto const count = ZplParse<unsigned>(command, 2).Where([](unsigned n) { return n >= 1 && n <= 8; }).ValueOr(1);
-    auto const index = ZplParse<unsigned>(command, 1).Where([](unsigned n) { return n >= 1 && n <= 8; }).ValueOr(1);
-    if (index <= count) {
-        options.index = index;
-        options.count = count;
+/// `^BD`: MaxiCode. Mode 2 to 6, number of the symbol, number of all symbols. It has one size and stands upright.
+class MaxicodeBarcodeHandler : public HandlerFor<CommandId("BD")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        MaxiCodeOptions options;
+        // The command has no orientation, and the symbol is not turned.
+        processor.set(current, ZplContextKeys::FieldOrientation, ZplOrientation::Normal);
+        options.mode = ZplParse<unsigned>(command, 0).Where([](unsigned m) { return m >= 2 && m <= 6; }).ValueOr(2);
+        auto const count = ZplParse<unsigned>(command, 2).Where([](unsigned n) { return n >= 1 && n <= 8; }).ValueOr(1);
+        auto const index = ZplParse<unsigned>(command, 1).Where([](unsigned n) { return n >= 1 && n <= 8; }).ValueOr(1);
+        if (index <= count) {
+            options.index = index;
+            options.count = count;
+        }
+        return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderMaxiCode(at, options); });
     }
-    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderMaxiCode(at, options); });
-}
+};
+
+/// `^BO`: Aztec. Magnification, extended channels, size or error correction, reader set-up, number of symbols, their
+/// name.
+class AztecBarcodeHandler : public HandlerFor<CommandId("BO")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        StoreBarcodeOrientation(current, command, processor);
+        unsigned const magnification = Magnification(command, 1, processor);
+        AztecOptions const options{ZplParse<unsigned>(command, 3).ValueOr(0), ParseFlag(command, 2, false),
+                                   ParseFlag(command, 4, false), ZplParse<unsigned>(command, 5).ValueOr(1),
+                                   command.Parameter(6)};
+        return StoreBarcodeRender(current, processor,
+                                  [=](ContextProcessor& at) { RenderAztec(at, magnification, options); });
+    }
+};
+
+/// `^BQ`: QR Code. Model, magnification, error correction, mask. It always stands upright.
+class QrCodeBarcodeHandler : public HandlerFor<CommandId("BQ")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        // Whatever is sent, these symbols are not turned.
+        processor.set(current, ZplContextKeys::FieldOrientation, ZplOrientation::Normal);
+        unsigned const magnification = Magnification(command, 2, processor);
+        char level = ParseLetter(command, 3, 'Q');
+        if (std::string_view("HQML").find(level) == std::string_view::npos) level = 'M';
+        unsigned const mask = ZplParse<unsigned>(command, 4).Where([](unsigned m) { return m <= 7; }).ValueOr(7);
+        return StoreBarcodeRender(current, processor,
+                                  [=](ContextProcessor& at) { RenderQr(at, magnification, level, mask); });
+    }
+};
+
+/// `^BX`: Data Matrix. Module size, quality, columns, rows, format, escape character, aspect.
+class DataMatrixBarcodeHandler : public HandlerFor<CommandId("BX")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        StoreBarcodeOrientation(current, command, processor);
+        auto const side = [&](std::size_t index) {
+            return ZplParse<unsigned>(command, index).Where([](unsigned n) { return n <= 144; }).ValueOr(0);
+        };
+        DataMatrixOptions options;
+        options.moduleSize = static_cast<unsigned>(ZplParse<int>(command, 1)
+                                                       .Map([](int size) { return static_cast<unsigned>(size); })
+                                                       .Map(ToDotsScaleOnly(processor))
+                                                       .ValueOr(0));
+        options.quality = ZplParse<unsigned>(command, 2).Map(ZplDataMatrixQualityParser).ValueOr(0).value_or(0);
+        options.columns = side(3);
+        options.rows = side(4);
+        options.format = ZplParse<unsigned>(command, 5).ValueOr(6);
+        options.escape = ZplParse<char>(command, 6).ValueOr('~');
+        options.aspect = ZplParse<unsigned>(command, 7).Where([](unsigned n) { return n < 6; }).ValueOr(1);
+        return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderDataMatrix(at, options); });
+    }
+};
+
+}  // namespace
 
 void AddMatrixBarcodeHandlers(CommandHandlerPool& pool) {
     pool.AddToCache<MaxicodeBarcodeHandler>();

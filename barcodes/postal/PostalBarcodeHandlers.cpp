@@ -59,15 +59,25 @@ bool StorePostal(Context& current, ZplCommand const& command, ContextProcessor& 
     return StoreBarcodeRender(current, processor, std::move(render));
 }
 
+// Symbologies of postal services. h is the height, f whether the line is printed, g whether it stands above the bars.
+
+/// `^B5`: PLANET. h, f, g.
+class PlanetCodeBarcodeHandler : public HandlerFor<CommandId("B5")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        return StorePostal(current, command, processor, Planet);
+    }
+};
+
+/// `^BZ`: h, f, g, type: 0 POSTNET, 1 PLANET, 3 Intelligent Mail.
+class PostalBarcodeHandler : public HandlerFor<CommandId("BZ")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        return StorePostal(current, command, processor, ZplParse<unsigned>(command, 4).ValueOr(Postnet));
+    }
+};
+
 }  // namespace
-
-bool PlanetCodeBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    return StorePostal(current, command, processor, Planet);
-}
-
-bool PostalBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    return StorePostal(current, command, processor, ZplParse<unsigned>(command, 4).ValueOr(Postnet));
-}
 
 void AddPostalBarcodeHandlers(CommandHandlerPool& pool) {
     pool.AddToCache<PlanetCodeBarcodeHandler>();

@@ -14,7 +14,7 @@ struct Pitch {
     std::uint64_t bar;
     std::uint64_t gap;
 
-    Pitch(std::uint64_t spacing, PixelScale const& toPixels)
+    Pitch(std::uint64_t spacing, SketchScale const& toPixels)
         : logical(spacing / 2 + 2 * spacing), bar(toPixels(spacing)), gap(toPixels(spacing + spacing / 2)) {}
 };
 
@@ -23,13 +23,14 @@ struct Pitch {
 SketchedBitmap GraphicHelper::SketchUSPS2Barcode(Barcode::Model::USPS2StateBarcodeModel const& model,
                                                  unsigned long spacing, unsigned height, Dpi dpi,
                                                  unsigned long designResolution) {
-    PixelScale const toPixels(dpi, designResolution);
+    SketchScale const toPixels(dpi, designResolution);
     Pitch const pitch(spacing, toPixels);
     auto const& bars = model.GetBars();
     auto bitmap = MakeBitmap(bars.size() * (pitch.bar + pitch.gap), toPixels(height));
     bitmap.logicalWidth = bars.size() * pitch.logical;
     bitmap.logicalHeight = height;
     if (bitmap.rows->empty()) return bitmap;
+    // Short bars are two fifths of the height, as far as it is made of whole steps of five dots.
     std::uint64_t const step = std::max<std::uint64_t>(toPixels(5), 1);
     auto const shortTop = static_cast<std::uint64_t>(static_cast<double>(bitmap.bitmapHeight) -
                                                      static_cast<double>(bitmap.bitmapHeight / step * step) * 0.4);
@@ -46,7 +47,7 @@ SketchedBitmap GraphicHelper::SketchUSPS2Barcode(Barcode::Model::USPS2StateBarco
 SketchedBitmap GraphicHelper::SketchIntelligentMailBarcode(Barcode::Model::IntelligentMailBarcodeModel const& model,
                                                            unsigned long spacing, unsigned height, Dpi dpi,
                                                            unsigned long designResolution) {
-    PixelScale const toPixels(dpi, designResolution);
+    SketchScale const toPixels(dpi, designResolution);
     Pitch const pitch(spacing, toPixels);
     std::uint64_t const third = toPixels(height / 3);
     auto const& bars = model.GetBars();

@@ -21,13 +21,15 @@ struct ModuleRange {
     unsigned begin;
     unsigned end;
 };
+// Notches, between which the guards reach down; at UPC-A the outer digits do too. The module that a range leaves at the
+// side of its digits is light.
 constexpr ModuleRange Ean13Indices[] = {{4, 45}, {50, 91}};
 constexpr ModuleRange EanIndices[] = {{4, 31}, {36, 63}};
 constexpr ModuleRange UPCAIndices[] = {{10, 45}, {50, 84}};
 constexpr ModuleRange UpcEIndices[] = {{4, 45}};
 
 /// A group of digits and where it starts, in dots right of the symbol's left edge.
-struct PlacedText {
+struct DigitGroup {
     std::string text;
     std::int64_t x;
 };
@@ -97,7 +99,7 @@ Notched DrawSymbol(Barcode::Model::LinearBarcodeModel const& model, ContextProce
     return drawn;
 }
 
-void DrawGroups(Notched const& symbol, bool lineAbove, std::span<PlacedText const> groups) {
+void DrawGroups(Notched const& symbol, bool lineAbove, std::span<DigitGroup const> groups) {
     constexpr std::int64_t GapBelow = 4;  // dots
     constexpr std::int64_t GapAbove = 9;  // dots
     std::int64_t const m = symbol.module;
@@ -138,7 +140,7 @@ void RenderEAN13(bool printLine, bool lineAbove, Barcode::Model::LinearBarcodeMo
     if (!printLine) return;
     std::int64_t const m = symbol.module;
     std::int64_t const left = 10 * m - (m + 1) / 2;
-    PlacedText const texts[] = {
+    DigitGroup const texts[] = {
         {groups[0], LeftOfSymbol * m}, {groups[1], left}, {groups[2], left + symbol.TextWidth(groups[1]) + 5 * m}};
     DrawGroups(symbol, lineAbove, texts);
 }
@@ -147,7 +149,7 @@ void RenderEAN8(bool printLine, bool lineAbove, Barcode::Model::LinearBarcodeMod
                 ContextProcessor& processor, TextGroups const& groups) {
     Notched const symbol = DrawSymbol(model, processor, EanIndices);
     if (!printLine) return;
-    PlacedText const texts[] = {{groups[0], Centred(symbol, groups[0], 3, 31)},
+    DigitGroup const texts[] = {{groups[0], Centred(symbol, groups[0], 3, 31)},
                                 {groups[1], Centred(symbol, groups[1], 36, 64)}};
     DrawGroups(symbol, lineAbove, texts);
 }
@@ -156,7 +158,7 @@ void RenderUPCA(bool printLine, bool lineAbove, bool checkDigit, Barcode::Model:
                 ContextProcessor& processor, TextGroups const& groups) {
     Notched const symbol = DrawSymbol(model, processor, UPCAIndices);
     if (!printLine) return;
-    PlacedText const texts[] = {{groups[0], LeftOfSymbol * symbol.module},
+    DigitGroup const texts[] = {{groups[0], LeftOfSymbol * symbol.module},
                                 {groups[1], Centred(symbol, groups[1], 10, 46)},
                                 {groups[2], Centred(symbol, groups[2], 49, 85)},
                                 {checkDigit ? groups[3] : "", (95 + RightGap) * symbol.module}};
@@ -167,7 +169,7 @@ void RenderUPCE(bool printLine, bool lineAbove, bool checkDigit, Barcode::Model:
                 ContextProcessor& processor, TextGroups const& groups) {
     Notched const symbol = DrawSymbol(model, processor, UpcEIndices);
     if (!printLine) return;
-    PlacedText const texts[] = {{groups[0], LeftOfSymbol * symbol.module},
+    DigitGroup const texts[] = {{groups[0], LeftOfSymbol * symbol.module},
                                 {groups[1], Centred(symbol, groups[1], 3, 46)},
                                 {checkDigit ? groups[2] : "", (51 + RightGap) * symbol.module}};
     DrawGroups(symbol, lineAbove, texts);

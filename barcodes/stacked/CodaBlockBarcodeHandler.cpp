@@ -1,4 +1,4 @@
-#include "barcodes/stacked/CodaBlockBarcodeHandler.h"
+#include "barcodes/stacked/StackedBarcodeHandlers.h"
 
 #include <algorithm>
 
@@ -9,6 +9,7 @@
 #include "barcodes/stacked/CodaBlockEncoders.h"
 #include "barcodes/stacked/StackedSketch.h"
 #include "frontend/context/ZplContextKeys.h"
+#include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ZplParse.h"
 
 namespace {
@@ -55,24 +56,31 @@ void RenderCodaBlock(ContextProcessor& processor, CodaBlockOptions const& option
     RenderSimpleBarcode(processor, *symbol.rows, symbol.logicalWidth, symbol.logicalHeight, symbol.bitmapWidth);
 }
 
+/// `^BB`: CODABLOCK. Row height in modules, security, characters in a row, rows, mode A, E or F.
+class CodaBlockBarcodeHandler : public HandlerFor<CommandId("BB")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        StoreBarcodeOrientation(current, command, processor);
+        CodaBlockOptions options;
+        constexpr unsigned LeastRow = 2;
+        constexpr unsigned MostRow = 32000;  // modules
+        if (auto const height = ZplParse<unsigned>(command, 1))
+            options.rowHeight = std::clamp(*height, LeastRow, MostRow);
+        options.withCheck = ParseFlag(command, 2, true);
+        char const mode = ParseLetter(command, 5, 'F');
+        options.mode = mode == 'A' || mode == 'E' ? mode : 'F';
+        unsigned const fewest = options.mode == 'A' ? 2 : 4;
+        options.layout.columns = ZplParse<unsigned>(command, 3)
+                                     .Where([](unsigned n) { return n >= 2 && n <= 62; })
+                                     .Map([=](unsigned n) { return std::max(n, fewest); })
+                                     .ValueOr(0);
+        unsigned const most = options.mode == 'A' ? 22 : 44;
+        options.layout.rows =
+            ZplParse<unsigned>(command, 4).Where([=](unsigned n) { return n >= 1 && n <= most; }).ValueOr(0);
+        return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderCodaBlock(at, options); });
+    }
+};
+
 }  // namespace
 
-bool CodaBlockBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    StoreBarcodeOrientation(current, command, processor);
-    CodaBlockOptions options;
-    constexpr unsigned LeastRow = 2;
-    constexpr unsigned MostRow = 32000;  // modules
-    if (auto const height = ZplParse<unsigned>(command, 1)) options.rowHeight = std::clamp(*height, LeastRow, MostRow);
-    options.withCheck = ParseFlag(command, 2, true);
-    char const mode = ParseLetter(command, 5, 'F');
-    options.mode = mode == 'A' || mode == 'E' ? mode : 'F';
-    unsigned const fewest = options.mode == 'A' ? 2 : 4;
-    options.layout.columns = ZplParse<unsigned>(command, 3)
-                                 .Where([](unsigned n) { return n >= 2 && n <= 62; })
-                                 .Map([=](unsigned n) { return std::max(n, fewest); })
-                                 .ValueOr(0);
-    unsigned const most = options.mode == 'A' ? 22 : 44;
-    options.layout.rows =
-        ZplParse<unsigned>(command, 4).Where([=](unsigned n) { return n >= 1 && n <= most; }).ValueOr(0);
-    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderCodaBlock(at, options); });
-}
+void AddCodaBlockBarcodeHandler(CommandHandlerPool& pool) { pool.AddToCache<CodaBlockBarcodeHandler>(); }

@@ -45,14 +45,15 @@ Tokens TokensOf(std::string const& text, bool leadsWithFnc1) {
     return tokens;
 }
 
-/// A number from 0 to 85 as one symbol character.
+/// A number from 0 to 85 as one symbol character. A and B begin with what is apart in them (64 to 95), and go on from
+/// the blank without the digits.
 int NumberIn(Subset subset, unsigned number) {
     if (subset == Subset::CodeC) return static_cast<int>(number);
     if (number < 32) return static_cast<int>(number + 64);
     return static_cast<int>(number < 48 ? number - 32 : number - 22);
 }
 
-/// The sums over the data, weighted from 1 and from 0, modulo 86. Function characters do not count.
+/// The sums over the data, weighted from 1 and from 0, modulo 86. Function characters do not count; 0x84 is NUL.
 std::array<unsigned, CheckCharacters> CheckSums(std::string const& text) {
     std::array<unsigned, CheckCharacters> sums{};
     unsigned weight = 0;
@@ -95,6 +96,8 @@ Barcode::Model::StackedBarcodeModel EncodeSingle(Tokens const& tokens) {
 }
 
 std::vector<Barcode::Model::Block> EncodeRow(CodaBlockRow const& row, unsigned index, unsigned count) {
+    // Every row starts in A, and switches to the subset of its data. The number behind that is the count of the rows in
+    // the first, and the place of the row in the others.
     constexpr int StartA = 103;
     constexpr int Selectors[] = {98, 100, 99};
     std::vector<int> values{StartA, Selectors[static_cast<std::size_t>(row.first)],

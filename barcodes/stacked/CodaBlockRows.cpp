@@ -59,6 +59,7 @@ private:
         return (place % columns_ + width <= columns_ ? place : RowStart(place)) + width;
     }
 
+    /// A row starts in any subset without a switch, but what is left of the row before is lost.
     void ChangeSubsets(Steps& steps) const {
         Steps const before = steps;
         for (std::size_t const from : Subsets) {

@@ -9,7 +9,6 @@
 #include "barcodes/frame/LinearFrame.h"
 #include "barcodes/frame/Memoizer.h"
 #include "barcodes/frame/SymbolFrame.h"
-#include "barcodes/stacked/CodaBlockBarcodeHandler.h"
 #include "barcodes/stacked/Code49Encoder.h"
 #include "barcodes/stacked/StackedSketch.h"
 #include "fields/placement/UnitConversion.h"
@@ -108,34 +107,48 @@ std::optional<unsigned> Optional(ZplParseResult<unsigned> const& parsed) {
     return parsed ? std::optional(*parsed) : std::nullopt;
 }
 
+/// `^B4`: Code 49. Multiplier of the row height; line N, A above or B below; starting mode, which follows from the
+/// data.
+class Code49BarcodeHandler : public HandlerFor<CommandId("B4")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        StoreBarcodeOrientation(current, command, processor);
+        auto const multiplier = Optional(ZplParse<unsigned>(command, 1));
+        char const line = ParseLetter(command, 2, 'N');
+        char const drawn = line == 'A' || line == 'B' ? line : 'N';
+        return StoreBarcodeRender(current, processor,
+                                  [=](ContextProcessor& at) { RenderCode49(at, multiplier, drawn); });
+    }
+};
+
+/// `^B7`: PDF417. Row height in dots, security level, columns, rows, truncation.
+class Pdf417BarcodeHandler : public HandlerFor<CommandId("B7")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        StoreBarcodeOrientation(current, command, processor);
+        Pdf417Options const options{RowHeight(command, processor), ZplParse<unsigned char>(command, 2).ValueOr(0),
+                                    ZplParse<unsigned char>(command, 3).ValueOr(0),
+                                    ZplParse<unsigned char>(command, 4).ValueOr(0), ParseFlag(command, 5, false)};
+        return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderPdf417(at, options); });
+    }
+};
+
+/// `^BF`: MicroPDF417. Row height in dots, mode.
+class MicroPdfBarcodeHandler : public HandlerFor<CommandId("BF")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        StoreBarcodeOrientation(current, command, processor);
+        unsigned const rowHeight = RowHeight(command, processor);
+        auto const mode = static_cast<unsigned>(ZplParse<int>(command, 2).ValueOr(0));
+        return StoreBarcodeRender(current, processor,
+                                  [=](ContextProcessor& at) { RenderMicroPdf(at, rowHeight, mode); });
+    }
+};
+
 }  // namespace
-
-bool Code49BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    StoreBarcodeOrientation(current, command, processor);
-    auto const multiplier = Optional(ZplParse<unsigned>(command, 1));
-    char const line = ParseLetter(command, 2, 'N');
-    char const drawn = line == 'A' || line == 'B' ? line : 'N';
-    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderCode49(at, multiplier, drawn); });
-}
-
-bool Pdf417BarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    StoreBarcodeOrientation(current, command, processor);
-    Pdf417Options const options{RowHeight(command, processor), ZplParse<unsigned char>(command, 2).ValueOr(0),
-                                ZplParse<unsigned char>(command, 3).ValueOr(0),
-                                ZplParse<unsigned char>(command, 4).ValueOr(0), ParseFlag(command, 5, false)};
-    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderPdf417(at, options); });
-}
-
-bool MicroPdfBarcodeHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    StoreBarcodeOrientation(current, command, processor);
-    unsigned const rowHeight = RowHeight(command, processor);
-    auto const mode = static_cast<unsigned>(ZplParse<int>(command, 2).ValueOr(0));
-    return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderMicroPdf(at, rowHeight, mode); });
-}
 
 void AddStackedBarcodeHandlers(CommandHandlerPool& pool) {
     pool.AddToCache<Code49BarcodeHandler>();
     pool.AddToCache<Pdf417BarcodeHandler>();
-    pool.AddToCache<CodaBlockBarcodeHandler>();
     pool.AddToCache<MicroPdfBarcodeHandler>();
 }

@@ -41,7 +41,7 @@ SketchedBitmap SketchParted(Barcode::Model::StackedBarcodeModel const& model, Pa
 SketchedBitmap GraphicHelper::SketchCode49Barcode(Barcode::Model::StackedBarcodeModel const& model, unsigned rowHeight,
                                                   unsigned module, Dpi dpi, unsigned long designResolution) {
     constexpr std::uint64_t LeftQuiet = 10, RightQuiet = 1;  // modules
-    PixelScale const toPixels(dpi, designResolution);
+    SketchScale const toPixels(dpi, designResolution);
     std::uint64_t const m = toPixels(module);
     auto bitmap = SketchParted(model, {m, 2 * m, toPixels(rowHeight), LeftQuiet * m, RightQuiet * m});
     std::uint64_t const rows = model.GetRows();
@@ -54,7 +54,7 @@ SketchedBitmap GraphicHelper::SketchCode49Barcode(Barcode::Model::StackedBarcode
 SketchedBitmap GraphicHelper::SketchCodaBlockABarcode(Barcode::Model::StackedBarcodeModel const& model, unsigned narrow,
                                                       unsigned wide, unsigned rowHeight, Dpi dpi,
                                                       unsigned long designResolution) {
-    PixelScale const toPixels(dpi, designResolution);
+    SketchScale const toPixels(dpi, designResolution);
     std::uint64_t const n = toPixels(narrow);
     auto bitmap = SketchParted(model, {n, toPixels(wide), std::max(toPixels(rowHeight), 2 * n)});
     std::uint64_t const rows = model.GetRows();

@@ -3,12 +3,10 @@
 #include <algorithm>
 
 #include "Scripting/GraphicContext.h"
-#include "fields/graphics/GraphicFieldHandler.h"
 #include "fields/graphics/GraphicPlacement.h"
 #include "fields/graphics/MarkSketch.h"
 #include "fields/placement/UnitConversion.h"
 #include "fields/text/Fonts.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/Ascii.h"
@@ -51,7 +49,7 @@ void StoreShape(Context& current, ContextProcessor& processor, unsigned width, u
         draw(*target, point);
         target->SetColor(Black);
     };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, render);
+    processor.set(current, ZplContextKeys::FieldRenderFunction, render);
 }
 
 void StoreEllipse(Context& current, ContextProcessor& processor, unsigned width, unsigned height, unsigned thickness,
@@ -73,73 +71,96 @@ void DrawMarks(ContextProcessor& processor) {
                         processor.at(ZplContextKeys::FieldOrientation));
 }
 
+/// `^GB`: a box whose border grows inwards, or a line.
+class GraphicBoxHandler : public HandlerFor<CommandId("GB")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        constexpr unsigned MostRounded = 8;  // eighths of half the shorter side
+        unsigned const thickness =
+            ParseSize(command, 2, processor, SmallestThickness, LargestBoxSide, SmallestThickness);
+        // A side below the thickness is raised to it: a height of 0 makes a line.
+        unsigned const width = ParseSize(command, 0, processor, thickness, LargestBoxSide, thickness);
+        unsigned const height = ParseSize(command, 1, processor, thickness, LargestBoxSide, thickness);
+        unsigned const rounding = Bounded(command, 4, ZplParse<unsigned>(command, 4).ValueOr(0), {0, MostRounded});
+        unsigned const radius = rounding * std::min(width, height) / (2 * MostRounded);
+        StoreShape(current, processor, width, height, ParseColor(command, 3),
+                   [=](Scripting::GraphicContext& target, ZplCore::ZplPoint p) {
+                       target.DrawBox(p.x, p.y, width, height, thickness, radius);
+                   });
+        return true;
+    }
+};
+
+/// `^GC`: a circle.
+class GraphicCircleHandler : public HandlerFor<CommandId("GC")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        unsigned const diameter =
+            ParseSize(command, 0, processor, SmallestRoundSide, LargestRoundSide, SmallestRoundSide);
+        unsigned const thickness =
+            ParseSize(command, 1, processor, SmallestThickness, LargestRoundSide, SmallestThickness);
+        StoreEllipse(current, processor, diameter, diameter, thickness, ParseColor(command, 2));
+        return true;
+    }
+};
+
+/// `^GD`: a line between two corners of a box.
+class GraphicDiagonalLineHandler : public HandlerFor<CommandId("GD")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        constexpr unsigned SmallestSide = 3;  // dots
+        unsigned const thickness =
+            ParseSize(command, 2, processor, SmallestThickness, LargestBoxSide, SmallestThickness);
+        unsigned const absent = std::max(thickness, SmallestSide);
+        unsigned const width = ParseSize(command, 0, processor, SmallestSide, LargestBoxSide, absent);
+        unsigned const height = ParseSize(command, 1, processor, SmallestSide, LargestBoxSide, absent);
+        char const lean = ZplParse<char>(command, 4).ValueOr('R');
+        bool const leansRight = lean != 'L' && lean != 'l' && lean != '\\';
+        StoreShape(current, processor, width, height, ParseColor(command, 3),
+                   [=](Scripting::GraphicContext& target, ZplCore::ZplPoint p) {
+                       target.DrawDiagonal(p.x, p.y, width, height, thickness, leansRight);
+                   });
+        return true;
+    }
+};
+
+/// `^GE`: an ellipse.
+class GraphicEllipseHandler : public HandlerFor<CommandId("GE")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        unsigned const thickness =
+            ParseSize(command, 2, processor, SmallestThickness, LargestRoundSide, SmallestThickness);
+        unsigned const absent = std::max(thickness, SmallestRoundSide);
+        unsigned const width = ParseSize(command, 0, processor, SmallestRoundSide, LargestRoundSide, absent);
+        unsigned const height = ParseSize(command, 1, processor, SmallestRoundSide, LargestRoundSide, absent);
+        StoreEllipse(current, processor, width, height, thickness, ParseColor(command, 3));
+        return true;
+    }
+};
+
+/// `^GS`: registered, copyright, trade and approval marks, one for each letter of the data.
+class GraphicSymbolHandler : public HandlerFor<CommandId("GS")> {
+public:
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        if (auto const orientation = ZplParse<ZplOrientation>(command, 0))
+            processor.set(current, ZplContextKeys::FieldOrientation, *orientation);
+        // What is left out is the size of the default font.
+        auto const [defaultHeight, defaultWidth] = ZplCore::GetFontBoundary(processor, {}, {});
+        processor.set(current, ZplContextKeys::FontHeight,
+                      ParseSize(command, 1, processor, 0, LargestBoxSide, defaultHeight));
+        processor.set(current, ZplContextKeys::FontWidth,
+                      ParseSize(command, 2, processor, 0, LargestBoxSide, defaultWidth));
+        processor.set(current, ZplContextKeys::FieldRenderFunction, ZplContextKeys::RenderFunction(DrawMarks));
+        return true;
+    }
+};
+
 }  // namespace
-
-bool GraphicBoxHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    constexpr unsigned MostRounded = 8;  // eighths of half the shorter side
-    unsigned const thickness = ParseSize(command, 2, processor, SmallestThickness, LargestBoxSide, SmallestThickness);
-    // A side below the thickness is raised to it: a height of 0 makes a line.
-    unsigned const width = ParseSize(command, 0, processor, thickness, LargestBoxSide, thickness);
-    unsigned const height = ParseSize(command, 1, processor, thickness, LargestBoxSide, thickness);
-    unsigned const rounding = Bounded(command, 4, ZplParse<unsigned>(command, 4).ValueOr(0), {0, MostRounded});
-    unsigned const radius = rounding * std::min(width, height) / (2 * MostRounded);
-    StoreShape(current, processor, width, height, ParseColor(command, 3),
-               [=](Scripting::GraphicContext& target, ZplCore::ZplPoint p) {
-                   target.DrawBox(p.x, p.y, width, height, thickness, radius);
-               });
-    return true;
-}
-
-bool GraphicCircleHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    unsigned const diameter = ParseSize(command, 0, processor, SmallestRoundSide, LargestRoundSide, SmallestRoundSide);
-    unsigned const thickness = ParseSize(command, 1, processor, SmallestThickness, LargestRoundSide, SmallestThickness);
-    StoreEllipse(current, processor, diameter, diameter, thickness, ParseColor(command, 2));
-    return true;
-}
-
-bool GraphicDiagonalLineHandler::HandleCommand(Context& current, ZplCommand const& command,
-                                               ContextProcessor& processor) {
-    constexpr unsigned SmallestSide = 3;  // dots
-    unsigned const thickness = ParseSize(command, 2, processor, SmallestThickness, LargestBoxSide, SmallestThickness);
-    unsigned const absent = std::max(thickness, SmallestSide);
-    unsigned const width = ParseSize(command, 0, processor, SmallestSide, LargestBoxSide, absent);
-    unsigned const height = ParseSize(command, 1, processor, SmallestSide, LargestBoxSide, absent);
-    char const lean = ZplParse<char>(command, 4).ValueOr('R');
-    bool const leansRight = lean != 'L' && lean != 'l' && lean != '\\';
-    StoreShape(current, processor, width, height, ParseColor(command, 3),
-               [=](Scripting::GraphicContext& target, ZplCore::ZplPoint p) {
-                   target.DrawDiagonal(p.x, p.y, width, height, thickness, leansRight);
-               });
-    return true;
-}
-
-bool GraphicEllipseHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    unsigned const thickness = ParseSize(command, 2, processor, SmallestThickness, LargestRoundSide, SmallestThickness);
-    unsigned const absent = std::max(thickness, SmallestRoundSide);
-    unsigned const width = ParseSize(command, 0, processor, SmallestRoundSide, LargestRoundSide, absent);
-    unsigned const height = ParseSize(command, 1, processor, SmallestRoundSide, LargestRoundSide, absent);
-    StoreEllipse(current, processor, width, height, thickness, ParseColor(command, 3));
-    return true;
-}
-
-bool GraphicSymbolHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    if (auto const orientation = ZplParse<ZplOrientation>(command, 0))
-        StoreSetting(current, processor, ZplContextKeys::FieldOrientation, *orientation);
-    // What is left out is the size of the default font.
-    auto const [defaultHeight, defaultWidth] = ZplCore::GetFontBoundary(processor, {}, {});
-    StoreSetting(current, processor, ZplContextKeys::FontHeight,
-                 ParseSize(command, 1, processor, 0, LargestBoxSide, defaultHeight));
-    StoreSetting(current, processor, ZplContextKeys::FontWidth,
-                 ParseSize(command, 2, processor, 0, LargestBoxSide, defaultWidth));
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, ZplContextKeys::RenderFunction(DrawMarks));
-    return true;
-}
 
 void AddGraphicHandlers(CommandHandlerPool& pool) {
     pool.AddToCache<GraphicBoxHandler>();
     pool.AddToCache<GraphicCircleHandler>();
     pool.AddToCache<GraphicDiagonalLineHandler>();
     pool.AddToCache<GraphicEllipseHandler>();
-    pool.AddToCache<GraphicFieldHandler>();
     pool.AddToCache<GraphicSymbolHandler>();
 }

@@ -47,7 +47,7 @@ private:
 };
 
 std::shared_ptr<Picture const> Recall(ContextProcessor const& processor, std::string const& text) {
-    auto const& memory = processor.at(ZplContextKeys::FormatMemory);
+    auto const& memory = processor.at(ZplContextKeys::SharedFormatMemory);
     auto* const recalled = memory ? &memory->pictures : nullptr;
     if (recalled) {
         if (auto const found = recalled->find(text); found != recalled->end()) return found->second;

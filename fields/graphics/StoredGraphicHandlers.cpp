@@ -1,4 +1,4 @@
-#include "fields/graphics/StoredGraphicHandlers.h"
+#include "fields/graphics/GraphicHandlers.h"
 
 #include <algorithm>
 
@@ -7,7 +7,6 @@
 #include "fields/graphics/RecalledGraphics.h"
 #include "fields/graphics/StoredGraphics.h"
 #include "foundation/Log.h"
-#include "frontend/context/Setting.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ParameterRange.h"
@@ -31,68 +30,93 @@ void ReportUnsent(ObjectName const& name) {
                                      std::to_string(ZplCore::MostAnswerBytes) + " bytes");
 }
 
-}  // namespace
-
-bool DownloadGraphicsHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
-    constexpr std::size_t FirstData = 3;
-    constexpr char RowFill = ',';
-    auto const total = ZplParse<unsigned>(command, 1);
-    auto const bytesPerRow = ZplParse<unsigned>(command, 2);
-    auto const name = ParseName(command);
-    if (!name || !total || !bytesPerRow) return true;
-    if (auto picture = ZplCore::MakePicture(*total, *bytesPerRow)) {
-        ZplCore::DecodeTextData(command.Joined(FirstData, RowFill), *picture);
-        ZplCore::StoreGraphic(processor.FormatsFolder(), *name, *picture);
-    }
-    return true;
-}
-
-bool UploadGraphicsHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
-    auto const name = ParseName(command);
-    auto const picture = name ? ZplCore::RecallGraphic(processor, command.Parameter(0)) : nullptr;
-    if (!picture) return true;
-    if (ZplCore::DownloadSize(*picture) > ZplCore::MostAnswerBytes) {
-        ReportUnsent(*name);
+/// `~DG`: stores a picture under an object name.
+class DownloadGraphicsHandler : public HandlerFor<CommandId("DG"), SyntacticType::Control, ProcessingType::Immediate> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        constexpr std::size_t FirstData = 3;
+        constexpr char RowFill = ',';
+        auto const total = ZplParse<unsigned>(command, 1);
+        auto const bytesPerRow = ZplParse<unsigned>(command, 2);
+        auto const name = ParseName(command);
+        if (!name || !total || !bytesPerRow) return true;
+        if (auto picture = ZplCore::MakePicture(*total, *bytesPerRow)) {
+            ZplCore::DecodeTextData(command.Joined(FirstData, RowFill), *picture);
+            ZplCore::StoreGraphic(processor.FormatsFolder(), *name, *picture);
+        }
         return true;
     }
-    ZplCore::AddHostQuestion(processor, ZplContextKeys::HostVerificationFormatCallbacks,
-                             [name = *name, picture](ContextProcessor const& label) -> std::optional<std::string> {
-                                 // The end of a format may be told more than once, when its last page is printed again
-                                 // behind a pause.
-                                 auto const& memory = label.at(ZplContextKeys::FormatMemory);
-                                 if (memory && !memory->answered.insert(name.Text()).second) return std::nullopt;
-                                 std::size_t const size = ZplCore::DownloadSize(*picture);
-                                 if (memory && memory->answerBytes + size > ZplCore::MostAnswerBytes) {
-                                     ReportUnsent(name);
-                                     return std::nullopt;
-                                 }
-                                 if (memory) memory->answerBytes += size;
-                                 return ZplCore::DownloadCommand(name, *picture);
-                             });
-    return true;
-}
+};
 
-bool ImageSaveHandler::HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) {
-    if (auto const name = ParseName(command)) {
-        ZplContextKeys::ISMetaData const save{name->Text(), ZplParse<bool>(command, 1).ValueOr(true)};
-        processor.set(ContextProcessor::FormatContext, ZplContextKeys::ImageSave, save);
+/// `^HY`: sends a stored picture to the host, once, when the format has been printed.
+class UploadGraphicsHandler : public HandlerFor<CommandId("HY")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        auto const name = ParseName(command);
+        auto const picture = name ? ZplCore::RecallGraphic(processor, command.Parameter(0)) : nullptr;
+        if (!picture) return true;
+        if (ZplCore::DownloadSize(*picture) > ZplCore::MostAnswerBytes) {
+            ReportUnsent(*name);
+            return true;
+        }
+        ZplCore::AddHostQuestion(processor, ZplContextKeys::HostVerificationFormatCallbacks,
+                                 [name = *name, picture](ContextProcessor const& label) -> std::optional<std::string> {
+                                     // The end of a format may be told more than once, when its last page is printed
+                                     // again behind a pause.
+                                     auto const& memory = label.at(ZplContextKeys::SharedFormatMemory);
+                                     if (memory && !memory->answered.insert(name.Text()).second) return std::nullopt;
+                                     std::size_t const size = ZplCore::DownloadSize(*picture);
+                                     if (memory && memory->answerBytes + size > ZplCore::MostAnswerBytes) {
+                                         ReportUnsent(name);
+                                         return std::nullopt;
+                                     }
+                                     if (memory) memory->answerBytes += size;
+                                     return ZplCore::DownloadCommand(name, *picture);
+                                 });
+        return true;
     }
-    return true;
-}
+};
 
-bool RecallGraphicHandler::HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) {
-    constexpr unsigned Largest = 10;
-    auto const parse = [&](std::size_t index) {
-        unsigned const factor = mode_ == Mode::Enlarged ? ZplParse<unsigned>(command, index).ValueOr(1) : 1;
-        return Bounded(command, index, std::max(factor, 1U), {1, Largest});
-    };
-    ZplContextKeys::RenderFunction const draw = [text = command.Parameter(0), x = parse(1),
-                                                 y = parse(2)](ContextProcessor& atRender) {
-        if (auto const picture = ZplCore::RecallGraphic(atRender, text)) ZplCore::DrawPicture(atRender, *picture, x, y);
-    };
-    StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, draw);
-    return true;
-}
+/// `^IS`: saves the label as a picture, and says whether it is printed too.
+class ImageSaveHandler : public HandlerFor<CommandId("IS")> {
+public:
+    bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
+        if (auto const name = ParseName(command)) {
+            ZplContextKeys::ISMetaData const save{name->Text(), ZplParse<bool>(command, 1).ValueOr(true)};
+            processor.set(ContextProcessor::FormatContext, ZplContextKeys::ImageSave, save);
+        }
+        return true;
+    }
+};
+
+/// `^XG`: draws a stored picture, enlarged. `^IM`: draws one as it is.
+class RecallGraphicHandler : public CommandHandler {
+public:
+    enum class Mode { Enlarged = 0, Plain = 1 };
+
+    RecallGraphicHandler(std::uint64_t id, Mode mode) : id_(id), mode_(mode) {}
+    std::uint64_t GetCommandId() const override { return id_; }
+    bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
+        constexpr unsigned Largest = 10;
+        auto const parse = [&](std::size_t index) {
+            unsigned const factor = mode_ == Mode::Enlarged ? ZplParse<unsigned>(command, index).ValueOr(1) : 1;
+            return Bounded(command, index, std::max(factor, 1U), {1, Largest});
+        };
+        ZplContextKeys::RenderFunction const draw = [text = command.Parameter(0), x = parse(1),
+                                                     y = parse(2)](ContextProcessor& atRender) {
+            if (auto const picture = ZplCore::RecallGraphic(atRender, text))
+                ZplCore::DrawPicture(atRender, *picture, x, y);
+        };
+        processor.set(current, ZplContextKeys::FieldRenderFunction, draw);
+        return true;
+    }
+
+private:
+    std::uint64_t id_;
+    Mode mode_;
+};
+
+}  // namespace
 
 void AddStoredGraphicHandlers(CommandHandlerPool& pool) {
     pool.AddToCache<DownloadGraphicsHandler>();

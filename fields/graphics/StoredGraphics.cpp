@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view Signature = "LABELPX1";
 constexpr std::size_t HeaderSize = Signature.size() + 8;
-constexpr std::string_view SearchOrder = "REBAZ";
+constexpr std::string_view SearchOrder = "REBAZ";  // devices, where a name has none
 constexpr std::string_view DefaultName = "UNKNOWN";
 constexpr std::string_view DefaultExtension = "GRF";
 
@@ -88,7 +88,7 @@ std::string DownloadCommand(ObjectName const& name, Picture const& picture) {
 }
 
 std::size_t DownloadSize(Picture const& picture) {
-    constexpr std::size_t Frame = 100;
+    constexpr std::size_t Frame = 100;  // more than the command around the data takes
     return (std::size_t{picture.bytesPerRow} * picture.rowCount + 2) / 3 * 4 + Frame;
 }
 

@@ -14,6 +14,7 @@ FieldPlacement FieldPlacement::From(ContextProcessor const& processor) {
 }
 
 LinearTransform GetFieldLocalToGlobalTransform(ZplPoint origin, ZplPoint size, ZplOrientation orientation) {
+    // The turned box starts at the origin; a turn puts the field's first dot on the last one of a side, n - 1 of n.
     switch (orientation) {
         case ZplOrientation::Rotated: return {0, -1, 0, 1, origin + ZplPoint(WrapSubtract(size.y, 1), 0)};
         case ZplOrientation::Inverted: return {-1, 0, -1, 0, origin + size - ZplPoint(1, 1)};
@@ -67,6 +68,7 @@ LinearTransform GetFieldLocalToGlobalTransform(ContextProcessor const& processor
 
 ZplPoint GetGraphicContextOrigin(ZplPoint origin, ZplOrientation orientation, unsigned long width,
                                  unsigned long height) {
+    // The turns from above undone: from where the field's first dot lies back to the corner of the turned box.
     int const lastColumn = WrapSubtract(static_cast<int>(width), 1);
     int const lastRow = WrapSubtract(static_cast<int>(height), 1);
     switch (orientation) {

@@ -65,14 +65,14 @@ struct PointFormula {
 
 /// The letters of the tables.
 namespace Letters {
-inline constexpr Formula W = Formula::Measure(0);
-inline constexpr Formula H = Formula::Measure(1);
-inline constexpr Formula U = Formula::Measure(2);
-inline constexpr Formula D = Formula::Measure(3);
-inline constexpr Formula T = Formula::Measure(4);
-inline constexpr Formula X = Formula::Measure(5);
-inline constexpr Formula A = Formula::Measure(6);
-inline constexpr Formula S = Formula::Measure(7);
+inline constexpr Formula W = Formula::Measure(0);  // width of the text or symbol
+inline constexpr Formula H = Formula::Measure(1);  // its height
+inline constexpr Formula U = Formula::Measure(2);  // ascent: rows up from the baseline
+inline constexpr Formula D = Formula::Measure(3);  // descent
+inline constexpr Formula T = Formula::Measure(4);  // tail: a part of the average character width
+inline constexpr Formula X = Formula::Measure(5);  // extra shift of some text right of its origin
+inline constexpr Formula A = Formula::Measure(6);  // average character width
+inline constexpr Formula S = Formula::Measure(7);  // spacing between characters
 }  // namespace Letters
 
 }  // namespace ZplCore::Rendering

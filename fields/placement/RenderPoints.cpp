@@ -23,6 +23,9 @@ struct RenderPointRow {
     PointFormula next;
 };
 
+// Where to draw, and where the next field starts: behind the width of a left justified field; a right justified one has
+// moved left by its width already. At 90 degrees the baseline counts for nothing. Turned back (180, 270) a box starts
+// at its last dot, so the next field starts one dot nearer. That one row has H without - 1 is meant.
 // clang-format off
 constexpr RenderPointRow RenderPointRows[] = {
     {0, Top, Left, {0, 0}, {W, H - 1}},

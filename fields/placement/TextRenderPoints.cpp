@@ -27,7 +27,8 @@ struct TextPointRow {
     PointFormula next;
 };
 
-// The unevenness between the orientations is meant: hosts lay out their labels by it.
+// Where to draw, and where the next field starts; the letters are explained in PlacementFormula.h. The unevenness
+// between the orientations is meant: hosts lay out their labels by it.
 // clang-format off
 constexpr TextPointRow TextPointRows[] = {
     {Left, 0, Top, Horizontal, {0, 0}, {W, -D + H - 1}},
@@ -116,7 +117,8 @@ struct TextFactorRow {
     PointFormula factor;
 };
 
-// Combinations that are not listed have the factor (0, 0).
+// How far justification moves the field: most of all right justified text, by the width of its box. Combinations
+// that are not listed have the factor (0, 0).
 // clang-format off
 constexpr TextFactorRow TextFactorRows[] = {
     {0, Top, Right, Horizontal, {-W, 0}},

@@ -32,6 +32,7 @@ LineRange FindLine(std::u32string_view text, std::size_t begin, std::int64_t ava
             best = {begin, i, i + 1, false, false};
         } else if (width + gap + shape.advance(c) > available) {
             if (best.next != 0) return best;
+            // No place to end a line: the word is cut, and a character wider than the block stands alone.
             std::size_t const end = isFirst ? i + 1 : i;
             return {begin, end, end, false, end == text.size()};
         }

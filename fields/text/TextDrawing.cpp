@@ -22,7 +22,7 @@ Scripting::ScriptTextJustification ConvertScriptingTextJustification(Justificati
     return Scripting::ScriptTextJustification::Left;
 }
 
-void DrawText(Scripting::GraphicContext& target, std::string_view text, ZplPoint point, TextStyle const& style) {
+void DrawText(Scripting::GraphicContext& target, std::string_view text, ZplPoint point, BitmapTextStyle const& style) {
     if (text.empty()) return;
     int const width = target.MeasureText(style.font, text, style.magnificationX, style.spacing, true);
     int const height = WrapMultiply(target.GetFontHeight(style.font), static_cast<int>(style.magnificationY));
@@ -39,7 +39,7 @@ void DrawUTF8Text(ContextProcessor const& processor, std::string_view bytes, uns
                   FontName const& font, unsigned magnificationX, unsigned magnificationY) {
     auto const& target = processor.GetGraphicContext();
     if (!target) return;
-    TextStyle style{.font = font, .magnificationX = magnificationX, .magnificationY = magnificationY};
+    BitmapTextStyle style{.font = font, .magnificationX = magnificationX, .magnificationY = magnificationY};
     style.orientation = processor.at(ZplContextKeys::FieldOrientation);
     DrawText(*target, ZplCodePageToUTF8(bytes, codePage), point, style);
 }

@@ -15,7 +15,7 @@ Scripting::ScriptTextFlow ConvertScriptingTextFlow(Direction direction);
 Scripting::ScriptTextJustification ConvertScriptingTextJustification(Justification justification);
 
 /// How a bitmap text is drawn.
-struct TextStyle {
+struct BitmapTextStyle {
     FontName font;
     unsigned magnificationX = 1;
     unsigned magnificationY = 1;
@@ -28,7 +28,7 @@ struct TextStyle {
 };
 
 /// Draws UTF-8 text; nothing if it is empty.
-void DrawText(Scripting::GraphicContext& target, std::string_view text, ZplPoint point, TextStyle const& style);
+void DrawText(Scripting::GraphicContext& target, std::string_view text, ZplPoint point, BitmapTextStyle const& style);
 
 /// Draws bytes of a code page in the orientation of the field in force; nothing without a drawing target.
 void DrawUTF8Text(ContextProcessor const& processor, std::string_view bytes, unsigned codePage, ZplPoint point,

@@ -14,7 +14,8 @@ struct Shift {
     Dots y;
 };
 
-/// The measures by the letters of the rows; jx and jy are the uncorrected factor.
+/// The measures by the letters of the rows, which are those of PlacementFormula.h; L is the leading, jx and jy are the
+/// uncorrected factor.
 struct Letters {
     Dots W, H, U, D, L, A, T, S, jx, jy;
 };

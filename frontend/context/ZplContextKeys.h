@@ -37,109 +37,126 @@ inline constexpr unsigned HangingIndent = 0;  // dots
 inline constexpr bool AddLeadingZeros = false;
 }  // namespace ZplContextDefaults
 
+// Type, name and default, if it is another than that of the type. ZplContextKeys.cpp makes definitions of the list;
+// everywhere else it declares the keys, so that no other file makes their values.
+#ifndef ZPL_KEY
+#define ZPL_KEY(Type, Name, ...) extern ContextKey<Type> const Name
+#endif
+
 /// Everything that a stream can set, one key a value, in order of definition. Sizes and positions are dots of the
 /// design resolution.
 namespace ZplContextKeys {
-extern ContextKey<ClockOffset> const ClockOffset2;
-extern ContextKey<ClockOffset> const ClockOffset3;
-extern ContextKey<Direction> const TextDirection;
-extern ContextKey<Justification> const FieldJustification;
-extern ContextKey<ZplOrientation> const FieldOrientation;
-extern ContextKey<int> const TextSpacing;
-extern ContextKey<char> const FieldHexIndicator;  // 0: none
-extern ContextKey<bool> const BarcodeCheckDigit;
-extern ContextKey<unsigned> const BarcodeHeight;
-extern ContextKey<unsigned> const BarcodeModuleWidth;
-extern ContextKey<float> const BarcodeRatio;
-extern ContextKey<char> const ClockIndicator1;  // 0: none
-extern ContextKey<char> const ClockIndicator2;
-extern ContextKey<char> const ClockIndicator3;
-extern ContextKey<std::chrono::system_clock::time_point> const TimeAtRender;
-extern ContextKey<std::string> const CultureId;
-extern ContextKey<struct TimeMode> const TimeMode;
-extern ContextKey<unsigned> const PrintQuantity;
-extern ContextKey<unsigned> const SerialNumberReplications;
-extern ContextKey<unsigned> const GroupCount;
-extern ContextKey<bool> const PauseOnCut;
-extern ContextKey<bool> const SuppressBackfeed;
-extern ContextKey<ZplPrintMode> const PrintMode;
-extern ContextKey<bool> const DoNotUseStoredImage;
-extern ContextKey<Baseline> const FieldBaseline;
-extern ContextKey<unsigned> const NextFieldOriginX;  // may hold a wrapped negative: cast back to int where used
-extern ContextKey<unsigned> const NextFieldOriginY;
-extern ContextKey<unsigned> const LabelOriginX;
-extern ContextKey<unsigned> const LabelOriginY;
-extern ContextKey<int> const LabelAdjustY;
-extern ContextKey<unsigned> const LabelLength;
-extern ContextKey<unsigned> const LabelWidth;
-extern ContextKey<bool> const LabelReversePrint;
-extern ContextKey<ZplPrintOrientation> const PrintOrientation;
-extern ContextKey<bool> const MirrorLabel;
-extern ContextKey<unsigned> const FieldOriginX;
-extern ContextKey<unsigned> const FieldOriginY;
-extern ContextKey<std::string> const FieldData;
-extern ContextKey<bool> const FieldVariable;
-extern ContextKey<std::variant<ZplCore::BuiltInFont, ZplCore::UserFont>> const FontIdentifier;
-extern ContextKey<char> const DefaultFont;
-extern ContextKey<unsigned> const FontWidth;
-extern ContextKey<unsigned> const FontHeight;
-extern ContextKey<double> const FontPointSize;
-extern ContextKey<double> const FontCompressionValue;
-extern ContextKey<int> const TrueTypeYPosAdjust;
-extern ContextKey<ZplCore::UserFont> const UserFont;
+
+using FontChoice = std::variant<ZplCore::BuiltInFont, ZplCore::UserFont>;
+using FontsByLetter = std::map<char, std::string>;
+using DataByNumber = std::map<unsigned, std::string>;
+using Templates = std::map<unsigned, ContextProcessor>;
+using TemplatesByPlace = std::map<std::pair<unsigned, unsigned>, ContextProcessor>;
+using NamedArguments = std::vector<std::pair<std::string, std::string>>;
+
+ZPL_KEY(ClockOffset, ClockOffset2);
+ZPL_KEY(ClockOffset, ClockOffset3);
+ZPL_KEY(Direction, TextDirection);
+ZPL_KEY(Justification, FieldJustification);
+ZPL_KEY(ZplOrientation, FieldOrientation);
+ZPL_KEY(int, TextSpacing);
+ZPL_KEY(char, FieldHexIndicator);  // 0: none
+ZPL_KEY(bool, BarcodeCheckDigit);
+ZPL_KEY(unsigned, BarcodeHeight, ZplContextDefaults::BarcodeHeight);
+ZPL_KEY(unsigned, BarcodeModuleWidth, ZplContextDefaults::BarcodeModuleWidth);
+ZPL_KEY(float, BarcodeRatio, ZplContextDefaults::BarcodeRatio);
+ZPL_KEY(char, ClockIndicator1);  // 0: none
+ZPL_KEY(char, ClockIndicator2);
+ZPL_KEY(char, ClockIndicator3);
+ZPL_KEY(std::chrono::system_clock::time_point, TimeAtRender);
+ZPL_KEY(std::string, CultureId, std::string{ZplContextDefaults::CultureId});
+ZPL_KEY(ClockMode, TimeMode);
+ZPL_KEY(unsigned, PrintQuantity, ZplContextDefaults::PrintQuantity);
+ZPL_KEY(unsigned, SerialNumberReplications);
+ZPL_KEY(unsigned, GroupCount);
+ZPL_KEY(bool, PauseOnCut, true);
+ZPL_KEY(bool, SuppressBackfeed);
+ZPL_KEY(ZplPrintMode, PrintMode, ZplPrintMode::Cutter);
+ZPL_KEY(bool, DoNotUseStoredImage, true);
+ZPL_KEY(Baseline, FieldBaseline);
+ZPL_KEY(unsigned, NextFieldOriginX);  // may hold a wrapped negative: cast back to int where used
+ZPL_KEY(unsigned, NextFieldOriginY);
+ZPL_KEY(unsigned, LabelOriginX);
+ZPL_KEY(unsigned, LabelOriginY);
+ZPL_KEY(int, LabelAdjustY);
+ZPL_KEY(unsigned, LabelLength);
+ZPL_KEY(unsigned, LabelWidth);
+ZPL_KEY(bool, LabelReversePrint);
+ZPL_KEY(ZplPrintOrientation, PrintOrientation);
+ZPL_KEY(bool, MirrorLabel);
+ZPL_KEY(unsigned, FieldOriginX);
+ZPL_KEY(unsigned, FieldOriginY);
+ZPL_KEY(std::string, FieldData);
+ZPL_KEY(bool, FieldVariable);
+ZPL_KEY(FontChoice, FontIdentifier);
+ZPL_KEY(char, DefaultFont, 'A');
+ZPL_KEY(unsigned, FontWidth);
+ZPL_KEY(unsigned, FontHeight);
+ZPL_KEY(double, FontPointSize);
+ZPL_KEY(double, FontCompressionValue);
+ZPL_KEY(int, TrueTypeYPosAdjust);
+ZPL_KEY(ZplCore::UserFont, UserFont);
 // A field that no command gave another function is text, so this key is defined where text is drawn: by `fields/text`.
 extern ContextKey<RenderFunction> const FieldRenderFunction;
-extern ContextKey<SerializeFunctionType> const SerializeFunction;
-extern ContextKey<std::vector<std::shared_ptr<ZplCore::SerializationFieldStringData>>> const
-    serializationFieldStringData;
-extern ContextKey<std::uint64_t> const SerializeFunctionIndex;
-extern ContextKey<unsigned> const TextBlockWidth;
-extern ContextKey<unsigned> const TextBlockLineCount;
-extern ContextKey<unsigned> const TextBlockIndent;
-extern ContextKey<int> const TextBlockLineSpacing;
-extern ContextKey<Scripting::ScriptTextJustification> const TextBlockJustification;
-extern ContextKey<ZplCodePageConverter> const CodePageConverter;
-extern ContextKey<unsigned> const DpiScaleFactor;
-extern ContextKey<ZplUnitOfMeasure> const UnitOfMeasure;
-extern ContextKey<std::string> const SavedFormatPath;
-extern ContextKey<std::string> const RecallFormatPath;
-extern ContextKey<std::map<unsigned, ContextProcessor>> const SavedContexts;
-extern ContextKey<unsigned> const FieldNumberToSave;
-extern ContextKey<bool> const CancelCurrentFormat;
-extern ContextKey<unsigned> const FormatScale;
-extern ContextKey<bool> const EnableBarcodeValidation;
-extern ContextKey<int> const MediaDarknessOffset;
-extern ContextKey<std::map<char, std::string>> const FontSubstitute;
-extern ContextKey<std::vector<std::string>> const TrueTypeFonts;
-extern ContextKey<ISMetaData> const ImageSave;
-extern ContextKey<bool> const PauseAfterJob;
-extern ContextKey<std::vector<RfidOperation>> const RfidOperations;
-extern ContextKey<unsigned> const RfidAccessPassword;
-extern ContextKey<std::vector<RfidReadResponse>> const RfidReadResponses;
-extern ContextKey<std::vector<std::uint8_t>> const EpcPartitionSizes;
-extern ContextKey<ResponseCallback> const ReturnRfidLogCallback;
-extern ContextKey<ResponseCallback> const ReportRfidEncodingCallback;
-extern ContextKey<std::vector<ResponseCallback>> const HostVerificationFormatCallbacks;
-extern ContextKey<std::vector<ResponseCallback>> const HostVerificationLabelCallbacks;
-extern ContextKey<std::map<unsigned, std::string>> const FieldNumberValues;
-extern ContextKey<unsigned> const HandlerSequenceNumber;
+ZPL_KEY(SerializeFunctionType, SerializeFunction);
+ZPL_KEY(std::vector<std::shared_ptr<ZplCore::SerializationFieldStringData>>, serializationFieldStringData);
+ZPL_KEY(std::uint64_t, SerializeFunctionIndex);
+ZPL_KEY(unsigned, TextBlockWidth);
+ZPL_KEY(unsigned, TextBlockLineCount);
+ZPL_KEY(unsigned, TextBlockIndent);
+ZPL_KEY(int, TextBlockLineSpacing);
+ZPL_KEY(Scripting::ScriptTextJustification, TextBlockJustification);
+ZPL_KEY(ZplCodePageConverter, CodePageConverter);
+ZPL_KEY(unsigned, DpiScaleFactor, 1U);
+ZPL_KEY(ZplUnitOfMeasure, UnitOfMeasure);
+ZPL_KEY(std::string, SavedFormatPath);
+ZPL_KEY(std::string, RecallFormatPath);
+ZPL_KEY(Templates, SavedContexts);
+ZPL_KEY(unsigned, FieldNumberToSave);
+ZPL_KEY(bool, CancelCurrentFormat);
+ZPL_KEY(unsigned, FormatScale, 1U);
+ZPL_KEY(bool, EnableBarcodeValidation);
+ZPL_KEY(int, MediaDarknessOffset);
+ZPL_KEY(FontsByLetter, FontSubstitute, FontsByLetter{{'C', "D"}});
+ZPL_KEY(std::vector<std::string>, TrueTypeFonts);
+ZPL_KEY(ISMetaData, ImageSave);
+ZPL_KEY(bool, PauseAfterJob);
+ZPL_KEY(std::vector<RfidOperation>, RfidOperations);
+ZPL_KEY(unsigned, RfidAccessPassword);
+ZPL_KEY(std::vector<RfidReadResponse>, RfidReadResponses);
+ZPL_KEY(std::vector<std::uint8_t>, EpcPartitionSizes, std::vector<std::uint8_t>{64, 32});
+ZPL_KEY(ResponseCallback, ReturnRfidLogCallback);
+ZPL_KEY(ResponseCallback, ReportRfidEncodingCallback);
+ZPL_KEY(std::vector<ResponseCallback>, HostVerificationFormatCallbacks);
+ZPL_KEY(std::vector<ResponseCallback>, HostVerificationLabelCallbacks);
+ZPL_KEY(DataByNumber, FieldNumberValues);
+ZPL_KEY(unsigned, HandlerSequenceNumber);
 // The keys from here on are this program's own, beyond those of the language's state.
-extern ContextKey<std::chrono::system_clock::duration> const ClockAdjustment;  // what a stream has moved its clock by
+// What a stream has moved its clock by.
+ZPL_KEY(std::chrono::system_clock::duration, ClockAdjustment, std::chrono::system_clock::duration::zero());
 // Shared by all copies of the state of a format; null while the format is still being received.
-extern ContextKey<std::shared_ptr<struct FormatMemory>> const FormatMemory;
+ZPL_KEY(std::shared_ptr<FormatMemory>, SharedFormatMemory);
 // Darkness from 0 to 30 that a stream has set in place of the printer's own.
-extern ContextKey<std::optional<int>> const MediaDarkness;
-extern ContextKey<std::string> const PrinterName;
+ZPL_KEY(std::optional<int>, MediaDarkness);
+ZPL_KEY(std::string, PrinterName);
 // Whether the field is whole without its end: the next field's origin ends it.
-extern ContextKey<bool> const EndsAtNextOrigin;
+ZPL_KEY(bool, EndsAtNextOrigin);
 // How the tag encoder is to work, by the names of its arguments.
-extern ContextKey<std::vector<std::pair<std::string, std::string>>> const RfidSetUp;
+ZPL_KEY(NamedArguments, RfidSetUp);
 // Templates of a number that has one already, by number and by the place of their command in the label; and that place
 // in each template.
-extern ContextKey<std::map<std::pair<unsigned, unsigned>, ContextProcessor>> const FurtherTemplates;
-extern ContextKey<unsigned> const TemplateSequence;
+ZPL_KEY(TemplatesByPlace, FurtherTemplates);
+ZPL_KEY(unsigned, TemplateSequence);
 // How often the stream has brought the printer back to its state after power-on.
-extern ContextKey<unsigned> const PowerOnCount;
+ZPL_KEY(unsigned, PowerOnCount);
 // Whether the data of the field fill the templates of its number.
-extern ContextKey<bool> const FillsTemplates;
+ZPL_KEY(bool, FillsTemplates);
+
 }  // namespace ZplContextKeys
+
+#undef ZPL_KEY

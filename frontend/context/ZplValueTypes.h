@@ -57,11 +57,11 @@ struct ClockOffset {
 
 /// How clock times are taken and shown: a format number, whether a time is taken for every copy, and by how many
 /// seconds the time of the format must be off for that.
-struct TimeMode {
+struct ClockMode {
     std::optional<unsigned> format;
     bool everyCopy = false;
     unsigned tolerance = 0;
-    friend bool operator==(TimeMode const&, TimeMode const&) = default;
+    friend bool operator==(ClockMode const&, ClockMode const&) = default;
 };
 
 /// Where a label is saved as a picture, and whether it is printed too.

@@ -207,8 +207,8 @@ Zpl::Label ZplCommandProcessor::ProcessLabelCommands() {
     contextProcessor_.set(
         ContextProcessor::FormatContext, ZplContextKeys::TimeAtRender,
         contextProcessor_.GetPrinterContext()->Now() + contextProcessor_.at(ZplContextKeys::ClockAdjustment));
-    contextProcessor_.set(ContextProcessor::FormatContext, ZplContextKeys::FormatMemory,
-                          std::make_shared<struct ZplContextKeys::FormatMemory>());
+    contextProcessor_.set(ContextProcessor::FormatContext, ZplContextKeys::SharedFormatMemory,
+                          std::make_shared<ZplContextKeys::FormatMemory>());
     Zpl::Label label(contextProcessor_, handlerPool_);
     contextProcessor_.PopCurrentContext();
     IncrementLifetimeScriptCount(label.Quantity());

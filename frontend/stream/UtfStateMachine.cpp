@@ -43,7 +43,8 @@ void UtfStateMachine::ForgetBytesOfOthers(Encoding encoding) {
     encoding_ = encoding;
 }
 
-// Surrogates are not combined: each code unit is a character of its own.
+// Surrogates are not combined: each code unit is a character of its own. Two bytes that begin a UTF-8 mark wait for its
+// third; where another follows, the queue is never again two bytes long, and the stream is silent up to its next mark.
 UtfStateMachine::Result UtfStateMachine::ConsumeUtf16(Encoding encoding) {
     if (size_ != 2 || CouldBeUtf8Bom()) return {encoding, 0, false, 0};
     auto const older = bytes_[0];

@@ -89,6 +89,8 @@ std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeBinary(std::string_view input, 
 
 std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeCharacter(char32_t character, std::uint64_t offset,
                                                            Syntax const& syntax, Encoding encoding) {
+    // Asked before the machine moves: the prefix that opens a command completes the one before, which is delivered with
+    // the place of its own prefix.
     bool const opens = !machine_.IsInBinaryMode() &&
                        (character == syntax.formatPrefix || character == syntax.controlPrefix) && character != U'\r' &&
                        character != U'\n';

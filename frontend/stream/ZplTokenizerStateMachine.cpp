@@ -47,6 +47,7 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Consume(char32_t character
         auto const byte = static_cast<char>(character);
         return ConsumeBinaryRun({&byte, 1});
     }
+    // Hosts break lines where they like, amid letters and numbers too.
     if (IsLineEnd(character)) return nullptr;
 
     if (character == controlPrefix || character == formatPrefix) {
@@ -54,11 +55,13 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Consume(char32_t character
         if (state_ == ZplTokenizerState::Parameters) {
             finished = Reset(ZplTokenizerState::Command);
         } else {
+            // A prefix before all letters are there drops what has been begun.
             command_.clear();
             parameters_.clear();
             isOverlong_ = false;
             state_ = ZplTokenizerState::Command;
         }
+        // Behind Reset, which hands out the command before with the prefix that it had.
         isControl_ = character == controlPrefix;
         return finished;
     }
@@ -84,6 +87,7 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeParameterCharacter(
     if (parameters_.empty()) StartParameter();
     bool const takesOne = TakesOneCharacter(command_);
     if (character == delimiter) {
+        // In place of the one character a delimiter leaves the parameter empty.
         if (!takesOne) StartParameter();
         EnterBinaryMode();
     } else if (encoding == Encoding::SingleByte && !takesOne) {
@@ -170,6 +174,7 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::HandleEagerReturnCommand()
     if (eager_->argumentMatch && parameters_.size() == 1) operation = eager_->argumentMatch(parameters_[0]);
     switch (operation) {
         case Operation::Return: return Reset(ZplTokenizerState::Idle);
+        // The command stays open: what follows may still belong to it.
         case Operation::ReturnCopy: return std::make_unique<ZplCommand>(ZplCommand{command_, isControl_, parameters_});
         case Operation::Continue: break;
     }

@@ -94,6 +94,7 @@ void QueueJob::DeletePages() {
          entry.increment(error)) {
         if (IsNumber(entry->path().filename().string())) pages.push_back(entry->path());
     }
+    // Not while the folder is being walked, which might then skip some.
     for (auto const& page : pages) std::filesystem::remove(page, error);
     lastRendered_.reset();
 }

@@ -5,7 +5,6 @@
 #include <fstream>
 #include <string>
 
-#include "frontend/context/Setting.h"
 #include "tests/support/CommandDump.h"
 #include "tests/support/TemporaryDirectory.h"
 
@@ -171,11 +170,11 @@ TEST(ContextProcessor, CopiesShareOnlyTheSystemContext) {
 TEST(ContextProcessor, StoresSettingsWhereTheyAreSeen) {
     ContextProcessor processor = MakeProcessor();
     processor.set(ContextProcessor::FormatContext, Number, 1);
-    StoreSetting(processor.GetCurrentContext(), processor, Number, 2);
+    processor.set(processor.GetCurrentContext(), Number, 2);
     EXPECT_EQ(processor.at(Number), 2);
 
     Context foreign(ContextProcessor::ElementContext);
-    StoreSetting(foreign, processor, Number, 3);
+    processor.set(foreign, Number, 3);
     EXPECT_EQ(processor.at(Number), 2);
     EXPECT_EQ(foreign[Number], 3);
 }

@@ -16,7 +16,7 @@ std::string Text(std::string const& value) { return value; }
 std::string Text(bool value) { return value ? "yes" : "no"; }
 std::string Text(ZplCodePageConverter const& value) { return std::to_string(value.CodePage()); }
 std::string Text(ISMetaData const& value) { return value.path + (value.print ? " printed" : ""); }
-std::string Text(struct ZplContextKeys::TimeMode const& value) {
+std::string Text(ClockMode const& value) {
     return (value.format ? std::to_string(*value.format) : "none") + (value.everyCopy ? " T" : " S") +
            (value.tolerance != 0 ? std::to_string(value.tolerance) : "");
 }
@@ -119,12 +119,12 @@ std::vector<CommandRow> const Rows = {
     {"SD", "~SD07", Values<MediaDarkness>, "7", {"~SD", "~SDx"}},
     {"SD", "~SD99", Values<MediaDarkness>, "30", {}},
     {"XB", "^XB", Values<SuppressBackfeed>, "yes", {}},
-    {"KD", "^KD3", Values<ZplContextKeys::TimeMode>, "3 S", {"^KD", "^KDx"}},
-    {"KD", "^KD9", Values<ZplContextKeys::TimeMode>, "4 S", {}},
+    {"KD", "^KD3", Values<TimeMode>, "3 S", {"^KD", "^KDx"}},
+    {"KD", "^KD9", Values<TimeMode>, "4 S", {}},
     {"KL", "^KL4", Values<CultureId>, "de-DE", {"^KL", "^KL0", "^KL19", "^KLx"}},
     {"KN", "^KNLine 4,Hall", Values<PrinterName>, "Line 4", {"^KN", "^KN,Hall"}},
-    {"SL", "^SLT,3", Values<ZplContextKeys::TimeMode, CultureId>, "none T fr-FR", {"^SL", "^SLx,0", "^SL,99"}},
-    {"SL", "^SL30", Values<ZplContextKeys::TimeMode, CultureId>, "none T30 en-US", {}},
+    {"SL", "^SLT,3", Values<TimeMode, CultureId>, "none T fr-FR", {"^SL", "^SLx,0", "^SL,99"}},
+    {"SL", "^SL30", Values<TimeMode, CultureId>, "none T30 en-US", {}},
     {"SO", "^SO2,1,2,3,4,5,6", Values<ClockOffset2>, "1 2 3 4 5 6 ", {"^SO", "^SO1,9", "^SO4,9", "^SOx,9", "^SO3,9"}},
     {"SO", "^SO3,-99999,x,1", Values<ClockOffset3>, "-32000 0 1 0 0 0 ", {}},
     {"ST", "^ST2,28,2030,1,2,3", Values<TimeAtRender>, "1898470923", {"^ST", "^ST13", "^ST,29", "^ST,,1997", "^ST,,,24", "^ST,,,,60,60", "^STx,y,z"}},

@@ -133,6 +133,9 @@ public:
     virtual bool NeedsGlyphAdjustment(std::string_view font) const = 0;
     /// Called once before measuring a text (UTF-8); may change it.
     virtual void PrepareText(std::string_view font, std::string& text) = 0;
+    // The printer's own library has two places more than this one needs. They are kept, so that a call means the same
+    // to both: `flag` is true and `zero` is 0 in every call, and the desk's engine looks at neither.
+
     /// Sum of the advances times `magnificationX`, plus `spacing` between characters. Always measured horizontally.
     virtual int MeasureText(std::string_view font, std::string_view text, unsigned magnificationX, int spacing,
                             bool flag) const = 0;

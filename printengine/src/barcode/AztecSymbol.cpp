@@ -53,6 +53,7 @@ void AppendChecks(std::vector<unsigned>& words, unsigned count, unsigned wordSiz
         for (std::size_t i = generator.size() - 1; i > 0; --i)
             generator[i] ^= field.Multiply(generator[i - 1], field.Power(root));
     }
+    // Long division by the generator: the register holds the remainder so far, its highest word first.
     std::vector<unsigned> rest(count);
     for (unsigned const word : words) {
         unsigned const factor = word ^ rest[0];
@@ -208,6 +209,7 @@ Model::MatrixBarcodeModel DrawAztec(std::vector<unsigned> words, AztecLayers lay
     AppendChecks(mode, layers.isCompact ? 5 : 6, ModeWord);
 
     unsigned const wordSize = layers.WordSize();
+    // All that the data leave is error correction. Bits that make no whole word stand unused in front.
     AppendChecks(words, layers.Words() - static_cast<unsigned>(words.size()), wordSize);
     std::vector<bool> bits(layers.Bits() % wordSize);
     auto const wordBits = BitsOf(words, wordSize);

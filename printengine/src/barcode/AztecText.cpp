@@ -73,6 +73,7 @@ Character PairAt(std::string_view text) {
     return {pair == std::end(Pairs) ? None : static_cast<int>(FirstPair + (pair - std::begin(Pairs))), 2};
 }
 
+// A length of five bits counts to 31; 0 in it announces eleven more, which count on from there.
 constexpr std::size_t ShortRun = 31, LongRun = 2078;  // bytes
 constexpr unsigned ShortLength = 5, LongLength = 11;  // bits
 
@@ -118,6 +119,7 @@ public:
         }
         std::vector<Step> way;
         auto mode = static_cast<Mode>(best - last.data());
+        // Backwards; only the start has cost nothing.
         for (std::size_t at = text_.size(); table_[at][mode].cost != 0;) {
             way.push_back(table_[at][mode].step);
             at -= way.back().length;
@@ -132,6 +134,7 @@ private:
         if (cost < at[step.to].cost) at[step.to] = {cost, run, step};
     }
 
+    /// Long runs of bytes end before the latches and begin behind them, so that none of no bytes comes about.
     void ChangeModes(Arrivals& at) {
         for (Mode const mode : ByteShiftModes)
             Improve(at, at[BytesOf(mode)].cost, {BytesOf(mode), mode, Step::Latch, 0, {}, 0});

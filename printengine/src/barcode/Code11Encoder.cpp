@@ -25,6 +25,7 @@ LinearModel Code11Encoder::Encode(std::string const& text, unsigned checkDigits)
     auto values = ValuesOf(text, Alphabet);
     if (values.empty()) return nullptr;
     std::string check;
+    // C, and K over the data and C.
     for (unsigned const lastWeight : {10U, 9U}) {
         if (check.size() == checkDigits) break;
         values.push_back(WeightedSum(values, 1, lastWeight) % 11);

@@ -112,6 +112,7 @@ void FillChoices(std::string_view text, std::size_t at, std::vector<Choices>& ch
             Improve(choice, {2 + after(1, subset), Choice::Shift, subset});
         }
     }
+    // From what is best without a switch: two in a row never pay.
     Choices const unswitched = choices[at];
     for (Subset const subset : AllSubsets) {
         for (Subset const next : AllSubsets) {

@@ -18,6 +18,8 @@ void AppendPattern(int pattern, std::vector<Model::Block>& blocks) {
 
 }  // namespace
 
+// Blank to underscore are 0 to 63 in both subsets; 64 to 95 are the control characters in A, and what follows the
+// underscore in B.
 int Code128Utils::CharToSCV(unsigned char character, ControlCharacter subset) {
     if (character >= 128 || subset == ControlCharacter::CodeC) return -1;
     if (character < 32) return subset == ControlCharacter::CodeA ? character + 64 : -1;
@@ -32,6 +34,7 @@ void Code128Utils::CreateBars(unsigned char value, std::vector<Model::Block>& bl
 void Code128Utils::AddStopCode(std::vector<Model::Block>& blocks) { AppendPattern(Code128StopPattern, blocks); }
 
 int Code128Utils::CheckCharacter(std::vector<int> const& values) {
+    // The start character weighs as much as the first behind it.
     std::size_t sum = values.empty() ? 0 : static_cast<std::size_t>(values.front());
     for (std::size_t i = 1; i < values.size(); ++i) sum = (sum + i * static_cast<std::size_t>(values[i])) % 103;
     return static_cast<int>(sum % 103);

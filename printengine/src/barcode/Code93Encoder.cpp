@@ -27,6 +27,7 @@ ValidationStatus Code93Encoder::Validate(std::string_view text) {
 LinearModel Code93Encoder::Encode(std::string const& text) {
     auto values = ValuesOf(text, Alphabet);
     if (values.empty()) return nullptr;
+    // C, and K over the data and C.
     unsigned const c = WeightedSum(values, 1, 20) % 47;
     values.push_back(c);
     unsigned const k = WeightedSum(values, 1, 15) % 47;

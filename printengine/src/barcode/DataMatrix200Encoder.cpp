@@ -84,6 +84,7 @@ void AppendErrorCorrection(std::vector<std::uint8_t>& codewords, Size const& siz
     auto const generator = Generator(perBlock);
     codewords.resize(size.data + size.errorCorrection);
     for (std::size_t block = 0; block < size.blocks; ++block) {
+        // Long division by the generator: the register holds the remainder so far, its highest codeword first.
         std::vector<std::uint8_t> rest(perBlock);
         for (std::size_t p = block; p < size.data; p += size.blocks) {
             std::uint8_t const factor = codewords[p] ^ rest[0];
@@ -93,6 +94,7 @@ void AppendErrorCorrection(std::vector<std::uint8_t>& codewords, Size const& siz
             auto const* const multiples = &Gf.power[Gf.logarithm[factor]];
             for (std::size_t i = 0; i < perBlock; ++i) rest[i] ^= multiples[generator[i]];
         }
+        // In 144 x 144 the data end amid a round of the blocks, two of which are a codeword shorter.
         std::size_t p = size.data;
         while (p % size.blocks != block) ++p;
         for (std::uint8_t const check : rest) {
@@ -102,7 +104,7 @@ void AppendErrorCorrection(std::vector<std::uint8_t>& codewords, Size const& siz
     }
 }
 
-/// Fills the data codewords up, the second pad and those behind it randomised by their places.
+/// Fills the data codewords up, the second pad and those behind it randomised by their places (ISO/IEC 16022, B.1).
 void PadTo(std::vector<std::uint8_t>& codewords, std::size_t count) {
     constexpr unsigned Pad = 129;
     if (codewords.size() < count) codewords.push_back(Pad);

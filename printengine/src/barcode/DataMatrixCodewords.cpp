@@ -76,6 +76,7 @@ private:
         } else if (token.value == DataMatrixToken::Fnc1) {
             out_.push_back(Fnc1Codeword);
         } else if (count == 2) {
+            // A pair of digits is 130 and its number; below, a character is its code and one.
             out_.push_back(Byte(130 + (token.value - '0') * 10 + (tokens_[at_ + 1].value - '0')));
         } else if (token.value > 127) {
             out_.insert(out_.end(), {UpperShift, Byte(token.value - 127)});

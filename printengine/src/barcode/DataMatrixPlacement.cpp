@@ -65,6 +65,8 @@ private:
         for (int i = 0; i < 8; ++i) {
             int r = row + Utah[i].row;
             int c = column + Utah[i].column;
+            // What would stand above or left of the symbol stands at its other end, aside by as much as makes the
+            // diagonals meet.
             if (r < 0) {
                 r += rows_;
                 c += 4 - (rows_ + 4) % 8;

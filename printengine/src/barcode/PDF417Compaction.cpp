@@ -242,6 +242,7 @@ private:
         out_.push_back(bytes_.size() % BytesInGroup == 0 ? SixBytesLatch : BytesLatch);
         std::size_t at = 0;
         for (; at + BytesInGroup <= bytes_.size(); at += BytesInGroup) {
+            // Six bytes as a number of five digits in base 900.
             std::uint64_t value = 0;
             for (char const c : bytes_.substr(at, BytesInGroup)) value = value << 8 | static_cast<unsigned char>(c);
             for (std::uint64_t power = 900ULL * 900 * 900 * 900; power > 0; power /= 900)
@@ -254,6 +255,7 @@ private:
     void FlushDigits() {
         if (digits_.empty()) return;
         out_.push_back(NumericLatch);
+        // The 1 in front keeps the zeros that a group begins with.
         for (std::size_t at = 0; at < digits_.size(); at += DigitsInGroup)
             WriteDigits("1" + digits_.substr(at, DigitsInGroup));
         digits_.clear();
@@ -291,6 +293,7 @@ std::vector<unsigned> CompactPDF417(std::string_view text, PDF417Start start) {
 }
 
 std::vector<unsigned> PDF417Corrections(std::vector<unsigned> const& data, unsigned count) {
+    // Codewords are numbers modulo a prime of which 3 is a primitive root; the generator has the roots 3^1 to 3^count.
     constexpr unsigned Field = 929;
     std::vector<unsigned> generator{1};  // highest power first
     for (unsigned i = 0, root = 3; i < count; ++i, root = root * 3 % Field) {

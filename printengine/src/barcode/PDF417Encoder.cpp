@@ -20,7 +20,7 @@ constexpr unsigned MaxRows = 90;
 constexpr unsigned MaxCodewords = 928;
 /// No symbol holds more digits than this.
 constexpr std::size_t MaxLength = 2710;
-constexpr unsigned Pad = 900;
+constexpr unsigned Pad = 900;  // the latch to text, which says nothing at the end
 
 struct Shape {
     unsigned columns;
@@ -70,6 +70,7 @@ Model::StackedBarcodeModel Draw(std::vector<unsigned> const& codewords, Shape co
     auto codeword = codewords.begin();
     for (unsigned r = 0; r < shape.rows; ++r) {
         auto& row = model.GetBlocks()[r];
+        // Neighbouring rows have different patterns for the same codeword, so that a reader notices when it strays.
         auto const append = [&](unsigned value) {
             row.push_back(Model::Block::NarrowBar());
             AppendModules(PDF417Patterns[r % 3][value], CodewordModules - 1, row);
@@ -104,6 +105,7 @@ Model::StackedBarcodeModel PDF417Encoder::Encode(std::string const& text, unsign
     auto const shape = ChooseShape(static_cast<unsigned>(codewords.size()) + 1 + corrections, columns, rows);
     if (!shape) return {0, 0};
     unsigned const length = shape->columns * shape->rows - corrections;
+    // The length counts itself and the pads, and no error correction.
     codewords.insert(codewords.begin(), length);
     codewords.resize(length, Pad);
     auto const checks = PDF417Corrections(codewords, corrections);

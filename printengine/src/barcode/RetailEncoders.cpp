@@ -33,6 +33,10 @@ constexpr unsigned PatternB(unsigned digit) {
     return reversed;
 }
 
+/// Guard patterns. The normal one begins with a bar, the others with a space.
+constexpr unsigned NormalGuard = 0b101, CentreGuard = 0b01010, SpecialGuard = 0b010101;
+constexpr int NormalModules = 3, CentreModules = 5, SpecialModules = 6;
+
 unsigned ValueOf(char digit) { return static_cast<unsigned>(digit - '0'); }
 
 void AppendLeft(std::string_view digits, unsigned parity, Blocks& blocks) {
@@ -60,11 +64,11 @@ LinearModel EncodeHalves(std::string const& text, std::string_view left, unsigne
                          char check) {
     Blocks blocks;
     blocks.reserve((left.size() + right.size()) * Modules + 11);
-    AppendModules(0b101, 3, blocks);
+    AppendModules(NormalGuard, NormalModules, blocks);
     AppendLeft(left, parity, blocks);
-    AppendModules(0b01010, 5, blocks);
+    AppendModules(CentreGuard, CentreModules, blocks);
     AppendRight(right, blocks);
-    AppendModules(0b101, 3, blocks);
+    AppendModules(NormalGuard, NormalModules, blocks);
     return MakeModel(text, std::move(blocks), check);
 }
 
@@ -119,6 +123,7 @@ std::string UPCEEncoder::Expand(std::string_view text) {
     std::string const full = WithSystemDigit(text);
     std::string const digits = full.substr(1);
     std::string const system = full.substr(0, 1);
+    // The last digit tells which zeros were left out of the number, and is itself one of its digits up to 2 and from 5.
     switch (digits[5]) {
         case '0':
         case '1':
@@ -139,9 +144,9 @@ LinearModel UPCEEncoder::Encode(std::string_view text) {
     char const check = CalculateUPCECheckDigit(text);
     unsigned const parity = UpcEParity[ValueOf(check)] ^ (full[0] == '1' ? 0b111111U : 0U);
     Blocks blocks;
-    AppendModules(0b101, 3, blocks);
+    AppendModules(NormalGuard, NormalModules, blocks);
     AppendLeft(std::string_view(full).substr(1), parity, blocks);
-    AppendModules(0b010101, 6, blocks);
+    AppendModules(SpecialGuard, SpecialModules, blocks);
     return MakeModel(std::string(text), std::move(blocks), check);
 }
 
