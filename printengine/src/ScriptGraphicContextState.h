@@ -70,7 +70,8 @@ struct ScriptGraphicContext::State {
     std::unique_ptr<PrintEngine::Drawing::Raster> constantFields;
     bool variable = false;
 
-    PrintEngine::Pages::PngWriter pngWriter;
+    PrintEngine::Pages::PageDeflater pageDeflater;
+    PrintEngine::Pages::PngWriter pngWriter{pageDeflater};
     PrintEngine::Pages::PageLayout layout;
     Extent drawnSize{1, 1};  ///< of the page before it is enlarged, in pixels
     bool keepsPicture = false;
