@@ -79,4 +79,15 @@ void PageComposer::Shape(std::span<Word const> source) {
     if (layout_.mirrored != layout_.turned) MirrorRow(words_, layout_.width);
 }
 
+void PackPage(Drawing::Raster const& raster, PageLayout const& layout, std::uint8_t* out) {
+    std::size_t const bytes = PackedRowBytes(layout.width);
+    PageComposer composer(raster, layout, true);
+    for (int y = 0; y < layout.height; ++y, out += bytes) {
+        if (y != 0 && composer.IsLikeAbove(y))
+            std::memcpy(out, out - bytes, bytes);
+        else
+            composer.Write(y, out);
+    }
+}
+
 }  // namespace PrintEngine::Pages

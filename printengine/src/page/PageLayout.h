@@ -44,4 +44,7 @@ private:
     std::vector<Drawing::Word> words_;
 };
 
+/// Packs all rows of a page into `out`, PackedRowBytes each; a set bit is black.
+void PackPage(Drawing::Raster const& raster, PageLayout const& layout, std::uint8_t* out);
+
 }  // namespace PrintEngine::Pages

@@ -9,9 +9,6 @@ namespace PrintEngine::Pages {
 
 namespace {
 
-// Buffers of an extraordinarily large page are not kept.
-constexpr std::size_t KeptBytes = std::size_t{4} << 20;
-
 void Append32(std::string& out, std::uint32_t value) {
     for (int shift = 24; shift >= 0; shift -= 8) out.push_back(static_cast<char>(value >> shift));
 }
@@ -32,29 +29,28 @@ std::size_t OpenChunk(std::string& file, std::string_view type) {
 
 }  // namespace
 
-std::string const& PngWriter::Encode(Drawing::Raster const& raster, PageLayout const& layout, unsigned dpi) {
+void EncodePng(Drawing::Raster const& raster, PageLayout const& layout, unsigned dpi, PageDeflater& deflater,
+               std::string& out) {
     using namespace std::string_view_literals;
-    if (file_.capacity() > KeptBytes) std::string().swap(file_);
-    file_ = "\x89PNG\r\n\x1a\n"sv;
-    std::size_t chunk = OpenChunk(file_, "IHDR");
-    Append32(file_, static_cast<std::uint32_t>(layout.width));
-    Append32(file_, static_cast<std::uint32_t>(layout.height));
-    file_ += "\1\0\0\0\0"sv;  // 1 bit, greyscale, deflate, adaptive filters, not interlaced
-    CloseChunk(file_, chunk);
+    out += "\x89PNG\r\n\x1a\n"sv;
+    std::size_t chunk = OpenChunk(out, "IHDR");
+    Append32(out, static_cast<std::uint32_t>(layout.width));
+    Append32(out, static_cast<std::uint32_t>(layout.height));
+    out += "\1\0\0\0\0"sv;  // 1 bit, greyscale, deflate, adaptive filters, not interlaced
+    CloseChunk(out, chunk);
 
-    chunk = OpenChunk(file_, "pHYs");
+    chunk = OpenChunk(out, "pHYs");
     auto const pixelsPerMetre = static_cast<std::uint32_t>(std::lround(dpi / 0.0254));
-    Append32(file_, pixelsPerMetre);
-    Append32(file_, pixelsPerMetre);
-    file_ += '\1';  // the unit is the metre
-    CloseChunk(file_, chunk);
+    Append32(out, pixelsPerMetre);
+    Append32(out, pixelsPerMetre);
+    out += '\1';  // the unit is the metre
+    CloseChunk(out, chunk);
 
-    chunk = OpenChunk(file_, "IDAT");
-    deflater_.Append(raster, layout, file_);
-    CloseChunk(file_, chunk);
+    chunk = OpenChunk(out, "IDAT");
+    deflater.Append(raster, layout, out);
+    CloseChunk(out, chunk);
 
-    CloseChunk(file_, OpenChunk(file_, "IEND"));
-    return file_;
+    CloseChunk(out, OpenChunk(out, "IEND"));
 }
 
 }  // namespace PrintEngine::Pages

@@ -6,17 +6,8 @@
 
 namespace PrintEngine::Pages {
 
-/// Makes 1-bit greyscale PNG (ISO/IEC 15948) of pages. Keeps its buffers from page to page.
-class PngWriter {
-public:
-    explicit PngWriter(PageDeflater& deflater) : deflater_(deflater) {}
-
-    /// The file of a page; valid until the next call. `dpi` goes into pHYs.
-    std::string const& Encode(Drawing::Raster const& raster, PageLayout const& layout, unsigned dpi);
-
-private:
-    PageDeflater& deflater_;
-    std::string file_;
-};
+/// Appends the file of a page to `out`: 1-bit greyscale PNG (ISO/IEC 15948). `dpi` goes into pHYs.
+void EncodePng(Drawing::Raster const& raster, PageLayout const& layout, unsigned dpi, PageDeflater& deflater,
+               std::string& out);
 
 }  // namespace PrintEngine::Pages
