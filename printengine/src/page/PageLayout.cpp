@@ -55,15 +55,28 @@ bool PageComposer::IsLikeAbove(int row) const {
 
 void PageComposer::Write(int row, std::uint8_t* out) {
     std::size_t const bytes = PackedRowBytes(layout_.width);
-    auto const source = Source(row);
+    auto source = Source(row);
     if (source.empty()) {
         std::memset(out, inkBit_ ? 0 : 0xFF, bytes);
         return;
     }
-    Shape(source);
+    if (layout_.enlargement > 1 || layout_.mirrored != layout_.turned) {
+        Shape(source);
+        source = words_;
+    }
     Word const flip = inkBit_ ? 0 : ~Word{0};
-    for (Word& word : words_) word = Drawing::BigEndian(word ^ flip);
-    std::memcpy(out, words_.data(), bytes);
+    std::size_t const whole = std::min(source.size(), words_.size() - 1);
+    for (std::size_t i = 0; i < whole; ++i) {
+        Word const packed = Drawing::BigEndian(source[i] ^ flip);
+        std::memcpy(out + i * sizeof packed, &packed, sizeof packed);
+    }
+    std::size_t const done = whole * sizeof(Word);
+    std::memset(out + done, inkBit_ ? 0 : 0xFF, bytes - done);
+    if (whole == source.size()) return;
+    // The last word holds more pixels than the page.
+    int const beyond = static_cast<int>(words_.size()) * WordBits - layout_.width;
+    Word const packed = Drawing::BigEndian((source[whole] & ~Word{0} << beyond) ^ flip);
+    std::memcpy(out + done, &packed, bytes - done);
 }
 
 /// Brings a drawn row into the shape of the page.
