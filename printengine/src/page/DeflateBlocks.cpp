@@ -75,14 +75,19 @@ struct DeflateBlocks::Codes {
     std::array<std::uint8_t, MostSymbols> lengths{};
     std::array<std::uint8_t, DistanceSymbols> distanceLengths{};
 
-    Codes(std::span<std::uint32_t const, StepKinds> steps, std::size_t rowBytes) {
-        std::copy_n(steps.begin(), std::size_t{FirstRun}, counts.begin());
+    Codes(std::span<Step const> steps, std::size_t rowBytes) {
+        // Twice, as one count would wait for the other where a step comes again at once.
+        std::array<std::array<std::uint32_t, StepKinds>, 2> halves{};
+        for (std::size_t i = 0; i < steps.size(); ++i) ++halves[i % 2][steps[i]];
+        auto& kinds = halves[0];
+        for (std::size_t i = 0; i < StepKinds; ++i) kinds[i] += halves[1][i];
+        std::copy_n(kinds.begin(), std::size_t{FirstRun}, counts.begin());
         counts[EndOfBlock] = 1;
         std::size_t const above = Distance(rowBytes).symbol;
         for (std::size_t i = 0; i < MatchLengths; ++i) {
-            counts[FirstLength + LengthSymbolOf[i]] += steps[FirstRun + i] + steps[FirstLikeAbove + i];
-            distanceCounts[0] += steps[FirstRun + i];
-            distanceCounts[above] += steps[FirstLikeAbove + i];
+            counts[FirstLength + LengthSymbolOf[i]] += kinds[FirstRun + i] + kinds[FirstLikeAbove + i];
+            distanceCounts[0] += kinds[FirstRun + i];
+            distanceCounts[above] += kinds[FirstLikeAbove + i];
         }
         MakeCodeLengths(std::span(counts).first(FirstLength + LengthSymbols), LongestCode, lengths);
         MakeCodeLengths(distanceCounts, LongestCode, distanceLengths);
@@ -172,8 +177,7 @@ struct DeflateBlocks::Header {
 
 void DeflateBlocks::Start(std::size_t rowBytes) {
     rowBytes_ = rowBytes;
-    steps_.resize(StepsInBlock + MostLiterals);
-    counts_.fill(0);
+    steps_.resize(StepsInBlock + 2 * MostLiterals);
     stepCount_ = size_ = openBits_ = openBitCount_ = 0;
 }
 
@@ -182,7 +186,7 @@ void DeflateBlocks::PutMatch(Step first, std::size_t length) {
         // What is left must be enough for a match too.
         bool const isRest = length <= LongestMatch;
         std::size_t const taken = isRest ? length : std::min(LongestMatch, length - ShortestMatch);
-        Put(first + taken - ShortestMatch);
+        steps_[stepCount_++] = static_cast<Step>(first + taken - ShortestMatch);
         length -= taken;
         if (stepCount_ >= StepsInBlock) EndBlock(false);
     }
@@ -190,26 +194,24 @@ void DeflateBlocks::PutMatch(Step first, std::size_t length) {
 
 std::string_view DeflateBlocks::Finish() {
     EndBlock(true);
-    constexpr unsigned ByteBits = 8;
-    WriteBits(0, (ByteBits - openBitCount_ % ByteBits) % ByteBits);
-    return std::string_view(stream_).substr(0, size_);
+    // The bits of the last byte are there already.
+    return std::string_view(stream_).substr(0, size_ + (openBitCount_ != 0 ? 1 : 0));
 }
 
-/// There is room for a word behind what is written.
-inline void DeflateBlocks::WriteBits(std::uint64_t bits, unsigned count) {
-    openBits_ |= bits << openBitCount_;
-    openBitCount_ += count;
-    std::uint64_t const word = std::endian::native == std::endian::little ? openBits_ : __builtin_bswap64(openBits_);
-    std::memcpy(stream_.data() + size_, &word, sizeof word);
-    size_ += openBitCount_ / 8;
-    openBits_ >>= openBitCount_ & ~7U;
-    openBitCount_ %= 8;
+inline void DeflateBlocks::BitSink::Write(std::uint64_t more, unsigned moreCount) {
+    bits |= more << count;
+    count += moreCount;
+    std::uint64_t const word = std::endian::native == std::endian::little ? bits : __builtin_bswap64(bits);
+    std::memcpy(at, &word, sizeof word);
+    at += count / 8;
+    bits >>= count & ~7U;
+    count %= 8;
 }
 
 /// Writes the steps since the last block as one.
 void DeflateBlocks::EndBlock(bool isLast) {
     enum : unsigned { FixedCodes = 1, CountedCodes = 2 };  // 3.2.3
-    Codes codes(counts_, rowBytes_);
+    Codes codes({steps_.data(), stepCount_}, rowBytes_);
     Header const header(codes);
     std::size_t const counted = codes.Cost() + header.Cost();
     Codes fixed = codes;
@@ -218,27 +220,31 @@ void DeflateBlocks::EndBlock(bool isLast) {
     // Further bits: at most 18 a match.
     std::size_t const most = std::min(counted, fixed.Cost()) / 8 + stepCount_ * 3 + 64;
     stream_.resize(std::max(stream_.size(), size_ + most));
-    WriteBits((isFixed ? FixedCodes : CountedCodes) << 1 | (isLast ? 1 : 0), 3);
-    if (!isFixed) WriteHeader(header);
-    WriteSteps(isFixed ? fixed : codes);
-    counts_.fill(0);
+    BitSink sink{stream_.data() + size_, openBits_, openBitCount_};
+    sink.Write((isFixed ? FixedCodes : CountedCodes) << 1 | (isLast ? 1 : 0), 3);
+    if (!isFixed) sink = WriteHeader(sink, header);
+    sink = WriteSteps(sink, isFixed ? fixed : codes);
+    size_ = static_cast<std::size_t>(sink.at - stream_.data());
+    openBits_ = sink.bits;
+    openBitCount_ = sink.count;
     stepCount_ = 0;
 }
 
-void DeflateBlocks::WriteHeader(Header const& header) {
-    WriteBits(header.lengthCount - FirstLength, 5);
-    WriteBits(header.distanceCount - 1, 5);
-    WriteBits(header.toldKinds - 4, 4);
-    for (std::size_t i = 0; i < header.toldKinds; ++i) WriteBits(header.kindLengths[KindOrder[i]], 3);
+DeflateBlocks::BitSink DeflateBlocks::WriteHeader(BitSink sink, Header const& header) {
+    sink.Write(header.lengthCount - FirstLength, 5);
+    sink.Write(header.distanceCount - 1, 5);
+    sink.Write(header.toldKinds - 4, 4);
+    for (std::size_t i = 0; i < header.toldKinds; ++i) sink.Write(header.kindLengths[KindOrder[i]], 3);
     std::array<std::uint16_t, LengthKinds> kindCodes{};
     MakeCodes(header.kindLengths, kindCodes);
     for (auto const [kind, further] : std::span(header.entries).first(header.entryCount)) {
-        WriteBits(kindCodes[kind], header.kindLengths[kind]);
-        WriteBits(further, Header::FurtherBits(kind));
+        sink.Write(kindCodes[kind], header.kindLengths[kind]);
+        sink.Write(further, Header::FurtherBits(kind));
     }
+    return sink;
 }
 
-void DeflateBlocks::WriteSteps(Codes const& codes) {
+DeflateBlocks::BitSink DeflateBlocks::WriteSteps(BitSink sink, Codes const& codes) const {
     std::array<std::uint16_t, MostSymbols> symbols{};
     std::array<std::uint16_t, DistanceSymbols> distances{};
     MakeCodes(codes.lengths, symbols);
@@ -261,8 +267,9 @@ void DeflateBlocks::WriteSteps(Codes const& codes) {
         pieces[FirstLikeAbove + i] = piece(bits | above.further << count, count + above.furtherBits);
     }
     for (Step const step : std::span(steps_).first(stepCount_))
-        WriteBits(pieces[step] & OnlyBits, static_cast<unsigned>(pieces[step] >> CountShift));
-    WriteBits(symbols[EndOfBlock], codes.lengths[EndOfBlock]);
+        sink.Write(pieces[step] & OnlyBits, static_cast<unsigned>(pieces[step] >> CountShift));
+    sink.Write(symbols[EndOfBlock], codes.lengths[EndOfBlock]);
+    return sink;
 }
 
 }  // namespace PrintEngine::Pages

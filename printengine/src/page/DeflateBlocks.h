@@ -22,8 +22,11 @@ public:
 
     /// Begins a stream of which nothing is written yet; `rowBytes` is at most FarthestMatch.
     void Start(std::size_t rowBytes);
+    /// At most MostLiterals, which may all be read.
     void PutLiterals(std::uint8_t const* bytes, std::size_t count) {
-        for (std::size_t i = 0; i < count; ++i) Put(bytes[i]);
+        // That many are taken always: it is done in one go, and the rest is overwritten.
+        for (std::size_t i = 0; i < MostLiterals; ++i) steps_[stepCount_ + i] = bytes[i];
+        stepCount_ += count;
         if (stepCount_ >= StepsInBlock) EndBlock(false);
     }
     /// A run of the byte before, ShortestMatch or longer.
@@ -48,24 +51,26 @@ private:
     struct Codes;
     struct Header;
 
-    void Put(std::size_t step) {
-        ++counts_[step];
-        steps_[stepCount_++] = static_cast<Step>(step);
-    }
     void PutMatch(Step first, std::size_t length);
     void EndBlock(bool isLast);
-    void WriteHeader(Header const& header);
-    void WriteSteps(Codes const& codes);
-    void WriteBits(std::uint64_t bits, unsigned count);
+    /// Where bits go, the first one lowest; a word of room is needed behind them.
+    struct BitSink {
+        char* at;
+        std::uint64_t bits;  ///< those that fill no byte yet
+        unsigned count;
+
+        void Write(std::uint64_t more, unsigned moreCount);
+    };
+    static BitSink WriteHeader(BitSink sink, Header const& header);
+    BitSink WriteSteps(BitSink sink, Codes const& codes) const;
 
     std::size_t rowBytes_ = 0;
     std::vector<Step> steps_;
     std::size_t stepCount_ = 0;
-    std::array<std::uint32_t, StepKinds> counts_{};
 
-    std::string stream_;          ///< with room behind what is written
-    std::size_t size_ = 0;        ///< bytes written
-    std::uint64_t openBits_ = 0;  ///< those that fill no byte yet, the first one lowest
+    std::string stream_;    ///< with room behind what is written
+    std::size_t size_ = 0;  ///< bytes written
+    std::uint64_t openBits_ = 0;
     unsigned openBitCount_ = 0;
 };
 

@@ -95,6 +95,13 @@ void DotRowDeflater::TakeRow() {
     TakeBytes(at);
 }
 
+inline void DotRowDeflater::TakeLiterals(std::size_t at, std::size_t count) {
+    constexpr std::size_t LongestEdge = 16;
+    blocks_.PutLiterals(row_ + at, count);
+    edge_ += count;
+    if (edge_ > LongestEdge) strays_ += std::exchange(edge_, LongestEdge) - LongestEdge;
+}
+
 /// Takes the row from a byte on. A match with the row above that reaches its end goes on in the next row.
 void DotRowDeflater::TakeBytes(std::size_t at) {
     // What stands before the row is no byte of it.
@@ -132,13 +139,6 @@ std::size_t DotRowDeflater::TakeMatch(std::size_t at) {
     else
         blocks_.PutLikeAbove(likeAbove);
     return likeAbove;
-}
-
-void DotRowDeflater::TakeLiterals(std::size_t at, std::size_t count) {
-    constexpr std::size_t LongestEdge = 16;
-    blocks_.PutLiterals(row_ + at, count);
-    edge_ += count;
-    if (edge_ > LongestEdge) strays_ += std::exchange(edge_, LongestEdge) - LongestEdge;
 }
 
 bool DotRowDeflater::IsPoor() const {

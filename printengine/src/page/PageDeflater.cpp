@@ -39,8 +39,12 @@ bool PageDeflater::AppendDotRows(Drawing::Raster const& raster, PageLayout const
         while (y < layout.height && composer.IsLikeAbove(y)) ++y;
         dotRows_.Repeat(static_cast<std::size_t>(y - first));
     }
+    std::size_t const start = out.size();
     dotRows_.Finish(out);
-    return true;
+    // The library stores what cannot be compressed.
+    bool const isSmaller = out.size() - start < PackedRowBytes(layout.width) * static_cast<std::size_t>(layout.height);
+    if (!isSmaller) out.resize(start);
+    return isSmaller;
 }
 
 void PageDeflater::AppendByLibrary(Drawing::Raster const& raster, PageLayout const& layout, std::string& out) {

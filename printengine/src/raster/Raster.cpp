@@ -203,13 +203,15 @@ void Raster::BlitInside(BitRows const& picture, int x, int y) {
     for (int row = 0; row < picture.height; ++row) {
         Line& line = lines_[static_cast<std::size_t>(y + row)];
         if constexpr (Mode != Ink::White) line.used = std::max(line.used, static_cast<std::uint32_t>(last) + 1);
-        Word carried = 0;
-        for (int i = 0; i < words; ++i) {
-            Word const bits = picture.Fetch(row, i);
-            Apply<Mode>(line.words[first + i], carried | bits >> shift);
-            carried = shift != 0 ? bits << (WordBits - shift) : 0;
+        Word* const target = line.words + first;
+        Word bits = picture.Fetch(row, 0);
+        Apply<Mode>(target[0], bits >> shift);
+        for (int i = 1; i < words; ++i) {
+            Word const carried = bits << 1 << (WordBits - 1 - shift);
+            bits = picture.Fetch(row, i);
+            Apply<Mode>(target[i], carried | bits >> shift);
         }
-        if (first + words == last) Apply<Mode>(line.words[last], carried);
+        if (first + words == last) Apply<Mode>(target[words], bits << 1 << (WordBits - 1 - shift));
     }
     if constexpr (Mode != Ink::White) Grow(y, y + picture.height);
 }
