@@ -42,7 +42,7 @@ void ChangeRow(FuzzInput& input, Bytes& row) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
-    constexpr std::size_t MostBytes = std::size_t{1} << 20;
+    constexpr std::size_t MostBytes = std::size_t{1} << 18;
     FuzzInput input(data, size);
     std::size_t const rowBytes = 2 + input.Word() % (DotRowDeflater::MostRowBytes - 1);
     Bytes row(rowBytes);
