@@ -41,6 +41,9 @@ std::uint64_t ThreeZeros(std::uint64_t word) {
 }
 constexpr std::size_t KnownBytes = 6;
 
+/// So many are never worth another try.
+constexpr std::size_t FewLiterals = 4096;
+
 }  // namespace
 
 void DotRowDeflater::Start(std::size_t rowBytes) {
@@ -50,7 +53,7 @@ void DotRowDeflater::Start(std::size_t rowBytes) {
     row_ = above_ + rowBytes + 2 * WordBytes;
     blocks_.Start(rowBytes);
     isFirst_ = true;
-    likeAbove_ = edge_ = strays_ = 0;
+    likeAbove_ = edge_ = byteCount_ = literals_ = strays_ = 0;
     rowSum_ = 1;
     sumA_ = 1;
     sumB_ = 0;
@@ -60,12 +63,14 @@ void DotRowDeflater::Add() {
     rowSum_ = libdeflate_adler32(1, row_, rowBytes_);
     CheckRows(1);
     TakeRow();
+    byteCount_ += rowBytes_;
     isFirst_ = false;
     std::swap(above_, row_);
 }
 
 void DotRowDeflater::Repeat(std::size_t count) {
     CheckRows(count);
+    byteCount_ += count * rowBytes_;
     likeAbove_ += count * rowBytes_;
     if (likeAbove_ >= ShortestMatch) return;
     // Rows of two bytes are shorter than a match.
@@ -98,6 +103,7 @@ void DotRowDeflater::TakeRow() {
 inline void DotRowDeflater::TakeLiterals(std::size_t at, std::size_t count) {
     constexpr std::size_t LongestEdge = 16;
     blocks_.PutLiterals(row_ + at, count);
+    literals_ += count;
     edge_ += count;
     if (edge_ > LongestEdge) strays_ += std::exchange(edge_, LongestEdge) - LongestEdge;
 }
@@ -143,8 +149,12 @@ std::size_t DotRowDeflater::TakeMatch(std::size_t at) {
 
 bool DotRowDeflater::IsPoor() const {
     // Strays take about a byte each. On labels they are next to none of the stream, in photographs nearly all.
-    constexpr std::size_t Few = 4096;
-    return strays_ > Few && strays_ * 4 > blocks_.Size();
+    return strays_ > FewLiterals && strays_ * 4 > blocks_.Size();
+}
+
+bool DotRowDeflater::IsPoorAtEnd() const {
+    // Labels dense with small text have a tenth; a photograph that is screened has more, and none of them strays.
+    return IsPoor() || (literals_ > FewLiterals && literals_ * 8 > byteCount_);
 }
 
 void DotRowDeflater::Finish(std::string& out) {

@@ -16,7 +16,7 @@ namespace PrintEngine::Pages {
 /// no hashes, no chains and no window. That is an order of magnitude faster than a compressor for all kinds of data,
 /// and makes smaller files, as two distances take next to no bits to tell apart.
 ///
-/// Photographs and noise are not such pages: they are better off with a library, and IsPoor says so.
+/// Photographs and noise are not such pages: they are better off with a library, and IsPoor and IsPoorAtEnd say so.
 class DotRowDeflater {
 public:
     static constexpr std::size_t MostRowBytes = DeflateBlocks::FarthestMatch;
@@ -31,8 +31,10 @@ public:
     void Repeat(std::size_t count);
     /// Ends the stream and appends it to `out`.
     void Finish(std::string& out);
-    /// Whether the rows so far are not what this is good at.
+    /// Whether the rows so far are not what this is good at, and none behind them will change that.
     bool IsPoor() const;
+    /// The same, behind the last row.
+    bool IsPoorAtEnd() const;
 
 private:
     void CheckRows(std::size_t count);
@@ -50,7 +52,9 @@ private:
     bool isFirst_ = true;
     std::size_t likeAbove_ = 0;  ///< bytes before the place under way that are as a row earlier, not put yet
     std::size_t edge_ = 0;       ///< literals since the last match
-    std::size_t strays_ = 0;     ///< literals that are no edge of anything
+    std::size_t byteCount_ = 0;  ///< of all rows
+    std::size_t literals_ = 0;
+    std::size_t strays_ = 0;  ///< literals that are no edge of anything
 
     // Adler-32 (RFC 1950, 8.2): of the last row by itself, and of all rows.
     std::uint32_t rowSum_ = 1;

@@ -39,6 +39,7 @@ bool PageDeflater::AppendDotRows(Drawing::Raster const& raster, PageLayout const
         while (y < layout.height && composer.IsLikeAbove(y)) ++y;
         dotRows_.Repeat(static_cast<std::size_t>(y - first));
     }
+    if (dotRows_.IsPoorAtEnd()) return false;
     std::size_t const start = out.size();
     dotRows_.Finish(out);
     // The library stores what cannot be compressed.
