@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "desktop/PageFormat.h"
 #include "desktop/VirtualTag.h"
 
 /// What the exit code of the command line says.
@@ -23,8 +24,6 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-enum class PageFormat { Png, Pbm, Pdf };
-
 /// The options of `zpl render` and `zpl check`.
 struct RenderOptions {
     std::vector<std::string> inputs;  ///< file names; "-" is standard input
@@ -33,7 +32,8 @@ struct RenderOptions {
     double widthInches = 4;
     double heightInches = 6;
     std::string outputFolder = ".";
-    PageFormat format = PageFormat::Png;
+    PageFormat const* format = &PageFormats[0];
+    bool isSplit = false;                                       ///< one file a page, also in a format of documents
     unsigned mostCopies = 1000;                                 ///< copies of one label that are drawn
     std::vector<std::pair<std::string, std::string>> fonts;     ///< font letter or object name, and file
     std::optional<std::chrono::system_clock::time_point> time;  ///< local wall time at which the clock stands still

@@ -1,8 +1,10 @@
 #include "desktop/OptionValues.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <iterator>
 
 namespace OptionValues {
 
@@ -82,8 +84,10 @@ std::pair<std::string, std::string> Font(std::string_view text) {
     return {std::string(text.substr(0, equals)), std::string(text.substr(equals + 1))};
 }
 
-PageFormat Format(std::string_view text) {
-    return text == "pbm" ? PageFormat::Pbm : text == "pdf" ? PageFormat::Pdf : PageFormat::Png;
+PageFormat const& Format(std::string_view text) {
+    // Of no other name, since these are the choices of the option.
+    return *std::find_if(std::begin(PageFormats), std::end(PageFormats) - 1,
+                         [text](PageFormat const& format) { return format.name == text; });
 }
 
 void Address(std::string const& text, ServeOptions& options) {

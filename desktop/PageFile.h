@@ -4,23 +4,28 @@
 #include <string>
 #include <string_view>
 
-#include "desktop/CommandLine.h"
+#include "Scripting/FinishedPage.h"
 
-/// A page as the print engine writes it: a PNG (ISO/IEC 15948) of 1-bit greyscale, not interlaced.
-struct PageFile {
-    unsigned width = 0;   ///< pixels
-    unsigned height = 0;  ///< pixels
-    unsigned dpi = 0;     ///< pixels per inch
-    std::string data;     ///< the zlib stream of the filtered rows
-
+/// A page read back from its file: a PNG (ISO/IEC 15948) of 1-bit greyscale, not interlaced.
+class PageFile final : public Scripting::FinishedPage {
+public:
     /// Nothing if `bytes` is no such file.
-    static std::optional<PageFile> Parse(std::string_view bytes);
+    static std::optional<PageFile> Parse(std::string bytes);
 
-    /// The same page as a portable bitmap (raw PBM).
-    std::string ToPbm() const;
-    /// The same page as a PDF document of one page (ISO 32000-1), which keeps the compressed rows as they are.
-    std::string ToPdf() const;
+    Scripting::Extent PageSize() const override { return {static_cast<int>(width_), static_cast<int>(height_)}; }
+    unsigned PageDpi() const override { return dpi_; }
+    std::string_view PngFile() override { return file_; }
+    std::string_view DeflatedRows() override { return data_; }
+    std::string_view PackedRows() override { return rows_; }
+
+private:
+    bool ReadChunks();
+    bool UnpackRows();
+
+    std::string file_;
+    std::string data_;
+    std::string rows_;
+    unsigned width_ = 0;   ///< pixels
+    unsigned height_ = 0;  ///< pixels
+    unsigned dpi_ = 0;
 };
-
-/// The ending of a file in `format`, without a dot.
-std::string_view Extension(PageFormat format);

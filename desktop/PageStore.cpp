@@ -1,5 +1,8 @@
 #include "desktop/PageStore.h"
 
+#include <unistd.h>
+
+#include <cerrno>
 #include <system_error>
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
@@ -12,6 +15,9 @@ OutputError CannotWrite(std::filesystem::path const& path, std::error_code const
     return OutputError("cannot write " + path.string() + ": " + error.message());
 }
 
+/// Whether all pages of an input go into one file.
+bool IsDocument(RenderOptions const& options) { return options.format->isDocument && !options.isSplit; }
+
 }  // namespace
 
 std::string PageStem(std::string const& input) {
@@ -20,40 +26,75 @@ std::string PageStem(std::string const& input) {
     return stem.empty() ? "label" : stem;
 }
 
+std::string PageFileName(RenderOptions const& options, std::string const& input, unsigned page) {
+    std::string const number = IsDocument(options) ? "" : "-" + std::to_string(page);
+    return PageStem(input) + number + "." + std::string(options.format->extension);
+}
+
 PageStore::PageStore(RenderOptions const& options, std::string const& input)
-    : folder_(options.outputFolder), stem_(PageStem(input)), format_(options.format) {
+    : options_(options), folder_(options.outputFolder), input_(input), isDocument_(IsDocument(options)) {
     std::error_code error;
     std::filesystem::create_directories(folder_, error);
+    if (!error && ::access(folder_.c_str(), W_OK | X_OK) != 0) error = {errno, std::generic_category()};
     if (error) throw CannotWrite(folder_, error);
-    if (options.keepJob) {
-        PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetJobsFolder(folder_);
-        return;
-    }
-    try {
-        work_.emplace(folder_, ".zpl-");
-    } catch (std::system_error const& failure) {
-        throw CannotWrite(folder_, failure.code());
-    }
+    if (options.keepJob) PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetJobsFolder(folder_);
 }
 
 std::filesystem::path PageStore::NextPath() const {
-    std::string const name = stem_ + "-" + std::to_string(pages_ + 1) + "." + std::string(Extension(format_));
+    std::string const name = PageFileName(options_, input_, pages_ + 1);
     return folder_ == "." ? std::filesystem::path(name) : folder_ / name;
 }
 
-std::filesystem::path PageStore::Keep(std::filesystem::path const& file) {
-    std::filesystem::path const path = NextPath();
-    std::error_code error;
-    if (format_ == PageFormat::Png) {
-        std::filesystem::rename(file, path, error);
-    } else {
-        auto const page = PageFile::Parse(ReadRegularFile(file));
-        if (!page) throw OutputError("cannot read back the page " + file.string());
-        error = WriteFileAtomically(path, format_ == PageFormat::Pbm ? page->ToPbm() : page->ToPdf());
-        std::error_code ignored;
-        std::filesystem::remove(file, ignored);
+std::filesystem::path PageStore::Prepare(Scripting::GraphicContext& target) {
+    if (auto* const keeper = Scripting::PageKeeper::Of(&target)) {
+        keeper->KeepPages();
+        return {};
     }
-    if (error) throw CannotWrite(path, error);
+    try {
+        if (!work_) work_.emplace(folder_, ".zpl-");
+    } catch (std::system_error const& failure) {
+        throw CannotWrite(folder_, failure.code());
+    }
+    return work_->Path();
+}
+
+PageStore::Place PageStore::Keep(Scripting::GraphicContext& target, unsigned number) {
+    Place place{NextPath(), isDocument_ ? pages_ + 1 : 0};
+    if (auto* const keeper = Scripting::PageKeeper::Of(&target)) {
+        Write(*keeper);
+    } else {
+        auto const path = work_->Path() / std::to_string(number);
+        auto page = PageFile::Parse(ReadRegularFile(path));
+        if (!page) throw OutputError("cannot read back the page " + path.string());
+        Write(*page);
+        std::error_code ignored;
+        std::filesystem::remove(path, ignored);
+    }
     ++pages_;
-    return path;
+    return place;
+}
+
+void PageStore::Write(Scripting::FinishedPage& page) {
+    if (!file_) {
+        file_.emplace(NextPath());
+        writer_ = options_.format->makeWriter();
+    }
+    writer_->Add(page, *file_);
+    if (isDocument_) {
+        if (auto const error = file_->Write({})) throw CannotWrite(file_->Path(), error);
+    } else {
+        EndFile();
+    }
+}
+
+void PageStore::End() {
+    if (file_) EndFile();
+}
+
+void PageStore::EndFile() {
+    writer_->End(*file_);
+    auto const error = file_->Keep();
+    auto const path = file_->Path();
+    file_.reset();
+    if (error) throw CannotWrite(path, error);
 }

@@ -49,6 +49,11 @@ public:
         } catch (...) {
             failure = std::current_exception();
         }
+        try {
+            store_.End();
+        } catch (...) {
+            if (!failure) failure = std::current_exception();
+        }
         // What was finished and found is told all the same.
         progress_.Clear();
         report_.EndInput(findings_, false);
@@ -85,16 +90,18 @@ private:
         unsigned const quantity = finished.label.Quantity();
         unsigned const copies = CopiesToDraw(quantity, finished.format);
         for (unsigned copy = 0; copy < copies && interrupted == 0; ++copy) {
+            auto& target = interpreter_.Target();
+            auto const folder = store_.Prepare(target);
             bool const drawn = Draw(store_.NextPath(), finished.format, [&] {
                 if (options_.tag && finished.label.IsWaitingOnRfidReadResponse(copy)) {
                     finished.label.SetRfidReadResponse(
                         copy, VirtualTag(*options_.tag).Perform(finished.label.GetRfidOperations()));
                 }
-                finished.label.RenderLabel(store_.WorkFolder(), copy, copy, copy + 1 == quantity);
+                finished.label.RenderLabel(folder, copy, copy, copy + 1 == quantity);
             });
             if (!drawn) break;
-            Report({store_.Keep(store_.WorkFolder() / std::to_string(copy)), 0, 0, finished.number, copy + 1, quantity,
-                    finished.label.GetRfidOperations()});
+            auto const [path, page] = store_.Keep(target, copy);
+            Report({path, page, 0, 0, finished.number, copy + 1, quantity, finished.label.GetRfidOperations()});
         }
     }
 
@@ -124,7 +131,7 @@ private:
                     job.RenderLabel(page + copy);
                 });
                 if (!drawn) break;
-                Report({file, 0, 0, number, copy + 1, quantities[i], tagOperations[i]});
+                Report({file, 0, 0, 0, number, copy + 1, quantities[i], tagOperations[i]});
             }
             page += quantities[i];
         }
@@ -212,8 +219,8 @@ void RefuseEqualStems(RenderOptions const& options) {
     std::set<std::string> stems;
     for (auto const& input : options.inputs) {
         if (!options.keepJob && !stems.insert(PageStem(input)).second) {
-            throw UsageError("two inputs would both be drawn as " + PageStem(input) +
-                             "-1; draw them apart, with --out");
+            throw UsageError("two inputs would both be drawn as " + PageFileName(options, input, 1) +
+                             "; draw them apart, with --out");
         }
     }
 }

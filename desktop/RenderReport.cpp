@@ -34,7 +34,9 @@ void RenderReport::StartInput(std::string const& name) {
 
 void RenderReport::Page(RenderedPage const& page) {
     if (!json_) {
-        std::printf("%s  %u x %u  copy %u of %u\n", page.path.c_str(), page.width, page.height, page.copy, page.copies);
+        std::string const place = page.page != 0 ? " page " + std::to_string(page.page) : "";
+        std::printf("%s%s  %u x %u  copy %u of %u\n", page.path.c_str(), place.c_str(), page.width, page.height,
+                    page.copy, page.copies);
         for (auto const& operation : page.tagOperations) {
             std::printf("  tag %s", std::string(TagOperations::NameOf(operation.type)).c_str());
             for (auto const& [name, value] : operation.arguments)
@@ -45,13 +47,9 @@ void RenderReport::Page(RenderedPage const& page) {
     }
     if (!inList_) writer_.Key("pages").StartArray();
     inList_ = true;
-    writer_.StartObject()
-        .Key("path")
-        .String(page.path.string())
-        .Key("width")
-        .Int(page.width)
-        .Key("height")
-        .Int(page.height);
+    writer_.StartObject().Key("path").String(page.path.string());
+    if (page.page != 0) writer_.Key("page").Int(page.page);
+    writer_.Key("width").Int(page.width).Key("height").Int(page.height);
     writer_.Key("label").Int(page.label).Key("copy").Int(page.copy).Key("copies").Int(page.copies);
     if (!page.tagOperations.empty()) WriteTagOperations(writer_, page.tagOperations);
     writer_.EndObject();

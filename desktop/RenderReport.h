@@ -11,6 +11,7 @@
 /// One page as it was written.
 struct RenderedPage {
     std::filesystem::path path;
+    unsigned page;    ///< in a file of several, from 1; 0 in a file of its own
     unsigned width;   ///< dots of the printer
     unsigned height;  ///< dots of the printer
     unsigned label;   ///< from 1

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <utility>
 
 namespace {
 
@@ -22,12 +23,6 @@ public:
     }
 
     int Get() const { return descriptor_; }
-    /// Closes now, and tells whether the last of the data reached the disk.
-    bool Close() {
-        int const result = ::close(descriptor_);
-        descriptor_ = -1;
-        return result == 0;
-    }
 
 private:
     int descriptor_;
@@ -81,21 +76,40 @@ std::string ReadRegularFile(std::filesystem::path const& path) {
     return content;
 }
 
+AtomicFile::AtomicFile(std::filesystem::path path) : path_(std::move(path)), temporary_(path_) {
+    static std::atomic<unsigned> serial{0};
+    temporary_ += "." + std::to_string(::getpid()) + "-" + std::to_string(++serial) + ".tmp";
+    descriptor_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    if (descriptor_ >= 0) return;
+    error_ = LastError();
+    temporary_.clear();
+}
+
+AtomicFile::~AtomicFile() {
+    if (descriptor_ >= 0) ::close(descriptor_);
+    if (!temporary_.empty()) ::unlink(temporary_.c_str());
+}
+
+std::error_code AtomicFile::Write(std::string_view content) {
+    if (error_) return error_;
+    if (!WriteAll(descriptor_, content)) error_ = LastError();
+    size_ += content.size();
+    return error_;
+}
+
+std::error_code AtomicFile::Keep(WholeAfter wholeAfter) {
+    if (error_) return error_;
+    // The rename may reach the disk before the bytes do.
+    if (wholeAfter == WholeAfter::PowerLoss && ::fdatasync(descriptor_) != 0) return error_ = LastError();
+    if (::close(std::exchange(descriptor_, -1)) != 0 || ::rename(temporary_.c_str(), path_.c_str()) != 0)
+        return error_ = LastError();
+    temporary_.clear();
+    return {};
+}
+
 std::error_code WriteFileAtomically(std::filesystem::path const& path, std::string_view content,
                                     WholeAfter wholeAfter) {
-    static std::atomic<unsigned> serial{0};
-    std::filesystem::path temporary = path;
-    temporary += "." + std::to_string(::getpid()) + "-" + std::to_string(++serial) + ".tmp";
-
-    FileDescriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
-    if (file.Get() < 0) return LastError();
-    // The rename may reach the disk before the bytes do.
-    bool const written =
-        WriteAll(file.Get(), content) && (wholeAfter == WholeAfter::ProcessEnd || ::fdatasync(file.Get()) == 0);
-    if (!written || !file.Close() || ::rename(temporary.c_str(), path.c_str()) != 0) {
-        std::error_code const error = LastError();
-        ::unlink(temporary.c_str());
-        return error;
-    }
-    return {};
+    AtomicFile file(path);
+    file.Write(content);
+    return file.Keep(wholeAfter);
 }

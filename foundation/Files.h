@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -18,7 +19,33 @@ std::error_code ReadStandardInput(std::string& content);
 /// the disk.
 enum class WholeAfter { ProcessEnd, PowerLoss };
 
-/// Writes a file under a temporary name in the same folder and renames it, so that a reader sees all of it or nothing.
-/// On an error the temporary file is gone and an earlier file of that name stands.
+/// A file that is written piece by piece under a temporary name in its folder and gets its own name when it is whole,
+/// so that a reader sees all of it or nothing. Until then, and on an error, an earlier file of that name stands.
+class AtomicFile {
+public:
+    /// Whether it can be made is told by Keep.
+    explicit AtomicFile(std::filesystem::path path);
+    /// What was not kept is gone.
+    ~AtomicFile();
+    AtomicFile(AtomicFile const&) = delete;
+    AtomicFile& operator=(AtomicFile const&) = delete;
+
+    /// Appends; the first error is kept, and nothing is written behind it.
+    std::error_code Write(std::string_view content);
+    /// Bytes written so far.
+    std::uint64_t Size() const { return size_; }
+    /// Gives the file its name. The first error of all that was done, if there was one.
+    std::error_code Keep(WholeAfter wholeAfter = WholeAfter::ProcessEnd);
+    std::filesystem::path const& Path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+    std::filesystem::path temporary_;  ///< empty once it is gone
+    int descriptor_;
+    std::uint64_t size_ = 0;
+    std::error_code error_;
+};
+
+/// Writes a whole file in that way.
 std::error_code WriteFileAtomically(std::filesystem::path const& path, std::string_view content,
                                     WholeAfter wholeAfter = WholeAfter::ProcessEnd);

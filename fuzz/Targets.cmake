@@ -5,6 +5,7 @@ set(ZPL_FUZZ_TARGETS
     FuzzBusMessages
     FuzzImageData
     FuzzPackets
+    FuzzPageWriter
     FuzzSession
     FuzzStoredObjects
     FuzzStreamWatch

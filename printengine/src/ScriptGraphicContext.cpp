@@ -29,8 +29,6 @@ void ScriptGraphicContext::LoadPart(PrintEngine::PartManagement::LabelPart const
 
 std::string const& ScriptGraphicContext::FileError() const { return state_->fileError; }
 
-Extent ScriptGraphicContext::PageSize() const { return state_->pageSize; }
-
 void ScriptGraphicContext::SetFieldVariable(bool variable) {
     State& state = *state_;
     state.variable = variable;

@@ -9,6 +9,7 @@
 #include "foundation/Files.h"
 #include "printengine/src/ScriptGraphicContextState.h"
 #include "printengine/src/page/JobFolder.h"
+#include "printengine/src/page/PngWriter.h"
 
 namespace Scripting {
 
@@ -166,12 +167,12 @@ void ScriptGraphicContext::RenderPage(std::filesystem::path const& jobPath, unsi
     } else {
         state.storedPicture.reset();
     }
-    if (jobPath.empty()) {
+    if (state.keepsPages) {
+        state.fileError.clear();
+    } else if (jobPath.empty()) {
         state.fileError = NoFolderMessage();
     } else {
-        std::string const& file =
-            state.pngWriter.Encode(state.raster, state.layout, state.printerContext->PrinterDpi().Value());
-        std::error_code const error = WriteFileAtomically(jobPath / std::to_string(pageNumber), file);
+        std::error_code const error = WriteFileAtomically(jobPath / std::to_string(pageNumber), PngFile());
         state.fileError = error ? error.message() : std::string();
     }
     if (!state.fileError.empty()) {
@@ -191,11 +192,35 @@ std::vector<std::uint8_t> ScriptGraphicContext::GetPageBitmap(unsigned& width, u
     plain.height = state_->drawnSize.height;
     width = static_cast<unsigned>(plain.width);
     height = static_cast<unsigned>(plain.height);
-    std::size_t const rowBytes = PrintEngine::Pages::PackedRowBytes(plain.width);
-    std::vector<std::uint8_t> rows(rowBytes * height);
-    PrintEngine::Pages::PageComposer composer(state_->raster, plain, true);
-    for (int y = 0; y < plain.height; ++y) composer.Write(y, rows.data() + rowBytes * static_cast<std::size_t>(y));
+    std::vector<std::uint8_t> rows(PrintEngine::Pages::PackedRowBytes(plain.width) * height);
+    PrintEngine::Pages::PackPage(state_->raster, plain, rows.data());
     return rows;
+}
+
+void ScriptGraphicContext::KeepPages() { state_->keepsPages = true; }
+
+Extent ScriptGraphicContext::PageSize() const { return state_->pageSize; }
+
+unsigned ScriptGraphicContext::PageDpi() const { return state_->printerContext->PrinterDpi().Value(); }
+
+std::string_view ScriptGraphicContext::PngFile() {
+    State& state = *state_;
+    PrintEngine::Pages::EncodePng(state.raster, state.layout, PageDpi(), state.pageDeflater, state.EmptyPageForm());
+    return state.pageForm;
+}
+
+std::string_view ScriptGraphicContext::DeflatedRows() {
+    State& state = *state_;
+    state.pageDeflater.Append(state.raster, state.layout, state.EmptyPageForm());
+    return state.pageForm;
+}
+
+std::string_view ScriptGraphicContext::PackedRows() {
+    State& state = *state_;
+    auto const rows = static_cast<std::size_t>(state.layout.height);
+    state.PageForm().resize(PrintEngine::Pages::PackedRowBytes(state.layout.width) * rows);
+    PrintEngine::Pages::PackPage(state.raster, state.layout, reinterpret_cast<std::uint8_t*>(state.pageForm.data()));
+    return state.pageForm;
 }
 
 }  // namespace Scripting

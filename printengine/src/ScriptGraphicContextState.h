@@ -6,8 +6,8 @@
 
 #include "Scripting/ScriptGraphicContext.h"
 #include "printengine/src/fonts/FontCache.h"
+#include "printengine/src/page/PageDeflater.h"
 #include "printengine/src/page/PageLayout.h"
-#include "printengine/src/page/PngWriter.h"
 #include "printengine/src/raster/PixelScale.h"
 #include "printengine/src/raster/Raster.h"
 #include "printengine/src/raster/Shapes.h"
@@ -47,6 +47,17 @@ struct ScriptGraphicContext::State {
     void CountImage(PrintEngine::Drawing::BitRows const& picture, int left, int top, int width, int height);
     /// Takes note that something is drawn, and of the first text.
     void NoteContent(std::string_view text = {});
+    /// Where a form of the page is put, with what was asked for before. That of an extraordinarily large page is not
+    /// kept.
+    std::string& PageForm() {
+        constexpr std::size_t KeptBytes = std::size_t{4} << 20;
+        if (pageForm.capacity() > KeptBytes) std::string().swap(pageForm);
+        return pageForm;
+    }
+    std::string& EmptyPageForm() {
+        PageForm().clear();
+        return pageForm;
+    }
     /// Draws by `draw(raster)`: on the page, and where constant fields are kept apart also there.
     template <typename Draw>
     void OnRasters(Draw draw) {
@@ -70,11 +81,13 @@ struct ScriptGraphicContext::State {
     std::unique_ptr<PrintEngine::Drawing::Raster> constantFields;
     bool variable = false;
 
-    PrintEngine::Pages::PngWriter pngWriter;
+    PrintEngine::Pages::PageDeflater pageDeflater;
     PrintEngine::Pages::PageLayout layout;
     Extent drawnSize{1, 1};  ///< of the page before it is enlarged, in pixels
     bool keepsPicture = false;
     Extent pageSize;
+    bool keepsPages = false;  ///< to be handed out, in place of writing their files
+    std::string pageForm;     ///< of the page that was rendered last, as it was asked for last
     std::string fileError;
     std::string toldReason;  // why the last page could not be written; empty if it could
 

@@ -16,13 +16,14 @@ TEST(CommandLine, DrawsFourBySixInchesAt203DpiUnlessToldOtherwise) {
     EXPECT_EQ(options.printerDpi, 203U);
     EXPECT_EQ(options.widthInches, 4);
     EXPECT_EQ(options.heightInches, 6);
-    EXPECT_EQ(options.format, PageFormat::Png);
+    EXPECT_EQ(options.format->name, "png");
 }
 
 TEST(CommandLine, ReadsEveryOption) {
     auto const options =
-        Render({"--dpi", "300", "-", "--printer-dpi=600", "--size", "600x300dots", "--out", "o", "--format", "pdf",
-                "--copies", "7", "--font", "Z=z.ttf", "--job", "--json", "--strict", "--", "--odd"});
+        Render({"--dpi",   "300",      "-",      "--printer-dpi=600", "--size",   "600x300dots", "--out",
+                "o",       "--format", "pdf",    "--split",           "--copies", "7",           "--font",
+                "Z=z.ttf", "--job",    "--json", "--strict",          "--",       "--odd"});
     EXPECT_EQ(options.inputs, (std::vector<std::string>{"-", "--odd"}));
     EXPECT_EQ(options.designDpi, 300U);
     EXPECT_EQ(options.printerDpi, 600U);
@@ -30,10 +31,10 @@ TEST(CommandLine, ReadsEveryOption) {
     EXPECT_EQ(options.widthInches, 2);
     EXPECT_EQ(options.heightInches, 1);
     EXPECT_EQ(options.outputFolder, "o");
-    EXPECT_EQ(options.format, PageFormat::Pdf);
+    EXPECT_EQ(options.format->name, "pdf");
     EXPECT_EQ(options.mostCopies, 7U);
     EXPECT_EQ(options.fonts, (std::vector<std::pair<std::string, std::string>>{{"Z", "z.ttf"}}));
-    EXPECT_TRUE(options.keepJob && options.json && options.strict);
+    EXPECT_TRUE(options.isSplit && options.keepJob && options.json && options.strict);
 }
 
 TEST(CommandLine, SaysWhatIsWrongInOneLine) {

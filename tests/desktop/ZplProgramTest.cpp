@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <fstream>
 
+#include "desktop/PageFile.h"
 #include "foundation/Files.h"
 #include "tests/support/TemporaryDirectory.h"
 
@@ -51,6 +52,13 @@ protected:
     TemporaryDirectory folder_;
 };
 
+std::string FromHex(std::string_view digits) {
+    std::string bytes;
+    for (; !digits.empty(); digits.remove_prefix(2))
+        bytes += static_cast<char>(std::stoi(std::string(digits.substr(0, 2)), nullptr, 16));
+    return bytes;
+}
+
 constexpr char const* TwoLabels = "^XA^PQ2^FO20,20^A0N,40,40^FDone^FS^XZ^XA^FO20,20^FDtwo^FS^XZ";
 
 TEST_F(ZplProgram, WritesOneFileAndOneLineForEachPage) {
@@ -70,10 +78,49 @@ TEST_F(ZplProgram, WritesOtherFormats) {
     EXPECT_EQ(pbm.size(), 11U + 26 * 203);
     // Five of the last box's dots stand in the row's last three bits and before; what is right of the page stays white.
     EXPECT_EQ(pbm.back(), '\xE0');
-    Render(TwoLabels, "--format pdf");
-    std::string const pdf = ReadRegularFile(folder_ / "in-1.pdf");
-    EXPECT_THAT(pdf, StartsWith("%PDF-1.4\n"));
-    EXPECT_THAT(pdf, HasSubstr("/MediaBox[0 0 72 72]"));
+}
+
+TEST_F(ZplProgram, WritesOnePdfOfAllPagesUnlessToldOtherwise) {
+    auto const run = Render("^XA^PQ2^FDone^FS^XZ^XA^PW101^LL406^FDtwo^FS^XZ", "--format pdf");
+    EXPECT_EQ(run.out,
+              "in.pdf page 1  203 x 203  copy 1 of 2\nin.pdf page 2  203 x 203  copy 2 of 2\n"
+              "in.pdf page 3  101 x 406  copy 1 of 1\n");
+    EXPECT_EQ(Files(), std::vector<std::string>{"in.pdf"});
+    std::string const pdf = ReadRegularFile(folder_ / "in.pdf");
+    EXPECT_THAT(pdf, testing::AllOf(StartsWith("%PDF-1.4\n"), HasSubstr("/Count 3"), HasSubstr("/MediaBox[0 0 72 72]"),
+                                    HasSubstr("/MediaBox[0 0 35.8227 144]")));
+    // Each entry of the table leads to its object.
+    auto const table = static_cast<std::size_t>(std::stoul(pdf.substr(pdf.rfind("startxref\n") + 10)));
+    EXPECT_THAT(pdf.substr(table), StartsWith("xref\n0 12\n0000000000 65535 f \n"));
+    for (std::size_t object = 1; object < 12; ++object) {
+        auto const at = static_cast<std::size_t>(std::stoul(pdf.substr(table + 10 + object * 20, 10)));
+        EXPECT_THAT(pdf.substr(at), StartsWith(std::to_string(object) + " 0 obj<<"));
+    }
+    std::filesystem::remove(folder_ / "in.pdf");
+    Render(TwoLabels, "--format pdf --split");
+    EXPECT_EQ(Files(), (std::vector<std::string>{"in-1.pdf", "in-2.pdf", "in-3.pdf"}));
+    EXPECT_THAT(ReadRegularFile(folder_ / "in-3.pdf"), HasSubstr("/Count 1"));
+}
+
+TEST_F(ZplProgram, ReadsBackThePagesOfAnEngineThatKeepsNone) {
+    Render(TwoLabels, "--format pbm");
+    Render(TwoLabels);
+    auto page = PageFile::Parse(ReadRegularFile(folder_ / "in-2.png"));
+    ASSERT_TRUE(page);
+    EXPECT_EQ(page->PageDpi(), 203U);
+    EXPECT_EQ("P4\n203 203\n" + std::string(page->PackedRows()), ReadRegularFile(folder_ / "in-2.pbm"));
+    // 20 x 6 pixels by another encoder, a row for each filter, in two chunks.
+    auto const file = FromHex(
+        "89504e470d0a1a0a0000000d4948445200000014000000060100000000ebec8330000000097048597300002e2300002e230178a53f7600"
+        "00"
+        "001449444154789c63a874dac0f849ff3ed3bfe402e657b50e2c0ee95aa10000000c4944415499b1ca2c4d55960077490910630b712b00"
+        "00"
+        "000049454e44ae426082");
+    page = PageFile::Parse(file);
+    ASSERT_TRUE(page);
+    EXPECT_EQ(page->PageSize(), (Scripting::Extent{20, 6}));
+    EXPECT_EQ(page->PackedRows(), FromHex("86bd400ddef00f7b809d0f0034b280b238f0"));
+    for (std::size_t size = 0; size < file.size() - 20; ++size) EXPECT_FALSE(PageFile::Parse(file.substr(0, size)));
 }
 
 TEST_F(ZplProgram, KeepsTheJobFolder) {

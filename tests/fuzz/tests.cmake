@@ -12,3 +12,6 @@ endforeach()
 file(CONFIGURE OUTPUT fuzz/ZplFuzzTargets.h CONTENT "${rows}")
 target_include_directories(test_fuzz PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/fuzz")
 target_link_libraries(test_fuzz PRIVATE propertyserving zpldesk)
+# Looks behind the public headers of the print engine.
+target_link_libraries(FuzzPageWriterEntry PRIVATE printengine_objects)
+target_link_libraries(test_fuzz PRIVATE printengine_objects)

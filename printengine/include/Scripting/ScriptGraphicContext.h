@@ -7,6 +7,7 @@
 #include "PrintEngine/PartManagement/LabelPart.h"
 #include "PrintEngine/Printing/TrueTypeCacheCreator.h"
 #include "Scripting/Api.h"
+#include "Scripting/FinishedPage.h"
 #include "Scripting/GraphicContext.h"
 #include "Scripting/InkGauge.h"
 #include "Scripting/PrinterContextInterface.h"
@@ -19,7 +20,7 @@ namespace Scripting {
 ///
 /// The raster covers the print width and label length where these are given, else the label part. It is at most 64 Mi
 /// dots; a longer page is refused with a warning and drawn as far as that.
-class PRINTENGINE_API ScriptGraphicContext : public GraphicContext, public InkGauge {
+class PRINTENGINE_API ScriptGraphicContext : public GraphicContext, public InkGauge, public PageKeeper {
 public:
     /// Tells where font files are looked for. Opens none: a font is opened when it is first used.
     static void InitializeFontManager(std::filesystem::path const& systemFontsFolder);
@@ -36,8 +37,6 @@ public:
 
     /// Why the last call that writes a file failed; empty when it did not.
     std::string const& FileError() const;
-    /// Size of the page that was rendered last, in pixels.
-    Extent PageSize() const;
 
     std::string StartJob(std::string_view jobName, unsigned totalPages, std::vector<unsigned> const& pauseIndices,
                          bool hasTagOperations, std::vector<PageRangeRfidOperations> const& tagOperations,
@@ -94,6 +93,12 @@ public:
     PixelBox PrintArea() const override;
     double PixelsPerDot() const override;
     bool IsPageBlank() const override;
+    void KeepPages() override;
+    Extent PageSize() const override;
+    unsigned PageDpi() const override;
+    std::string_view PngFile() override;
+    std::string_view DeflatedRows() override;
+    std::string_view PackedRows() override;
 
 private:
     struct State;

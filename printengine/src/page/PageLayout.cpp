@@ -38,30 +38,69 @@ void MirrorRow(std::span<Word> row, int width) {
 PageComposer::PageComposer(Drawing::Raster const& raster, PageLayout const& layout, bool inkBit)
     : raster_(raster), layout_(layout), inkBit_(inkBit), words_(WordsFor(layout.width)) {}
 
+std::span<Word const> PageComposer::Source(int row) const {
+    int const shifted = row - layout_.shiftDown;
+    if (shifted < 0 || shifted >= layout_.height) return {};
+    int const upright = layout_.turned ? layout_.height - 1 - shifted : shifted;
+    auto const source = raster_.Row(upright / layout_.enlargement);
+    return source.first(std::min(source.size(), words_.size()));
+}
+
+bool PageComposer::IsLikeAbove(int row) const {
+    auto const source = Source(row);
+    auto const above = Source(row - 1);
+    if (source.size() != above.size() || source.empty()) return source.size() == above.size();
+    return source.data() == above.data() || std::memcmp(source.data(), above.data(), source.size_bytes()) == 0;
+}
+
 void PageComposer::Write(int row, std::uint8_t* out) {
     std::size_t const bytes = PackedRowBytes(layout_.width);
-    int const shifted = row - layout_.shiftDown;
-    int const upright = layout_.turned ? layout_.height - 1 - shifted : shifted;
-    auto const source =
-        shifted < 0 || shifted >= layout_.height ? std::span<Word const>{} : raster_.Row(upright / layout_.enlargement);
+    auto source = Source(row);
     if (source.empty()) {
         std::memset(out, inkBit_ ? 0 : 0xFF, bytes);
         return;
     }
+    if (layout_.enlargement > 1 || layout_.mirrored != layout_.turned) {
+        Shape(source);
+        source = words_;
+    }
+    Word const flip = inkBit_ ? 0 : ~Word{0};
+    std::size_t const whole = std::min(source.size(), words_.size() - 1);
+    for (std::size_t i = 0; i < whole; ++i) {
+        Word const packed = Drawing::BigEndian(source[i] ^ flip);
+        std::memcpy(out + i * sizeof packed, &packed, sizeof packed);
+    }
+    std::size_t const done = whole * sizeof(Word);
+    std::memset(out + done, inkBit_ ? 0 : 0xFF, bytes - done);
+    if (whole == source.size()) return;
+    // The last word holds more pixels than the page.
+    int const beyond = static_cast<int>(words_.size()) * WordBits - layout_.width;
+    Word const packed = Drawing::BigEndian((source[whole] & ~Word{0} << beyond) ^ flip);
+    std::memcpy(out + done, &packed, bytes - done);
+}
 
-    auto const visible = source.first(std::min(source.size(), words_.size()));
+/// Brings a drawn row into the shape of the page.
+void PageComposer::Shape(std::span<Word const> source) {
     if (layout_.enlargement > 1) {
         std::fill(words_.begin(), words_.end(), 0);
-        Widen(visible, static_cast<std::size_t>(layout_.enlargement), words_);
+        Widen(source, static_cast<std::size_t>(layout_.enlargement), words_);
     } else {
-        std::fill(std::copy(visible.begin(), visible.end(), words_.begin()), words_.end(), 0);
+        std::fill(std::copy(source.begin(), source.end(), words_.begin()), words_.end(), 0);
     }
     int const beyond = static_cast<int>(words_.size()) * WordBits - layout_.width;
     words_.back() &= ~Word{0} << beyond;
     if (layout_.mirrored != layout_.turned) MirrorRow(words_, layout_.width);
-    Word const flip = inkBit_ ? 0 : ~Word{0};
-    for (Word& word : words_) word = Drawing::BigEndian(word ^ flip);
-    std::memcpy(out, words_.data(), bytes);
+}
+
+void PackPage(Drawing::Raster const& raster, PageLayout const& layout, std::uint8_t* out) {
+    std::size_t const bytes = PackedRowBytes(layout.width);
+    PageComposer composer(raster, layout, true);
+    for (int y = 0; y < layout.height; ++y, out += bytes) {
+        if (y != 0 && composer.IsLikeAbove(y))
+            std::memcpy(out, out - bytes, bytes);
+        else
+            composer.Write(y, out);
+    }
 }
 
 }  // namespace PrintEngine::Pages

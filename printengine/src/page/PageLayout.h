@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "printengine/src/raster/Raster.h"
@@ -29,11 +30,21 @@ public:
     /// Writes a row into `out` (PackedRowBytes), most significant bit first; bits right of the page are those of paper.
     void Write(int row, std::uint8_t* out);
 
+    /// True if a row is known to be like the one above it, which is found without writing them.
+    bool IsLikeAbove(int row) const;
+
 private:
+    /// The drawn row that a row shows; empty for paper.
+    std::span<Drawing::Word const> Source(int row) const;
+    void Shape(std::span<Drawing::Word const> source);
+
     Drawing::Raster const& raster_;
     PageLayout const& layout_;
     bool inkBit_;
     std::vector<Drawing::Word> words_;
 };
+
+/// Packs all rows of a page into `out`, PackedRowBytes each; a set bit is black.
+void PackPage(Drawing::Raster const& raster, PageLayout const& layout, std::uint8_t* out);
 
 }  // namespace PrintEngine::Pages

@@ -3,18 +3,11 @@
 #include <libdeflate.h>
 
 #include <cmath>
-#include <new>
 #include <string_view>
 
 namespace PrintEngine::Pages {
 
 namespace {
-
-// Measured on label pages: higher levels take longer and save next to nothing, as most of a page is white.
-constexpr int CompressionLevel = 1;
-
-// Buffers of an extraordinarily large page are not kept.
-constexpr std::size_t KeptBytes = std::size_t{4} << 20;
 
 void Append32(std::string& out, std::uint32_t value) {
     for (int shift = 24; shift >= 0; shift -= 8) out.push_back(static_cast<char>(value >> shift));
@@ -36,53 +29,28 @@ std::size_t OpenChunk(std::string& file, std::string_view type) {
 
 }  // namespace
 
-void PngWriter::FreeCompressor::operator()(libdeflate_compressor* compressor) const {
-    libdeflate_free_compressor(compressor);
-}
-
-PngWriter::PngWriter() : compressor_(libdeflate_alloc_compressor(CompressionLevel)) {
-    if (!compressor_) throw std::bad_alloc();
-}
-
-PngWriter::~PngWriter() = default;
-
-std::string const& PngWriter::Encode(Drawing::Raster const& raster, PageLayout const& layout, unsigned dpi) {
+void EncodePng(Drawing::Raster const& raster, PageLayout const& layout, unsigned dpi, PageDeflater& deflater,
+               std::string& out) {
     using namespace std::string_view_literals;
-    std::size_t const rowBytes = PackedRowBytes(layout.width) + 1;
-    if (rows_.capacity() > KeptBytes) std::vector<std::uint8_t>().swap(rows_);
-    if (file_.capacity() > KeptBytes) std::string().swap(file_);
-    rows_.resize(rowBytes * static_cast<std::size_t>(layout.height));
-    // In a greyscale picture of one bit, 1 is white.
-    PageComposer composer(raster, layout, false);
-    for (int y = 0; y < layout.height; ++y) {
-        std::uint8_t* const row = rows_.data() + static_cast<std::size_t>(y) * rowBytes;
-        row[0] = 0;  // filter type None
-        composer.Write(y, row + 1);
-    }
+    out += "\x89PNG\r\n\x1a\n"sv;
+    std::size_t chunk = OpenChunk(out, "IHDR");
+    Append32(out, static_cast<std::uint32_t>(layout.width));
+    Append32(out, static_cast<std::uint32_t>(layout.height));
+    out += "\1\0\0\0\0"sv;  // 1 bit, greyscale, deflate, adaptive filters, not interlaced
+    CloseChunk(out, chunk);
 
-    file_ = "\x89PNG\r\n\x1a\n"sv;
-    std::size_t chunk = OpenChunk(file_, "IHDR");
-    Append32(file_, static_cast<std::uint32_t>(layout.width));
-    Append32(file_, static_cast<std::uint32_t>(layout.height));
-    file_ += "\1\0\0\0\0"sv;  // 1 bit, greyscale, deflate, adaptive filters, not interlaced
-    CloseChunk(file_, chunk);
-
-    chunk = OpenChunk(file_, "pHYs");
+    chunk = OpenChunk(out, "pHYs");
     auto const pixelsPerMetre = static_cast<std::uint32_t>(std::lround(dpi / 0.0254));
-    Append32(file_, pixelsPerMetre);
-    Append32(file_, pixelsPerMetre);
-    file_ += '\1';  // the unit is the metre
-    CloseChunk(file_, chunk);
+    Append32(out, pixelsPerMetre);
+    Append32(out, pixelsPerMetre);
+    out += '\1';  // the unit is the metre
+    CloseChunk(out, chunk);
 
-    chunk = OpenChunk(file_, "IDAT");
-    std::size_t const start = file_.size();
-    file_.resize(start + libdeflate_zlib_compress_bound(compressor_.get(), rows_.size()));
-    file_.resize(start + libdeflate_zlib_compress(compressor_.get(), rows_.data(), rows_.size(), file_.data() + start,
-                                                  file_.size() - start));
-    CloseChunk(file_, chunk);
+    chunk = OpenChunk(out, "IDAT");
+    deflater.Append(raster, layout, out);
+    CloseChunk(out, chunk);
 
-    CloseChunk(file_, OpenChunk(file_, "IEND"));
-    return file_;
+    CloseChunk(out, OpenChunk(out, "IEND"));
 }
 
 }  // namespace PrintEngine::Pages

@@ -86,14 +86,23 @@ Raster::Line* Raster::Reach(int y, int lastWord) {
     }
     Line& line = lines_[row];
     line.used = std::max(line.used, static_cast<std::uint32_t>(lastWord) + 1);
-    if (top_ == bottom_) {
-        top_ = y;
-        bottom_ = y + 1;
-    } else {
-        top_ = std::min(top_, y);
-        bottom_ = std::max(bottom_, y + 1);
-    }
+    Grow(y, y + 1);
     return &line;
+}
+
+void Raster::Grow(int top, int bottom) {
+    bool const untouched = top_ == bottom_;
+    top_ = untouched ? top : std::min(top_, top);
+    bottom_ = untouched ? bottom : std::max(bottom_, bottom);
+}
+
+bool Raster::HasRoom(int top, int bottom, int lastWord) const {
+    if (top < 0 || static_cast<std::size_t>(bottom) > lines_.size()) return false;
+    auto const last = static_cast<std::uint32_t>(lastWord);
+    // As long as no row has grown, all are of one length.
+    if (chunks_.empty()) return last < blockStride_;
+    return std::all_of(lines_.begin() + top, lines_.begin() + bottom,
+                       [last](Line const& line) { return last < line.room; });
 }
 
 template <Ink Mode>
@@ -120,8 +129,29 @@ void Raster::FillRow(int y, int left, int right) {
 template <Ink Mode>
 void Raster::FillRows(int left, int top, int right, int bottom) {
     left = std::max(left, 0);
+    top = std::max(top, 0);
     bottom = std::min(bottom, Mode == Ink::White ? bottom_ : MaxHeight);
-    for (int y = std::max(top, 0); y < bottom; ++y) FillRow<Mode>(y, left, right);
+    if (left >= right || top >= bottom) return;
+    if (HasRoom(top, bottom, (right - 1) / WordBits)) return FillInside<Mode>(left, top, right, bottom);
+    for (int y = top; y < bottom; ++y) FillRow<Mode>(y, left, right);
+}
+
+/// Fills where all rows have room.
+template <Ink Mode>
+void Raster::FillInside(int left, int top, int right, int bottom) {
+    int const first = left / WordBits;
+    int const last = (right - 1) / WordBits;
+    Word const head = ~Word{0} >> (left % WordBits);
+    Word const tail = ~Word{0} << (WordBits - 1 - (right - 1) % WordBits);
+    for (int y = top; y < bottom; ++y) {
+        Line& line = lines_[static_cast<std::size_t>(y)];
+        // Where there is no ink, white changes nothing.
+        if constexpr (Mode != Ink::White) line.used = std::max(line.used, static_cast<std::uint32_t>(last) + 1);
+        Apply<Mode>(line.words[first], first == last ? head & tail : head);
+        for (int i = first + 1; i < last; ++i) Apply<Mode>(line.words[i], ~Word{0});
+        if (first != last) Apply<Mode>(line.words[last], tail);
+    }
+    if constexpr (Mode != Ink::White) Grow(top, bottom);
 }
 
 void Raster::Fill(int left, int top, int right, int bottom, Ink ink) {
@@ -163,35 +193,34 @@ void Raster::Put(int x, int y, Word bits) {
     if (right) Apply<Mode>(line->words[last], right);
 }
 
+/// Draws a picture upright where all its rows have room.
 template <Ink Mode>
-bool Raster::BlitGlyph(BitRows const& picture, int x, int y) {
-    if (Mode == Ink::White || picture.width > WordBits || x < 0 || x + picture.width > MaxWidth || y < 0 ||
-        picture.height <= 0 || static_cast<std::size_t>(y) + static_cast<std::size_t>(picture.height) > lines_.size()) {
-        return false;
-    }
-    auto const first = static_cast<std::uint32_t>(x / WordBits);
+void Raster::BlitInside(BitRows const& picture, int x, int y) {
+    int const first = x / WordBits;
     int const shift = x % WordBits;
-    std::uint32_t const last = first + (shift + picture.width > WordBits ? 1 : 0);
-    Line* const lines = lines_.data() + y;
+    int const last = (x + picture.width - 1) / WordBits;
+    int const words = (picture.width + WordBits - 1) / WordBits;
     for (int row = 0; row < picture.height; ++row) {
-        if (lines[row].room <= last) return false;
+        Line& line = lines_[static_cast<std::size_t>(y + row)];
+        if constexpr (Mode != Ink::White) line.used = std::max(line.used, static_cast<std::uint32_t>(last) + 1);
+        Word* const target = line.words + first;
+        Word bits = picture.Fetch(row, 0);
+        Apply<Mode>(target[0], bits >> shift);
+        for (int i = 1; i < words; ++i) {
+            Word const carried = bits << 1 << (WordBits - 1 - shift);
+            bits = picture.Fetch(row, i);
+            Apply<Mode>(target[i], carried | bits >> shift);
+        }
+        if (first + words == last) Apply<Mode>(target[words], bits << 1 << (WordBits - 1 - shift));
     }
-    for (int row = 0; row < picture.height; ++row) {
-        Word const bits = picture.Fetch(row, 0);
-        Line& line = lines[row];
-        line.used = std::max(line.used, last + 1);
-        Apply<Mode>(line.words[first], bits >> shift);
-        if (last != first) Apply<Mode>(line.words[last], bits << (WordBits - shift));
-    }
-    bool const untouched = top_ == bottom_;
-    top_ = untouched ? y : std::min(top_, y);
-    bottom_ = untouched ? y + picture.height : std::max(bottom_, y + picture.height);
-    return true;
+    if constexpr (Mode != Ink::White) Grow(y, y + picture.height);
 }
 
 template <Ink Mode>
 void Raster::BlitLevel(BitRows const& picture, int x, int y, bool upsideDown) {
-    if (!upsideDown && BlitGlyph<Mode>(picture, x, y)) return;
+    bool const isInside = x >= 0 && picture.width > 0 && picture.height > 0 &&
+                          HasRoom(y, y + picture.height, (x + picture.width - 1) / WordBits);
+    if (isInside && !upsideDown) return BlitInside<Mode>(picture, x, y);
     int const words = (picture.width + WordBits - 1) / WordBits;
     int const firstRow = std::max(0, -y);
     int const lastRow = std::min(picture.height, MaxHeight - y);

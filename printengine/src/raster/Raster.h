@@ -92,17 +92,22 @@ private:
     template <Ink Mode>
     void FillRows(int left, int top, int right, int bottom);
     template <Ink Mode>
+    void FillInside(int left, int top, int right, int bottom);
+    template <Ink Mode>
     void Put(int x, int y, Word bits);
     template <Ink Mode>
     void BlitLevel(BitRows const& picture, int x, int y, bool upsideDown);
-    /// Draws a picture of at most one word's width upright, if all its rows have room already; false if they have not.
     template <Ink Mode>
-    bool BlitGlyph(BitRows const& picture, int x, int y);
+    void BlitInside(BitRows const& picture, int x, int y);
     template <Ink Mode>
     void BlitTurned(BitRows const& picture, int x, int y, bool clockwise);
 
     template <Ink Mode>
     Line* Reach(int y, int lastWord);
+    /// Whether rows [top, bottom) have room for their words up to `lastWord`, so that they can be drawn in directly.
+    bool HasRoom(int top, int bottom, int lastWord) const;
+    /// Ink reaches rows [top, bottom), as far as their lines say.
+    void Grow(int top, int bottom);
     bool Extend(int y, int lastWord);
     Word* Allocate(std::size_t count);
 

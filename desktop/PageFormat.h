@@ -1,0 +1,78 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <iterator>
+#include <memory>
+#include <string_view>
+
+#include "Scripting/FinishedPage.h"
+#include "foundation/Files.h"
+
+/// Writes pages into one file.
+class PageWriter {
+public:
+    virtual ~PageWriter() = default;
+    /// Writes a page; the file remembers what goes wrong.
+    virtual void Add(Scripting::FinishedPage& page, AtomicFile& file) = 0;
+    /// Writes what stands behind the last page.
+    virtual void End(AtomicFile&) {}
+};
+
+/// A format that pages are written in. All that the command line knows of it follows from its row.
+struct PageFormat {
+    std::string_view name;       ///< as it is asked for
+    std::string_view extension;  ///< of its files, without a dot
+    bool isDocument;             ///< a file holds any number of pages
+    std::unique_ptr<PageWriter> (*makeWriter)();
+};
+
+std::unique_ptr<PageWriter> MakePngWriter();  ///< ISO/IEC 15948
+std::unique_ptr<PageWriter> MakePbmWriter();  ///< raw portable bitmap
+std::unique_ptr<PageWriter> MakePdfWriter();  ///< ISO 32000-1, version 1.4
+
+/// The first one is taken where none is asked for.
+inline constexpr PageFormat PageFormats[] = {
+    {"png", "png", false, MakePngWriter},
+    {"pbm", "pbm", false, MakePbmWriter},
+    {"pdf", "pdf", true, MakePdfWriter},
+};
+
+/// A text about the formats, made from their rows.
+class FormatText {
+public:
+    constexpr operator std::string_view() const { return {text_.data(), size_}; }
+    constexpr FormatText& Add(std::string_view part) {
+        for (char const c : part) text_[size_++] = c;
+        return *this;
+    }
+
+private:
+    std::array<char, 200> text_{};
+    std::size_t size_ = 0;
+};
+
+/// All names with blanks in between.
+inline constexpr FormatText FormatNames = [] {
+    FormatText text;
+    for (auto const& format : PageFormats) text.Add(&format == PageFormats ? "" : " ").Add(format.name);
+    return text;
+}();
+
+/// What there is to choose from, as help tells it.
+inline constexpr FormatText FormatHelp = [] {
+    FormatText text;
+    for (auto const& format : PageFormats) {
+        bool const isLast = &format + 1 == std::end(PageFormats);
+        text.Add(&format == PageFormats ? "" : isLast ? " or " : ", ").Add(format.name);
+        if (&format == PageFormats) text.Add(" (default)");
+    }
+    for (auto const& format : PageFormats) {
+        if (format.isDocument)
+            text.Add("; ")
+                .Add(format.name)
+                .Add(" makes one file of all pages of a stream, NAME.")
+                .Add(format.extension);
+    }
+    return text;
+}();

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string_view>
+
+#include "Scripting/Api.h"
+#include "Scripting/GraphicContext.h"
+
+namespace Scripting {
+
+/// A finished page of 1-bit pixels, in the forms that files of pages take. What a call gives is valid until the next
+/// one.
+class PRINTENGINE_API FinishedPage {
+public:
+    virtual ~FinishedPage() = default;
+
+    /// In pixels.
+    virtual Extent PageSize() const = 0;
+    /// Pixels per inch; 0 if that is not known.
+    virtual unsigned PageDpi() const = 0;
+    /// A whole PNG file (ISO/IEC 15948), 1-bit greyscale, not interlaced, with its resolution.
+    virtual std::string_view PngFile() = 0;
+    /// The data of such a file without the frame: a zlib stream (RFC 1950) of rows, each led by the byte of its filter.
+    virtual std::string_view DeflatedRows() = 0;
+    /// Rows of whole bytes from the top, most significant bit first; a set bit is black, those right of the page are 0.
+    virtual std::string_view PackedRows() = 0;
+};
+
+/// A drawing target that can hand out the page it rendered last, until it starts the next label, in place of writing
+/// its file. Not every target can: it is asked for by Of, and who wants a page without it reads the file.
+class PRINTENGINE_API PageKeeper : public FinishedPage {
+public:
+    /// Null if a target is none.
+    static PageKeeper* Of(GraphicContext* target) { return dynamic_cast<PageKeeper*>(target); }
+
+    /// RenderPage writes no files from now on, and needs no folder.
+    virtual void KeepPages() = 0;
+};
+
+}  // namespace Scripting
