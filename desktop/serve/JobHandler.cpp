@@ -125,9 +125,8 @@ void JobHandler::NotePacketTaken() {
 void JobHandler::SendAnswer(Connection& connection, std::string const& bytes) {
     if (!options_.answers) return;
     connections_.Answer(connection, bytes);
-    say_({"", "answer", [&](JsonWriter& writer) {
-              writer.Key("session").Int(connection.session).Key("text").String(bytes);
-          }});
+    say_({"", "answer",
+          [&](JsonWriter& writer) { writer.Key("session").Int(connection.session).Key("text").String(bytes); }});
 }
 
 void JobHandler::ForgetJobs() {
