@@ -27,7 +27,7 @@ protected:
             PrintDriver::Options{.jobsFolder = folder_ / "jobs",
                                  .outputFolder = folder_ / "out",
                                  .speed = 0,
-                                 .patience = std::chrono::milliseconds(50)},
+                                 .patience = std::chrono::milliseconds(50 * SanitizerFactor)},
             [this] { ++losses_; }, [this](PrinterEvent const& event) { said_ += event.Line() + '\n'; });
         status_ = follow.operator()<StringProperty>(PropertyNames::PrintJobStatus, "");
         path_ = follow.operator()<StringProperty>(PropertyNames::JobToPrintPathName, "");
