@@ -1,4 +1,4 @@
-// Precompiled for the core: the standard headers that most of its files include anyway.
+// Precompiled: the standard headers that most files include anyway.
 #pragma once
 #include <algorithm>
 #include <cstdint>

@@ -91,7 +91,8 @@ private:
             if (isRead && fill) return fill(field);
             Context const* element = field.GetContext(ContextProcessor::ElementContext);
             unsigned const* number = element ? element->Find(FieldNumberToSave) : nullptr;
-            std::string const read = data;
+            // A copy: what fills the template sets the data that are referred to.
+            std::string const read = data;  // NOLINT(performance-unnecessary-copy-initialization)
             if (isRead && number) ZplCore::InvokeSavedFieldRenderFunction(field, *number, read);
         });
     }

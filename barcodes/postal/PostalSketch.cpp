@@ -32,8 +32,9 @@ SketchedBitmap GraphicHelper::SketchUSPS2Barcode(Barcode::Model::USPS2StateBarco
     if (bitmap.rows->empty()) return bitmap;
     // Short bars are two fifths of the height, as far as it is made of whole steps of five dots.
     std::uint64_t const step = std::max<std::uint64_t>(toPixels(5), 1);
-    auto const shortTop = static_cast<std::uint64_t>(static_cast<double>(bitmap.bitmapHeight) -
-                                                     static_cast<double>(bitmap.bitmapHeight / step * step) * 0.4);
+    std::uint64_t const wholeSteps = bitmap.bitmapHeight / step * step;
+    auto const shortTop =
+        static_cast<std::uint64_t>(static_cast<double>(bitmap.bitmapHeight) - static_cast<double>(wholeSteps) * 0.4);
     for (std::size_t i = 0; i < bars.size(); ++i) {
         std::uint64_t const x = i * (pitch.bar + pitch.gap);
         if (bars[i]) PaintRun(RowAt(bitmap, 0), x, x + pitch.bar);

@@ -9,9 +9,9 @@
 /// Something that happens in the printer, as it is told: a line to people, one JSON object in a line to programs.
 class PrinterEvent {
 public:
-    /// Words for people, which programs get as a notice.
-    PrinterEvent(std::string line);
-    PrinterEvent(char const* line) : PrinterEvent(std::string(line)) {}
+    /// Words for people, which programs get as a notice; they may stand where an event is told.
+    PrinterEvent(std::string line);                                      // NOLINT(google-explicit-constructor)
+    PrinterEvent(char const* line) : PrinterEvent(std::string(line)) {}  // NOLINT(google-explicit-constructor)
     /// With what `write` adds to the object. Without a line people are not told.
     PrinterEvent(std::string line, std::string_view event, std::function<void(JsonWriter&)> const& write);
 

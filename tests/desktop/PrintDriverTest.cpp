@@ -8,6 +8,7 @@
 
 #include "foundation/Files.h"
 #include "tests/support/PropertyServerThread.h"
+#include "tests/support/Sanitizers.h"
 #include "tests/support/TemporaryDirectory.h"
 
 namespace {
@@ -26,7 +27,7 @@ protected:
             PrintDriver::Options{.jobsFolder = folder_ / "jobs",
                                  .outputFolder = folder_ / "out",
                                  .speed = 0,
-                                 .patience = std::chrono::milliseconds(50)},
+                                 .patience = std::chrono::milliseconds(50 * SanitizerFactor)},
             [this] { ++losses_; }, [this](PrinterEvent const& event) { said_ += event.Line() + '\n'; });
         status_ = follow.operator()<StringProperty>(PropertyNames::PrintJobStatus, "");
         path_ = follow.operator()<StringProperty>(PropertyNames::JobToPrintPathName, "");
@@ -63,7 +64,7 @@ protected:
         host_->Write(ComponentIdentifiers::FirmwareDriver, PropertyNames::ResumePrinting, "true");
     }
     testing::AssertionResult Until(std::function<bool()> const& holds, int most = 1000) {
-        for (int i = 0; i < most && !holds(); ++i) {
+        for (int i = 0; i < most * SanitizerFactor && !holds(); ++i) {
             QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
             ::usleep(1000);
         }

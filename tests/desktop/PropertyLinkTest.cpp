@@ -14,6 +14,7 @@
 #include "propertybus/SocketAddress.h"
 #include "propertybus/ThreadFactory.h"
 #include "tests/support/PropertyServerThread.h"
+#include "tests/support/Sanitizers.h"
 #include "tests/support/TemporaryDirectory.h"
 
 namespace {
@@ -43,7 +44,7 @@ struct Peer {
 /// Waits until the property has the value.
 template <typename T, typename V>
 testing::AssertionResult Becomes(std::shared_ptr<T> const& property, V const& value) {
-    auto const end = std::chrono::steady_clock::now() + 10s;
+    auto const end = std::chrono::steady_clock::now() + 10s * SanitizerFactor;
     while (property->Get() != value) {
         if (std::chrono::steady_clock::now() > end) return testing::AssertionFailure() << property->ValueText();
         std::this_thread::sleep_for(1ms);
@@ -89,7 +90,7 @@ TEST_F(PropertyLinkTest, AllEndWithTheSameValueWhoeverWrites) {
     for (unsigned i = 1; i <= 3000; ++i) own->Set(2 * i + 1);
     writer.join();
     Peer judge(folder_.Path(), "C");
-    auto const end = std::chrono::steady_clock::now() + 10s;
+    auto const end = std::chrono::steady_clock::now() + 10s * SanitizerFactor;
     while (own->Get() != followed->Get() && std::chrono::steady_clock::now() < end) std::this_thread::sleep_for(1ms);
     std::this_thread::sleep_for(20ms);
     auto const third = judge.properties->Follow<UInt32Property>("A", ExternalAppRegistration::Plain, name_, 0U);
@@ -203,7 +204,7 @@ TEST_F(PropertyLinkTest, ArchivesAreWrittenWhileEverythingRuns) {
     Peer owner(folder_.Path(), "A");
     auto const own = owner.properties->CreateArchived<UInt32Property>(name_, 7U);
     for (std::uint32_t value = 0; value < 300; ++value) own->Set(value);
-    auto const end = std::chrono::steady_clock::now() + 10s;
+    auto const end = std::chrono::steady_clock::now() + 10s * SanitizerFactor;
     for (char const* const file : {"A.json", "archive"}) {
         while (ReadRegularFile(folder_ / file).find("\"299\"") == std::string::npos) {
             ASSERT_LT(std::chrono::steady_clock::now(), end) << file;

@@ -8,6 +8,7 @@
 
 #include "desktop/PageFile.h"
 #include "foundation/Files.h"
+#include "tests/support/Sanitizers.h"
 #include "tests/support/TemporaryDirectory.h"
 
 // Runs the program itself, as a user does.
@@ -214,7 +215,7 @@ TEST_F(ZplProgram, LimitsThePageAndNotTheStream) {
 
 TEST_F(ZplProgram, DrawsTwoMillionFields) {
     std::string stream = "^XA";
-    for (int i = 0; i < 2'000'000; ++i) stream += "^FO1,1^FDx^FS";
+    for (int i = 0; i < 2'000'000 / SanitizerFactor; ++i) stream += "^FO1,1^FDx^FS";
     auto const run = Render(stream + "^XZ");
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(Files().size(), 1U);

@@ -4,13 +4,14 @@
 #include <random>
 
 #include "foundation/Files.h"
+#include "tests/support/Sanitizers.h"
 #include "tests/support/StreamRun.h"
 
 namespace {
 
 // Longer streams are cut at this many seeded places and not at every byte.
-constexpr std::size_t LongestCutEverywhere = 20'000;
-constexpr std::size_t SeededCuts = 500;
+constexpr std::size_t LongestCutEverywhere = 20'000 / SanitizerFactor;
+constexpr std::size_t SeededCuts = 500 / SanitizerFactor;
 
 std::vector<std::filesystem::path> Streams() {
     // A folder of one's own streams can be named, for a longer run by hand.

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "foundation/Files.h"
+#include "tests/support/Sanitizers.h"
 #include "tests/support/TemporaryDirectory.h"
 
 inline std::string Label(std::string const& text, unsigned copies = 1) {
@@ -143,7 +144,7 @@ public:
     }
 
     static testing::AssertionResult Until(std::function<bool()> const& holds) {
-        return UntilFor(std::chrono::seconds(20), holds);
+        return UntilFor(std::chrono::seconds(20 * SanitizerFactor), holds);
     }
     static testing::AssertionResult UntilFor(std::chrono::seconds time, std::function<bool()> const& holds) {
         auto const end = std::chrono::steady_clock::now() + time;
