@@ -294,7 +294,7 @@ TEST_F(JobHandlerTest, ClosesWhatIsTooLongOrTooSlow) {
     std::string const most(17 << 20, 'x');
     SendLarge(client, "^XA^FD" + most);
     Await(said_, "its label comes at less than 16384 bytes a second");
-    EXPECT_TRUE(packets_.ends_with("[\n].")) << packets_.substr(packets_.size() - 10);
+    Await(packets_, "[\n].");
     int const command = Connect();
     for (int i = 0; i < 3; ++i) SendLarge(command, i == 0 ? "~DG" + most : most);
     Await(said_, "its command is longer than 40 MiB");
