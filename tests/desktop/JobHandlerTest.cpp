@@ -269,6 +269,25 @@ TEST_F(JobHandlerTest, HandsOverWhatIsWholeAndNothingElse) {
     ::close(quick);
 }
 
+TEST_F(JobHandlerTest, CutsAStreamOfManyLabelsIntoJobs) {
+    std::string stream;
+    for (int i = 10'000; i < 15'000; ++i) stream += "^XA" + std::to_string(i) + "^XZ";
+    int const client = Connect();
+    Send(client, stream);
+    ::shutdown(client, SHUT_WR);
+    Await(packets_, "14999^XZ].");
+    std::string payloads;
+    for (std::size_t at = 0, end = 0; (end = packets_.find("].", at)) != std::string::npos; at = end + 2) {
+        std::string job = packets_.substr(at, end - at);
+        std::erase_if(job, [](char c) { return c == '[' || c == ']'; });
+        EXPECT_LT(std::count(job.begin(), job.end(), 'Z'), 2500);
+        EXPECT_TRUE(job.ends_with("^XZ"));
+        payloads += job;
+    }
+    EXPECT_EQ(payloads, stream);
+    ::close(client);
+}
+
 // A stream is read as the ones before it, of whatever sender, have left the printer.
 TEST_F(JobHandlerTest, LooksAtAStreamAnewWhenAnotherChangesHowItIsRead) {
     int const waiting = Connect();
