@@ -27,5 +27,6 @@ void FindingsReceiver::Take(std::string const& text) {
     tell_({line, "finding", [&message](JsonWriter& writer) {
                writer.Key("session").Int(message->session).Key("job").String(message->job);
                message->finding.WriteMembers(writer);
-           }});
+           },
+           Printable(finding.text)});
 }
