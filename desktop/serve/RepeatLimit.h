@@ -15,8 +15,8 @@ public:
 
     /// Whether the sentence may be told.
     bool Admits(std::string_view sentence);
-    /// Begins the next period, and gives what is to be told of the last: how often what was left out. Nothing is counted
-    /// before the next sentence.
+    /// Begins the next period, and gives what is to be told of the last: how often what was left out. Nothing is
+    /// counted before the next sentence.
     std::vector<std::string> EndPeriod();
 
 private:
