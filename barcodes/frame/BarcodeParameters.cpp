@@ -41,6 +41,7 @@ bool StoreBarcodeRender(Context& current, ContextProcessor& processor, ZplContex
         }
     };
     StoreSetting(current, processor, ZplContextKeys::FieldRenderFunction, guarded);
+    StoreSetting(current, processor, ZplContextKeys::IsBarcode, true);
     return true;
 }
 

@@ -91,4 +91,5 @@ ContextKey<std::map<std::pair<unsigned, unsigned>, ContextProcessor>> const Furt
 ContextKey<unsigned> const TemplateSequence;
 ContextKey<unsigned> const PowerOnCount;
 ContextKey<bool> const FillsTemplates;
+ContextKey<bool> const IsBarcode;
 }  // namespace ZplContextKeys

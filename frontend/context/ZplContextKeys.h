@@ -142,4 +142,6 @@ extern ContextKey<unsigned> const TemplateSequence;
 extern ContextKey<unsigned> const PowerOnCount;
 // Whether the data of the field fill the templates of its number.
 extern ContextKey<bool> const FillsTemplates;
+// Whether the field's function draws a barcode.
+extern ContextKey<bool> const IsBarcode;
 }  // namespace ZplContextKeys
