@@ -77,7 +77,7 @@ void RenderLinear(ContextProcessor& processor, LinearBarcode const& barcode, Lin
     }
     if (model->GetBlocks().empty()) ReportRefusedBarcode(processor, {}, "the symbology has none of their characters");
     std::string const line = barcode.interpretationText(data, model->GetCheckDigit());
-    if (!message) ReportLostCharacters(data, line);
+    if (!message && !model->GetBlocks().empty()) ReportLostCharacters(data, line);
     DrawLinearBarcode(processor, *model, style, line);
 }
 

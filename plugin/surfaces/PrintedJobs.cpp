@@ -1,11 +1,11 @@
 #include "plugin/surfaces/PrintedJobs.h"
 
-#include <QtCore/QCollator>
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
 #include <QtCore/QHash>
 #include <algorithm>
 #include <filesystem>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -14,18 +14,28 @@ namespace fs = std::filesystem;
 
 struct KeptJob {
     PrintedJob job;
+    int number = 0;            // among those of its name
     fs::file_time_type begin;  // of its first page
 };
 
-/// The length of "NAME-JOB-" in the name of a file, and the number behind it; a length of 0 for other files.
-std::pair<qsizetype, int> PartsOf(QString const& file) {
-    QString const base = file.chopped(4);
-    qsizetype const dash = base.lastIndexOf(u'-');
-    bool isPage = false;
+/// A page of a job, as the name of its file tells.
+struct KeptPage {
+    QString stem;  // NAME-JOB-
+    int job = 0;
+    int page = 0;
+};
+
+std::optional<KeptPage> PageOf(QString const& file) {
+    QStringList const parts = file.chopped(4).split(u'-');
+    if (parts.size() < 3) return std::nullopt;
     bool isJob = false;
-    int const page = base.mid(dash + 1).toInt(&isPage);
-    base.left(std::max<qsizetype>(dash, 0)).section(u'-', -1).toInt(&isJob);
-    return isPage && isJob && page > 0 ? std::pair(dash + 1, page) : std::pair<qsizetype, int>(0, 0);
+    bool isPage = false;
+    KeptPage page;
+    page.job = parts[parts.size() - 2].toInt(&isJob);
+    page.page = parts.last().toInt(&isPage);
+    if (!isJob || !isPage || page.page < 1) return std::nullopt;
+    page.stem = file.left(file.lastIndexOf(u'-') + 1);
+    return page;
 }
 
 /// In no order.
@@ -33,20 +43,18 @@ std::vector<KeptJob> JobsIn(QString const& folder) {
     QHash<QString, std::size_t> places;
     std::vector<KeptJob> jobs;
     for (auto const& file : QDir(folder).entryList({QStringLiteral("*.png")}, QDir::Files, QDir::Unsorted)) {
-        auto const [length, page] = PartsOf(file);
-        if (length == 0) continue;
-        QString const name = file.left(length);
+        auto const page = PageOf(file);
+        if (!page) continue;
         std::error_code error;
         auto const time = fs::last_write_time((folder + file).toStdString(), error);
         if (error) continue;
-        auto const place = places.value(name, jobs.size());
+        auto const place = places.value(page->stem, jobs.size());
         if (place == jobs.size()) {
-            places.insert(name, place);
-            jobs.push_back({{folder + name, name.chopped(1), 0}, time});
+            places.insert(page->stem, place);
+            jobs.push_back({{folder + page->stem, page->stem.chopped(1), 0}, page->job, time});
         }
-        auto& [job, begin] = jobs[place];
-        job.pages = std::max(job.pages, page);
-        begin = std::min(begin, time);
+        jobs[place].job.pages = std::max(jobs[place].job.pages, page->page);
+        jobs[place].begin = std::min(jobs[place].begin, time);
     }
     return jobs;
 }
@@ -68,12 +76,9 @@ std::optional<PrintedJob> PrintedJob::Beside(QString const& stem, int step) {
     auto const self =
         std::find_if(jobs.begin(), jobs.end(), [&](KeptJob const& kept) { return kept.job.stem == stem; });
     if (stem.isEmpty() || self == jobs.end()) return std::nullopt;
-    QCollator byNumber;
-    byNumber.setNumericMode(true);
     // Jobs of one moment follow their numbers.
-    auto const precedes = [&](KeptJob const& left, KeptJob const& right) {
-        if (left.begin != right.begin) return left.begin < right.begin;
-        return byNumber.compare(left.job.name, right.job.name) < 0;
+    auto const precedes = [](KeptJob const& left, KeptJob const& right) {
+        return std::tie(left.begin, left.number, left.job.name) < std::tie(right.begin, right.number, right.job.name);
     };
     KeptJob const own = *self;
     std::optional<KeptJob> found;

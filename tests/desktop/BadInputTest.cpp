@@ -217,8 +217,7 @@ std::vector<BadRow> const Rows = {
      {"label 1, byte 7, line 1, column 8: parameter 1 of ^PW is 9999, beyond its range of 2 to 32000 dots; 32000 dots "
       "stand for it",
       "label 1, byte 20, line 1, column 21: parameter 3 of ^GB is 4001, beyond its range of 1 to 32000 dots; 32000 "
-      "dots "
-      "stands for it"}},
+      "dots stand for it"}},
     {"a barcode for a number that the recalled format lacks",
      "^XA^DFR:N^FO9,9^ADN^FN1^FS^XZ^XA^XFR:N^FN1^FDa^FS^FN2^B3N,N,50,N^FDB^FS^XZ",
      {"label 1, byte 64, line 1, column 65: the format R:N.ZPL has no field 2: its data \"B\" are drawn in the upper "
