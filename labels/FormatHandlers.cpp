@@ -1,4 +1,5 @@
 #include "foundation/Log.h"
+#include "foundation/Quoted.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
@@ -33,8 +34,7 @@ public:
             processor.set(ContextProcessor::FormatContext, ZplContextKeys::SavedFormatPath, name->Path().string());
         } else {
             // Its fields wait for data that only a recall brings, so it must not be printed either.
-            Log::Report(LogTopic::Limit,
-                        "a format cannot be stored under the name \"" + command.Parameter(0).substr(0, 40) + "\"");
+            Log::Report(LogTopic::Limit, "a format cannot be stored under the name " + Quoted(command.Parameter(0)));
             processor.set(ContextProcessor::FormatContext, ZplContextKeys::CancelCurrentFormat, true);
         }
         return true;
@@ -56,15 +56,14 @@ public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         auto const name = FindStoredFormat(command.Parameter(0), processor.FormatsFolder());
         if (!name) {
-            Log::Report(LogTopic::Data, "no format can have the name \"" + command.Parameter(0).substr(0, 40) + "\"");
+            Log::Report(LogTopic::Data, "no format can have the name " + Quoted(command.Parameter(0)));
             return true;
         }
         std::string const path = name->Path().string();
         processor.set(ContextProcessor::FormatContext, ZplContextKeys::RecallFormatPath, path);
         std::error_code error;
         if (!std::filesystem::is_regular_file(processor.FormatsFolder() / path, error))
-            Log::Report(LogTopic::File,
-                        "no format is stored under the name \"" + command.Parameter(0).substr(0, 40) + "\"");
+            Log::Report(LogTopic::File, "no format is stored under the name " + Quoted(command.Parameter(0)));
         processor.RecallFormat(path);
         return true;
     }

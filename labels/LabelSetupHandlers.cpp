@@ -67,9 +67,9 @@ class LabelHomeHandler : public HandlerFor<CommandId("LH")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         if (auto const x = ZplCore::ParseLength(command, 0, processor))
-            Keep(processor, LabelOriginX, Bounded(command, 0, *x, {0, LongestSide}));
+            Keep(processor, LabelOriginX, Bounded(command, 0, *x, {0, LongestSide, ZplCore::DotsAsUnit(processor)}));
         if (auto const y = ZplCore::ParseLength(command, 1, processor))
-            Keep(processor, LabelOriginY, Bounded(command, 1, *y, {0, LongestSide}));
+            Keep(processor, LabelOriginY, Bounded(command, 1, *y, {0, LongestSide, ZplCore::DotsAsUnit(processor)}));
         return true;
     }
 };
@@ -79,7 +79,8 @@ class LabelLengthHandler : public HandlerFor<CommandId("LL")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         if (auto const length = ZplCore::ParseLength(command, 0, processor).Where(IsGiven))
-            Keep(processor, LabelLength, Bounded(command, 0, *length, {1, LongestSide}));
+            Keep(processor, LabelLength,
+                 Bounded(command, 0, *length, {1, LongestSide, ZplCore::DotsAsUnit(processor)}));
         return true;
     }
 };
@@ -156,7 +157,8 @@ public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         constexpr unsigned Narrowest = 2;  // dots
         if (auto const width = ZplCore::ParseLength(command, 0, processor).Where(IsGiven)) {
-            Keep(processor, LabelWidth, Bounded(command, 0, *width, {Narrowest, LongestSide}));
+            Keep(processor, LabelWidth,
+                 Bounded(command, 0, *width, {Narrowest, LongestSide, ZplCore::DotsAsUnit(processor)}));
         }
         return true;
     }

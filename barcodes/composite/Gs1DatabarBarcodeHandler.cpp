@@ -33,6 +33,7 @@ void RenderGs1(ContextProcessor& processor, Gs1Options const& options) {
     auto const& symbol = encode(processor.at(ZplContextKeys::FieldData), options.type, options.segments);
     if (auto const message = GetBarcodeErrorMessage(symbol.status))
         return HandleBarcodeError(processor, *message, false, symbol.reason);
+    if (!symbol.shortened.empty()) ReportRepairedBarcode(processor, symbol.shortened, BarcodeStatus::TooLong);
     auto const resolution = SketchResolution::Of(processor);
     // ISO/IEC 24723: rows of CC-A and CC-B are two modules tall, those of CC-C three.
     unsigned const componentRow = (options.type == Gs1Type::Gs1128WithCcC ? 3 : 2) * options.module;

@@ -57,10 +57,22 @@ std::size_t ElementLength(std::string_view text) {
     return text.size();
 }
 
-std::string FixedDigits(std::string const& text, Gs1Type type, std::size_t count) {
+std::string DigitsOf(std::string const& text, std::size_t count) {
     std::string digits = KeepCharacters("0123456789")(text);
     // Senders may put the identifier 01 in front and the check digit behind.
     if (count == 13 && digits.size() == 16) digits.erase(0, 2);
+    return digits;
+}
+
+/// Whether there are more digits than a symbol has, its check digit among them. UPC-E is made of the digits of UPC-A
+/// too.
+bool IsTooLong(std::string const& text, Gs1Type type, std::size_t count) {
+    constexpr std::size_t UpcA = 11;
+    return DigitsOf(text, count).size() > (type == Gs1Type::UPCE ? UpcA : count) + 1;
+}
+
+std::string FixedDigits(std::string const& text, Gs1Type type, std::size_t count) {
+    std::string digits = DigitsOf(text, count);
     if (type == Gs1Type::UPCE) digits = UPCE::TransformInvalidInput(digits);
     if (digits.size() > count) digits.resize(count);
     return std::string(count - digits.size(), '0') + digits;
@@ -162,6 +174,10 @@ Gs1Symbol EncodeGs1(std::string const& data, Gs1Type type, unsigned segments) {
         symbol.reason = "the linear part is narrower than the component above it";
         return symbol;
     }
+    std::string const linear = data.substr(0, data.find('|'));
+    std::size_t const digits = Types[static_cast<std::size_t>(type) - 1].digits;
+    if (digits != 0 && IsTooLong(linear, type, digits))
+        symbol.shortened = request.isComposite ? request.primary : request.data;
     auto const modules = EncodeModules(request);
     symbol.status = modules.status;
     for (std::size_t r = 0; r < modules.rows.size(); ++r)

@@ -28,6 +28,7 @@ struct Gs1Symbol {
     BarcodeStatus status = BarcodeStatus::Valid;
     Barcode::Model::GS1BarcodeModel model;
     std::string_view reason = {};  ///< of a refusal that the status does not explain
+    std::string shortened = {};    ///< the digits of the linear part, if the data have more than it holds
 };
 
 /// GS1 DataBar (ISO/IEC 24724) and GS1 Composite (ISO/IEC 24723). The linear part and, behind a vertical bar, the data

@@ -20,7 +20,7 @@ public:
         if (auto const width = ZplParse<double>(command, 0).Map(toDots))
             processor.set(ContextProcessor::SystemContext, ZplContextKeys::BarcodeModuleWidth, *width);
         auto const ratio = ZplParse<std::string>(command, 1).Map(ParseRatio);
-        if (*ratio > 0 && !CheckRatio(*ratio)) ReportOutOfRange(command, 1, 2, 3, std::nullopt);
+        if (*ratio > 0 && !CheckRatio(*ratio)) ReportOutOfRange(command, 1, {2, 3}, std::nullopt);
         if (CheckRatio(*ratio)) processor.set(ContextProcessor::SystemContext, ZplContextKeys::BarcodeRatio, *ratio);
         if (auto const height = ZplParse<double>(command, 2).Map(toDots).Map(ClampBarcodeHeight))
             processor.set(ContextProcessor::SystemContext, ZplContextKeys::BarcodeHeight, *height);

@@ -5,6 +5,7 @@
 
 #include "fields/text/TextDrawing.h"
 #include "foundation/Log.h"
+#include "foundation/Quoted.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {
@@ -35,11 +36,6 @@ std::string Reason(std::string_view message) {
     return error == std::end(Errors) || error->meaning.empty() ? "" : ": " + std::string(error->meaning);
 }
 
-std::string Quoted(std::string const& data) {
-    constexpr std::size_t Longest = 60;
-    return "\"" + data.substr(0, Longest) + (data.size() > Longest ? "..." : "") + "\"";
-}
-
 }  // namespace
 
 std::optional<std::string> GetBarcodeErrorMessage(BarcodeStatus status) {
@@ -54,14 +50,26 @@ void ReportRefusedBarcode(ContextProcessor const& processor, std::string_view me
                                               (reason.empty() ? Reason(message) : ": " + std::string(reason)));
 }
 
+namespace {
+
+void ReportRepair(ContextProcessor const& processor, std::string const& repaired, std::string_view message) {
+    Log::Report(LogTopic::Data, "a barcode is made of " + Quoted(repaired) + " in place of the data " +
+                                    Quoted(processor.at(ZplContextKeys::FieldData)) + Reason(message));
+}
+
+}  // namespace
+
+void ReportRepairedBarcode(ContextProcessor const& processor, std::string const& repaired, BarcodeStatus status) {
+    ReportRepair(processor, repaired, GetBarcodeErrorMessage(status).value_or(""));
+}
+
 std::string RepairBarcodeData(ContextProcessor const& processor, std::string const& text, std::string_view message,
                               BarcodeTransform const& repair) {
     std::string repaired = repair(text);
     if (repaired.empty()) {
         ReportRefusedBarcode(processor, message);
     } else {
-        Log::Report(LogTopic::Data, "a barcode is made of " + Quoted(repaired) + " in place of the data " +
-                                        Quoted(processor.at(ZplContextKeys::FieldData)) + Reason(message));
+        ReportRepair(processor, repaired, message);
     }
     return repaired;
 }

@@ -15,6 +15,8 @@ namespace ZplCore {
 std::optional<std::string> GetBarcodeErrorMessage(BarcodeStatus status);
 /// Reports that the field's data were refused, with `reason`, or what `message` means if that is empty.
 void ReportRefusedBarcode(ContextProcessor const& processor, std::string_view message, std::string_view reason = {});
+/// Reports that a barcode is made of `repaired` in place of the field's data, as that status says.
+void ReportRepairedBarcode(ContextProcessor const& processor, std::string const& repaired, BarcodeStatus status);
 /// What `repair` makes of refused text, which is reported; empty text is no symbol, and reported as refused.
 std::string RepairBarcodeData(ContextProcessor const& processor, std::string const& text, std::string_view message,
                               BarcodeTransform const& repair);

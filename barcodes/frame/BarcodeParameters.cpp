@@ -40,6 +40,7 @@ bool StoreBarcodeRender(Context& current, ContextProcessor& processor, ZplContex
         }
     };
     processor.set(current, ZplContextKeys::FieldRenderFunction, guarded);
+    processor.set(current, ZplContextKeys::IsBarcode, true);
     return true;
 }
 

@@ -1,11 +1,16 @@
 #include "barcodes/frame/LinearFrame.h"
 
+#include <algorithm>
+
 #include "barcodes/frame/BarcodeArithmetic.h"
 #include "barcodes/frame/BarcodeError.h"
 #include "barcodes/frame/SymbolFrame.h"
 #include "fields/placement/RenderPoints.h"
 #include "fields/text/TextDrawing.h"
+#include "foundation/Log.h"
+#include "foundation/Quoted.h"
 #include "frontend/context/ZplContextKeys.h"
+#include "frontend/stream/Ascii.h"
 
 namespace ZplCore {
 
@@ -44,6 +49,13 @@ void DrawInterpretationLine(ContextProcessor& processor, Scripting::GraphicConte
                  InterpretationLineFont, style.narrow, style.narrow);
 }
 
+/// What a symbology leaves out without refusing it is in neither its bars nor its line.
+void ReportLostCharacters(std::string const& data, std::string const& line) {
+    auto const isAscii = [](std::string const& bytes) { return std::all_of(bytes.begin(), bytes.end(), IsAscii); };
+    if (isAscii(data) || !isAscii(line)) return;
+    Log::Report(LogTopic::Data, "a barcode and its line leave out what is not ASCII of the data " + Quoted(data));
+}
+
 /// Steps that both linear families share, once the widths are known.
 void RenderLinear(ContextProcessor& processor, LinearBarcode const& barcode, LinearBarcodeStyle const& style) {
     auto const& target = processor.GetGraphicContext();
@@ -51,7 +63,8 @@ void RenderLinear(ContextProcessor& processor, LinearBarcode const& barcode, Lin
     target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
     std::string const data = processor.at(ZplContextKeys::FieldData);
     std::string text = barcode.inputTransform ? barcode.inputTransform(data) : data;
-    if (auto const message = GetBarcodeErrorMessage(barcode.validate(text))) {
+    auto const message = GetBarcodeErrorMessage(barcode.validate(text));
+    if (message) {
         if (processor.at(ZplContextKeys::EnableBarcodeValidation) || !barcode.invalidTransform) {
             HandleBarcodeError(processor, *message, false);
             return;
@@ -64,7 +77,9 @@ void RenderLinear(ContextProcessor& processor, LinearBarcode const& barcode, Lin
         return;
     }
     if (model->GetBlocks().empty()) ReportRefusedBarcode(processor, {}, "the symbology has none of their characters");
-    DrawLinearBarcode(processor, *model, style, barcode.interpretationText(data, model->GetCheckDigit()));
+    std::string const line = barcode.interpretationText(data, model->GetCheckDigit());
+    if (!message && !model->GetBlocks().empty()) ReportLostCharacters(data, line);
+    DrawLinearBarcode(processor, *model, style, line);
 }
 
 }  // namespace

@@ -52,8 +52,8 @@ void ClientConnection::Abort() {
 }
 
 void ClientConnection::Read() {
-    char bytes[64 * 1024];
-    ssize_t const count = ::recv(socket, bytes, sizeof bytes, 0);
+    char bytes[PieceSize];
+    ssize_t const count = ::recv(socket, bytes, IsDemanding() ? sizeof bytes : Allowance, 0);
     if (count < 0 && (errno == EAGAIN || errno == EINTR)) return;
     if (count <= 0) {
         ended = true;
@@ -62,6 +62,7 @@ void ClientConnection::Read() {
         return;
     }
     received_.append(bytes, static_cast<std::size_t>(count));
+    cost += static_cast<std::size_t>(count);
     lastRead = Clock::now();
 }
 
@@ -102,11 +103,16 @@ void ClientConnection::StartStream(StreamState const& state) {
     questions.clear();
 }
 
+bool ClientConnection::CanLookOn() const {
+    if (IsLookedAt() || questionBehind || questions.size() >= MostQuestions) return false;
+    bool const handsOver = UpToCut() > 0 || !StandsAtCut();
+    return !handsOver || (looked_ < PieceSize && (watch_.Formats() < MostFormats || UpToCut() == 0));
+}
+
 std::optional<StreamWatch::Question> ClientConnection::LookOn() {
-    while (!IsLookedAt() && !questionBehind && questions.size() < MostQuestions) {
-        bool const handsOver = UpToCut() > 0 || !StandsAtCut();
-        if (handsOver && looked_ >= PieceSize) break;
-        auto progress = watch_.Read(Waiting().substr(looked_, PieceSize));
+    constexpr std::size_t Step = 4096;
+    for (std::size_t const end = looked_ + PieceSize; looked_ < end && CanLookOn();) {
+        auto progress = watch_.Read(Waiting().substr(looked_, Step));
         looked_ += progress.read;
         if (!wholeSince_ && UpToCut() > 0) wholeSince_ = Clock::now();
         if (progress.question) return std::move(progress.question);
@@ -154,7 +160,8 @@ bool ClientConnection::IsDue() const {
     if (Waiting().empty()) return false;
     if (IsWhole()) return true;
     if (UpToCut() == 0) return false;
-    return ended || !questions.empty() || questionBehind || !IsLookedAt() || IsQuiet() ||
+    bool const isEnough = !IsLookedAt() && !CanLookOn();
+    return ended || !questions.empty() || questionBehind || isEnough || IsQuiet() ||
            (wholeSince_ && Clock::now() - *wholeSince_ >= LongestWait);
 }
 

@@ -18,6 +18,10 @@ public:
 
     static constexpr std::size_t PieceSize = 64 * 1024;  ///< bytes of one packet; no more is looked at ahead
     static constexpr std::size_t MostQuestions = 8;      ///< that wait for the host before more is looked at
+    static constexpr std::size_t MostFormats = 2000;     ///< that a job has room for; a stream of more becomes several
+    /// Bytes that a client may send without a label before others come first; a question counts as many.
+    static constexpr std::size_t Allowance = 16 * 1024;
+    static constexpr std::size_t QuestionCost = 1024;
 
     /// Owns the socket from now on.
     ClientConnection(int descriptor, StreamState const& start);
@@ -45,12 +49,16 @@ public:
 
     /// A stream begins with what waits.
     void StartStream(StreamState const& state);
-    /// Looks on at what waits, as far as it is worth while; gives the next question that is noticed, which has to be
-    /// dealt with before more is looked at.
+    /// Looks on at what waits, a piece at most and as far as it is worth while; gives the next question that is
+    /// noticed, which has to be dealt with before more is looked at.
     std::optional<StreamWatch::Question> LookOn();
     /// Makes a comment of a question amid a stream, of the same length, so that nobody answers it again. False if that
     /// cannot be done.
     bool TakeOut(StreamWatch::Question const& question);
+    /// Whether `LookOn` would do anything.
+    bool CanLookOn() const;
+    /// Whether it has cost much since its last label.
+    bool IsDemanding() const { return cost > Allowance; }
     /// Whether all that waits has been looked at.
     bool IsLookedAt() const { return looked_ == Waiting().size(); }
 
@@ -83,7 +91,9 @@ public:
     bool broken = false;                           ///< nor reads any more
     std::vector<StreamWatch::Question> questions;  ///< for the host, in what waits
     unsigned questionsAtHost = 0;
-    std::uint64_t noise = 0;  ///< bytes without a command that were dropped, and not yet told
+    std::uint64_t cost = 0;         ///< of what has come since its last label, as if it were all bytes
+    std::uint64_t putOffSince = 0;  ///< a count: it wants to be read or looked at, when others leave time
+    std::uint64_t noise = 0;        ///< bytes without a command that were dropped, and not yet told
     std::optional<StreamWatch::Question>
         questionBehind;  ///< for the door; nothing behind it is looked at before it is answered
 

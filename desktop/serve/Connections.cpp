@@ -71,6 +71,24 @@ void Connections::PutFirstBehind() {
     list_.splice(list_.end(), list_, list_.begin(), std::next(list_.begin(), count));
 }
 
+void Connections::PutOff(ClientConnection& connection) {
+    if (connection.putOffSince == 0) connection.putOffSince = ++putOffs_;
+}
+
+bool Connections::HasPutOffs() const {
+    return std::any_of(list_.begin(), list_.end(), [](Pointer const& each) { return each->putOffSince > 0; });
+}
+
+Connections::Pointer Connections::NextPutOff() {
+    Pointer const* found = nullptr;
+    for (auto const& each : list_) {
+        if (each->putOffSince > 0 && (!found || each->putOffSince < (*found)->putOffSince)) found = &each;
+    }
+    if (!found) return nullptr;
+    (*found)->putOffSince = 0;
+    return *found;
+}
+
 void Connections::SetShares() {
     std::size_t used = 0;
     for (auto const& each : list_) used += each->Waiting().size();

@@ -32,6 +32,11 @@ public:
     void PutBehind(Pointer const& connection);
     /// The first quarter of them, at least one.
     void PutFirstBehind();
+    /// A client that has cost much is read and looked at no more until `NextPutOff` gives it.
+    void PutOff(ClientConnection& connection);
+    bool HasPutOffs() const;
+    /// Who has been put off longest, and is not any more; null without one.
+    Pointer NextPutOff();
     template <typename Predicate>
     void RemoveIf(Predicate isDone) {
         list_.remove_if(isDone);
@@ -47,4 +52,5 @@ private:
     std::list<Pointer> list_;
     std::size_t most_;
     std::size_t share_ = LargestShare;
+    std::uint64_t putOffs_ = 0;  // so far
 };

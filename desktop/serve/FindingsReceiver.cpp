@@ -24,8 +24,10 @@ void FindingsReceiver::Take(std::string const& text) {
     constexpr std::size_t MostSetup = 1000;
     bool const isSetup = finding.kind == Finding::Kind::SetupCommand;
     if (isSetup && (setup_.size() >= MostSetup || !setup_.insert(finding.text).second)) line.clear();
-    tell_({line, "finding", [&message](JsonWriter& writer) {
+    tell_({line, "finding",
+           [&message](JsonWriter& writer) {
                writer.Key("session").Int(message->session).Key("job").String(message->job);
                message->finding.WriteMembers(writer);
-           }});
+           },
+           message->finding.text});
 }

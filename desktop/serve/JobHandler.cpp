@@ -34,7 +34,7 @@ JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& sock
     response_->SetEveryWriteCounts(true);
 
     acceptNotifier_ = std::make_unique<QSocketNotifier>(listener_.Descriptor(), QSocketNotifier::Read);
-    connect(acceptNotifier_.get(), &QSocketNotifier::activated, this, [this] { Accept(); });
+    connect(acceptNotifier_.get(), &QSocketNotifier::activated, this, [this] { AcceptAll(); });
 
     // Properties are delivered on a thread of the bus; everything else happens on this one.
     command_->AddCallback([this](std::shared_ptr<Property> const& changed) {
@@ -58,32 +58,47 @@ JobHandler::~JobHandler() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void JobHandler::Accept() {
+/// Those who come in a crowd do not wait for a turn of the event loop each.
+void JobHandler::AcceptAll() {
+    constexpr unsigned AtOnce = 32;
+    for (unsigned count = 0; count < AtOnce && Accept(); ++count) {
+    }
+}
+
+/// False if there is nobody, or no more for now.
+bool JobHandler::Accept() {
     if (connections_.IsFull() && !connections_.MakePlace(current_)) {
         int const refused = listener_.Accept();
+        if (refused < 0) return false;
         DebugLog(Warning, "one connection too many is refused");
-        if (refused >= 0) ::close(refused);
-        return;
+        ::close(refused);
+        return true;
     }
     int const descriptor = listener_.Accept();
     if (descriptor < 0) {
         bool const isOut = errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM;
-        if (!isOut || connections_.MakePlace(current_)) return;
+        if (!isOut || connections_.MakePlace(current_)) return isOut;
         // It would be told of the waiting client again and again.
         acceptNotifier_->setEnabled(false);
         QTimer::singleShot(AcceptPause, this, [this] { acceptNotifier_->setEnabled(true); });
-        return;
+        return false;
     }
     auto& connection = connections_.Add(descriptor, characters_.State(encoding_));
     connection.session = ++lastSession_;
     connect(connection.readNotifier.get(), &QSocketNotifier::activated, this, [this, &connection] {
-        connection.Read();
+        if (connection.IsDemanding()) {
+            connection.readNotifier->setEnabled(false);
+            connections_.PutOff(connection);
+        } else {
+            connection.Read();
+        }
         PumpSoon();
     });
     connect(connection.writeNotifier.get(), &QSocketNotifier::activated, this, [this, &connection] {
         connection.Flush();
         PumpSoon();
     });
+    return true;
 }
 
 void JobHandler::TakeResponse(std::string const& text) {

@@ -72,7 +72,8 @@ private:
     /// be kept until it is complete.
     enum class Want { Nothing, Answers, Labels, Room };
 
-    void Accept();
+    void AcceptAll();
+    bool Accept();
     void NotePacketTaken();
     void TakeResponse(std::string const& text);
     void NoteDone();
@@ -81,7 +82,9 @@ private:
 
     void PumpSoon();
     void Pump();
+    void LookAtAll();
     void ReadOn(Connection& connection);
+    bool ServePutOffs();
     void DealWith(Connection& connection, Question const& question);
     void AnswerBehind(Connection& connection);
     void SendAnswer(Connection& connection, std::string const& bytes);
@@ -135,8 +138,10 @@ private:
     std::size_t periodBytes_ = 0;  // taken of the open stream since then
     std::optional<Clock::time_point> othersWaitSince_;
     std::optional<PrinterFacts> facts_;  // for the questions that have come together
-    bool hasMoreToLookAt_ = false;
-    unsigned answersLeft_ = 0;  // this time
+    Clock::time_point lastLabels_;       // were handed over
+    Clock::time_point noPutOffsBefore_;
+    std::optional<std::chrono::milliseconds> lookAgain_;  // sooner than usual
+    unsigned answersLeft_ = 0;                            // this time
     bool isPumpUnderWay_ = false;
     QTimer quiet_;
 };

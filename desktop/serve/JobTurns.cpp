@@ -11,13 +11,15 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto LookAgain = 50ms;
-constexpr auto IdleTime = 1s;                    // without labels, before a stream is taken in that is not complete
-constexpr std::size_t JobSize = 1 << 20;         // a stream of more becomes several jobs
-constexpr unsigned LabelsInARow = 3;             // streams with labels, while somebody waits for an answer
-constexpr unsigned MostJobs = 16;                // handed over and not yet done
-constexpr unsigned AnswersAtOnce = 64;           // of the door, to all clients
-constexpr auto NoisePause = 200ms;               // before more of it is read,
-constexpr std::size_t FewClients = 64;           // unless there are no more than these
+constexpr auto IdleTime = 1s;             // without labels, before a stream is taken in that is not complete
+constexpr std::size_t JobSize = 1 << 20;  // a stream of more becomes several jobs
+constexpr unsigned LabelsInARow = 3;      // streams with labels, while somebody waits for an answer
+constexpr unsigned MostJobs = 16;         // handed over and not yet done
+constexpr unsigned AnswersAtOnce = 64;    // of the door, to all clients
+constexpr std::size_t FewClients = 64;
+constexpr auto PutOffTime = 1ms;                 // at a time, for clients that cost much,
+constexpr int PutOffShare = 4;                   // and the part of all time, its reciprocal, while others print:
+constexpr auto PrintingTime = 200ms;             // labels were handed over within it
 constexpr auto NoiseEnd = 400ms;                 // without more of it
 constexpr auto RoomPause = 10s;                  // when a stream that was taken in unfinished has held up others
 constexpr std::uint64_t AllNoise = 256UL << 20;  // bytes without a command, of all connections,
@@ -43,15 +45,52 @@ void JobHandler::PumpSoon() {
 void JobHandler::Pump() {
     isPumpUnderWay_ = false;
     connections_.SetShares();
-    hasMoreToLookAt_ = false;
+    lookAgain_.reset();
     facts_.reset();
-    answersLeft_ = AnswersAtOnce;
-    for (auto const& connection : connections_) ReadOn(*connection);
-    // Those who are not answered this time are the first the next.
-    if (answersLeft_ == 0) connections_.PutFirstBehind();
+    LookAtAll();
     GiveTurns();
+    if (ServePutOffs()) GiveTurns();
     RemoveFinished();
     WaitForMore();
+}
+
+void JobHandler::LookAtAll() {
+    answersLeft_ = AnswersAtOnce;
+    for (auto const& connection : connections_) {
+        if (!connection->IsDemanding())
+            ReadOn(*connection);
+        else if (connection->CanLookOn() || (connection->questionBehind && !connection->AwaitsHost()))
+            connections_.PutOff(*connection);
+    }
+    // Those who are not answered this time are the first the next.
+    if (answersLeft_ == 0) connections_.PutFirstBehind();
+}
+
+/// Reads and looks at what clients send who have cost much since their last label, in turns, and while others print for
+/// a part of the time only. True if there was anything.
+bool JobHandler::ServePutOffs() {
+    auto const start = Clock::now();
+    bool const isPrinting = start - lastLabels_ < PrintingTime;
+    auto const pause = [&](Clock::time_point now) {
+        return isPrinting ? std::chrono::ceil<std::chrono::milliseconds>(noPutOffsBefore_ - now) : 0ms;
+    };
+    if (!connections_.HasPutOffs()) return false;
+    if (pause(start) > 0ms) {
+        lookAgain_ = pause(start);
+        return false;
+    }
+    auto now = start;
+    while (now - start < PutOffTime) {
+        auto const next = connections_.NextPutOff();
+        if (!next) break;
+        if (!next->ended && !connections_.IsAtShare(*next)) next->Read();
+        answersLeft_ = AnswersAtOnce;
+        ReadOn(*next);
+        now = Clock::now();
+    }
+    noPutOffsBefore_ = now + (PutOffShare - 1) * (now - start);
+    if (lookAgain_ || connections_.HasPutOffs()) lookAgain_ = pause(now);
+    return true;
 }
 
 void JobHandler::GiveTurns() {
@@ -68,14 +107,13 @@ void JobHandler::GiveTurns() {
 void JobHandler::WaitForMore() {
     bool waits = current_ != nullptr;
     for (auto const& connection : connections_) {
-        // Among many, who sends what is no stream is listened to now and then.
-        bool const isPutOff = IsCrowded() && connection->noise > 0 && Clock::now() - connection->lastRead < NoisePause;
+        bool const isPutOff = connection->putOffSince > 0;
         if (!connection->ended) connection->readNotifier->setEnabled(!connections_.IsAtShare(*connection) && !isPutOff);
         waits = waits || connection->noise > 0 ||
                 (connection->ended ? MayBeAnswered(connection) : !connection->Waiting().empty());
     }
-    if (hasMoreToLookAt_)
-        quiet_.start(0);
+    if (lookAgain_)
+        quiet_.start(*lookAgain_);
     else if (waits && !quiet_.isActive())
         quiet_.start(LookAgain);
 }
@@ -83,7 +121,7 @@ void JobHandler::WaitForMore() {
 bool JobHandler::IsCrowded() const { return connections_.Size() > FewClients; }
 
 void JobHandler::ReadOn(Connection& connection) {
-    constexpr unsigned MostQuestions = 4096;
+    constexpr unsigned MostQuestions = 256;
     for (unsigned count = 0; count < MostQuestions; ++count) {
         if (connection.questionBehind) {
             // Answers come in the order of the questions.
@@ -92,13 +130,14 @@ void JobHandler::ReadOn(Connection& connection) {
             AnswerBehind(connection);
         }
         auto const question = connection.LookOn();
-        if (!question) return;
+        if (!question) break;
         DealWith(connection, *question);
     }
-    hasMoreToLookAt_ = true;
+    if (connection.CanLookOn() || connection.questionBehind) lookAgain_ = 0ms;
 }
 
 void JobHandler::DealWith(Connection& connection, Question const& question) {
+    connection.cost += Connection::QuestionCost;
     if (question.kind == Question::Kind::Foreign)
         return say_("a stream holds the line \"" + question.text.substr(0, 40) +
                     "\", which is of another label language");
@@ -204,7 +243,8 @@ void JobHandler::GoOn(Pointer const& connection) {
 }
 
 bool JobHandler::EndsWith(Connection const& connection, std::size_t piece) {
-    if (connection.IsWhole() || !connection.questions.empty() || connection.HandedOver() + piece >= JobSize)
+    if (connection.IsWhole() || !connection.questions.empty() || connection.HandedOver() + piece >= JobSize ||
+        connection.Watch().Formats() >= Connection::MostFormats)
         return true;
     return (connection.IsLookedAt() && connection.IsQuiet()) || OthersWait();
 }
@@ -307,6 +347,10 @@ void JobHandler::SendPiece(Pointer const& connection, std::size_t size, bool isL
     periodBytes_ += size;
     connection->questionsAtHost += connection->TakeQuestions();
     connection->waitsSince = Clock::now();
+    if (connection->Watch().Formats() > 0) {
+        connection->cost = 0;
+        lastLabels_ = connection->waitsSince;
+    }
     if (isLast) {
         encoding_ = state.encoding;
         connection->StartStream(state);

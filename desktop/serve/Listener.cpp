@@ -55,7 +55,7 @@ std::string AddressText(std::string const& host, unsigned port) {
 }
 
 Listener::Listener(std::string const& host, unsigned port) {
-    constexpr int Backlog = 256;
+    constexpr int Backlog = 1024;
     Address address = AddressOf(host, port);
     descriptor_ = ::socket(address.storage.ss_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     int const on = 1;

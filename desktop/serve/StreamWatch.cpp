@@ -78,6 +78,37 @@ std::unique_ptr<ZplCommand> StreamWatch::Tokenize(std::string_view bytes, std::s
     return std::move(command);
 }
 
+/// A question by name is taken out of the stream, whatever it holds: for the tokenizer it is blanks. It ends with its
+/// line, or where a label begins outside of quotes; then the tokenizer stands in the letters of that.
+std::optional<StreamWatch::Question> StreamWatch::ReadNameQuestion(char byte) {
+    std::string const start = {state_.formatPrefix, 'X', 'A'};
+    auto const feed = [this](std::string_view text) {
+        std::size_t read = 0;
+        Tokenize(text, read);
+    };
+    if (!inQuotes_ && ToAsciiUpper(byte) == start[heldBytes_]) {
+        if (++heldBytes_ < start.size()) return std::nullopt;
+        heldBytes_ = 0;
+        auto question = EndLine();
+        openedFromText_ = tokenizer_.ConsumedBytes();
+        feed(start);
+        return question;
+    }
+    std::string text = start.substr(0, std::exchange(heldBytes_, 0));
+    bool const isEnd = byte == '\r' || byte == '\n';
+    if (byte == state_.formatPrefix && !inQuotes_)
+        heldBytes_ = 1;
+    else if (!isEnd)
+        text += byte;
+    if (byte == '"') inQuotes_ = !inQuotes_;
+    feed(std::string(text.size(), ' '));
+    if (line_.size() < LongestLine) line_ += text;
+    if (!isEnd) return std::nullopt;
+    auto question = EndLine();
+    feed(" ");
+    return question;
+}
+
 /// What stands between commands outside of formats: hosts put questions by name there, a line each.
 std::optional<StreamWatch::Question> StreamWatch::ReadText(std::string_view bytes, std::size_t& position) {
     auto const isText = [&] {
@@ -86,8 +117,12 @@ std::optional<StreamWatch::Question> StreamWatch::ReadText(std::string_view byte
     };
     while (position < bytes.size() && isText()) {
         char const byte = bytes[position];
-        bool const asks = AsksByName();
-        if (!asks && (byte == state_.formatPrefix || byte == state_.controlPrefix)) {
+        if (AsksByName()) {
+            ++position;
+            if (auto question = ReadNameQuestion(byte)) return question;
+            continue;
+        }
+        if (byte == state_.formatPrefix || byte == state_.controlPrefix) {
             line_.clear();
             openedFromText_ = tokenizer_.ConsumedBytes();
             return std::nullopt;
@@ -97,15 +132,16 @@ std::optional<StreamWatch::Question> StreamWatch::ReadText(std::string_view byte
         if (byte == '\r' || byte == '\n') {
             question = EndLine();
         } else if (!line_.empty() || !isBlank) {
-            if (line_.empty()) lineStart_ = tokenizer_.ConsumedBytes();
+            if (line_.empty()) {
+                lineStart_ = tokenizer_.ConsumedBytes();
+                inQuotes_ = false;
+            }
             if (line_.size() < LongestLine) line_ += byte;
             hasText_ = true;
         }
-        // The rest of other text is of no interest; a question is taken out of the stream, whatever it holds.
-        std::size_t const length = asks || question ? 1 : PlainLength(bytes.substr(position));
-        std::size_t read = 0;
-        Tokenize(asks ? std::string_view(" ") : bytes.substr(position, length), read);
-        position += asks ? length : read;
+        // The rest of other text is of no interest.
+        auto const end = position + (question ? 1 : PlainLength(bytes.substr(position)));
+        Tokenize(bytes.substr(0, end), position);
         if (question) return question;
     }
     return std::nullopt;

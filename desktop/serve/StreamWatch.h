@@ -73,6 +73,7 @@ private:
     bool AsksByName() const;
     std::optional<Question> ReadText(std::string_view bytes, std::size_t& position);
     std::optional<Question> EndLine();
+    std::optional<Question> ReadNameQuestion(char byte);
     std::size_t PlainLength(std::string_view text) const;
     std::unique_ptr<ZplCommand> Tokenize(std::string_view bytes, std::size_t& position);
     std::optional<Question> QuestionOf(std::string_view letters, bool isControl, std::string_view parameter,
@@ -96,7 +97,9 @@ private:
     bool hasText_ = false;
     bool hasPrefix_ = false;
     bool hasCommands_ = false;
-    std::string line_;  // between formats: how the line begins
+    std::string line_;           // between formats: how the line begins
+    std::size_t heldBytes_ = 0;  // of a question by name: its end, that is perhaps the start of a label
+    bool inQuotes_ = false;
     std::uint64_t lineStart_ = 0;
     std::optional<std::uint64_t> openedFromText_;  // the command that stands, or will, behind text between commands
     std::optional<std::uint64_t> lastQuestion_;

@@ -127,7 +127,11 @@ void VirtualPrinter::Begin() {
     JobHandler::Options door;
     door.answers = options_.answers;
     door.facts = [this] { return Facts(); };
-    handler_ = std::make_unique<JobHandler>(threads_, socket, options_.host, options_.port, tell, std::move(door));
+    minute_.setSingleShot(true);
+    connect(&minute_, &QTimer::timeout, this, [this] { TellLeftOut(); });
+    auto const tellOfStreams = [this](PrinterEvent const& event) { TellOfStreams(event); };
+    handler_ =
+        std::make_unique<JobHandler>(threads_, socket, options_.host, options_.port, tellOfStreams, std::move(door));
     driver_ = std::make_unique<PrintDriver>(
         threads_, socket,
         PrintDriver::Options{runtime_.Jobs(), std::filesystem::absolute(options_.outputFolder), options_.dpi,
@@ -154,6 +158,17 @@ void VirtualPrinter::Tell(PrinterEvent const& event) const {
     std::fflush(stdout);
 }
 
+void VirtualPrinter::TellOfStreams(PrinterEvent const& event) {
+    if (options_.json) return Tell(event);
+    if (event.Line().empty()) return;
+    if (!minute_.isActive()) minute_.start(1min);
+    if (repeats_.Admits(event.Sentence())) Tell(event);
+}
+
+void VirtualPrinter::TellLeftOut() {
+    for (auto const& line : repeats_.EndPeriod()) Tell(line);
+}
+
 PrinterFacts VirtualPrinter::Facts() const {
     PrinterFacts facts;
     facts.version = ZPL_VERSION;
@@ -175,6 +190,7 @@ void VirtualPrinter::End() {
     EndProcess(preview_);
     EndProcess(host_);
     handler_.reset();
+    TellLeftOut();
     driver_.reset();
     EndProcess(server_);
 }

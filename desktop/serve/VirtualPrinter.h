@@ -4,11 +4,13 @@
 #include <QtCore/QProcess>
 #include <QtCore/QProcessEnvironment>
 #include <QtCore/QSocketNotifier>
+#include <QtCore/QTimer>
 #include <memory>
 #include <string>
 
 #include "desktop/serve/JobHandler.h"
 #include "desktop/serve/PrintDriver.h"
+#include "desktop/serve/RepeatLimit.h"
 #include "desktop/serve/RuntimeFolder.h"
 #include "desktop/serve/ServeOptions.h"
 
@@ -41,6 +43,9 @@ private:
     enum class HostStart { AwaitsSilence, Hears, AwaitsPacket, May };
 
     void Tell(PrinterEvent const& event) const;
+    /// Of streams, as many as there are: people are told the same only some times a minute.
+    void TellOfStreams(PrinterEvent const& event);
+    void TellLeftOut();
     void Begin();
     /// What the door tells hosts that ask.
     PrinterFacts Facts() const;
@@ -67,6 +72,8 @@ private:
     QProcess preview_;
     std::unique_ptr<PrintDriver> driver_;
     std::unique_ptr<JobHandler> handler_;
+    RepeatLimit repeats_;
+    QTimer minute_;
     QSocketNotifier terminal_{0, QSocketNotifier::Read};
     std::string typed_;
     bool ending_ = false;

@@ -10,6 +10,7 @@
 #include "fields/data/FieldElement.h"
 #include "fields/data/SerialData.h"
 #include "foundation/Log.h"
+#include "foundation/Quoted.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/Ascii.h"
@@ -26,7 +27,7 @@ void ReportUtf8(std::string const& data, ContextProcessor const& processor) {
     if (isAscii || utf8::find_invalid(data) != std::string::npos) return;
     auto const& converter = processor.at(ZplContextKeys::CodePageConverter);
     if (!converter.ReadsSingleBytes()) return;
-    Log::Report(LogTopic::Data, "the data \"" + data.substr(0, 40) + "\" look like UTF-8, and are read as ^CI" +
+    Log::Report(LogTopic::Data, "the data " + Quoted(data) + " look like UTF-8, and are read as ^CI" +
                                     std::to_string(converter.CodePage()) + "; ^CI28 stands for UTF-8");
 }
 

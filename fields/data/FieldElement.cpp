@@ -6,6 +6,7 @@
 #include "fields/data/FieldDataHelper.h"
 #include "fields/ink/FieldMap.h"
 #include "foundation/Log.h"
+#include "foundation/Quoted.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {
@@ -153,15 +154,18 @@ void NoteFieldNumber(ContextProcessor& processor, unsigned number, std::string_v
         (*label)[ZplContextKeys::FieldNumberValues].insert_or_assign(number, std::string(data));
 }
 
-/// Data for a number without a template are a field of their own, which nobody has given a place.
+/// Data for a number without a template are a field of their own, which nobody has given a place. What draws it by a
+/// function of its own may need none, but for a barcode whose template is sought in a recalled format.
 void ReportMissingTemplate(Context const& element, ContextProcessor const& processor, unsigned number,
                            std::string_view data) {
-    if (element.HasValue(ZplContextKeys::FieldOriginX) || element.HasValue(ZplContextKeys::FieldRenderFunction)) return;
+    if (element.HasValue(ZplContextKeys::FieldOriginX)) return;
     std::string format = processor.at(ZplContextKeys::RecallFormatPath);
+    bool const isBarcode = element.HasValue(ZplContextKeys::IsBarcode) && !format.empty();
+    if (element.HasValue(ZplContextKeys::FieldRenderFunction) && !isBarcode) return;
     std::replace(format.begin(), format.end(), '/', ':');
     Log::Report(LogTopic::Data, (format.empty() ? "this format" : "the format " + format) + " has no field " +
-                                    std::to_string(number) + ": its data \"" + std::string(data.substr(0, 40)) +
-                                    "\" are drawn in the upper left corner");
+                                    std::to_string(number) + ": its data " + Quoted(data) +
+                                    " are drawn in the upper left corner");
 }
 
 }  // namespace

@@ -27,7 +27,8 @@ unsigned ParseSize(ZplCommand const& command, std::size_t index, ContextProcesso
                    unsigned largest, unsigned fallback) {
     auto const size = ZplCore::ParseLength(command, index, processor);
     // Sides of nothing are a custom: they make lines.
-    return size ? Bounded(command, index, std::max(*size, smallest), {smallest, largest}) : fallback;
+    if (!size) return fallback;
+    return Bounded(command, index, std::max(*size, smallest), {smallest, largest, ZplCore::DotsAsUnit(processor)});
 }
 
 Color ParseColor(ZplCommand const& command, std::size_t index) {

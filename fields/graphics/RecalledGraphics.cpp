@@ -6,6 +6,7 @@
 
 #include "fields/graphics/StoredGraphics.h"
 #include "foundation/Log.h"
+#include "foundation/Quoted.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {
@@ -65,7 +66,7 @@ std::shared_ptr<Picture const> Recall(ContextProcessor const& processor, std::st
 
 std::shared_ptr<Picture const> RecallGraphic(ContextProcessor const& processor, std::string const& text) {
     auto picture = Recall(processor, text);
-    if (!picture) Log::Report(LogTopic::File, "no picture is stored under the name \"" + text.substr(0, 40) + "\"");
+    if (!picture) Log::Report(LogTopic::File, "no picture is stored under the name " + Quoted(text));
     return picture;
 }
 

@@ -7,6 +7,7 @@
 #include "fields/graphics/RecalledGraphics.h"
 #include "fields/graphics/StoredGraphics.h"
 #include "foundation/Log.h"
+#include "foundation/Quoted.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ParameterRange.h"
@@ -20,8 +21,7 @@ constexpr std::string_view DefaultExtension = "GRF";
 
 std::optional<ObjectName> ParseName(ZplCommand const& command) {
     auto const name = ObjectName::Parse(command.Parameter(0), DefaultDevice, DefaultName, DefaultExtension);
-    if (!name)
-        Log::Report(LogTopic::Data, "no picture can have the name \"" + command.Parameter(0).substr(0, 40) + "\"");
+    if (!name) Log::Report(LogTopic::Data, "no picture can have the name " + Quoted(command.Parameter(0)));
     return name;
 }
 

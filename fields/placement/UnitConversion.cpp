@@ -63,6 +63,8 @@ ZplParseResult<unsigned> ParseLength(ZplCommand const& command, std::size_t inde
     });
 }
 
+std::string_view DotsAsUnit(ContextProcessor const& processor) { return UnitIsDots(processor) ? "" : " dots"; }
+
 std::function<unsigned(unsigned)> ToDotsScaleOnly(ContextProcessor const& processor) {
     return [&processor](unsigned value) { return UnitIsDots(processor) ? value * Scale(processor) : value; };
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
 
 #include "frontend/context/ContextProcessor.h"
 #include "frontend/stream/ZplParse.h"
@@ -25,6 +26,8 @@ int ToDotsScaled<int>(double value, ContextProcessor const& processor);
 /// A length parameter in the unit in force, as dots; one beyond every page reads as one that is too large. No value for
 /// text that is none.
 ZplParseResult<unsigned> ParseLength(ZplCommand const& command, std::size_t index, ContextProcessor const& processor);
+/// What stands behind a number of dots where the stream's own numbers are of another unit: " dots", or else nothing.
+std::string_view DotsAsUnit(ContextProcessor const& processor);
 /// Multiplies the scale in if the unit is dots, and leaves other units unconverted.
 std::function<unsigned(unsigned)> ToDotsScaleOnly(ContextProcessor const& processor);
 /// Multiplies the scale in, whatever the unit.

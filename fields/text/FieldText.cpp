@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "foundation/Log.h"
+#include "foundation/Quoted.h"
 #include "frontend/context/Utf8Text.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/Ascii.h"
@@ -27,8 +28,6 @@ char const* LikelySet(std::uint8_t byte) {
     constexpr std::uint8_t LastLetterOf850 = 0xA5;
     return byte <= LastLetterOf850 ? "^CI13 stands for code page 850" : "^CI27 stands for the characters of Windows";
 }
-
-std::string Quoted(std::string_view data) { return "\"" + HandleInvalidUTF8(data.substr(0, 40)) + "\""; }
 
 }  // namespace
 
@@ -59,8 +58,9 @@ void ReportMisread(std::string_view data, ContextProcessor const& processor) {
     auto const byte = static_cast<std::uint8_t>(*invalid);
     char digits[3];
     std::snprintf(digits, sizeof digits, "%02X", unsigned{byte});
-    Log::Report(LogTopic::Data, "the data " + Quoted(data) + " are read as UTF-8, in which the byte " + digits +
-                                    " makes no character; " + LikelySet(byte));
+    Log::Report(LogTopic::Data, "the data " + Quoted(HandleInvalidUTF8(data)) +
+                                    " are read as UTF-8, in which the byte " + digits + " makes no character; " +
+                                    LikelySet(byte));
 }
 
 std::string BeginningOfData(ContextProcessor const& processor) {

@@ -9,6 +9,7 @@
 #include "fields/text/TrueTypeUtils.h"
 #include "foundation/AppSettings.h"
 #include "foundation/Log.h"
+#include "foundation/Quoted.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/Ascii.h"
@@ -168,11 +169,13 @@ FontName TransformToZplFont(std::variant<BuiltInFont, UserFont> const& font, Con
     FontName name = builtIn ? NameOf(builtIn->letter, processor) : ToFontName(std::get<UserFont>(font).name);
     if (IsDrawable(name, processor)) return name;
     FontName fallback = NameOf(processor.at(ZplContextKeys::DefaultFont), processor);
-    if (!IsDrawable(fallback, processor)) fallback = ZplContextDefaults::FontName;
-    // A field without a font command names none.
-    if (!builtIn || builtIn->letter != 0) {
-        Log::Report(LogTopic::Font,
-                    "font \"" + name.substr(0, 40) + "\" is not there; font " + fallback + " stands for it");
+    bool const hasDefault = IsDrawable(fallback, processor);
+    // A field without a font command names none, but the one that ^CF has chosen.
+    bool const isNamed = !builtIn || builtIn->letter != 0;
+    if (!isNamed) name = fallback;
+    if (!hasDefault) fallback = ZplContextDefaults::FontName;
+    if (isNamed || !hasDefault) {
+        Log::Report(LogTopic::Font, "font " + Quoted(name) + " is not there; font " + fallback + " stands for it");
     }
     return fallback;
 }

@@ -156,6 +156,8 @@ ZPL_KEY(unsigned, TemplateSequence);
 ZPL_KEY(unsigned, PowerOnCount);
 // Whether the data of the field fill the templates of its number.
 ZPL_KEY(bool, FillsTemplates);
+// Whether the field's function draws a barcode.
+ZPL_KEY(bool, IsBarcode);
 
 }  // namespace ZplContextKeys
 

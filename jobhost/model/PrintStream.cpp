@@ -5,18 +5,10 @@
 #include <stdexcept>
 
 #include "foundation/Log.h"
+#include "foundation/Quoted.h"
 #include "frontend/stream/BadNumber.h"
 
 namespace Zpl::Host {
-
-namespace {
-
-std::string Quoted(std::string const& text) {
-    constexpr std::size_t Longest = 40;
-    return '"' + text.substr(0, Longest) + '"';
-}
-
-}  // namespace
 
 std::string Explain(std::exception const& error) {
     bool const isRange = dynamic_cast<std::out_of_range const*>(&error) != nullptr;

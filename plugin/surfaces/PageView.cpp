@@ -1,7 +1,6 @@
 #include "plugin/surfaces/PageView.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtGui/QImageReader>
 #include <QtGui/QPainter>
 #include <QtQuick/QQuickWindow>
@@ -9,6 +8,7 @@
 #include <cmath>
 
 #include "PrintEngine/Printing/JobMetaData.h"
+#include "plugin/surfaces/PrintedJobs.h"
 
 namespace {
 
@@ -40,11 +40,18 @@ void PageView::setFolder(QString const& folder) {
     Ask();
 }
 
-/// Of the job in the folder.
+/// Of the job in the folder, or without one of another job.
 void PageView::setPrintedPages(QString const& printedPages) {
     if (printedPages == printedPages_) return;
     printedPages_ = printedPages;
     Q_EMIT printedPagesChanged();
+    if (folder_.isEmpty()) {
+        jobName_.clear();
+        shown_ = false;
+        SetPageCount(0);
+        CountPrintedPages();
+        return Ask();
+    }
     if (pageCount_ == 0) CountPrintedPages();
     if (!shown_) Load();
 }
@@ -77,9 +84,15 @@ void PageView::SetPageCount(int count) {
 
 /// A job that was over before it was looked at.
 void PageView::CountPrintedPages() {
-    int count = 0;
-    while (!printedPages_.isEmpty() && QFile::exists(PrintedFile(count))) ++count;
-    if (count > 0) SetPageCount(count);
+    auto const job = PrintedJob::Find(printedPages_);
+    if (!job) return;
+    if (jobName_.isEmpty()) jobName_ = job->name;
+    SetPageCount(job->pages);
+}
+
+QString PageView::printedPagesBeside(int step) const {
+    auto const job = PrintedJob::Beside(printedPages_, step);
+    return job ? job->stem : QString();
 }
 
 /// Another page is asked for.
@@ -95,9 +108,10 @@ void PageView::Ask() {
 }
 
 void PageView::Load() {
-    if (folder_.isEmpty() || page_ < 0) return;
+    if (page_ < 0) return;
     QImageReader::setAllocationLimit(MostMegabytes);
-    QImage picture = QImageReader(QDir(folder_).filePath(QString::number(page_)), "png").read();
+    QImage picture;
+    if (!folder_.isEmpty()) picture = QImageReader(QDir(folder_).filePath(QString::number(page_)), "png").read();
     if (picture.isNull() && !printedPages_.isEmpty()) picture = QImageReader(PrintedFile(page_), "png").read();
     if (!picture.isNull()) Show(std::move(picture));
 }

@@ -7,7 +7,8 @@
 /// Shows one page of a job folder, dot for dot: from a zoom of 1 on each dot is a square of whole screen pixels, below
 /// it the page is averaged down. The item is the window onto the page, not the page, so its memory does not grow with
 /// the zoom. A page that is not there yet is shown as soon as it is; one that has been printed and is gone from the
-/// folder is taken from where printed pages are kept. The picture is always that of `shownPage`.
+/// folder is taken from where printed pages are kept. Without a folder it is a job that is over, of which there are
+/// only these. The picture is always that of `shownPage`.
 class PageView : public QQuickPaintedItem {
     Q_OBJECT
     Q_PROPERTY(QString folder READ folder WRITE setFolder NOTIFY folderChanged)
@@ -52,6 +53,9 @@ public:
     QSizeF contentSize() const;
     QPointF origin() const { return origin_; }
     void setOrigin(QPointF origin);
+
+    /// The `printedPages` of the job that was printed before (`step` -1) or behind (1) this one; empty without one.
+    Q_INVOKABLE QString printedPagesBeside(int step) const;
 
     void paint(QPainter* painter) override;
 

@@ -23,14 +23,15 @@ Item {
     component Separator: ToolSeparator { implicitHeight: 32 }
 
     function turnTo(number) { surface.turnTo(number) }
+    function turnBy(step) { surface.turnBy(step) }
     function followAgain() { surface.followAgain() }
     function zoomIn() { surface.zoomIn() }
     function zoomOut() { surface.zoomOut() }
 
     readonly property bool hasPages: pageCount > 0
 
-    Shortcut { sequences: ["PgUp"]; onActivated: surface.turnTo(surface.page - 1) }
-    Shortcut { sequences: ["PgDown"]; onActivated: surface.turnTo(surface.page + 1) }
+    Shortcut { sequences: ["PgUp"]; onActivated: surface.turnBy(-1) }
+    Shortcut { sequences: ["PgDown"]; onActivated: surface.turnBy(1) }
     Shortcut { sequences: ["Home"]; onActivated: surface.turnTo(0) }
     Shortcut { sequences: ["End"]; onActivated: surface.turnTo(surface.pageCount - 1) }
     Shortcut { sequences: [StandardKey.ZoomIn, "+"]; onActivated: surface.zoomIn() }
@@ -51,7 +52,7 @@ Item {
                 spacing: 2
 
                 Button { text: "First"; enabled: control.hasPages && surface.page > 0; onClicked: surface.turnTo(0) }
-                Button { text: "Back"; enabled: control.hasPages && surface.page > 0; onClicked: surface.turnTo(surface.page - 1) }
+                Button { text: "Back"; enabled: surface.mayTurnBack; onClicked: surface.turnBy(-1) }
                 Label {
                     objectName: "number"
                     // That of the picture: while it follows, this stays until the next page is there.
@@ -60,7 +61,7 @@ Item {
                     horizontalAlignment: Text.AlignHCenter
                     Layout.minimumWidth: 120
                 }
-                Button { text: "Next"; enabled: surface.page < surface.pageCount - 1; onClicked: surface.turnTo(surface.page + 1) }
+                Button { text: "Next"; enabled: surface.mayTurnOn; onClicked: surface.turnBy(1) }
                 Button { text: "Last"; enabled: surface.page < surface.pageCount - 1; onClicked: surface.turnTo(surface.pageCount - 1) }
                 Button {
                     text: "Follow"
@@ -102,6 +103,7 @@ Item {
                           + (surface.folder !== TQTWSProcessorInterface.jobFolder ? " of another job"
                              : surface.jobName ? " of \u201C" + surface.jobName + "\u201D" : "")
                 }
+                Label { objectName: "job"; text: surface.jobName; visible: text.length > 0; rightPadding: 16 }
                 Label { text: surface.dots.width > 0 ? surface.dots.width + " \u00D7 " + surface.dots.height + " dots" : "" }
             }
         }

@@ -20,6 +20,8 @@ Item {
     readonly property alias dots: view.dots
     readonly property alias shownZoom: view.zoom
 
+    function printedPagesBeside(step) { return view.printedPagesBeside(step) }
+
     PageView {
         id: view
         anchors.fill: parent

@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import TCPrintEngine
 
 // The pages of a job, one at a time: the page that prints while it follows, else the one turned to, also when the job
-// is over and others print.
+// is over and others print. In front of the first page is the last of the job that was printed before, and so on.
 Rectangle {
     id: surface
 
@@ -29,6 +29,22 @@ Rectangle {
         follows = false
         page = Math.max(0, Math.min(number, pageCount - 1))
     }
+
+    // A page back (-1) or on (1), also to that of another job.
+    function turnBy(step) {
+        const number = page + step
+        if (number >= 0 && number < pageCount) return turnTo(number)
+        const beside = label.printedPages ? label.printedPagesBeside(step) : step < 0 ? printedPages.stem : ""
+        if (!beside) return
+        follows = false
+        // Of the last one there may be pages that are not printed yet.
+        folder = beside === printedPages.stem ? printedPages.job : ""
+        label.printedPages = beside
+        page = step < 0 ? Math.max(pageCount - 1, 0) : 0
+    }
+
+    readonly property bool mayTurnBack: page > 0 || printedPages.stem !== ""
+    readonly property bool mayTurnOn: page < pageCount - 1 || (label.printedPages !== "" && label.printedPages !== printedPages.stem)
 
     function followAgain() {
         follows = true

@@ -212,6 +212,31 @@ std::vector<BadRow> const Rows = {
     {"numbers that are fine or a custom",
      "^XA^LL0^PW0^FO1,1^GB9,0,3^FS^FO1,50^FB99,0^FDa^FS^FO1,90^GC1,0^FS^BY2,0^XZ",
      {}},
+    {"numbers beyond their range in another unit",
+     "^XA^MUM^PW9999^FO1,1^GB9,9,4001^FS^MUD^PW0^FDa^FS^XZ^XA^PW812^XZ",
+     {"label 1, byte 7, line 1, column 8: parameter 1 of ^PW is 9999, beyond its range of 2 to 32000 dots; 32000 dots "
+      "stand for it",
+      "label 1, byte 20, line 1, column 21: parameter 3 of ^GB is 4001, beyond its range of 1 to 32000 dots; 32000 "
+      "dots stand for it"}},
+    {"a barcode for a number that the recalled format lacks",
+     "^XA^DFR:N^FO9,9^ADN^FN1^FS^XZ^XA^XFR:N^FN1^FDa^FS^FN2^B3N,N,50,N^FDB^FS^XZ",
+     {"label 1, byte 64, line 1, column 65: the format R:N.ZPL has no field 2: its data \"B\" are drawn in the upper "
+      "left "
+      "corner"}},
+    {"characters that a barcode leaves out",
+     "^XA^CI28^FO9,9^BCN,50^FDa\xC3\xA9^FS^FO9,99^BCN,50^FDb^FS^XZ^XA^CI0^XZ",
+     {"label 1, byte 21, line 1, column 22: a barcode and its line leave out what is not ASCII of the data "
+      "\"a\xC3\xA9\""}},
+    {"more digits than a symbol has",
+     "^XA^FO9,9^BRN,1^FD123456789012345^FS^FO9,99^BRN,9^FD12345678901234^FS^FO9,199^BRN,9^FD1234567890128^FS"
+     "^FO9,299^BRN,1^FD0112345678901231^FS^XZ",
+     {"label 1, byte 15, line 1, column 16: a barcode is made of \"1234567890123\" in place of the data "
+      "\"123456789012345\": they are too long",
+      "label 1, byte 49, line 1, column 50: a barcode is made of \"123456789012\" in place of the data "
+      "\"12345678901234\": they are too long"}},
+    {"an absent font for all fields",
+     "^XA^CFM^FO9,9^FDa^FS^CFA^FO9,49^FDb^FS^XZ",
+     {"label 1, byte 13, line 1, column 14: font \"M\" is not there; font A stands for it"}},
     {"one fault in two places",
      "^XA^XGA^FS\n^XGA^FS^FDa^FS^XZ",
      {"label 1, byte 3, line 1, column 4: no picture is stored under the name \"A\"",

@@ -87,6 +87,8 @@ TEST(StreamWatch, NoticesQuestionsWhenTheirLettersAreThere) {
         {"^HS^XA~HH^XZ", ""},
         {"! U1 getvar \"device^.name\"\r\n", "! U1 getvar \"device^.name\"@0 "},
         {"^XA^XZ\r\n! U1 do\n~HI", "! U1 do@8 HI@16 "},
+        {"! U1 getvar \"^XA\"^xa^FDa~HS", "! U1 getvar \"^XA\"@0 HS@24 "},
+        {"^CC/! U1 do^XA/ /X/XA~HI^XZ", "! U1 do^XA/ /X@4 HI@21 "},
         {"~HI\r\n! U1 a\r\n", "HI@0 ! U1 a@5 "},
         {"~HQES! U1 b\n~HI", "HQ@0 ! U1 b@5 HI@12 "},
         {"^XA! U1 getvar \"a\"\n^XZ", ""},

@@ -278,6 +278,43 @@ TEST_F(PreviewTest, CountsThePagesOfAJobThatIsOver) {
     EXPECT_EQ(surface.TextOf("number"), "Page 1 of 3");
 }
 
+TEST_F(PreviewTest, TurnsBackToTheJobsThatWerePrintedBefore) {
+    TemporaryDirectory const kept;
+    auto hour = std::filesystem::file_time_type::clock::now();
+    // The last of them prints, and has printed two of its nine pages.
+    for (char const* file : {"b-1-1", "b-1-2", "b-1-3", "a-9-1", "a-10-1", "a-10-2", "job-1-1", "job-1-2"}) {
+        WritePage(kept / (std::string(file) + ".png"), file[0] == 'b' ? file[4] - '0' : 6);
+        if (file[0] != 'a') hour += std::chrono::hours(1);
+        std::filesystem::last_write_time(kept / (std::string(file) + ".png"), hour);
+    }
+    std::ofstream(kept / "other.png") << "none of a printer";
+    std::filesystem::remove(kept / "b-1-2.png");
+    Print(2);
+    Surface surface(QStringLiteral("PrintPreviewControl"));
+    surface.Set("zoom", 1);
+    surface.Set("printedPages", Printed(folder_.Path(), kept / "job-1-"));
+    surface.Call("turnTo", 0);
+    struct Row {
+        int step;
+        char const* job;
+        char const* number;
+        int rows;
+    };
+    Row const rows[] = {
+        {-1, "a-10", "Page 2 of 2", 6}, {-1, "a-10", "Page 1 of 2", 6}, {-1, "a-9", "Page 1 of 1", 6},
+        {-1, "b-1", "Page 3 of 3", 3},  {-1, "b-1", "Page 2 of 3", 0},  {-1, "b-1", "Page 1 of 3", 1},
+        {-1, "b-1", "Page 1 of 3", 1},  {1, "b-1", "Page 2 of 3", 0},   {1, "b-1", "Page 3 of 3", 3},
+        {1, "a-9", "Page 1 of 1", 6},   {1, "a-10", "Page 1 of 2", 6},  {1, "a-10", "Page 2 of 2", 6},
+        {1, "job", "Page 1 of 9", 0},   {1, "job", "Page 2 of 9", 1},   {1, "job", "Page 3 of 9", 2},
+    };
+    for (auto const& row : rows) {
+        surface.Call("turnBy", row.step);
+        EXPECT_EQ(surface.TextOf("job"), row.job);
+        EXPECT_EQ(surface.TextOf("number"), row.number) << row.job;
+        EXPECT_EQ(BlackRows(surface), row.rows) << row.job << ' ' << row.number;
+    }
+}
+
 TEST_F(PreviewTest, TurnsFromJobToJob) {
     TemporaryDirectory const shorter;
     TemporaryDirectory const nothing;
