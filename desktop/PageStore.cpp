@@ -2,7 +2,6 @@
 
 #include <system_error>
 
-#include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "desktop/PageFile.h"
 #include "foundation/Files.h"
 
@@ -25,10 +24,7 @@ PageStore::PageStore(RenderOptions const& options, std::string const& input)
     std::error_code error;
     std::filesystem::create_directories(folder_, error);
     if (error) throw CannotWrite(folder_, error);
-    if (options.keepJob) {
-        PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetJobsFolder(folder_);
-        return;
-    }
+    if (options.keepJob) return;
     try {
         work_.emplace(folder_, ".zpl-");
     } catch (std::system_error const& failure) {
