@@ -3,7 +3,6 @@
 
 #include <filesystem>
 
-#include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "Scripting/ScriptGraphicContext.h"
 #include "tests/support/FakePrinterContext.h"
 
@@ -18,7 +17,7 @@ class ShippingLabel {
 public:
     explicit ShippingLabel(unsigned dpi)
         : scale_(dpi / 203.0), target_(fonts_, std::make_shared<FakePrinterContext>(dpi)) {
-        ScriptGraphicContext::InitializeFontManager("/usr/share/fonts");
+        ScriptGraphicContext::InitializeFontManager(fonts_, "/usr/share/fonts");
         target_.LoadPart({4, 6});
         target_.SetupForPrintJob();
     }

@@ -9,6 +9,7 @@
 
 #include "desktop/PageFormat.h"
 #include "desktop/VirtualTag.h"
+#include "foundation/MachineSettings.h"
 
 /// What the exit code of the command line says.
 enum class ExitCode {
@@ -42,4 +43,6 @@ struct RenderOptions {
     bool json = false;
     bool strict = false;
     bool help = false;
+    /// Without a formats folder, what streams store lasts as long as the desk.
+    MachineSettings machine;
 };

@@ -6,8 +6,6 @@
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "fields/text/Fonts.h"
-#include "foundation/AppSettings.h"
-#include "foundation/Features.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/processor/CreateHandlers.h"
@@ -34,20 +32,21 @@ std::shared_ptr<Clock const> MakeClock(RenderOptions const& options) {
 }  // namespace
 
 Desk::Desk(RenderOptions const& options)
-    : storage_(std::filesystem::temp_directory_path(), "zpl-"),
+    : machine_(options.machine),
       model_(ZPLProcessorInterface::Create(std::make_shared<PublishingPropertyManager>(), nullptr)),
-      handlers_(CreateHandlers(options.tag || Features::Exists(FeatureNames::rfidEncoderSupport),
-                               Features::Exists(FeatureNames::disablePausing))),
+      handlers_(CreateHandlers(options.tag || machine_.features.Has(FeatureNames::rfidEncoderSupport),
+                               machine_.features.Has(FeatureNames::disablePausing))),
       clock_(MakeClock(options)),
       printerDpi_(options.printerDpi),
       designDpi_(options.designDpi) {
-    AppSettings::GetInstance().SetStorageDir(storage_.Path());
+    if (machine_.formatsFolder.empty())
+        machine_.formatsFolder = storage_.emplace(std::filesystem::temp_directory_path(), "zpl-").Path();
+    if (options.keepJob) machine_.jobsFolder = options.outputFolder;
     model_->PartManager().SetInstalledPart({options.widthInches, options.heightInches});
-    auto* const process = PrintEngine::Printing::PrintProcessHandler::GetInstance();
-    process->InitializeOffscreenDrawing();
-    ZplCore::UseFontFilesOfSettings();
-    for (auto const& [font, file] : options.fonts) process->SetFontFile(font, file);
-    process->SetWarningReceiver([](std::string_view line) { Log::Report(LogTopic::Font, std::string(line)); });
+    PrintEngine::Printing::PrintProcessHandler::GetInstance()->InitializeOffscreenDrawing();
+    ZplCore::UseFontFiles(machine_.fontFiles, fonts_);
+    for (auto const& [font, file] : options.fonts) fonts_.SetFontFile(font, file);
+    fonts_.SetWarningReceiver([](std::string_view line) { Log::Report(LogTopic::Font, std::string(line)); });
     StartStream();
 }
 
@@ -66,5 +65,5 @@ void Desk::SetHostReceiver(std::function<void(std::string_view)> receiver) {
 }
 
 std::unique_ptr<Zpl::Host::Session> Desk::MakeSession() {
-    return std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fonts_, printerContext_, handlers_);
+    return std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fonts_, printerContext_, handlers_, machine_);
 }

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "PrintEngine/Printing/TrueTypeCacheCreator.h"
@@ -29,7 +30,8 @@ private:
 };
 
 /// What a printer gives to the streams that it is sent, within this process: the model with its properties, the
-/// handlers, the fonts, and a store for formats and graphics that lives as long as the desk.
+/// handlers, the fonts, and a store for formats and graphics that lives as long as the desk. One thread at a time;
+/// other desks may work in other threads.
 class Desk {
 public:
     explicit Desk(RenderOptions const& options);
@@ -41,9 +43,12 @@ public:
     /// Takes what streams that begin from now on send back to their sender; without a receiver it is dropped.
     void SetHostReceiver(std::function<void(std::string_view)> receiver);
     ZPLProcessorInterface& Model() { return *model_; }
+    /// Where formats and graphics that streams store are kept.
+    std::filesystem::path const& FormatsFolder() const { return machine_.formatsFolder; }
 
 private:
-    TemporaryFolder storage_;
+    std::optional<TemporaryFolder> storage_;
+    MachineSettings machine_;
     std::shared_ptr<ZPLProcessorInterface> model_;
     PrintEngine::Printing::TrueTypeCacheCreator fonts_;
     CommandHandlerPool handlers_;

@@ -5,7 +5,6 @@
 #include <cerrno>
 #include <system_error>
 
-#include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "desktop/PageFile.h"
 #include "foundation/Files.h"
 
@@ -37,7 +36,6 @@ PageStore::PageStore(RenderOptions const& options, std::string const& input)
     std::filesystem::create_directories(folder_, error);
     if (!error && ::access(folder_.c_str(), W_OK | X_OK) != 0) error = {errno, std::generic_category()};
     if (error) throw CannotWrite(folder_, error);
-    if (options.keepJob) PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetJobsFolder(folder_);
 }
 
 std::filesystem::path PageStore::NextPath() const {

@@ -40,7 +40,18 @@ int PrintManual(std::vector<std::string> const& names) {
     return Print(text, stdout, ExitCode::Success);
 }
 
-int Draw(CommandRow const& command, RenderOptions const& options) {
+/// Stored objects last as long as the command, and so there is no folder for them.
+MachineSettings Machine() {
+    auto const& settings = AppSettings::GetInstance();
+    MachineSettings machine;
+    machine.fontsFolder = settings.SystemFontsDir();
+    machine.fontFiles = settings.Value("FontFiles");
+    machine.features = Features::GetInstance();
+    return machine;
+}
+
+int Draw(CommandRow const& command, RenderOptions options) {
+    options.machine = Machine();
     int const code = static_cast<int>(command.name == "render" ? RunRender(options) : RunCheck(options));
     // As the shell says of a program that a signal has ended.
     constexpr int EndedBySignal = 128;

@@ -5,7 +5,8 @@
 #include <string>
 #include <string_view>
 
-/// What this process is, and where its files are. Set up once at start; read from anywhere afterwards.
+/// What this process is, and where its files are. Set up once at start and read by the programs alone, which hand down
+/// what is needed below them.
 class AppSettings {
 public:
     static AppSettings& GetInstance();

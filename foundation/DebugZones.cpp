@@ -6,14 +6,18 @@
 #include <chrono>
 #include <cstdio>
 #include <ctime>
-
-#include "foundation/AppSettings.h"
+#include <utility>
 
 #define ZPL_DEFINE_ZONE(name) std::atomic<bool> debugZone##name{false};
 ZPL_DEBUG_ZONES(ZPL_DEFINE_ZONE)
 #undef ZPL_DEFINE_ZONE
 
 namespace {
+
+std::string& LogName() {
+    static std::string name;
+    return name;
+}
 
 [[maybe_unused]] bool const onAtStart = [] {
     debugZoneError = true;
@@ -30,6 +34,8 @@ std::array<DebugZone, 24> const& DebugZones() {
     return zones;
 }
 
+void SetDebugLogName(std::string name) { LogName() = std::move(name); }
+
 void WriteDebugLine(std::string_view zone, std::string const& text) {
     auto const now = std::chrono::system_clock::now();
     std::time_t const seconds = std::chrono::system_clock::to_time_t(now);
@@ -41,7 +47,7 @@ void WriteDebugLine(std::string_view zone, std::string const& text) {
     std::size_t const length = std::strftime(stamp, sizeof stamp, "%F %T", &local);
     std::snprintf(stamp + length, sizeof stamp - length, ".%03d ", static_cast<int>(milliseconds));
 
-    std::string line = stamp + AppSettings::GetInstance().ComponentName();
+    std::string line = stamp + LogName();
     line += '[' + std::to_string(::getpid()) + "] ";
     line += zone;
     line += ": " + text + '\n';

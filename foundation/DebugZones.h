@@ -45,6 +45,9 @@ struct DebugZone {
 /// All zones, in a fixed order.
 std::array<DebugZone, 24> const& DebugZones();
 
+/// The component whose name the lines of this process carry. Before there are other threads.
+void SetDebugLogName(std::string name);
+
 /// Writes one line to standard error: time, component, process, zone, text. Any thread.
 void WriteDebugLine(std::string_view zone, std::string const& text);
 

@@ -17,10 +17,11 @@ inline constexpr std::string_view spooledPrintManager = "SpooledPrintManager";
 /// "Features", an array of names.
 class Features {
 public:
-    /// Reads the machine's feature file and folder when it is first called.
+    /// Reads the machine's feature file and folder when it is first called, which programs alone do.
     static Features& GetInstance();
     static bool Exists(std::string_view name) { return GetInstance().Has(name); }
 
+    Features() = default;
     /// Reads the file, then every file of the folder. What cannot be read adds nothing.
     Features(std::filesystem::path const& file, std::filesystem::path const& folder);
 

@@ -5,25 +5,18 @@
 namespace Log {
 
 namespace {
-Sink& CurrentSink() {
-    static Sink sink;
-    return sink;
-}
-
-std::optional<std::uint64_t>& CurrentPlace() {
-    static std::optional<std::uint64_t> place;
-    return place;
-}
+thread_local Sink currentSink;
+thread_local constinit std::optional<std::uint64_t> currentPlace;
 }  // namespace
 
-void SetPlace(std::optional<std::uint64_t> offset) { CurrentPlace() = offset; }
+void SetPlace(std::optional<std::uint64_t> offset) { currentPlace = offset; }
 
-std::optional<std::uint64_t> Place() { return CurrentPlace(); }
+std::optional<std::uint64_t> Place() { return currentPlace; }
 
-Sink SetSink(Sink sink) { return std::exchange(CurrentSink(), std::move(sink)); }
+Sink SetSink(Sink sink) { return std::exchange(currentSink, std::move(sink)); }
 
 void Report(LogTopic topic, std::string const& message) {
-    if (CurrentSink()) CurrentSink()(topic, message);
+    if (currentSink) currentSink(topic, message);
 }
 
 }  // namespace Log

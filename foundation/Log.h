@@ -21,16 +21,18 @@ enum class LogTopic {
     Dropped,         ///< a format that is given up, or a command outside all formats
 };
 
-/// Reports about what streams contain. Nothing is changed by a report, and without a sink it is dropped.
+/// Reports about what streams contain. Nothing is changed by a report, and without a sink it is dropped. Each thread
+/// has a receiver and a place of its own, so that streams may be interpreted on several threads at once.
 namespace Log {
 
 using Sink = std::function<void(LogTopic, std::string_view)>;
 
-/// Sets the receiver of the process, and gives the one before; an empty function drops reports. Called before streams
-/// are interpreted, or between them, on the thread that interprets them.
+/// Sets the receiver of this thread, and gives the one before; an empty function drops reports. Called before streams
+/// are interpreted, or between them.
 Sink SetSink(Sink sink);
 
-/// Receives reports for its own lifetime, in place of the receiver before.
+/// Receives the reports of the thread that makes it, and ends it, for its own lifetime, in place of the receiver
+/// before.
 class ScopedSink {
 public:
     explicit ScopedSink(Sink sink) : before_(SetSink(std::move(sink))) {}

@@ -3,7 +3,12 @@
 #include <unistd.h>
 
 #include "desktop/Desk.h"
-#include "foundation/AppSettings.h"
+
+/// Where the pages of a run go; the next run writes over them.
+inline std::filesystem::path const& PageFolder() {
+    static TemporaryFolder const folder(std::filesystem::temp_directory_path(), "fuzz-pages-");
+    return folder.Path();
+}
 
 /// A desk with labels of one inch and a clock that stands still, made once; nothing is stored on it when a run begins.
 inline Desk& EmptyDesk() {
@@ -13,16 +18,12 @@ inline Desk& EmptyDesk() {
         options.heightInches = 1;
         options.time = std::chrono::system_clock::time_point{};
         options.tag = VirtualTag::Parse("blank");
+        options.machine.jobsFolder = PageFolder();
         return Desk(options);
     }();
     std::error_code ignored;
-    std::filesystem::remove_all(AppSettings::GetInstance().FormatsDir(), ignored);
+    for (auto const& device : std::filesystem::directory_iterator(desk.FormatsFolder()))
+        std::filesystem::remove_all(device, ignored);
     desk.StartStream();
     return desk;
-}
-
-/// Where the pages of a run go; the next run writes over them.
-inline std::filesystem::path const& PageFolder() {
-    static TemporaryFolder const folder(std::filesystem::temp_directory_path(), "fuzz-pages-");
-    return folder.Path();
 }

@@ -2,7 +2,6 @@
 #include <string>
 #include <vector>
 
-#include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "fuzz/Fuzz.h"
 #include "fuzz/FuzzDesk.h"
 #include "jobhost/model/PrintStream.h"
@@ -43,7 +42,6 @@ void Print(Zpl::Label label) {
 std::vector<std::string> Run(std::string_view stream, bool inPieces, bool prints) {
     Desk& desk = EmptyDesk();
     desk.SetHostReceiver([](std::string_view) {});
-    PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetJobsFolder(PageFolder());
     Zpl::Host::PrintStream host([&] { return desk.MakeSession(); });
     std::vector<std::string> labels;
     auto const take = [&](std::string_view piece, bool isLast) {

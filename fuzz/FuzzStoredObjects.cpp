@@ -13,8 +13,8 @@
 
 namespace {
 
-void WriteObject(char const* name, std::string_view bytes) {
-    auto const file = AppSettings::GetInstance().FormatsDir() / name;
+void WriteObject(Desk const& desk, char const* name, std::string_view bytes) {
+    auto const file = desk.FormatsFolder() / name;
     std::filesystem::create_directories(file.parent_path());
     Require(!WriteFileAtomically(file, bytes));
 }
@@ -35,15 +35,15 @@ void Print(Desk& desk, std::string_view stream) {
 
 void RecallFormat(std::string_view bytes) {
     Desk& desk = EmptyDesk();
-    WriteObject("R/F.ZPL", bytes);
+    WriteObject(desk, "R/F.ZPL", bytes);
     Print(desk, "^XA^XFR:F.ZPL^FN1^FDone^FS^FN2^FDtwo^FS^XZ^XA^FDnext^FS^XZ");
 }
 
 void RecallGraphic(std::string_view bytes) {
     Desk& desk = EmptyDesk();
-    WriteObject("R/G.GRF", bytes);
+    WriteObject(desk, "R/G.GRF", bytes);
     Print(desk, "^XA^FO9,9^XGR:G.GRF,2,1^FS^FO9,9^IMR:G.GRF^FS^ILR:G.GRF^FS^HYR:G.GRF^XZ");
-    auto const& folder = AppSettings::GetInstance().FormatsDir();
+    auto const& folder = desk.FormatsFolder();
     ObjectName const name{'R', "G", "GRF"};
     auto const picture = ZplCore::LoadGraphic(folder, name);
     if (!picture) return;

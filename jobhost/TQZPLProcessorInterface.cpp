@@ -3,9 +3,8 @@
 #include <QtCore/QThread>
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
-#include "foundation/AppSettings.h"
+#include "fields/text/Fonts.h"
 #include "foundation/DebugZones.h"
-#include "foundation/Features.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/processor/CreateHandlers.h"
@@ -15,11 +14,14 @@
 using PrintEngine::Printing::PrintProcessHandler;
 using zpl::NetworkResponse;
 
-TQZPLProcessorInterface::TQZPLProcessorInterface(std::unique_ptr<Zpl::Host::JobQueueInterface> queue)
-    : systemContext_(std::make_shared<Context>(ContextProcessor::SystemContext)),
-      handlerPool_(CreateHandlers(Features::Exists(FeatureNames::rfidEncoderSupport),
-                                  Features::Exists(FeatureNames::disablePausing))),
+TQZPLProcessorInterface::TQZPLProcessorInterface(std::unique_ptr<Zpl::Host::JobQueueInterface> queue,
+                                                 MachineSettings machine)
+    : machine_(std::move(machine)),
+      systemContext_(std::make_shared<Context>(ContextProcessor::SystemContext)),
+      handlerPool_(CreateHandlers(machine_.features.Has(FeatureNames::rfidEncoderSupport),
+                                  machine_.features.Has(FeatureNames::disablePausing))),
       queue_(std::move(queue)) {
+    ZplCore::UseFontFiles(machine_.fontFiles, fontCache_);
     systemContext_->Set(ZplContextKeys::CodePageConverter, ZplCodePageConverter(0));
     connect(this, &TQZPLProcessorInterface::zplCommandToProcessChanged, this, &TQZPLProcessorInterface::Consume,
             Qt::AutoConnection);
@@ -120,7 +122,7 @@ void TQZPLProcessorInterface::SetServerAgent(std::shared_ptr<PICLServerAgent> ag
     auto* const process = PrintProcessHandler::GetInstance();
     process->SetPrinterDPI(printerContext_->PrinterDpi().Value());
     process->SetupForPrinting(serverAgent_, model_->GetPropertyManager());
-    process->SetWarningReceiver([](std::string_view line) { DebugLog(Warning, std::string(line)); });
+    fontCache_.SetWarningReceiver([](std::string_view line) { DebugLog(Warning, std::string(line)); });
     process->SetPageReceiver(
         [](unsigned page) { DebugLog(PerformanceLogging, "page " + std::to_string(page) + " is rendered"); });
 }
@@ -184,8 +186,8 @@ void TQZPLProcessorInterface::TellFindings() {
 }
 
 std::unique_ptr<Zpl::Host::Session> TQZPLProcessorInterface::MakeSession() {
-    auto session =
-        std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fontCache_, printerContext_, handlerPool_);
+    auto session = std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fontCache_, printerContext_,
+                                                        handlerPool_, machine_);
     if (!findings_) return session;
     session->MapFields();
     session->SetUnknownCommandObserver([this](ZplCommand const& command, std::uint64_t offset) {
@@ -230,7 +232,7 @@ void TQZPLProcessorInterface::FinishStream() {
 void TQZPLProcessorInterface::HandOverLabels() {
     if (labels_.empty()) {
         model_->SetNetworkResponseState(NetworkResponse::Status::Done, std::nullopt);
-    } else if (AppSettings::GetInstance().RunningOnTarget()) {
+    } else if (machine_.runningOnTarget) {
         // Held by the job, however it ends.
         ++*jobsInQueue_;
         std::shared_ptr<void> const counted(nullptr, [count = jobsInQueue_](void*) { --*count; });

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "PrintEngine/Printing/TrueTypeCacheCreator.h"
+#include "foundation/MachineSettings.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "jobhost/model/JobQueueInterface.h"
 #include "jobhost/model/JobStatusPropertyChangeReducer.h"
@@ -31,7 +32,7 @@ class TQZPLProcessorInterface : public QObject {
     Q_PROPERTY(QString zplResponseToProcess READ zplResponseToProcess NOTIFY zplResponseToProcessChanged)
 
 public:
-    explicit TQZPLProcessorInterface(std::unique_ptr<Zpl::Host::JobQueueInterface> queue);
+    explicit TQZPLProcessorInterface(std::unique_ptr<Zpl::Host::JobQueueInterface> queue, MachineSettings machine = {});
     ~TQZPLProcessorInterface() override;
 
     /// `self` is what keeps this object. A packet that is waiting already is taken.
@@ -71,6 +72,7 @@ private:
     void OnChange(std::shared_ptr<T> const& property, React react);
     void HandleEvent(std::optional<Zpl::Host::JobStatusChangedEvent> const& event);
 
+    MachineSettings const machine_;
     std::atomic<bool> printingStopped_{false};
     std::shared_ptr<Context> systemContext_;
     PrintEngine::Printing::TrueTypeCacheCreator fontCache_;

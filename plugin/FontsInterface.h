@@ -6,7 +6,7 @@ class PICLServerAgent;
 class PublishingPropertyManager;
 class ThreadFactory;
 
-/// The model of the fonts: from its making on, the print engine draws with the font files that the settings name.
+/// The model of the fonts that the platform manages; on the desk there are none but those of the settings.
 class FontsInterface {
 public:
     static std::shared_ptr<FontsInterface> Create(std::shared_ptr<PublishingPropertyManager> properties,

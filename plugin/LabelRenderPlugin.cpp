@@ -3,12 +3,11 @@
 #include <QtQml/QQmlApplicationEngine>
 
 #include "PrintEngine/Printing/JobFileSystemStrings.h"
-#include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "foundation/AppSettings.h"
 #include "foundation/Base64.h"
 #include "foundation/DebugZones.h"
-#include "foundation/Features.h"
 #include "foundation/Log.h"
+#include "foundation/MachineSettings.h"
 #include "frontend/context/ObjectStore.h"
 #include "jobhost/JobQueue.h"
 #include "jobhost/TQZPLProcessorInterface.h"
@@ -76,10 +75,15 @@ void LogReportsOfStreams() {
     });
 }
 
-std::filesystem::path JobsFolder() {
+MachineSettings Machine() {
     auto const& settings = AppSettings::GetInstance();
-    std::string const named = settings.Value("JobsFolder");
-    return named.empty() ? settings.StorageDir() / "Jobs" : std::filesystem::path(named);
+    std::string const jobs = settings.Value("JobsFolder");
+    return {.formatsFolder = settings.FormatsDir(),
+            .jobsFolder = jobs.empty() ? settings.StorageDir() / "Jobs" : std::filesystem::path(jobs),
+            .fontsFolder = settings.SystemFontsDir(),
+            .fontFiles = settings.Value("FontFiles"),
+            .features = Features::GetInstance(),
+            .runningOnTarget = settings.RunningOnTarget()};
 }
 
 }  // namespace
@@ -94,7 +98,7 @@ void LabelRenderPlugin::Create(QString const&, std::shared_ptr<QQmlApplicationEn
     } else {
         queue = std::make_unique<Zpl::Host::JobQueue>();
     }
-    zplInterface_ = std::make_shared<TQZPLProcessorInterface>(std::move(queue));
+    zplInterface_ = std::make_shared<TQZPLProcessorInterface>(std::move(queue), Machine());
     twsInterface_ = std::make_shared<TQTWSProcessorInterface>();
     RegisterSurfaces(*engine, zplInterface_.get(), twsInterface_.get());
 }
@@ -102,11 +106,11 @@ void LabelRenderPlugin::Create(QString const&, std::shared_ptr<QQmlApplicationEn
 void LabelRenderPlugin::Init(std::shared_ptr<PublishingPropertyManager> properties,
                              std::shared_ptr<PICLServerAgent> agent) {
     LogReportsOfStreams();
-    PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetJobsFolder(JobsFolder());
-    ClearMemoryDevice(AppSettings::GetInstance().FormatsDir());
+    auto const machine = Machine();
+    ClearMemoryDevice(machine.formatsFolder);
 
     DebugZoneSetupHelper::ConnectDebugZones(properties);
-    zplModel_ = ZPLProcessorInterface::Create(properties, agent);
+    zplModel_ = ZPLProcessorInterface::Create(properties, agent, machine);
     zplModel_->PartManager().SetInstalledPart(InstalledPart());
     auto const printerContext = MakePrinterContext(zplModel_, *properties, agent, zplInterface_);
     if (AppSettings::GetInstance().Value("TellFindings") == "true") zplInterface_->TellFindings();

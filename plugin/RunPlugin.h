@@ -31,7 +31,7 @@ public:
 
     void RegisterInterfaceClasses(QGuiApplication& application, std::shared_ptr<QQmlApplicationEngine> engine) {
         auto const& properties = app_.Properties();
-        link_ = std::make_unique<PICLIF>(app_.Threads(), properties);
+        link_ = std::make_unique<PICLIF>(app_.Threads(), properties, AppSettings::GetInstance().ComponentName());
         signals_ = std::make_unique<SignalWatch>(app_.Threads(), [this, &application] {
             processIsEnding = true;
             link_->GetServerAgent()->CancelWaiting();

@@ -42,6 +42,7 @@ void TQApp::InitializeQtSettings(std::string const& name, std::string const& com
     AddQmlPath(QDir::currentPath() + QStringLiteral("/qml"));
     auto& settings = AppSettings::GetInstance();
     settings.SetComponentName(name);
+    SetDebugLogName(name);
     settings.SetComponentIdentifier(componentId);
     settings.SetComponentIdentifierString(componentLabel);
     // The platform's own keyboard, if the surfaces are shown on the printer's screen.
@@ -57,7 +58,8 @@ TQApp::TQApp(std::filesystem::path const& settings, std::filesystem::path const&
     values.LoadFile(settingsOverride);
     if (auto const onTarget = values.Value("RunningOnTarget"); !onTarget.empty())
         values.SetRunningOnTarget(onTarget == "true");
-    properties_ = std::make_shared<PublishingPropertyManager>(threads_, ArchiveAttempts, ArchivePause,
-                                                              values.GetComponentIdentifier(), ArchivePath());
+    std::chrono::milliseconds const followTimeout(values.ExternalPropertySubscriptionTimeoutMS());
+    properties_ = std::make_shared<PublishingPropertyManager>(
+        threads_, ArchiveAttempts, ArchivePause, values.GetComponentIdentifier(), ArchivePath(), followTimeout);
     LoadApplicationFonts();
 }

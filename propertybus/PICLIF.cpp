@@ -11,7 +11,6 @@
 #include <cerrno>
 #include <cstring>
 
-#include "foundation/AppSettings.h"
 #include "foundation/DebugZones.h"
 #include "propertybus/PublishingPropertyManager.h"
 #include "propertybus/SocketAddress.h"
@@ -87,8 +86,11 @@ private:
     std::shared_ptr<PublishingPropertyManager> properties_ = link_->properties_;
 };
 
-PICLIF::PICLIF(ThreadFactory& threads, std::shared_ptr<PublishingPropertyManager> properties)
-    : threads_(threads), properties_(std::move(properties)), wake_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+PICLIF::PICLIF(ThreadFactory& threads, std::shared_ptr<PublishingPropertyManager> properties, std::string name)
+    : threads_(threads),
+      properties_(std::move(properties)),
+      name_(std::move(name)),
+      wake_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
     agent_ = std::make_shared<Agent>(*this);
     properties_->SetSender([this](PiclMessage const& message) { return Enqueue(message); });
 }
@@ -170,7 +172,7 @@ bool PICLIF::TryConnect() {
         kept = kept_;
     }
     DebugLog(PICL, "connected to " + socketPath_.string());
-    Enqueue({.type = PiclMessage::Type::Hello, .value = AppSettings::GetInstance().ComponentName()});
+    Enqueue({.type = PiclMessage::Type::Hello, .value = name_});
     for (auto const& message : kept) Enqueue(message);
     properties_->PostLinkUp();
     return true;

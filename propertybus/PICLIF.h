@@ -18,7 +18,8 @@ class ThreadFactory;
 /// everything is published and subscribed to anew.
 class PICLIF {
 public:
-    PICLIF(ThreadFactory& threads, std::shared_ptr<PublishingPropertyManager> properties);
+    /// `name`: by which this process introduces itself to the server.
+    PICLIF(ThreadFactory& threads, std::shared_ptr<PublishingPropertyManager> properties, std::string name = {});
     ~PICLIF();
     PICLIF(PICLIF const&) = delete;
     PICLIF& operator=(PICLIF const&) = delete;
@@ -46,6 +47,7 @@ private:
 
     ThreadFactory& threads_;
     std::shared_ptr<PublishingPropertyManager> properties_;
+    std::string const name_;
     std::shared_ptr<Agent> agent_;
     std::filesystem::path socketPath_;
     std::thread::id thread_;

@@ -1,18 +1,19 @@
 #include "propertybus/PublishingPropertyManager.h"
 
-#include "foundation/AppSettings.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Files.h"
 #include "foundation/Json.h"
 
 PublishingPropertyManager::PublishingPropertyManager(ThreadFactory& threads, unsigned archiveAttempts,
                                                      unsigned archivePause, std::string component,
-                                                     std::filesystem::path archive)
+                                                     std::filesystem::path archive,
+                                                     std::chrono::milliseconds followTimeout)
     : DefaultPropertyManager(&threads),
       component_(std::move(component)),
       archivePath_(std::move(archive)),
       archiveAttempts_(archiveAttempts),
-      archivePause_(archivePause) {
+      archivePause_(archivePause),
+      followTimeout_(followTimeout) {
     ReadJsonSettings(ReadRegularFile(archivePath_), [this](std::string_view identifier, std::string_view value) {
         archive_[std::string(identifier)] = value;
     });
@@ -54,8 +55,8 @@ void PublishingPropertyManager::AskFor(std::shared_ptr<Property> const& property
     auto const& name = property->Name();
     PropertyAddress const address{component, name.group, name.identifier};
     bool const asked = ConnectToBus(address, property, Role::Follower, false);
-    std::chrono::milliseconds const timeout(AppSettings::GetInstance().ExternalPropertySubscriptionTimeoutMS());
-    if (!asked || !WaitForAnswer(address, timeout)) DebugLog(PropertyWarning, name.label + " is not answered for yet");
+    if (!asked || !WaitForAnswer(address, followTimeout_))
+        DebugLog(PropertyWarning, name.label + " is not answered for yet");
 }
 
 void PublishingPropertyManager::StopThread() {

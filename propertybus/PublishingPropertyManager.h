@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -18,8 +19,10 @@ public:
     PublishingPropertyManager() : DefaultPropertyManager(nullptr) {}
     /// `archive`: the file in which archived values are kept. It is written within a second of a change, and by
     /// StopThread and the destructor. A write that fails is tried again, so many times, with so many seconds between.
+    /// `followTimeout`: how long Follow waits.
     PublishingPropertyManager(ThreadFactory& threads, unsigned archiveAttempts, unsigned archivePause,
-                              std::string component, std::filesystem::path archive);
+                              std::string component, std::filesystem::path archive,
+                              std::chrono::milliseconds followTimeout = std::chrono::seconds(5));
     ~PublishingPropertyManager() override;
 
     void StopThread() override;
@@ -41,8 +44,7 @@ public:
         return property;
     }
 
-    /// Follows a property of another component; waits for its value up to the time that AppSettings allows, if there is
-    /// a server at all.
+    /// Follows a property of another component; waits some time for its value, if there is a server at all.
     template <typename T, typename... Args>
     std::shared_ptr<T> Follow(std::string const& component, ExternalAppRegistration registration, PropertyName name,
                               Args&&... args) {
@@ -94,6 +96,7 @@ private:
     std::filesystem::path const archivePath_;
     unsigned const archiveAttempts_ = 0;
     std::chrono::seconds const archivePause_{};
+    std::chrono::milliseconds const followTimeout_{};
     std::mutex archiveMutex_;
     std::map<std::string, std::string> archive_;  // value texts by identifier
     bool archiveChanged_ = false;                 // since it was written

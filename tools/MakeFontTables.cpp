@@ -15,7 +15,6 @@
 #include "fields/text/TrueTypeUtils.h"
 #include "printengine/src/fonts/EmSize.h"
 #include "printengine/src/fonts/FaceChain.h"
-#include "printengine/src/fonts/FontFiles.h"
 
 namespace {
 
@@ -267,10 +266,10 @@ std::string MakeTables(FaceChain& faces) {
 
 int main(int argc, char** argv) try {
     if (argc != 3) throw std::runtime_error("usage: MakeFontTables FONTFOLDER OUTPUT.cpp");
-    FontFiles::Process().SetFolder(argv[1]);
     FaceStore store;
+    store.Files().SetFolder(argv[1]);
     for (auto const* name : {Font0File, Font0Supplement}) {
-        if (!store.Open(FontFiles::Process().Find(name)))
+        if (!store.Open(store.Files().Find(name)))
             throw std::runtime_error(std::string(name) + " is not there: install the packages of packages.txt");
     }
     FaceChain faces(store, "0", {}, {Font0File, Font0Supplement});

@@ -28,7 +28,7 @@ struct Gs1Options {
 };
 
 void RenderGs1(ContextProcessor& processor, Gs1Options const& options) {
-    static Memoizer<10, decltype(&EncodeGs1), std::string, Gs1Type, unsigned> encode(&EncodeGs1);
+    thread_local Memoizer<10, decltype(&EncodeGs1), std::string, Gs1Type, unsigned> encode(&EncodeGs1);
     if (!processor.GetGraphicContext()) return;
     auto const& symbol = encode(processor.at(ZplContextKeys::FieldData), options.type, options.segments);
     if (auto const message = GetBarcodeErrorMessage(symbol.status))

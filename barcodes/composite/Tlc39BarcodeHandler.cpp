@@ -32,7 +32,7 @@ struct Tlc39Options {
 };
 
 void RenderTlc39(ContextProcessor& processor, Tlc39Options const& options) {
-    static Memoizer<10, decltype(&Tlc39Encoder::Encode), std::string> encode(&Tlc39Encoder::Encode);
+    thread_local Memoizer<10, decltype(&Tlc39Encoder::Encode), std::string> encode(&Tlc39Encoder::Encode);
     if (!processor.GetGraphicContext()) return;
     std::string const& data = processor.at(ZplContextKeys::FieldData);
     if (auto const message = GetBarcodeErrorMessage(Tlc39Encoder::Validate(data)))

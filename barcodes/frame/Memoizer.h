@@ -9,7 +9,7 @@
 namespace ZplCore {
 
 /// Keeps the last N results of a costly function by its arguments. The oldest result goes first, used or not. A
-/// reference stays valid until N further misses. Not locked: rendering has one thread.
+/// reference stays valid until N further misses. Not locked: each thread that renders keeps its own.
 template <std::size_t N, typename Function, typename... Args>
 class Memoizer {
 public:

@@ -23,7 +23,7 @@ unsigned ModuleSize(ContextProcessor const& processor, DataMatrixOptions const& 
 }
 
 void CreateDataMatrix200(ContextProcessor& processor, DataMatrixOptions const& options) {
-    static Memoizer<10, decltype(&DataMatrix200Encoder::Encode), std::string, DMSize, char, unsigned> encode(
+    thread_local Memoizer<10, decltype(&DataMatrix200Encoder::Encode), std::string, DMSize, char, unsigned> encode(
         &DataMatrix200Encoder::Encode);
     // One side alone is that of a square.
     DMSize const size{options.columns ? options.columns : options.rows, options.rows ? options.rows : options.columns};
@@ -40,7 +40,7 @@ void CreateDataMatrix200(ContextProcessor& processor, DataMatrixOptions const& o
 }
 
 void CreateDataMatrix0to140(ContextProcessor& processor, DataMatrixOptions const& options) {
-    static Memoizer<10, decltype(&DataMatrix0to140Encoder::Encode), std::string, int, int, int> encode(
+    thread_local Memoizer<10, decltype(&DataMatrix0to140Encoder::Encode), std::string, int, int, int> encode(
         &DataMatrix0to140Encoder::Encode);
     std::string const& data = processor.at(ZplContextKeys::FieldData);
     bool const isSquare = options.columns == 0 || options.rows == 0 || options.columns == options.rows;

@@ -31,7 +31,7 @@ unsigned Magnification(ZplCommand const& command, std::size_t index, ContextProc
 }
 
 void RenderQr(ContextProcessor& processor, unsigned magnification, char level, unsigned mask) {
-    static Memoizer<10, decltype(&QREncoder::Encode), std::string, QROptions> encode(&QREncoder::Encode);
+    thread_local Memoizer<10, decltype(&QREncoder::Encode), std::string, QROptions> encode(&QREncoder::Encode);
     auto const field = ReadQrFieldData(processor.at(ZplContextKeys::FieldData), level, mask);
     if (!field.dropped.empty())
         Log::Report(LogTopic::Data,
@@ -44,7 +44,7 @@ void RenderQr(ContextProcessor& processor, unsigned magnification, char level, u
 }
 
 void RenderAztec(ContextProcessor& processor, unsigned magnification, AztecOptions const& options) {
-    static Memoizer<10, decltype(&AztecEncoder::Encode), std::string, AztecOptions> encode(&AztecEncoder::Encode);
+    thread_local Memoizer<10, decltype(&AztecEncoder::Encode), std::string, AztecOptions> encode(&AztecEncoder::Encode);
     std::string const& data = processor.at(ZplContextKeys::FieldData);
     RenderMatrix(
         processor, AztecEncoder::Validate(data, options),

@@ -10,7 +10,7 @@
 namespace ZplCore {
 
 void RenderMaxiCode(ContextProcessor& processor, MaxiCodeOptions const& options) {
-    static Memoizer<10, decltype(&MaxiCodeEncoder::Encode), std::string, unsigned, unsigned, unsigned> encode(
+    thread_local Memoizer<10, decltype(&MaxiCodeEncoder::Encode), std::string, unsigned, unsigned, unsigned> encode(
         &MaxiCodeEncoder::Encode);
     if (!processor.GetGraphicContext()) return;
     std::string const& data = processor.at(ZplContextKeys::FieldData);

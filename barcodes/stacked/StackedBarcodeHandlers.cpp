@@ -60,7 +60,7 @@ struct Pdf417Options {
 };
 
 void RenderPdf417(ContextProcessor& processor, Pdf417Options const& options) {
-    static Memoizer<10, decltype(&PDF417Encoder::Encode), std::string, unsigned, unsigned, unsigned, bool> encode(
+    thread_local Memoizer<10, decltype(&PDF417Encoder::Encode), std::string, unsigned, unsigned, unsigned, bool> encode(
         &PDF417Encoder::Encode);
     if (!processor.GetGraphicContext()) return;
     std::string const& data = processor.at(ZplContextKeys::FieldData);
@@ -75,7 +75,7 @@ StackedBarcodeModel MicroPdfEncodeWithoutLinkageParam(std::string const& data, M
 }
 
 void RenderMicroPdf(ContextProcessor& processor, unsigned rowHeight, unsigned mode) {
-    static Memoizer<10, decltype(&MicroPdfEncodeWithoutLinkageParam), std::string, MicroPDF417Shape> encode(
+    thread_local Memoizer<10, decltype(&MicroPdfEncodeWithoutLinkageParam), std::string, MicroPDF417Shape> encode(
         &MicroPdfEncodeWithoutLinkageParam);
     if (!processor.GetGraphicContext()) return;
     std::string const& data = processor.at(ZplContextKeys::FieldData);

@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "desktop/bus/PropertyServer.h"
-#include "foundation/AppSettings.h"
+#include "foundation/DebugZones.h"
 
 // usage: propertyserver SOCKET ARCHIVE
 int main(int argc, char** argv) {
@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
         std::fputs("usage: propertyserver SOCKET ARCHIVE\n", stderr);
         return 2;
     }
-    AppSettings::GetInstance().SetComponentName("propertyserver");
+    SetDebugLogName("propertyserver");
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGTERM);

@@ -14,7 +14,7 @@ class BusComponent {
 public:
     BusComponent(ThreadFactory& threads, char const* component, std::filesystem::path const& socket)
         : properties_(std::make_shared<PublishingPropertyManager>(threads, 0, 0, component, "")),
-          link_(threads, properties_) {
+          link_(threads, properties_, "zpl serve") {
         properties_->StartThread();
         link_.Connect(socket);
     }

@@ -11,7 +11,8 @@ struct ServeOptions {
     std::string host = "127.0.0.1";
     unsigned port = 9100;
     std::filesystem::path outputFolder = ".";
-    std::filesystem::path stateFolder;  ///< empty for the user's own
+    std::filesystem::path stateFolder;    ///< the user's own unless one is named
+    std::filesystem::path programFolder;  ///< of this program, where its processes are found from
     unsigned dpi = 203;
     double widthInches = 4;
     double heightInches = 6;

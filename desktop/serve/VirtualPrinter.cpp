@@ -40,8 +40,6 @@ bool HasDisplay() {
            qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
 }
 
-std::filesystem::path ProgramPath(char const* program) { return AppSettings::GetInstance().AppBin() / program; }
-
 /// Whatever ends this process ends the other too; but what is typed at the terminal is for this one alone.
 void EndWithThisProcess(QProcess& process) {
     process.setChildProcessModifier([] {
@@ -73,8 +71,7 @@ ServeOptions const& Checked(ServeOptions const& options) {
 }
 
 std::filesystem::path StateFolder(ServeOptions const& options) {
-    auto const folder = options.stateFolder.empty() ? AppSettings::GetInstance().StorageDir() / "printer"
-                                                    : std::filesystem::absolute(options.stateFolder);
+    auto const folder = std::filesystem::absolute(options.stateFolder);
     RequireUtf8(folder, "--state DIR names another folder");
     MakeFolder(folder);
     MakeFolder(folder / "zplhost");
@@ -241,7 +238,7 @@ QProcessEnvironment VirtualPrinter::Environment() const {
 }
 
 void VirtualPrinter::Start(QProcess& process, char const* program, QStringList const& arguments) {
-    auto const path = ProgramPath(program);
+    auto const path = options_.programFolder / program;
     QProcessEnvironment environment = Environment();
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     process.setProcessEnvironment(environment);
@@ -293,7 +290,7 @@ void VirtualPrinter::OpenPreview() {
     preview_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     preview_.setStandardInputFile(QProcess::nullDevice());
     EndWithThisProcess(preview_);
-    auto const path = ProgramPath("../plugin/zplpreview");
+    auto const path = options_.programFolder / "../plugin/zplpreview";
     preview_.start(QString::fromStdString(path.string()), {});
     if (!preview_.waitForStarted()) Tell("cannot run " + path.string());
 }

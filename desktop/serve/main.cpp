@@ -9,9 +9,10 @@
 #include "desktop/Options.h"
 #include "desktop/serve/VirtualPrinter.h"
 #include "foundation/AppSettings.h"
+#include "foundation/DebugZones.h"
 
 int main(int argc, char** argv) {
-    AppSettings::GetInstance().SetComponentName("zpl serve");
+    SetDebugLogName("zpl serve");
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGTERM);
@@ -21,7 +22,10 @@ int main(int argc, char** argv) {
     if (sigaction(SIGHUP, nullptr, &hangUp) == 0 && hangUp.sa_handler != SIG_IGN) sigaddset(&signals, SIGHUP);
     try {
         CommandRow const& command = *FindCommand("serve");
-        ServeOptions const options = ReadArguments(command, {argv + 1, argv + argc}).serve;
+        ServeOptions options = ReadArguments(command, {argv + 1, argv + argc}).serve;
+        auto const& settings = AppSettings::GetInstance();
+        options.programFolder = settings.AppBin();
+        if (options.stateFolder.empty()) options.stateFolder = settings.StorageDir() / "printer";
         if (options.help) return std::fputs(HelpText(command).c_str(), stdout) < 0 ? 2 : 0;
         // A reader of what is printed here that goes away is no reason to go too.
         signal(SIGPIPE, SIG_IGN);

@@ -3,11 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "Scripting/GraphicContext.h"
 #include "fields/placement/UnitConversion.h"
 #include "fields/text/TrueTypeUtils.h"
-#include "foundation/AppSettings.h"
 #include "foundation/Log.h"
 #include "foundation/Quoted.h"
 #include "frontend/context/ObjectName.h"
@@ -200,15 +198,13 @@ int TextProcessing::Get600DpiVerticalOffset(FontName const& name, Scripting::Dpi
     return orientation == ZplOrientation::Normal || orientation == ZplOrientation::BottomUp ? half : -half;
 }
 
-void UseFontFilesOfSettings() {
-    std::string const setting = AppSettings::GetInstance().Value("FontFiles");
+void UseFontFiles(std::string_view setting, PrintEngine::Printing::TrueTypeCacheCreator& fonts) {
     for (std::string_view rest = setting; !rest.empty();) {
         std::string_view const entry = rest.substr(0, rest.find(';'));
         rest.remove_prefix(std::min(entry.size() + 1, rest.size()));
         auto const equals = entry.find('=');
         if (equals == 0 || equals == entry.npos) continue;
-        PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetFontFile(ToAsciiUpper(entry.substr(0, equals)),
-                                                                               entry.substr(equals + 1));
+        fonts.SetFontFile(ToAsciiUpper(entry.substr(0, equals)), entry.substr(equals + 1));
     }
 }
 

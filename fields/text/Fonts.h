@@ -4,6 +4,7 @@
 #include <utility>
 #include <variant>
 
+#include "PrintEngine/Printing/TrueTypeCacheCreator.h"
 #include "Scripting/Dpi.h"
 #include "frontend/context/ContextProcessor.h"
 #include "frontend/context/ZplValueTypes.h"
@@ -53,9 +54,9 @@ FontName GetZplFont(ContextProcessor const& processor);
 std::variant<BitmapFontInfo, TrueTypeFontInfo> GetFontScaleInfo(FontName const& name,
                                                                 ContextProcessor const& processor);
 
-/// Lets the files that the setting `FontFiles` names draw fonts: NAME=FILE.ttf, parted by semicolons, where NAME is a
-/// font letter or an object name without its device. Once, when the process starts.
-void UseFontFilesOfSettings();
+/// Lets files draw fonts: `setting` is NAME=FILE.ttf, parted by semicolons, where NAME is a font letter or an object
+/// name without its device.
+void UseFontFiles(std::string_view setting, PrintEngine::Printing::TrueTypeCacheCreator& fonts);
 
 namespace TextProcessing {
 /// Added to the y (dots) of a text's render point: fonts E and H stand differently at 600 dpi.

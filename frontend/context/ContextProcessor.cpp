@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <mutex>
 
 #include "foundation/Files.h"
 #include "foundation/Log.h"
@@ -31,17 +32,22 @@ PackedCommands Tokenize(std::string_view content) {
 }
 
 /// The commands of the stored format at `path`, which holds `content`. A batch recalls one format for each of its
-/// labels; they share it as long as one of them waits to be drawn.
+/// labels; they share it as long as one of them waits to be drawn. What has the same content is the same for all, so
+/// that all sessions of the process may share it too.
 std::shared_ptr<PackedCommands const> ReadStoredFormat(std::filesystem::path const& path, std::string content) {
     struct Recalled {
         std::string content;
         PackedCommands commands;
     };
+    static std::mutex mutex;
     static std::map<std::filesystem::path, std::weak_ptr<Recalled const>> recalled;
+    std::unique_lock lock(mutex);
     auto found = recalled[path].lock();
+    lock.unlock();
     if (!found || found->content != content) {
         auto commands = Tokenize(content);
         found = std::make_shared<Recalled const>(Recalled{std::move(content), std::move(commands)});
+        lock.lock();
         std::erase_if(recalled, [](auto const& entry) { return entry.second.expired(); });
         recalled[path] = found;
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <mutex>
 #include <string>
 #include <system_error>
 
@@ -26,23 +27,51 @@ std::uintmax_t SpaceOfFile(std::filesystem::path const& path) {
 }
 
 /// What each device folder holds, counted once and kept: a stream may store thousands of objects, and looking at all
-/// others for each would take ever longer.
-std::map<std::filesystem::path, std::uintmax_t>& UsedSpace() {
-    static std::map<std::filesystem::path, std::uintmax_t> used;
-    return used;
-}
-
-std::uintmax_t& UsedSpaceOf(std::filesystem::path const& folder) {
-    std::error_code error;
-    // A folder that is gone is an empty device.
-    if (!std::filesystem::exists(folder, error)) UsedSpace().erase(folder);
-    auto const [entry, isNew] = UsedSpace().try_emplace(folder, 0);
-    if (isNew) {
-        for (std::filesystem::directory_iterator file(folder, error), end; !error && file != end; file.increment(error))
-            entry->second += SpaceOfFile(file->path());
+/// others for each would take ever longer. It tells of folders of the disk, and so belongs to all sessions of the
+/// process.
+class UsedSpace {
+public:
+    static UsedSpace& Process() {
+        static UsedSpace used;
+        return used;
     }
-    return entry->second;
-}
+
+    /// Takes the room for an object of `size` bytes in place of the file at `path`, and makes its folder; false if
+    /// there is not so much.
+    bool Take(std::filesystem::path const& path, std::size_t size, std::error_code& error) {
+        std::lock_guard const lock(mutex_);
+        auto& used = Of(path.parent_path());
+        auto const others = used - std::min(used, SpaceOfFile(path));
+        if (others + SpaceOf(size) > MaximumStoredBytes) return false;
+        used = others + SpaceOf(size);
+        // Under the lock, as a folder that is not there counts as empty.
+        std::filesystem::create_directories(path.parent_path(), error);
+        return true;
+    }
+
+    /// Counts the folder of that file anew when it is next asked for.
+    void Forget(std::filesystem::path const& path) {
+        std::lock_guard const lock(mutex_);
+        used_.erase(path.parent_path());
+    }
+
+private:
+    std::uintmax_t& Of(std::filesystem::path const& folder) {
+        std::error_code error;
+        // A folder that is gone is an empty device.
+        if (!std::filesystem::exists(folder, error)) used_.erase(folder);
+        auto const [entry, isNew] = used_.try_emplace(folder, 0);
+        if (isNew) {
+            for (std::filesystem::directory_iterator file(folder, error), end; !error && file != end;
+                 file.increment(error))
+                entry->second += SpaceOfFile(file->path());
+        }
+        return entry->second;
+    }
+
+    std::mutex mutex_;
+    std::map<std::filesystem::path, std::uintmax_t> used_;
+};
 
 }  // namespace
 
@@ -53,15 +82,12 @@ bool StoreObject(std::filesystem::path const& folder, ObjectName const& name, st
     };
     if (name.device == ReadOnlyDevice) return refuse(LogTopic::File, "its device is read-only");
     auto const path = folder / name.Path();
-    auto& used = UsedSpaceOf(path.parent_path());
-    auto const others = used - std::min(used, SpaceOfFile(path));
-    if (others + SpaceOf(bytes.size()) > MaximumStoredBytes) return refuse(LogTopic::Limit, "its device is full");
     std::error_code error;
-    std::filesystem::create_directories(path.parent_path(), error);
+    if (!UsedSpace::Process().Take(path, bytes.size(), error)) return refuse(LogTopic::Limit, "its device is full");
     if (!error) error = WriteFileAtomically(path, bytes, WholeAfter::PowerLoss);
-    if (error) return refuse(LogTopic::File, error.message());
-    used = others + SpaceOf(bytes.size());
-    return true;
+    if (!error) return true;
+    UsedSpace::Process().Forget(path);
+    return refuse(LogTopic::File, error.message());
 }
 
 void ClearMemoryDevice(std::filesystem::path const& folder) {

@@ -4,7 +4,6 @@
 
 #include "Scripting/GraphicContext.h"
 #include "Scripting/PrinterContextInterface.h"
-#include "foundation/AppSettings.h"
 #include "foundation/Log.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ObjectStore.h"
@@ -35,8 +34,8 @@ bool HoldsPrefixes(ZplCommand const& command) {
 
 }  // namespace
 
-ZplCommandProcessor::ZplCommandProcessor(CommandHandlerPool const& handlerPool)
-    : handlerPool_(handlerPool), contextProcessor_(AppSettings::GetInstance().FormatsDir()) {}
+ZplCommandProcessor::ZplCommandProcessor(CommandHandlerPool const& handlerPool, std::filesystem::path formatsFolder)
+    : handlerPool_(handlerPool), contextProcessor_(std::move(formatsFolder)) {}
 
 void ZplCommandProcessor::SetPrinterContext(std::shared_ptr<Scripting::PrinterContextInterface> context) {
     contextProcessor_.SetPrinterContext(std::move(context));

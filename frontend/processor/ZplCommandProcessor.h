@@ -48,7 +48,8 @@ public:
     /// processor was made.
     using UnknownCommandObserver = std::function<void(ZplCommand const& command, std::uint64_t offset)>;
 
-    explicit ZplCommandProcessor(CommandHandlerPool const& handlerPool);
+    /// `formatsFolder`: where formats and graphics that streams store are kept.
+    ZplCommandProcessor(CommandHandlerPool const& handlerPool, std::filesystem::path formatsFolder);
 
     void SetPrinterContext(std::shared_ptr<Scripting::PrinterContextInterface> context);
     void SetGraphicContext(std::shared_ptr<Scripting::GraphicContext> context);

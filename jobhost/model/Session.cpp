@@ -1,7 +1,6 @@
 #include "jobhost/model/Session.h"
 
 #include "fields/ink/FieldMap.h"
-#include "foundation/AppSettings.h"
 #include "jobhost/model/ZPLProcessorInterface.h"
 
 namespace Zpl::Host {
@@ -9,10 +8,11 @@ namespace Zpl::Host {
 Session::Session(ZPLProcessorInterface& model, std::shared_ptr<Context> systemContext,
                  PrintEngine::Printing::TrueTypeCacheCreator& fontCache,
                  std::shared_ptr<Scripting::PrinterContextInterface> printerContext,
-                 CommandHandlerPool const& handlerPool)
-    : processor_(handlerPool) {
-    Scripting::ScriptGraphicContext::InitializeFontManager(AppSettings::GetInstance().SystemFontsDir());
+                 CommandHandlerPool const& handlerPool, MachineSettings const& machine)
+    : processor_(handlerPool, machine.formatsFolder) {
+    Scripting::ScriptGraphicContext::InitializeFontManager(fontCache, machine.fontsFolder);
     graphicContext_ = std::make_shared<Scripting::ScriptGraphicContext>(fontCache, printerContext);
+    graphicContext_->SetJobsFolder(machine.jobsFolder);
     graphicContext_->StartNewJob();
 
     auto& parts = model.PartManager();

@@ -6,6 +6,7 @@
 
 #include "PrintEngine/PartManagement/LabelPart.h"
 #include "Scripting/ScriptGraphicContext.h"
+#include "foundation/MachineSettings.h"
 #include "frontend/processor/ZplCommandProcessor.h"
 
 class ZPLProcessorInterface;
@@ -17,7 +18,8 @@ class Session {
 public:
     Session(ZPLProcessorInterface& model, std::shared_ptr<Context> systemContext,
             PrintEngine::Printing::TrueTypeCacheCreator& fontCache,
-            std::shared_ptr<Scripting::PrinterContextInterface> printerContext, CommandHandlerPool const& handlerPool);
+            std::shared_ptr<Scripting::PrinterContextInterface> printerContext, CommandHandlerPool const& handlerPool,
+            MachineSettings const& machine);
 
     ZplCommandProcessor::ProcessResult Consume(std::string_view input, bool controlCommandsOnly, bool flushAtEnd) {
         return processor_.ProcessString(input, controlCommandsOnly, flushAtEnd);

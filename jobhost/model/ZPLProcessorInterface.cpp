@@ -2,8 +2,6 @@
 
 #include "PrintEngine/Printing/JobFileSystemStrings.h"
 #include "PrintEngine/Printing/JobMetaData.h"
-#include "foundation/AppSettings.h"
-#include "foundation/Features.h"
 #include "propertybus/PICLServerAgent.h"
 #include "propertybus/PropertyIdentifiers.h"
 #include "propertybus/PublishingPropertyManager.h"
@@ -17,14 +15,14 @@ constexpr std::uint32_t DefaultContinuousLength = 500;  // thousandths of an inc
 constexpr std::uint32_t DefaultDpi = 203;
 
 /// On the printer nothing makes sense before the driver is there.
-void WaitForDriver(PICLServerAgent& agent) {
+void WaitForDriver(PICLServerAgent& agent, Features const& features) {
     using namespace PropertyNames;
     auto const wait = [&](char const* component, char const* property) {
         PICLGetSetHelper::WaitUntilPropertyAvailable(agent, component, PropertyGroups::PrintOperations, property);
     };
     wait(ComponentIdentifiers::FirmwareDriver, PrintJobStatus);
     wait(ComponentIdentifiers::FirmwareDriver, JobToPrintPathName);
-    if (!Features::Exists(FeatureNames::spooledPrintManager)) return;
+    if (!features.Has(FeatureNames::spooledPrintManager)) return;
     wait(ComponentIdentifiers::PerMainAndApps, ZPLCancelAllJobs);
     wait(ComponentIdentifiers::PerMainAndApps, PrintingUnPaused);
 }
@@ -35,15 +33,17 @@ void WaitForDriver(PICLServerAgent& agent) {
     PropertyName { PropertyNames::property, PropertyNameStrings::property, PropertyGroups::group }
 
 std::shared_ptr<ZPLProcessorInterface> ZPLProcessorInterface::Create(std::shared_ptr<PublishingPropertyManager> manager,
-                                                                     std::shared_ptr<PICLServerAgent> agent) {
-    return std::shared_ptr<ZPLProcessorInterface>(new ZPLProcessorInterface(std::move(manager), std::move(agent)));
+                                                                     std::shared_ptr<PICLServerAgent> agent,
+                                                                     MachineSettings const& machine) {
+    return std::shared_ptr<ZPLProcessorInterface>(
+        new ZPLProcessorInterface(std::move(manager), std::move(agent), machine));
 }
 
 // In this order: it is the order in which the properties appear on the bus.
 ZPLProcessorInterface::ZPLProcessorInterface(std::shared_ptr<PublishingPropertyManager> manager,
-                                             std::shared_ptr<PICLServerAgent> agent)
+                                             std::shared_ptr<PICLServerAgent> agent, MachineSettings const& machine)
     : manager_(std::move(manager)), agent_(std::move(agent)) {
-    if (agent_ && AppSettings::GetInstance().RunningOnTarget()) WaitForDriver(*agent_);
+    if (agent_ && machine.runningOnTarget) WaitForDriver(*agent_, machine.features);
     CreateStreamProperties(*manager_);
     CreatePrintProperties(*manager_);
     renderingJob_ = std::dynamic_pointer_cast<BoolProperty>(manager_->Find(PropertyNames::ZPLRenderingJob));

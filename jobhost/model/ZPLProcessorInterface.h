@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "PrintEngine/PartManagement/PrinterLabelPartManager.h"
+#include "foundation/MachineSettings.h"
 #include "jobhost/model/NetworkResponse.h"
 #include "propertybus/Property.h"
 
@@ -23,9 +24,10 @@ inline constexpr std::uint32_t Manual = 3;
 /// The model of the interpreter: the properties that the process publishes or follows, and the label part in use.
 class ZPLProcessorInterface {
 public:
-    /// Without a server agent the properties belong to this process alone.
+    /// Without a server agent the properties belong to this process alone. On a printer it waits for the driver.
     static std::shared_ptr<ZPLProcessorInterface> Create(std::shared_ptr<PublishingPropertyManager> manager,
-                                                         std::shared_ptr<PICLServerAgent> agent);
+                                                         std::shared_ptr<PICLServerAgent> agent,
+                                                         MachineSettings const& machine = {});
 
     std::shared_ptr<StringProperty> GetMissingZplCommandsProperty() const { return missingCommands_; }
     std::shared_ptr<UInt32Property> GetLifetimeZplScriptsCountProperty() const { return lifetimeScriptCount_; }
@@ -87,7 +89,8 @@ public:
     void ResetStreamCharacters();
 
 private:
-    ZPLProcessorInterface(std::shared_ptr<PublishingPropertyManager> manager, std::shared_ptr<PICLServerAgent> agent);
+    ZPLProcessorInterface(std::shared_ptr<PublishingPropertyManager> manager, std::shared_ptr<PICLServerAgent> agent,
+                          MachineSettings const& machine);
     void CreateStreamProperties(PublishingPropertyManager& manager);
     void CreatePrintProperties(PublishingPropertyManager& manager);
     void Write(char const* component, char const* property, std::string const& value);

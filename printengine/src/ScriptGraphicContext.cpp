@@ -3,12 +3,12 @@
 #include <algorithm>
 
 #include "printengine/src/ScriptGraphicContextState.h"
-#include "printengine/src/fonts/FontFiles.h"
 
 namespace Scripting {
 
-void ScriptGraphicContext::InitializeFontManager(std::filesystem::path const& systemFontsFolder) {
-    PrintEngine::Fonts::FontFiles::Process().SetFolder(systemFontsFolder);
+void ScriptGraphicContext::InitializeFontManager(PrintEngine::Printing::TrueTypeCacheCreator& fonts,
+                                                 std::filesystem::path const& systemFontsFolder) {
+    fonts.GetCache().Files().SetFolder(systemFontsFolder);
 }
 
 ScriptGraphicContext::ScriptGraphicContext(PrintEngine::Printing::TrueTypeCacheCreator& fonts,
@@ -18,6 +18,8 @@ ScriptGraphicContext::ScriptGraphicContext(PrintEngine::Printing::TrueTypeCacheC
 }
 
 ScriptGraphicContext::~ScriptGraphicContext() = default;
+
+void ScriptGraphicContext::SetJobsFolder(std::filesystem::path folder) { state_->jobsFolder = std::move(folder); }
 
 void ScriptGraphicContext::StartNewJob() {
     state_->storedPicture.reset();

@@ -58,7 +58,7 @@ std::string ScriptGraphicContext::StartJob(std::string_view jobName, unsigned to
                                            std::vector<PageRangeRfidOperations> const& tagOperations,
                                            std::optional<int> density, bool pauseAfterJob) {
     std::error_code error;
-    auto path = PrintEngine::Pages::MakeJobFolder(PrintProcessHandler::GetInstance()->JobsFolder(), jobName, error);
+    auto path = PrintEngine::Pages::MakeJobFolder(state_->jobsFolder, jobName, error);
     auto const now = std::chrono::system_clock::now().time_since_epoch();
     JobMetaData const metaData{
         .jobName = std::string(jobName),
@@ -78,8 +78,7 @@ std::string ScriptGraphicContext::StartJob(std::string_view jobName, unsigned to
     }
     state_->fileError = error ? error.message() : std::string();
     if (error) {
-        PrintProcessHandler::GetInstance()->Warn("no folder can be made for job \"" + std::string(jobName) +
-                                                 "\": " + state_->fileError);
+        state_->fonts.Warn("no folder can be made for job \"" + std::string(jobName) + "\": " + state_->fileError);
     }
     return path.string();
 }
@@ -139,10 +138,8 @@ void ScriptGraphicContext::EndLabel(LabelSettings const& settings) {
     Extent const wanted = state.PixelsOf(enlarged(settings.labelWidth), enlarged(settings.labelLength));
     Extent const page = Drawable(wanted);
     state.drawnSize = Drawable(state.PixelsOf(settings.labelWidth, settings.labelLength));
-    if (page != wanted) {
-        PrintProcessHandler::GetInstance()->Warn("a page of " + Text(wanted) + " pixels is too large, only " +
-                                                 Text(page) + " are drawn");
-    }
+    if (page != wanted)
+        state.fonts.Warn("a page of " + Text(wanted) + " pixels is too large, only " + Text(page) + " are drawn");
     state.layout.width = page.width;
     state.layout.height = page.height;
     state.layout.turned = !settings.upright;
@@ -179,7 +176,7 @@ void ScriptGraphicContext::RenderPage(std::filesystem::path const& jobPath, unsi
         // A full disk, say, keeps all further pages of a job away, and is told once.
         std::string const reason = " of job " + jobPath.filename().string() + " cannot be written: " + state.fileError;
         if (std::exchange(state.toldReason, reason) != reason)
-            PrintProcessHandler::GetInstance()->Warn("page " + std::to_string(pageNumber + 1) + reason);
+            state.fonts.Warn("page " + std::to_string(pageNumber + 1) + reason);
         return;
     }
     state.toldReason.clear();

@@ -1,6 +1,5 @@
 #include <algorithm>
 
-#include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "printengine/src/ScriptGraphicContextState.h"
 #include "printengine/src/raster/InkOf.h"
 #include "printengine/src/raster/ScaledPicture.h"
@@ -121,7 +120,7 @@ void ScriptGraphicContext::DrawImage(Bitmap const& bitmap, int x, int y, unsigne
     bool const isLevel = state_->degrees == 0;
     if (isLevel ? std::max(targetWidth, targetHeight) >= PixelScale::Farthest
                 : std::int64_t{targetWidth} * targetHeight > Raster::MaxDots) {
-        PrintEngine::Printing::PrintProcessHandler::GetInstance()->Warn("an image is too large to be scaled, left out");
+        state_->fonts.Warn("an image is too large to be scaled, left out");
         return;
     }
     auto const blit = [&](PixelBox const& part) {

@@ -71,6 +71,7 @@ struct ScriptGraphicContext::State {
     PrintEngine::Printing::TrueTypeCacheCreator::Cache& fonts;
     std::shared_ptr<PrinterContextInterface> printerContext;
     PrintEngine::PartManagement::LabelPart part;
+    std::filesystem::path jobsFolder;
 
     PrintEngine::Drawing::Raster raster;
     PrintEngine::Drawing::Raster scratch;  ///< where text is put together before it inverts what lies beneath

@@ -1,11 +1,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "printengine/src/ScriptGraphicContextState.h"
 #include "printengine/src/fonts/CellTypeface.h"
 #include "printengine/src/fonts/EmSize.h"
-#include "printengine/src/fonts/FontFiles.h"
 #include "printengine/src/text/Utf8.h"
 
 namespace Scripting {
@@ -77,13 +75,10 @@ void ScriptGraphicContext::State::PaintText(Paint paint) {
         if (isInverting) page.Draw(scratch, PrintEngine::Drawing::Ink::Invert);
         hasLeftOut = hasLeftOut || painter.HasLeftOut();
     });
-    if (hasLeftOut)
-        PrintEngine::Printing::PrintProcessHandler::GetInstance()->Warn("characters larger than a page are left out");
+    if (hasLeftOut) fonts.Warn("characters larger than a page are left out");
 }
 
-std::vector<std::string> ScriptGraphicContext::GetFontFileNames() const {
-    return PrintEngine::Fonts::FontFiles::Process().Names();
-}
+std::vector<std::string> ScriptGraphicContext::GetFontFileNames() const { return state_->fonts.Files().Names(); }
 
 std::string ScriptGraphicContext::PrepareScaledFont(
     std::string_view name, ScaledFontMetrics const& metrics, std::function<bool(char32_t)> const&,

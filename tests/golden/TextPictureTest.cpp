@@ -1,12 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
-#include <fstream>
-
-#include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "fields/text/TrueTypeUtils.h"
-#include "foundation/AppSettings.h"
 #include "frontend/context/Utf8Text.h"
 #include "tests/support/PagePictures.h"
 
@@ -142,12 +136,10 @@ TEST(TextPictures, FilesDrawLettersAndNames) {
     std::string const serif = "/usr/share/fonts/truetype/dejavu/DejaVuSerif.ttf";
     std::string const broken = "examples/shipping-label.zpl";
     auto const draw = [](std::string const& letter, std::string const& file, std::string const& font) {
-        auto* const process = PrintEngine::Printing::PrintProcessHandler::GetInstance();
-        Desk desk{RenderOptions{}};
-        process->SetFontFile(letter, file);
-        Picture const page = DrawPages(desk, Page("^FO10,10" + font + "N,60,60^FDRag1^FS")).at(0);
-        process->SetFontFile(letter, {});
-        return page;
+        RenderOptions options;
+        options.fonts = {{letter, file}};
+        Desk desk(options);
+        return DrawPages(desk, Page("^FO10,10" + font + "N,60,60^FDRag1^FS")).at(0);
     };
     Picture const plain = draw("", "", "^A0");
     for (std::string const letter : {"0", "P", "G", "M"}) {
@@ -161,15 +153,11 @@ TEST(TextPictures, FilesDrawLettersAndNames) {
 }
 
 TEST(TextPictures, SettingsNameFontFiles) {
-    auto const folder = std::filesystem::temp_directory_path() / ("fonts-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(folder);
-    std::ofstream(folder / "s.json")
-        << R"({"FontFiles": "x;=y;SHOP.TTF=/usr/share/fonts/truetype/dejavu/DejaVuSerif.ttf"})";
-    ASSERT_TRUE(AppSettings::GetInstance().LoadFile(folder / "s.json"));
-    std::filesystem::remove_all(folder);
-    auto const desk = MakeStillDesk();
-    EXPECT_EQ(DrawPages(*desk, Page("^FO10,10^A@N,60,60,E:SHOP.TTF^FDRag1^FS")),
-              DrawPages(*desk, Page("^FO10,10^A@N,60,60,E:DEJAVUSERIF.TTF^FDRag1^FS")));
+    RenderOptions options;
+    options.machine.fontFiles = "x;=y;SHOP.TTF=/usr/share/fonts/truetype/dejavu/DejaVuSerif.ttf";
+    Desk desk(options);
+    EXPECT_EQ(DrawPages(desk, Page("^FO10,10^A@N,60,60,E:SHOP.TTF^FDRag1^FS")),
+              DrawPages(desk, Page("^FO10,10^A@N,60,60,E:DEJAVUSERIF.TTF^FDRag1^FS")));
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <QtCore/QCoreApplication>
 
-#include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "foundation/Files.h"
 #include "jobhost/JobQueue.h"
 #include "labels/Job.h"
@@ -16,7 +15,7 @@ using Zpl::Host::JobStatusChangedEvent;
 /// A job of a thousand pages on its way through the queue, page by page as the print driver reports them.
 class SerialJob : public testing::Test {
 protected:
-    SerialJob() { PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetJobsFolder(jobs_.Path()); }
+    SerialJob() { session_->Target().SetJobsFolder(jobs_.Path()); }
 
     Zpl::Label LabelOf(std::string const& fields) {
         auto result = session_->Consume("^XA^PW300^LL200" + fields + "^XZ", false, true);

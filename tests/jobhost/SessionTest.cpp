@@ -4,7 +4,6 @@
 
 #include <numeric>
 
-#include "foundation/AppSettings.h"
 #include "foundation/Files.h"
 #include "labels/Job.h"
 #include "tests/support/StreamRun.h"
@@ -108,8 +107,7 @@ TEST_F(SessionTest, SetUpLastsFromLabelToLabelAndTheFormatDoesNot) {
 
 TEST_F(SessionTest, AStoredFormatKeepsItsBytes) {
     RunStream(desk_, "^XA^CC++DFE:KEEP.ZPL+FS+FO1,2+GFB,3,3,1,^\r,+FDa,b+TA010+FS+XZ");
-    EXPECT_EQ(ReadRegularFile(AppSettings::GetInstance().FormatsDir() / "E/KEEP.ZPL"),
-              "^FS^FO1,2^GFB,3,3,1,^\r,^FDa,b^FS");
+    EXPECT_EQ(ReadRegularFile(desk_.FormatsFolder() / "E/KEEP.ZPL"), "^FS^FO1,2^GFB,3,3,1,^\r,^FDa,b^FS");
 }
 
 TEST_F(SessionTest, ANumberOutOfRangeLeavesAsAnException) {

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "foundation/AppSettings.h"
 #include "foundation/Log.h"
 #include "frontend/context/ObjectStore.h"
 #include "labels/Job.h"
@@ -15,9 +14,9 @@ protected:
     StreamRun Start(std::string_view stream) {
         RenderOptions options;
         options.widthInches = options.heightInches = 2;
+        options.machine.formatsFolder = storage_.Path();
         Desk desk(options);
-        AppSettings::GetInstance().SetStorageDir(storage_.Path());
-        ClearMemoryDevice(AppSettings::GetInstance().FormatsDir());
+        ClearMemoryDevice(storage_.Path());
         return RunStream(desk, stream);
     }
 

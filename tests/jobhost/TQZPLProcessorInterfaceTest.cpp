@@ -5,7 +5,6 @@
 #include <QtCore/QCoreApplication>
 
 #include "PrintEngine/Printing/JobMetaData.h"
-#include "foundation/AppSettings.h"
 #include "labels/Job.h"
 #include "propertybus/PICLServerAgent.h"
 #include "propertybus/PropertyIdentifiers.h"
@@ -80,12 +79,12 @@ private:
 class TQZPLProcessorInterfaceTest : public testing::Test {
 protected:
     TQZPLProcessorInterfaceTest() {
-        AppSettings::GetInstance().SetRunningOnTarget(true);
-        AppSettings::GetInstance().SetStorageDir(folder_.Path());
-        model_ = ZPLProcessorInterface::Create(manager_, std::make_shared<RecordingAgent>(calls_));
-        interface_ = std::make_shared<TQZPLProcessorInterface>(std::make_unique<RecordingQueue>(calls_));
+        MachineSettings machine;
+        machine.formatsFolder = folder_.Path();
+        machine.runningOnTarget = true;
+        model_ = ZPLProcessorInterface::Create(manager_, std::make_shared<RecordingAgent>(calls_), machine);
+        interface_ = std::make_shared<TQZPLProcessorInterface>(std::make_unique<RecordingQueue>(calls_), machine);
     }
-    ~TQZPLProcessorInterfaceTest() override { AppSettings::GetInstance().SetRunningOnTarget(false); }
 
     void Connect() {
         TQZPLProcessorInterface::ConnectModel(interface_, model_, std::make_shared<Printer>(calls_));

@@ -73,7 +73,7 @@ protected:
     std::shared_ptr<PageRecorder> target_ = std::make_shared<PageRecorder>();
     std::shared_ptr<FakePrinterContext> printer_ = std::make_shared<FakePrinterContext>();
     std::shared_ptr<Context> system_;
-    ZplCommandProcessor processor_{pool_};
+    ZplCommandProcessor processor_{pool_, {}};
 };
 
 TEST_F(LabelTest, AsksForCuts) {

@@ -10,7 +10,6 @@
 #include <string>
 #include <vector>
 
-#include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "Scripting/ScriptGraphicContext.h"
 #include "tests/printengine/Picture.h"
 #include "tests/support/FakePrinterContext.h"
@@ -21,13 +20,10 @@ protected:
     DeskFixture() {
         folder = std::filesystem::temp_directory_path() /
                  ("printengine-" + std::to_string(::getpid()) + "-" + std::to_string(++serial));
-        auto* const process = PrintEngine::Printing::PrintProcessHandler::GetInstance();
-        process->SetJobsFolder(folder / "jobs");
-        process->SetWarningReceiver([this](std::string_view line) { warnings.emplace_back(line); });
-        Scripting::ScriptGraphicContext::InitializeFontManager("/usr/share/fonts");
+        fonts.SetWarningReceiver([this](std::string_view line) { warnings.emplace_back(line); });
+        Scripting::ScriptGraphicContext::InitializeFontManager(fonts, "/usr/share/fonts");
     }
     ~DeskFixture() override {
-        PrintEngine::Printing::PrintProcessHandler::GetInstance()->SetWarningReceiver({});
         std::error_code error;
         std::filesystem::remove_all(folder, error);
     }
@@ -36,6 +32,7 @@ protected:
                                                             unsigned printerDpi = 203, unsigned designDpi = 0) {
         auto target = std::make_unique<Scripting::ScriptGraphicContext>(
             fonts, std::make_shared<FakePrinterContext>(printerDpi, designDpi));
+        target->SetJobsFolder(folder / "jobs");
         target->LoadPart({widthInches, heightInches});
         target->SetupForPrintJob();
         return target;

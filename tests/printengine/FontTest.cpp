@@ -3,7 +3,6 @@
 #include "printengine/src/fonts/FontCache.h"
 #include "tests/printengine/DeskFixture.h"
 
-using PrintEngine::Printing::PrintProcessHandler;
 using Scripting::ScriptGraphicContext;
 
 class FontTest : public DeskFixture {
@@ -17,7 +16,7 @@ protected:
 };
 
 TEST_F(FontTest, WithoutAnyFontBoxesStandForCharacters) {
-    ScriptGraphicContext::InitializeFontManager(folder / "no-fonts");
+    ScriptGraphicContext::InitializeFontManager(fonts, folder / "no-fonts");
     auto const target = Target(1, 1);
     for (std::string const& font : {std::string("A"), std::string("E"), Font0(*target, 30, 30)}) {
         EXPECT_GT(Draw(*target, font, "abc").CountBlack(), 0) << font;
@@ -45,9 +44,8 @@ TEST_F(FontTest, FontFilesCanBeSet) {
     auto const target = Target(1, 1);
     std::string const before = Font0(*target, 30, 30);
     Picture const grotesque = Draw(*target, before, "Rag");
-    auto* const process = PrintProcessHandler::GetInstance();
-    process->SetFontFile("0", "/usr/share/fonts/truetype/dejavu/DejaVuSerif-Bold.ttf");
-    process->SetFontFile("USERS.TTF", "/usr/share/fonts/truetype/dejavu/DejaVuSerif.ttf");
+    fonts.SetFontFile("0", "/usr/share/fonts/truetype/dejavu/DejaVuSerif-Bold.ttf");
+    fonts.SetFontFile("USERS.TTF", "/usr/share/fonts/truetype/dejavu/DejaVuSerif.ttf");
     std::string const after = Font0(*target, 30, 30);
     EXPECT_NE(Draw(*target, after, "Rag"), grotesque);
     EXPECT_EQ(target->GetFontAscent(after), 21);
@@ -56,7 +54,7 @@ TEST_F(FontTest, FontFilesCanBeSet) {
     EXPECT_NE(std::find(names.begin(), names.end(), "0"), names.end());
     EXPECT_EQ(target->MeasureTrueTypeText("USERS.TTF", "Rag", 0, 10, 100),
               target->MeasureTrueTypeText("DejaVuSerif.ttf", "Rag", 0, 10, 100));
-    process->SetFontFile("0", "/usr/share/texmf/fonts/opentype/public/tex-gyre/texgyreheroscn-bold.otf");
+    fonts.SetFontFile("0", "/usr/share/texmf/fonts/opentype/public/tex-gyre/texgyreheroscn-bold.otf");
     EXPECT_EQ(Draw(*target, Font0(*target, 30, 30), "Rag"), grotesque);
     EXPECT_TRUE(warnings.empty());
 }

@@ -22,13 +22,17 @@ namespace Scripting {
 /// dots; a longer page is refused with a warning and drawn as far as that.
 class PRINTENGINE_API ScriptGraphicContext : public GraphicContext, public InkGauge, public PageKeeper {
 public:
-    /// Tells where font files are looked for. Opens none: a font is opened when it is first used.
-    static void InitializeFontManager(std::filesystem::path const& systemFontsFolder);
+    /// Tells where the targets that are made with `fonts` look for font files. Opens none: a font is opened when it is
+    /// first used.
+    static void InitializeFontManager(PrintEngine::Printing::TrueTypeCacheCreator& fonts,
+                                      std::filesystem::path const& systemFontsFolder);
 
     ScriptGraphicContext(PrintEngine::Printing::TrueTypeCacheCreator& fonts,
                          std::shared_ptr<PrinterContextInterface> printerContext);
     ~ScriptGraphicContext() override;
 
+    /// The folder below which each job gets its own.
+    void SetJobsFolder(std::filesystem::path folder);
     /// Forgets the state of the job before.
     void StartNewJob();
     void LoadPart(PrintEngine::PartManagement::LabelPart const& part);

@@ -5,16 +5,12 @@
 
 #include <cstdio>
 
-#include "PrintEngine/Printing/PrintProcessHandler.h"
-
 namespace PrintEngine::Fonts {
 
 namespace {
 
 // More distinct missing characters than this come only from a stream that is not text.
 constexpr std::size_t MaxRemembered = 16384;
-
-void Warn(std::string const& line) { Printing::PrintProcessHandler::GetInstance()->Warn(line); }
 
 std::string CodePoint(char32_t character) {
     char text[16];
@@ -57,9 +53,10 @@ Face* FaceChain::At(std::size_t index) {
     Link& link = links_[index];
     if (!link.isTried) {
         link.isTried = true;
-        if (link.file.empty()) link.file = FontFiles::Process().Find(link.name);
+        if (link.file.empty()) link.file = store_.Files().Find(link.name);
         link.face = store_.Open(link.file);
-        if (!link.face && index == 0) Warn("font " + font_ + ": " + link.name + " cannot be opened, another stands in");
+        if (!link.face && index == 0)
+            store_.Warn("font " + font_ + ": " + link.name + " cannot be opened, another stands in");
     }
     return link.face;
 }
@@ -91,7 +88,7 @@ FaceChain::Found FaceChain::Search(char32_t character) {
         if (glyph) return {face, glyph};
     }
     if (!hasWarned_)
-        Warn("font " + font_ + ": no installed font has " + CodePoint(character) + ", a box stands for it");
+        store_.Warn("font " + font_ + ": no installed font has " + CodePoint(character) + ", a box stands for it");
     hasWarned_ = true;
     return {};
 }

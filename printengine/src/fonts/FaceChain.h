@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -12,13 +13,19 @@
 
 namespace PrintEngine::Fonts {
 
-/// Opens font files when they are first needed and keeps them open.
+/// Finds font files, opens them when they are first needed and keeps them open.
 class FaceStore {
 public:
     FaceStore() = default;
     ~FaceStore();
     FaceStore(FaceStore const&) = delete;
     FaceStore& operator=(FaceStore const&) = delete;
+
+    FontFiles& Files() { return files_; }
+    void SetWarningReceiver(std::function<void(std::string_view)> receiver) { receiver_ = std::move(receiver); }
+    void Warn(std::string const& line) const {
+        if (receiver_) receiver_(line);
+    }
 
     /// Null if there is no such file or it is no font.
     Face* Open(std::filesystem::path const& file);
@@ -28,6 +35,8 @@ public:
 private:
     bool HasLibrary();
 
+    FontFiles files_;
+    std::function<void(std::string_view)> receiver_;
     FT_LibraryRec_* library_ = nullptr;
     std::map<std::filesystem::path, std::unique_ptr<Face>> faces_;
     std::map<std::filesystem::path, std::unique_ptr<Strike>> strikes_;

@@ -36,8 +36,16 @@ TrueTypeCacheCreator::TrueTypeCacheCreator() : cache_(std::make_unique<Cache>())
 
 TrueTypeCacheCreator::~TrueTypeCacheCreator() = default;
 
+void TrueTypeCacheCreator::SetFontFile(std::string font, std::filesystem::path file) {
+    cache_->Files().SetFile(std::move(font), std::move(file));
+}
+
+void TrueTypeCacheCreator::SetWarningReceiver(std::function<void(std::string_view)> receiver) {
+    cache_->SetWarningReceiver(std::move(receiver));
+}
+
 void TrueTypeCacheCreator::Cache::DropIfFontFilesChanged() {
-    unsigned const version = Fonts::FontFiles::Process().Version();
+    unsigned const version = Files().Version();
     if (version == fontFilesVersion_) return;
     fontFilesVersion_ = version;
     cells_.clear();
@@ -53,14 +61,14 @@ void TrueTypeCacheCreator::Cache::DropIfFontFilesChanged() {
 Fonts::FaceChain& TrueTypeCacheCreator::Cache::Chain(std::string_view font, std::vector<std::string> fileNames) {
     auto const known = chains_.find(font);
     if (known != chains_.end()) return *known->second;
-    auto chain = std::make_unique<Fonts::FaceChain>(faces_, std::string(font),
-                                                    Fonts::FontFiles::Process().FileSetFor(font), std::move(fileNames));
+    auto chain =
+        std::make_unique<Fonts::FaceChain>(faces_, std::string(font), Files().FileSetFor(font), std::move(fileNames));
     return *chains_.emplace(font, std::move(chain)).first->second;
 }
 
 Fonts::FaceChain& TrueTypeCacheCreator::Cache::ScalableChain(std::string_view font) {
     // All scalable letters are drawn by the font of letter 0, unless their own name has a file.
-    std::string_view const name = Fonts::FontFiles::Process().FileSetFor(font).empty() ? "0" : font;
+    std::string_view const name = Files().FileSetFor(font).empty() ? "0" : font;
     return Chain(name,
                  {Fonts::Font0File, Fonts::Font0Supplement, "DejaVuSans-Bold.ttf", "DejaVuSans.ttf", AnyIdeographs});
 }
@@ -85,9 +93,8 @@ Fonts::Typeface& TrueTypeCacheCreator::Cache::Find(std::string_view font) {
         Fonts::FaceChain& faces =
             Chain({&cell->letter, 1}, {cell->file, "DejaVuSansMono.ttf", "DejaVuSans.ttf", AnyIdeographs});
         // A file that somebody has set for the letter draws all of it.
-        auto& files = Fonts::FontFiles::Process();
-        bool const isSet = !files.FileSetFor({&cell->letter, 1}).empty();
-        Fonts::Strike* const strike = cell->strike && !isSet ? faces_.OpenStrike(files.Find(cell->strike)) : nullptr;
+        bool const isSet = !Files().FileSetFor({&cell->letter, 1}).empty();
+        Fonts::Strike* const strike = cell->strike && !isSet ? faces_.OpenStrike(Files().Find(cell->strike)) : nullptr;
         typeface = std::make_unique<Fonts::CellTypeface>(*cell, faces, strike);
     }
     return *typeface;

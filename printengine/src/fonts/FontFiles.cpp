@@ -42,11 +42,6 @@ bool IsFontFileName(std::string_view lowerCaseName) {
 
 }  // namespace
 
-FontFiles& FontFiles::Process() {
-    static FontFiles files;
-    return files;
-}
-
 void FontFiles::SetFolder(std::filesystem::path const& folder) {
     if (folder == folder_) return;
     folder_ = folder;

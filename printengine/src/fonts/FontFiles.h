@@ -12,9 +12,6 @@ namespace PrintEngine::Fonts {
 /// first, and only a file that is not there makes the folder be walked, once.
 class FontFiles {
 public:
-    /// What InitializeFontManager and SetFontFile have said counts for the whole process.
-    static FontFiles& Process();
-
     void SetFolder(std::filesystem::path const& folder);
     /// The file that draws a font letter or an object name, instead of the one that does by default; an empty path
     /// gives the font back to that one.

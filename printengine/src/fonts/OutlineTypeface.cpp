@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "PrintEngine/Printing/PrintProcessHandler.h"
 #include "printengine/src/fonts/EmSize.h"
 #include "printengine/src/fonts/PixelFit.h"
 #include "printengine/src/raster/Raster.h"

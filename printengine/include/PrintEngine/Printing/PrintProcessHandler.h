@@ -1,10 +1,7 @@
 #pragma once
 
-#include <filesystem>
 #include <functional>
 #include <memory>
-#include <string>
-#include <string_view>
 #include <utility>
 
 #include "Scripting/Api.h"
@@ -14,7 +11,8 @@ class PublishingPropertyManager;
 
 namespace PrintEngine::Printing {
 
-/// The print set-up of the process. What is set here counts for every drawing target of the process.
+/// The print set-up of the process. What is set here counts for every drawing target of the process, and is set by the
+/// program before there is any.
 class PRINTENGINE_API PrintProcessHandler {
 public:
     static PrintProcessHandler* GetInstance();
@@ -34,23 +32,9 @@ public:
         if (pageReceiver_) pageReceiver_(page);
     }
 
-    /// The folder below which each job gets its own.
-    void SetJobsFolder(std::filesystem::path folder);
-    std::filesystem::path const& JobsFolder() const { return jobsFolder_; }
-
-    /// The font file that draws a font letter, or an object name without its device, in place of the installed one.
-    void SetFontFile(std::string font, std::filesystem::path file);
-
-    /// Receives one line for each thing the engine had to leave out or replace (a font that is not there, a page that
-    /// cannot be written). Without a receiver the lines are dropped.
-    void SetWarningReceiver(std::function<void(std::string_view)> receiver);
-    void Warn(std::string_view line) const;
-
 private:
     PrintProcessHandler() = default;
 
-    std::filesystem::path jobsFolder_;
-    std::function<void(std::string_view)> receiver_;
     std::function<void(unsigned)> pageReceiver_;
     unsigned printerDpi_ = 203;
 };

@@ -1,18 +1,31 @@
 #pragma once
 
+#include <filesystem>
+#include <functional>
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "Scripting/Api.h"
 
 namespace PrintEngine::Printing {
 
-/// Opened font files and rasterised glyphs, shared by all drawing targets that are made with it. One thread at a time.
+/// What all drawing targets that are made with it share: opened font files and rasterised glyphs, which file draws
+/// which font, and who is told of what cannot be drawn. One thread at a time.
 class PRINTENGINE_API TrueTypeCacheCreator {
 public:
     TrueTypeCacheCreator();
     ~TrueTypeCacheCreator();
     TrueTypeCacheCreator(TrueTypeCacheCreator const&) = delete;
     TrueTypeCacheCreator& operator=(TrueTypeCacheCreator const&) = delete;
+
+    /// The font file that draws a font letter, or an object name without its device, in place of the installed one; an
+    /// empty path gives the font back to that one.
+    void SetFontFile(std::string font, std::filesystem::path file);
+
+    /// Receives one line for each thing that a target had to leave out or replace (a font that is not there, a page
+    /// that cannot be written). Without a receiver the lines are dropped.
+    void SetWarningReceiver(std::function<void(std::string_view)> receiver);
 
     struct Cache;
     /// For the print engine itself.
