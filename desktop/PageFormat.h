@@ -41,6 +41,7 @@ inline constexpr PageFormat PageFormats[] = {
 /// A text about the formats, made from their rows.
 class FormatText {
 public:
+    // NOLINTNEXTLINE(google-explicit-constructor): it stands where a text is wanted
     constexpr operator std::string_view() const { return {text_.data(), size_}; }
     constexpr FormatText& Add(std::string_view part) {
         for (char const c : part) text_[size_++] = c;
