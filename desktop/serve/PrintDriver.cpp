@@ -160,7 +160,8 @@ void PrintDriver::StartNext() {
     for (auto const& entry : std::filesystem::directory_iterator(options_.jobsFolder, error)) {
         if (finished_.contains(entry.path())) continue;
         waiting.insert(entry.path());
-        auto metaData = JobMetaData::Read(entry.path());
+        bool const isDoomed = doomed_.contains(entry.path()) && !doomEnd_.hasExpired();
+        auto metaData = isDoomed ? std::nullopt : JobMetaData::Read(entry.path());
         if (!metaData) incomplete = true;
         if (!metaData || (first && first->serial <= metaData->serial)) continue;
         first = std::move(metaData);
@@ -178,7 +179,10 @@ void PrintDriver::StartNext() {
 void PrintDriver::CleanUpAfter(std::set<std::filesystem::path> const& waiting) {
     bool const allStand = std::ranges::includes(waiting, waiting_);
     waiting_ = waiting;
-    if (!allStand) canSend_->Set("false");
+    if (allStand) return;
+    canSend_->Set("false");
+    // Whoever takes folders away may not be through.
+    cancellation_ = QDeadlineTimer(CancellationTime);
 }
 
 void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData) {
@@ -306,6 +310,9 @@ bool PrintDriver::Cancel() {
 
 void PrintDriver::CancelAll() {
     NoteCancellation();
+    // However long the host takes for it, of these none prints.
+    doomed_ = cancelled_;
+    doomEnd_ = QDeadlineTimer(options_.patience);
     cancelZpl_->Set(true);
 }
 
@@ -321,6 +328,7 @@ void PrintDriver::GiveUpJobs() {
     // Nobody is there any more who would say that it is done.
     cancelZpl_->Set(false);
     waiting_.clear();
+    doomed_.clear();
     if (isCut)
         EndJob();
     else if (state_ == State::Printing || state_ == State::Paused)

@@ -123,5 +123,7 @@ private:
     std::set<std::filesystem::path> waiting_;    // jobs that have not begun
     std::set<std::filesystem::path> cancelled_;  // what was there when all was cancelled
     QDeadlineTimer cancellation_;                // by which it has taken away those that it means
+    std::set<std::filesystem::path> doomed_;     // what was there when the user cancelled all; none of it starts before
+    QDeadlineTimer doomEnd_;                     // the host should long have heard of it
     unsigned printed_ = 0;
 };

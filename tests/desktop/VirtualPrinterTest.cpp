@@ -56,7 +56,7 @@ TEST(VirtualPrinter, CancelsJobs) {
     ASSERT_TRUE(printer.Until([&] { return printer.Jobs().empty(); }));
     printer.Print(Label("after"));
     EXPECT_TRUE(printer.Until([&] { return printer.Log().find("/after-") != std::string::npos; }));
-    EXPECT_EQ(printer.Log().find("/waits-"), std::string::npos);
+    EXPECT_EQ(printer.Log().find("/waits-"), std::string::npos) << printer.Log();
     EXPECT_EQ(printer.Log().find("Error"), std::string::npos) << printer.Log();
 }
 
