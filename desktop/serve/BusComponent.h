@@ -30,6 +30,12 @@ public:
         return properties_->Create<T>(PropertyName{property, property, group}, value);
     }
     PublishingPropertyManager& Properties() { return *properties_; }
+    /// Whether the host is on the bus, by a property that is its own. It is known only once it has been asked for.
+    bool IsHostThere() {
+        static PropertyAddress const ofHost{ComponentIdentifiers::ZplHost, PropertyGroups::PrintOperations,
+                                            PropertyNames::ZplUnPause};
+        return properties_->WaitUntilAvailable(ofHost, {});
+    }
     void Write(char const* component, char const* property, std::string const& value) {
         link_.GetServerAgent()->SetProperty(component, PropertyGroups::PrintOperations, property, value);
     }

@@ -47,7 +47,7 @@ JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& sock
         QMetaObject::invokeMethod(
             this, [this, text = changed->ValueText()] { TakeResponse(text); }, Qt::QueuedConnection);
     });
-    IsHostGone();  // is known only of what has been asked for
+    bus_.IsHostThere();  // is known only of what has been asked for
     quiet_.setSingleShot(true);
     connect(&quiet_, &QTimer::timeout, this, [this] { Pump(); });
 }
@@ -154,11 +154,7 @@ void JobHandler::ForgetJobs() {
     Pump();
 }
 
-bool JobHandler::IsHostGone() {
-    static PropertyAddress const ofHost{ComponentIdentifiers::ZplHost, PropertyGroups::PrintOperations,
-                                        PropertyNames::ZplUnPause};
-    return !bus_.Properties().WaitUntilAvailable(ofHost, {});
-}
+bool JobHandler::IsHostGone() { return !bus_.IsHostThere(); }
 
 void JobHandler::HostEnded(bool pagesCame) {
     auto const loss = atHost_.Repeat({interpreting_, pagesCame});

@@ -134,9 +134,7 @@ void PrintDriver::NoteCancellation() {
 bool PrintDriver::HostHasHeard() {
     // Whoever is taken last calls again.
     if (!status_->IsTaken() || !path_->IsTaken() || !page_->IsTaken()) return false;
-    static PropertyAddress const ofHost{ComponentIdentifiers::ZplHost, PropertyGroups::PrintOperations,
-                                        PropertyNames::ZplUnPause};
-    if (driver_.Properties().WaitUntilAvailable(ofHost, {})) return true;
+    if (driver_.IsHostThere()) return true;
     nextTimer_.start(Later);
     return false;
 }
