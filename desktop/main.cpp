@@ -25,7 +25,8 @@ int Become(std::string const& name, std::vector<std::string> const& arguments) {
     for (auto& word : words) list.push_back(word.data());
     list.push_back(nullptr);
     ::execv(program.c_str(), list.data());
-    throw UsageError("cannot run " + program);
+    throw UsageError("cannot run " + program +
+                     (name == "serve" ? "; zpl serve is in the package zplhost-printer" : std::string()));
 }
 
 /// Throws UsageError if there is no command of that name.
