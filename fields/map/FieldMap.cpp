@@ -10,6 +10,7 @@ void FieldMap::StartLabel() {
     fields_.clear();
     templates_.clear();
     ForgetField();
+    places_.Reset();
 }
 
 void FieldMap::EndLabel(Scripting::LabelSettings const& settings) {
@@ -44,7 +45,7 @@ void FieldMap::TellField(FieldDetails& details) const {
 }
 
 void FieldMap::ForgetField() {
-    places_.Reset();
+    places_.EndField();
     number_.reset();
     prompt_.clear();
 }

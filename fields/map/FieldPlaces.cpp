@@ -1,7 +1,7 @@
 #include "fields/map/FieldPlaces.h"
 
 #include <algorithm>
-#include <utility>
+#include <string_view>
 
 namespace ZplCore {
 
@@ -22,8 +22,16 @@ std::size_t ValuesOfElement(ContextProcessor const& processor) {
     return element ? element->Count() : 0;
 }
 
+bool IsComment(ZplCommand const& command) { return command.command == "FX"; }
+
 /// Commands that set what holds for all fields to come, though they may say it of the field under way too.
 bool IsDefault(ZplCommand const& command) { return command.command == "BY" || command.command == "FW"; }
+
+/// By its letters alone: fonts, barcodes, graphics, and what their names begin with an F.
+bool IsOfFields(ZplCommand const& command) {
+    return std::string_view("ABFG").find(command.command.front()) != std::string_view::npos && !IsDefault(command) &&
+           !IsComment(command);
+}
 
 /// An origin may have ended the field before, of which nothing is left then.
 bool IsOrigin(ZplCommand const& command) { return command.command == "FO" || command.command == "FT"; }
@@ -49,14 +57,17 @@ void FieldPlaces::StartCommand(ZplCommand const& command, ContextProcessor const
 void FieldPlaces::EndCommand(ZplCommand const& command, ContextProcessor const& processor) {
     if (command.command == "FS") {
         Reset();
-    } else if (!field_.IsEmpty()) {
+        return;
+    }
+    bool const saysMore = ValuesOfElement(processor) > valuesBefore_ && !IsDefault(command);
+    bool const belongs = field_.IsEmpty() ? saysMore || IsOrigin(command) : saysMore || IsOfFields(command);
+    if (belongs) {
+        if (field_.IsEmpty()) field_ = defaults_;
+        defaults_ = {};
         field_.Add(command);
-    } else if (IsDefault(command)) {
-        if (command.command == "BY") defaults_.Add(command);
-    } else if (IsOrigin(command) || ValuesOfElement(processor) > valuesBefore_) {
-        field_ = std::exchange(defaults_, {});
-        field_.Add(command);
-    } else if (command.command != "FX") {
+    } else if (command.command == "BY") {
+        defaults_.Add(command);
+    } else if (!IsComment(command)) {
         defaults_ = {};
     }
 }

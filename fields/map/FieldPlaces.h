@@ -35,7 +35,7 @@ struct FieldPlace {
 
 /// Follows the commands of a label from field to field. A field begins with the first command that says something of
 /// it, or with the barcode defaults right before that, and ends with its end; one without an end, with the last command
-/// before the one that ends it.
+/// that says something of it.
 class FieldPlaces {
 public:
     /// A command is about to run, or has run.
@@ -45,11 +45,13 @@ public:
     /// The place of the field under way; empty if there is none.
     FieldPlace const& Field() const { return field_; }
     /// The field under way is over.
+    void EndField() { field_ = {}; }
+    /// All is over.
     void Reset();
 
 private:
     FieldPlace field_;
-    FieldPlace defaults_;  ///< barcode defaults since the field before
+    FieldPlace defaults_;  ///< barcode defaults behind what belongs to the field before
     std::size_t valuesBefore_ = 0;
 };
 
