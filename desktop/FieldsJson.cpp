@@ -54,7 +54,7 @@ public:
 
     void Write(ZplCore::MappedField const& field, FieldDetails const& details) {
         writer_.StartObject().Key("kind").String(ZplCore::NameOf(details.notes.kind));
-        writer_.Key("description").String(ZplCore::Describe(details.notes));
+        writer_.Key("description").String(ZplCore::Describe(details));
         if (!details.text.empty()) writer_.Key("text").String(details.text);
         WritePlaces(details);
         if (details.number) writer_.Key("number").Int(*details.number);

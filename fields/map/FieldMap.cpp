@@ -6,6 +6,18 @@
 
 namespace ZplCore {
 
+std::string Describe(FieldDetails const& details) {
+    if (!details.font) return Describe(details.notes);
+    auto const& font = *details.font;
+    FieldNotes told;
+    told.kind = details.notes.kind;
+    told.Add("font", font.name).Add("font height", font.height, "dots").Add("font width", font.width, "dots");
+    if (font.magnificationX != 0)
+        told.Add("magnified across", font.magnificationX).Add("magnified down", font.magnificationY);
+    told.settings.insert(told.settings.end(), details.notes.settings.begin(), details.notes.settings.end());
+    return Describe(told);
+}
+
 void FieldMap::StartLabel() {
     fields_.clear();
     templates_.clear();

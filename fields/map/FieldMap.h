@@ -45,6 +45,9 @@ struct FieldDetails {
     std::optional<FieldFont> font;
 };
 
+/// Its kind or symbology, font and settings in one line: "text, font 0, font height 30 dots, font width 20 dots".
+std::string Describe(FieldDetails const& details);
+
 /// A field as it was drawn.
 struct MappedField {
     bool isBarcode = false;

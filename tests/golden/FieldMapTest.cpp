@@ -236,7 +236,8 @@ HardCase const HardCases[] = {
      {"text \"a\": ^BY2^FX b^A0N,30^FO9,9^FDa^FS", "text \"b\": ^FO9,60^FX c^FDb^FS"}},
     {"fields without an end",
      "^XA^FO9,9^GFA,2,2,1,FF80\n ^FO40,9^GFA,1,1,1,F0 ^BY3 ^FO80,9^FDlast\n^PQ1^XZ",
-     {"graphic \"\": ^FO9,9^GFA,2,2,1,FF80", "graphic \"\": ^FO40,9^GFA,1,1,1,F0", "text \"last\": ^BY3 ^FO80,9^FDlast"}},
+     {"graphic \"\": ^FO9,9^GFA,2,2,1,FF80", "graphic \"\": ^FO40,9^GFA,1,1,1,F0",
+      "text \"last\": ^BY3 ^FO80,9^FDlast"}},
     {"kinds",
      "^XA^FO9,9^GB50,50,2^FS^FO9,70^GB90,0,3^FS^FO9,80^GB40,9,9,W^FS^FO80,9^GC40,3^FS^FO130,9^GE60,30,2^FS"
      "^FO200,9^GD70,40,3,,L^FS^FO9,100^GS,40,40^FDA^FS^FO9,160^FB200,2,0,J^FDone "
