@@ -27,6 +27,15 @@ void StopOnInterrupt() {
     std::signal(SIGPIPE, SIG_IGN);
 }
 
+/// Programs are told of each field; people, of what is wrong with one.
+ZplCore::FieldMap::Detail DetailOf(RenderOptions const& options) {
+    return options.json ? ZplCore::FieldMap::Detail::Everything : ZplCore::FieldMap::Detail::Ink;
+}
+
+std::optional<FieldsJson> MapperOf(RenderOptions const& options, std::string_view stream) {
+    return options.json ? std::optional<FieldsJson>(stream) : std::nullopt;
+}
+
 /// Renders the labels of one input, each as a job of its own the moment it is finished, so that memory does not grow
 /// with the stream; or, to keep the job folder, all of them as one job at the end.
 class InputRenderer {
@@ -37,7 +46,8 @@ public:
           input_(input),
           report_(report),
           findings_(stream),
-          interpreter_(desk, stream, findings_),
+          interpreter_(desk, stream, findings_, DetailOf(options)),
+          mapper_(MapperOf(options, stream)),
           store_(options, input),
           progress_(!options.json) {}
 
@@ -68,6 +78,7 @@ private:
             if (options_.keepJob) {
                 jobName_ = jobName_.empty() ? finished.text : jobName_;
                 jobFlag_ = jobFlag_ || finished.hasTagOperations;
+                keptFields_.push_back(finished.label.Fields());
                 kept_.push_back(std::move(finished.label));
                 keptFormats_.push_back(finished.format);
             } else {
@@ -101,7 +112,8 @@ private:
             });
             if (!drawn) break;
             auto const [path, page] = store_.Keep(target, copy);
-            Report({path, page, 0, 0, finished.number, copy + 1, quantity, finished.label.GetRfidOperations()});
+            Report({path, page, 0, 0, finished.number, copy + 1, quantity, finished.label.GetRfidOperations()},
+                   *finished.label.Fields());
         }
     }
 
@@ -131,7 +143,7 @@ private:
                     job.RenderLabel(page + copy);
                 });
                 if (!drawn) break;
-                Report({file, 0, 0, 0, number, copy + 1, quantities[i], tagOperations[i]});
+                Report({file, 0, 0, 0, number, copy + 1, quantities[i], tagOperations[i]}, *keptFields_[i]);
             }
             page += quantities[i];
         }
@@ -161,10 +173,11 @@ private:
         if (!error.empty()) throw OutputError("cannot write " + what.string() + ": " + error);
     }
 
-    void Report(RenderedPage page) {
+    void Report(RenderedPage page, ZplCore::FieldMap const& fields) {
         auto const size = interpreter_.Target().PageSize();
         page.width = static_cast<unsigned>(size.width);
         page.height = static_cast<unsigned>(size.height);
+        if (mapper_) page.fields = mapper_->Of(fields);
         progress_.Clear();
         report_.Page(page);
         progress_.Page(++pages_);
@@ -175,10 +188,12 @@ private:
     RenderReport& report_;
     Findings findings_;
     StreamInterpreter interpreter_;
+    std::optional<FieldsJson> mapper_;
     PageStore store_;
     Progress progress_;
     std::vector<Zpl::Label> kept_;
     std::vector<std::uint64_t> keptFormats_;
+    std::vector<std::shared_ptr<ZplCore::FieldMap>> keptFields_;
     std::string jobName_;
     bool jobFlag_ = false;
     unsigned pages_ = 0;
@@ -270,10 +285,12 @@ ExitCode RunCheck(RenderOptions const& options) {
         desk.StartStream();
         report.StartInput(input);
         Findings findings(stream);
-        StreamInterpreter interpreter(desk, stream, findings);
+        StreamInterpreter interpreter(desk, stream, findings, DetailOf(options));
+        auto const mapper = MapperOf(options, stream);
         unsigned labels = 0;
         interpreter.Run([&](FinishedLabel& finished) {
-            report.Label(finished.number, finished.text, finished.label.Quantity(), finished.offset);
+            auto const fields = mapper ? std::optional(mapper->Of(*finished.label.Fields())) : std::nullopt;
+            report.Label(finished.number, finished.text, finished.label.Quantity(), finished.offset, fields);
             ++labels;
             return interrupted == 0;
         });

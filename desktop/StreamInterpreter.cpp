@@ -2,7 +2,7 @@
 
 std::unique_ptr<Zpl::Host::Session> StreamInterpreter::MakeSession() {
     auto session = desk_.MakeSession();
-    session->MapFields();
+    session->MapFields(detail_);
     session->SetUnknownCommandObserver([this](ZplCommand const& command, std::uint64_t offset) {
         findings_.AddUnknownCommand(command, offset, Format());
     });

@@ -27,8 +27,14 @@ public:
     /// Takes a label; false ends the stream.
     using TakeLabel = std::function<bool(FinishedLabel&)>;
 
-    StreamInterpreter(Desk& desk, std::string_view stream, Findings& findings)
-        : desk_(desk), input_(stream), findings_(findings), sink_([this](LogTopic topic, std::string_view text) {
+    /// `detail`: of what labels tell of their fields.
+    StreamInterpreter(Desk& desk, std::string_view stream, Findings& findings,
+                      ZplCore::FieldMap::Detail detail = ZplCore::FieldMap::Detail::Ink)
+        : desk_(desk),
+          input_(stream),
+          findings_(findings),
+          detail_(detail),
+          sink_([this](LogTopic topic, std::string_view text) {
               // Who draws looks at a file that cannot be written, and says which one it is.
               if (stream_ && !stream_->Current().Target().FileError().empty()) return;
               findings_.AddReport(topic, std::string(text), drawnFormat_ ? drawnFormat_ : Format(), Log::Place());
@@ -52,6 +58,7 @@ private:
     Desk& desk_;
     std::string_view input_;
     Findings& findings_;
+    ZplCore::FieldMap::Detail detail_;
     std::optional<Zpl::Host::PrintStream> stream_;
     unsigned labels_ = 0;
     std::optional<std::uint64_t> drawnFormat_;

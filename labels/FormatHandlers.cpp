@@ -64,7 +64,7 @@ public:
         std::error_code error;
         if (!std::filesystem::is_regular_file(processor.FormatsFolder() / path, error))
             Log::Report(LogTopic::File, "no format is stored under the name " + Quoted(command.Parameter(0)));
-        processor.RecallFormat(path);
+        processor.RecallFormat(path, command.length);
         return true;
     }
 };

@@ -6,8 +6,8 @@
 #include "Scripting/PrinterContextInterface.h"
 #include "fields/data/FieldElement.h"
 #include "fields/graphics/StoredGraphics.h"
-#include "fields/ink/FieldMap.h"
 #include "fields/ink/MissingInk.h"
+#include "fields/map/FieldMap.h"
 #include "foundation/Log.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -96,6 +96,8 @@ void Label::StartLabel() {
 void Label::ReplayCommands() {
     // A handler may change the recorded list; the replay is of the list as it stands now.
     FormatCommands const commands = processor_.GetFormatCommands();
+    auto const& map = processor_.GetFieldMap();
+    auto* const places = map && map->WantsDetails() ? &map->Places() : nullptr;
     std::optional<std::uint64_t> place;
     for (auto const& command : commands) {
         // What a field's end reports is about the field, whose data stand before it.
@@ -107,7 +109,10 @@ void Label::ReplayCommands() {
         // Immediate commands of a recalled format have run when the format ended.
         bool const hasRun =
             handler && handler->GetProcessingType() == ProcessingType::Immediate && !handler->IsAdditonalSaveType();
-        if (handler && !hasRun) RunCommand(*handler, command, processor_);
+        if (!handler || hasRun) continue;
+        if (places) places->StartCommand(command, processor_);
+        RunCommand(*handler, command, processor_);
+        if (places) places->EndCommand(command, processor_);
     }
 }
 
@@ -143,6 +148,7 @@ void Label::EndLabel() {
     target.SetLabelLength(settings.labelLength);
     target.EndLabel(settings);
     auto const& map = processor_.GetFieldMap();
+    if (map) map->EndLabel(settings);
     // Copies differ in a number at most, and one sentence is enough.
     if (map && processor_.CurrentLabelNumber() == 0) ZplCore::ReportMissingInk(*map);
 }

@@ -52,6 +52,9 @@ public:
     bool HasImageSavePath() const;
     bool ShouldPrint() const;
 
+    /// Where its fields are noted as they are drawn, those of the copy drawn last; null where nobody asks.
+    std::shared_ptr<ZplCore::FieldMap> const& Fields() const { return processor_.GetFieldMap(); }
+
     bool HasRfidOperations() const { return !GetRfidOperations().empty(); }
     std::vector<RfidOperation> GetRfidOperations() const;
     void SetRfidOperations(std::vector<RfidOperation> const& operations) { rfidOperations_ = operations; }

@@ -97,6 +97,7 @@ public:
     }
     void Clear() { values_.clear(); }
     bool IsEmpty() const { return values_.empty(); }
+    std::size_t Count() const { return values_.size(); }
 
 private:
     struct Entry {

@@ -25,7 +25,6 @@ PackedCommands Tokenize(std::string_view content) {
                                                             true, Encoding::SingleByte);
         if (!command) break;
         if (command->command.empty() || command->isOverlong) continue;
-        command->offset.reset();
         commands.Append(*command);
     }
     return commands;
@@ -100,9 +99,10 @@ void ContextProcessor::StartFormat() {
     formatComplete_ = false;
 }
 
-void ContextProcessor::RecallFormat(std::filesystem::path const& name) {
+void ContextProcessor::RecallFormat(std::filesystem::path const& name, std::uint64_t length) {
     auto const path = formatsFolder_ / name;
-    ReportExcess(formatCommands_.AppendRecalled(ReadStoredFormat(path, ReadRegularFile(path)), Log::Place()));
+    ReportExcess(formatCommands_.AppendRecalled(ReadStoredFormat(path, ReadRegularFile(path)), Log::Place(), length,
+                                                name.string()));
 }
 
 void ContextProcessor::ReportExcess(char const* excess) const {

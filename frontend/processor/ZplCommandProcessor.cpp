@@ -4,6 +4,7 @@
 
 #include "Scripting/GraphicContext.h"
 #include "Scripting/PrinterContextInterface.h"
+#include "fields/map/FieldMap.h"
 #include "foundation/Log.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ObjectStore.h"
@@ -226,7 +227,11 @@ void ZplCommandProcessor::SaveFormatCommands(std::string const& path) {
         return;
     }
     std::string content;
+    auto const& map = contextProcessor_.GetFieldMap();
+    bool const notesSources = map && map->WantsDetails();
+    std::vector<ZplCore::StoredCommand> sources;
     for (auto const& command : commands) {
+        if (notesSources && command.offset) sources.push_back({content.size(), {*command.offset, command.length}});
         if (HoldsPrefixes(command)) {
             Log::Report(LogTopic::Data, "data of ^" + command.command + " hold ^ or ~, which begin a command when " +
                                             path + " is recalled");
@@ -234,6 +239,7 @@ void ZplCommandProcessor::SaveFormatCommands(std::string const& path) {
         content += '^' + command.command + command.Joined(0, ',');
     }
     StoreObject(contextProcessor_.FormatsFolder(), *name, content);
+    if (notesSources) map->Sources().Note(name->Path().string(), std::move(sources));
 }
 
 void ZplCommandProcessor::LoadTrueTypeFonts() {

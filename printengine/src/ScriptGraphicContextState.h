@@ -35,9 +35,12 @@ struct ScriptGraphicContext::State {
     Extent PixelsOf(unsigned width, unsigned length) const;
     /// Where the ink of a drawing call of that kind is counted; null where nobody asks for it.
     PixelBox* Counted(PixelBox FieldInk::*kind) {
+        if (!ink) return nullptr;
         bool const isWhite = color == 1 && !reverse;
-        return ink && !isWhite ? &((*ink).*kind) : nullptr;
+        return isWhite ? &ink->white : &((*ink).*kind);
     }
+    /// Counts the line that a text of `width` dots stands on: dots (u, v) of its frame.
+    void CountBaseline(PrintEngine::Text::TextFrame const& frame, std::int64_t width, std::int64_t v);
     /// Counts the box of a shape, and gives it back.
     PixelBox CountShape(PixelBox const& box) {
         if (PixelBox* const counted = Counted(&FieldInk::shape)) counted->Add(box);
