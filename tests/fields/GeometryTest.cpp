@@ -62,34 +62,6 @@ TEST(FieldTransform, ABoxOfOneDotStaysOnItsOrigin) {
         EXPECT_EQ(GetFieldLocalToGlobalTransform({7, 9}, {1, 1}, orientation).offset, ZplPoint(7, 9));
 }
 
-struct CompleteRow {
-    int orientation;
-    Baseline baseline;
-    Justification justification;
-    ZplPoint corner;  ///< where the local corner (0, 0) lands
-};
-
-// A box of 30 x 8 at (100, 50), with a shift of (2, 3).
-constexpr CompleteRow CompleteRows[] = {
-    {0, Top, Left, {102, 53}},      {0, Top, Right, {72, 53}},      {0, Bottom, Left, {102, 46}},
-    {0, Bottom, Right, {72, 46}},   {90, Top, Left, {104, 52}},     {90, Top, Right, {97, 52}},
-    {90, Bottom, Left, {104, 52}},  {90, Bottom, Right, {104, 22}}, {180, Top, Left, {127, 54}},
-    {180, Top, Right, {97, 54}},    {180, Bottom, Left, {97, 54}},  {180, Bottom, Right, {127, 54}},
-    {270, Top, Left, {103, 77}},    {270, Top, Right, {95, 77}},    {270, Bottom, Left, {96, 47}},
-    {270, Bottom, Right, {96, 77}}, {0, Top, Auto, {102, 53}},
-};
-
-TEST(FieldTransform, PlacesByBaselineJustificationAndShift) {
-    for (auto const& row : CompleteRows) {
-        auto const transform =
-            GetFieldLocalToGlobalTransform({100, 50}, {30, 8}, Turn(row.orientation), row.baseline, row.justification,
-                                           [](auto...) { return ZplPoint(2, 3); });
-        EXPECT_EQ(transform * ZplPoint(), row.corner)
-            << row.orientation << " baseline " << static_cast<int>(row.baseline) << " justification "
-            << static_cast<int>(row.justification);
-    }
-}
-
 /// The two ways to the next point of a barcode, as a closure and by the table, have to agree where both are used.
 TEST(RenderPoints, LocalNextPointAgreesWithTheTableForTheTopBaseline) {
     ContextProcessor processor("");
@@ -98,16 +70,29 @@ TEST(RenderPoints, LocalNextPointAgreesWithTheTableForTheTopBaseline) {
         for (auto const justification : {Left, Right, Auto}) {
             processor.set(ContextProcessor::ElementContext, ZplContextKeys::FieldOrientation, orientation);
             processor.set(ContextProcessor::ElementContext, ZplContextKeys::FieldJustification, justification);
-            EXPECT_EQ(Rendering::CreateLocalNextPoint(processor, 30, 8, {}),
-                      Rendering::GenerateRenderPoints(orientation, Top, justification, 30, 8).second)
+            auto const next = Rendering::GenerateRenderPoints(orientation, Top, justification, 30, 8).second;
+            EXPECT_EQ(Rendering::CreateLocalNextPoint(processor, 30, 8, {}), next)
                 << static_cast<int>(orientation) << " " << static_cast<int>(justification);
+            auto const shift = [](auto...) { return ZplPoint(2, 3); };
+            EXPECT_EQ(Rendering::CreateLocalNextPoint(processor, 30, 8, shift), next + ZplPoint(2, 3));
         }
     }
 }
 
 std::string Text(ZplPoint p) { return std::to_string(p.x) + "," + std::to_string(p.y); }
 
-/// What the tables say of text of one direction, as a line of the file.
+/// What the tables say of a box, as a line of the file.
+std::string BoxLine(ZplOrientation orientation, Baseline baseline, Justification justification) {
+    constexpr int W = 1009, H = 211;
+    auto const [render, next] = Rendering::GenerateRenderPoints(orientation, baseline, justification, W, H);
+    auto const transform = GetFieldLocalToGlobalTransform({100, 50}, {W, H}, orientation, baseline, justification,
+                                                          [](auto...) { return ZplPoint(2, 3); });
+    return Text(render) + " " + Text(next) + "; " +
+           Text(Rendering::GenerateLocalJustificationFactor(orientation, baseline, justification, W, H)) + "; " +
+           Text(transform * ZplPoint());
+}
+
+/// What they say of text of one direction.
 std::string TextLine(ZplOrientation orientation, Baseline baseline, Justification justification, Direction direction) {
     constexpr int W = 1009, H = 211, U = 157, D = 37, T = 7, X = 19, A = 83, S = 5;
     auto const [render, next] =
@@ -130,8 +115,9 @@ std::string TextLine(ZplOrientation orientation, Baseline baseline, Justificatio
 }
 
 // A line of Placement.txt is justification, orientation, baseline and what stands there, then where it is drawn, where
-// the next field starts, and the factor of justification; for text also the factor and the extra shift (with a
-// magnification of 2, and with one of the tail) as they are corrected in fonts that fill their cells, and in others.
+// the next field starts, and the factor of justification; for a box also where its corner lands on the page, with a
+// shift of its symbology; for text also the factor and the extra shift (with a magnification of 2, and with one of the
+// tail) as they are corrected in fonts that fill their cells, and in others.
 TEST(Placement, IsThatOfTheFileInEveryCombination) {
     std::string lines;
     for (auto const& [justification, side] : {std::pair(Left, "left"), {Right, "right"}, {Auto, "auto"}}) {
@@ -139,12 +125,7 @@ TEST(Placement, IsThatOfTheFileInEveryCombination) {
             for (auto const& [baseline, row] : {std::pair(Top, "top"), {Bottom, "bottom"}}) {
                 std::string const place =
                     std::string(side) + " " + std::to_string(static_cast<int>(orientation)) + " " + row + ", ";
-                auto const [render, next] =
-                    Rendering::GenerateRenderPoints(orientation, baseline, justification, 1009, 211);
-                lines +=
-                    place + "box: " + Text(render) + " " + Text(next) + "; " +
-                    Text(Rendering::GenerateLocalJustificationFactor(orientation, baseline, justification, 1009, 211)) +
-                    "\n";
+                lines += place + "box: " + BoxLine(orientation, baseline, justification) + "\n";
                 for (auto const& [direction, name] : {std::pair(Direction::Horizontal, "horizontal"),
                                                       {Direction::Vertical, "vertical"},
                                                       {Direction::Reverse, "reverse"}})

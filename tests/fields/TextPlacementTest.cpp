@@ -11,6 +11,15 @@ TEST(TextPlacement, MeasuresVerticalTextByItsWidestCharacter) {
     EXPECT_EQ(bench.Next(), "10,87");
 }
 
+// A character is 10 x 20 dots, its baseline in row 14; the text is 73 dots long and its tail 2.
+TEST(TextPlacement, TypesetTextThatRunsDownwardsEndsByItsTail) {
+    for (auto const& [orientation, next] : {std::pair("I", "98,147"), {"B", "153,198"}, {"R", "47,202"}}) {
+        FieldBench bench;
+        bench.Run("^FW" + std::string(orientation) + "^FT100,200^FPV,3^FDab c^FS");
+        EXPECT_EQ(bench.Next(), next) << orientation;
+    }
+}
+
 TEST(TextPlacement, LeadingMovesTheNextField) {
     FieldBench bench;
     bench.target->leading = 6;
@@ -18,6 +27,8 @@ TEST(TextPlacement, LeadingMovesTheNextField) {
     EXPECT_EQ(bench.Next(), "30,28");
     bench.Run("^FWR^FO10,20^FDab^FS");
     EXPECT_EQ(bench.Next(), "15,40");
+    bench.Run("^FWI^FT100,200^FPV,3^FDab c^FS");
+    EXPECT_EQ(bench.Next(), "98,141");
 }
 
 // Large reverse text of font B, upside down from the top left, stands by the label home.

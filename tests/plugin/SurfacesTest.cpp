@@ -359,6 +359,19 @@ TEST_F(PreviewTest, ZoomsDotForDot) {
     QImage const half = surface.Grab();
     EXPECT_EQ(BlackRows(surface), 1) << "two rows of three make one, and the third half of one";
     EXPECT_NEAR(qGray(half.pixel(200, 149)), 128, 2);
+    surface.Set("zoom", 0.1);
+    QImage const tenth = surface.Grab();
+    EXPECT_EQ(tenth.pixel(205, 149), tenth.pixel(50, 50)) << "a page of 4 x 3 pixels ends before";
+}
+
+TEST_F(PreviewTest, ALargePageFitsItsWindow) {
+    QImage page(2000, 1000, QImage::Format_Grayscale8);
+    page.fill(Qt::black);
+    EXPECT_TRUE(page.save(QString::fromStdString((folder_ / "3").string()), "png"));
+    Print(3);
+    Surface surface(QStringLiteral("PrintPreviewSurface"));
+    EXPECT_NEAR(surface.Value("shownZoom").toDouble(), (400 - 32) / 2000.0, 0.001);
+    EXPECT_EQ(BlackRows(surface), 184);
 }
 
 TEST_F(PreviewTest, LeavesOutWhatIsNoPage) {
