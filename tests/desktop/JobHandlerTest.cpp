@@ -289,6 +289,19 @@ TEST_F(JobHandlerTest, CutsAStreamOfManyLabelsIntoJobs) {
     ::close(client);
 }
 
+TEST_F(JobHandlerTest, ALabelOfManyMegabytesArrivesWhole) {
+    std::string label = "^XA";
+    for (int i = 0; label.size() < 3U << 20; ++i) label += "^FX" + std::to_string(i);
+    label += "^XZ";
+    int const client = Connect();
+    SendLarge(client, label);
+    ::shutdown(client, SHUT_WR);
+    Await(packets_, "^XZ].");
+    std::erase_if(packets_, [](char c) { return c == '[' || c == ']' || c == '.'; });
+    EXPECT_TRUE(packets_ == label) << packets_.size() << " of " << label.size();
+    ::close(client);
+}
+
 // A stream is read as the ones before it, of whatever sender, have left the printer.
 TEST_F(JobHandlerTest, LooksAtAStreamAnewWhenAnotherChangesHowItIsRead) {
     int const waiting = Connect();
@@ -362,6 +375,27 @@ TEST_F(JobHandlerTest, DropsAStreamOnWhichTheHostEndsTwice) {
     EXPECT_EQ(errno, ECONNRESET);
     ::close(good);
     ::close(bad);
+}
+
+// Read as UTF-8, the byte would take the prefix behind it with it.
+TEST_F(JobHandlerTest, AStreamThatIsDroppedLeavesNoCharacterSet) {
+    stuck_ = true;
+    int const bad = Connect();
+    Send(bad, "^XA^CI28^XZ");
+    for (int end = 0; end < 2; ++end) {
+        Await(packets_, "[^XA^CI28^XZ].");
+        SettleLong();
+        packets_.clear();
+        stuck_ = end == 0;
+        handler_->HostEnded(false);
+        SettleLong();
+        if (end == 0) Respond(zpl::NetworkResponse::Status::Processing, std::nullopt);
+        if (end == 0) packets_ = "[^XA^CI28^XZ].";
+    }
+    int const good = Connect();
+    Send(good, "^XA^FD\xE4^XZ");
+    Await(packets_, "[^XA^FD\xE4^XZ].");
+    for (int const each : {bad, good}) ::close(each);
 }
 
 TEST_F(JobHandlerTest, TheNextHostIsGivenWhatTheLastOneHad) {
