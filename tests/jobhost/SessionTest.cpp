@@ -150,6 +150,7 @@ TEST_F(SessionTest, SerialFieldsFollowTheCopyWhateverTheOrder) {
              {"^SN098,1,Y", {"098", "099", "100", "103", "099", "098"}},
              {"^SN5", {"5", "6", "7", "0", "6", "5"}},
              {"^FDAB7^SFAAd,1", {"AB7", "AB8", "AB9", "AC2", "AB8", "AB7"}},
+             {"^FN1^SFdd^FS^FN1^FD07", {"07", "08", "09", "12", "08", "07"}},
              {"^PQ9,0,2^SN1,1,N", {"1", "1", "2", "3", "1", "1"}},
          }) {
         SCOPED_TRACE(row.field);

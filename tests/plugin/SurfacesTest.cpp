@@ -210,6 +210,12 @@ TEST_F(PreviewTest, FollowsTheJobThatPrints) {
     WritePage(4);
     EXPECT_EQ(BlackRows(surface), 4);
     EXPECT_TRUE(surface.Value("isShown").toBool());
+    TemporaryDirectory const next;
+    PrintEngine::Printing::JobMetaData{.jobName = "next", .totalPages = 2}.Write(next.Path());
+    TheHost().Set<StringProperty>(PropertyNames::JobToPrintPathName, next.Path().string());
+    EXPECT_EQ(BlackRows(surface), 4) << "until the next job has a page";
+    EXPECT_EQ(surface.TextOf("number"), "Page 5 of 9");
+    TheHost().Set<StringProperty>(PropertyNames::JobToPrintPathName, folder_.Path().string());
     std::filesystem::remove_all(folder_.Path());
     TheHost().Set<StringProperty>(PropertyNames::PrintJobStatus, "");
     TheHost().Set<StringProperty>(PropertyNames::JobToPrintPathName, "NO PAGE");
@@ -289,6 +295,9 @@ TEST_F(PreviewTest, TurnsBackToTheJobsThatWerePrintedBefore) {
     }
     std::ofstream(kept / "other.png") << "none of a printer";
     std::filesystem::remove(kept / "b-1-2.png");
+    // A job has its place by its first page, and no page has the number 0.
+    std::filesystem::last_write_time(kept / "b-1-3.png", hour + std::chrono::hours(9));
+    WritePage(kept / "c-1-0.png", 1);
     Print(2);
     Surface surface(QStringLiteral("PrintPreviewControl"));
     surface.Set("zoom", 1);
@@ -351,6 +360,9 @@ TEST_F(PreviewTest, ZoomsDotForDot) {
     EXPECT_EQ(BlackRows(surface), 9);
     surface.Call("zoomOut");
     EXPECT_EQ(surface.Value("shownZoom").toInt(), 2);
+    surface.Set("zoom", 0.001);
+    EXPECT_DOUBLE_EQ(surface.Value("shownZoom").toDouble(), 0.02);
+    surface.Set("zoom", 3);
     for (int i = 0; i < 20; ++i) surface.Call("zoomOut");
     EXPECT_DOUBLE_EQ(surface.Value("shownZoom").toDouble(), 0.1);
     for (int i = 0; i < 20; ++i) surface.Call("zoomIn");
