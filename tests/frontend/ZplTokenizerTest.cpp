@@ -228,15 +228,16 @@ TEST(ZplTokenizer, GoesOnBehindAFlush) {
 }
 
 TEST(ZplTokenizer, TellsWhereCommandsStand) {
-    std::string const input = "\r\n^XA^^FO1,2~SD15.5 ^GFB,1,2,1,^^ ^XZ" + "\xFF\xFE"s + Utf16(u"^FS^XZ", false);
-    std::string const expected = "XA2+3 FO6+6 SD12+5 SD12+7 GF20+13 XZ34+3 FS39+6 XZ45+6 ";
+    std::string const input = "\r\n^XA^^FO1,2~SD15.5 ^GFB,1,2,1,^^ ^XZ" + "\xFF\xFE"s + Utf16(u"^FS^XZ^FDx", false);
+    std::string const expected = "XA2+3 FO6+6 SD12+5 SD12+7 GF20+13 XZ34+3 FS39+6 XZ45+6 FD51+8 ";
     for (std::size_t cut = 0; cut < input.size(); ++cut) {
         ZplTokenizer tokenizer;
         std::string offsets;
         auto encoding = Encoding::SingleByte;
-        for (auto const& chunk : {input.substr(0, cut), input.substr(cut)}) {
+        for (bool const isLast : {false, true}) {
+            auto const chunk = isLast ? input.substr(cut) : input.substr(0, cut);
             for (std::size_t position = 0; position < chunk.size();) {
-                auto [next, command] = tokenizer.TokenizeString(chunk, position, '^', '~', ',', false, encoding);
+                auto [next, command] = tokenizer.TokenizeString(chunk, position, '^', '~', ',', isLast, encoding);
                 encoding = next;
                 if (!command) continue;
                 EXPECT_EQ(command->offset, tokenizer.CommandOffset());

@@ -59,6 +59,14 @@ TEST_F(SessionTest, LabelsComeOutOfStreams) {
         {"a saved picture that is not printed", "^XA^FDa^FS^ISR:P.GRF,N^XZ^XA^XGR:P.GRF^FS^XZ", {""}},
         {"the first command behind a change of encoding", "^XA^CI28^XZ^XA^FDa^FS^XZ^XA^FDb^FS^XZ", {"a", "b"}},
         {"a byte order mark", "\xEF\xBB\xBF^XA^CI28^FD\xC3\xA9^FS^XZ", {"\xC3\xA9"}},
+        {"a byte order mark alone, to the end of its stream",
+         "\xEF\xBB\xBF^XA^FD\xC3\xA9^FS^XZ^XA^FD\xC3\xA8^FS^XZ",
+         {"\xC3\xA9", "\xC3\xA8"}},
+        {"the next stream, in code page 850", "^XA^FD\x82^FS^XZ", {"\xC3\xA9"}},
+        {"prefixes and delimiter of one stream", "~CT+^CD;^CC/", {}},
+        {"are not those of the next", "^XA^FDx~JX^XZ^XA^FO1,2^SN7,3^FS^XZ", {"7"}},
+        {"an open format", "^XA^LL50^FDx^FS", {}, "", true},
+        {"is not that of the next stream", "^FDy^FS^XZ", {}},
     };
     for (auto const& row : rows) {
         SCOPED_TRACE(row.name);
@@ -142,6 +150,7 @@ TEST_F(SessionTest, SerialFieldsFollowTheCopyWhateverTheOrder) {
              {"^SN098,1,Y", {"098", "099", "100", "103", "099", "098"}},
              {"^SN5", {"5", "6", "7", "0", "6", "5"}},
              {"^FDAB7^SFAAd,1", {"AB7", "AB8", "AB9", "AC2", "AB8", "AB7"}},
+             {"^FN1^SFdd^FS^FN1^FD07", {"07", "08", "09", "12", "08", "07"}},
              {"^PQ9,0,2^SN1,1,N", {"1", "1", "2", "3", "1", "1"}},
          }) {
         SCOPED_TRACE(row.field);
