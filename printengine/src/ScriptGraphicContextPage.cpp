@@ -88,7 +88,10 @@ void ScriptGraphicContext::EndJob(std::filesystem::path const& jobPath) {
         state_->fileError = NoFolderMessage();
         return;
     }
-    std::error_code const error = WriteFileAtomically(jobPath / JobFileSystemStrings::TransferDoneFileName, {});
+    auto const file = jobPath / JobFileSystemStrings::TransferDoneFileName;
+    std::error_code error;
+    // The queue ends a job anew with every page that prints near its end.
+    if (!std::filesystem::exists(file, error)) error = WriteFileAtomically(file, {});
     state_->fileError = error ? error.message() : std::string();
 }
 
