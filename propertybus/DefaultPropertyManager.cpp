@@ -34,6 +34,9 @@ void DefaultPropertyManager::StopThread() {
     }
     wakeDelivery_.notify_all();
     threads_->Join(thread_);
+    std::unique_lock lock(mutex_);
+    isTurnWanted_ = true;
+    wakeDelivery_.wait(lock, [this] { return !isDelivering_; });
 }
 
 void DefaultPropertyManager::SetSender(Sender sender) {
@@ -50,6 +53,11 @@ void DefaultPropertyManager::Run() {
     std::unique_lock lock(mutex_);
     while (!stopping_) {
         std::function<void()> next;
+        if (isDelivering_) {
+            isTurnWanted_ = true;
+            wakeDelivery_.wait(lock);
+            continue;
+        }
         if (!work_.empty()) {
             next = std::move(work_.front());
             work_.pop_front();
@@ -63,15 +71,23 @@ void DefaultPropertyManager::Run() {
             wakeDelivery_.wait(lock);
             continue;
         }
-        lock.unlock();
-        try {
-            next();
-        } catch (std::exception const& error) {
-            DebugLog(Error, std::string("a property callback failed: ") + error.what());
-        }
+        DeliverInTurn(lock, next);
         next = nullptr;
-        lock.lock();
     }
+}
+
+/// To be called under the lock, which it gives up meanwhile.
+void DefaultPropertyManager::DeliverInTurn(std::unique_lock<std::mutex>& lock, std::function<void()> const& work) {
+    isDelivering_ = true;
+    lock.unlock();
+    try {
+        work();
+    } catch (std::exception const& error) {
+        DebugLog(Error, std::string("a property callback failed: ") + error.what());
+    }
+    lock.lock();
+    isDelivering_ = false;
+    if (std::exchange(isTurnWanted_, false) || !work_.empty()) wakeDelivery_.notify_all();
 }
 
 void DefaultPropertyManager::RunLater(std::chrono::milliseconds pause, std::function<void()> work) {
@@ -88,6 +104,13 @@ void DefaultPropertyManager::Post(PiclMessage message) {
         work_.emplace_back([this, message = std::move(message)] { Deliver(message); });
     }
     wakeDelivery_.notify_all();
+}
+
+void DefaultPropertyManager::Take(PiclMessage const& message) {
+    std::unique_lock lock(mutex_);
+    if (running_ && !isDelivering_ && work_.empty()) return DeliverInTurn(lock, [&] { Deliver(message); });
+    lock.unlock();
+    Post(message);
 }
 
 void DefaultPropertyManager::HoldWrites() {

@@ -274,7 +274,7 @@ bool PICLIF::ReadInput() {
     lines_.Append({buffer, static_cast<std::size_t>(count)}, [this](std::string_view line) {
         if (auto message = PiclMessage::Parse(line)) {
             if (message->type == PiclMessage::Type::Taken) NoteTaken(message->address);
-            properties_->Post(std::move(*message));
+            properties_->Take(*message);
         } else {
             DebugLog(PropertyWarning, "a line of the property server is no message");
         }

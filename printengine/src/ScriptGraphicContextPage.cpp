@@ -90,8 +90,11 @@ void ScriptGraphicContext::EndJob(std::filesystem::path const& jobPath) {
     }
     auto const file = jobPath / JobFileSystemStrings::TransferDoneFileName;
     std::error_code error;
-    // The queue ends a job anew with every page that prints near its end.
-    if (!std::filesystem::exists(file, error)) error = WriteFileAtomically(file, {});
+    // Its name says all, so it is a second one of the metadata, for which no file has to be made and taken away. The
+    // queue ends a job anew with every page that prints near its end.
+    std::filesystem::create_hard_link(jobPath / JobFileSystemStrings::MetaDataFileName, file, error);
+    if (error == std::errc::file_exists) error.clear();
+    if (error) error = WriteFileAtomically(file, {});
     state_->fileError = error ? error.message() : std::string();
 }
 
