@@ -11,6 +11,14 @@ namespace {
 
 std::string Name(PropertyAddress const& address) { return address.component + '/' + address.property; }
 
+void RunGuarded(std::function<void()> const& work) {
+    try {
+        work();
+    } catch (std::exception const& error) {
+        DebugLog(Error, std::string("a property callback failed: ") + error.what());
+    }
+}
+
 }  // namespace
 
 DefaultPropertyManager::~DefaultPropertyManager() { StopThread(); }
@@ -61,18 +69,19 @@ void DefaultPropertyManager::Run() {
         if (!work_.empty()) {
             next = std::move(work_.front());
             work_.pop_front();
+            DeliverInTurn(lock, next);
         } else if (!laterWork_.empty() && laterWork_.begin()->first <= std::chrono::steady_clock::now()) {
             next = std::move(laterWork_.begin()->second);
             laterWork_.erase(laterWork_.begin());
+            // Delivers nothing, so the link need not wait for it.
+            lock.unlock();
+            RunGuarded(next);
+            lock.lock();
         } else if (!laterWork_.empty()) {
             wakeDelivery_.wait_until(lock, laterWork_.begin()->first);
-            continue;
         } else {
             wakeDelivery_.wait(lock);
-            continue;
         }
-        DeliverInTurn(lock, next);
-        next = nullptr;
     }
 }
 
@@ -80,11 +89,7 @@ void DefaultPropertyManager::Run() {
 void DefaultPropertyManager::DeliverInTurn(std::unique_lock<std::mutex>& lock, std::function<void()> const& work) {
     isDelivering_ = true;
     lock.unlock();
-    try {
-        work();
-    } catch (std::exception const& error) {
-        DebugLog(Error, std::string("a property callback failed: ") + error.what());
-    }
+    RunGuarded(work);
     lock.lock();
     isDelivering_ = false;
     if (std::exchange(isTurnWanted_, false) || !work_.empty()) wakeDelivery_.notify_all();

@@ -56,7 +56,7 @@ protected:
     bool ConnectToBus(PropertyAddress const& address, std::shared_ptr<Property> property, Role role, bool archived);
     /// Waits for the server's answer to a subscription.
     bool WaitForAnswer(PropertyAddress const& address, std::chrono::milliseconds timeout);
-    /// Has `work` run on the delivering thread after the pause.
+    /// Has `work` run on the manager's thread after the pause, beside the delivery.
     void RunLater(std::chrono::milliseconds pause, std::function<void()> work);
 
 private:

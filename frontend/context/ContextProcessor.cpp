@@ -6,6 +6,7 @@
 
 #include "foundation/Files.h"
 #include "foundation/Log.h"
+#include "frontend/context/ObjectStore.h"
 #include "frontend/stream/ZplTokenizer.h"
 
 namespace {
@@ -102,7 +103,8 @@ void ContextProcessor::StartFormat() {
 
 void ContextProcessor::RecallFormat(std::filesystem::path const& name) {
     auto const path = formatsFolder_ / name;
-    ReportExcess(formatCommands_.AppendRecalled(ReadStoredFormat(path, ReadRegularFile(path)), Log::Place()));
+    ReportExcess(formatCommands_.AppendRecalled(
+        ReadStoredFormat(path, ReadRegularFile(ObjectFile(formatsFolder_, name))), Log::Place()));
 }
 
 void ContextProcessor::ReportExcess(char const* excess) const {
