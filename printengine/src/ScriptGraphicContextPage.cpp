@@ -109,6 +109,7 @@ void ScriptGraphicContext::StartLabel() {
     if (state.storedPicture) state.raster.Draw(*state.storedPicture, Ink::Black);
     state.originX = state.originY = 0;
     state.hasContent = false;
+    state.spent = 0;
     state.labelText.clear();
     state.degrees = 0;
     state.reverse = false;
