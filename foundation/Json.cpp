@@ -34,8 +34,11 @@ JsonWriter& JsonWriter::Key(std::string_view name) {
 
 JsonWriter& JsonWriter::String(std::string_view text) {
     std::string valid;
-    utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid));
-    state_->writer.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
+    if (utf8::find_invalid(text.begin(), text.end()) != text.end()) {
+        utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid));
+        text = valid;
+    }
+    state_->writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
     return *this;
 }
 

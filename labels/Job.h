@@ -66,6 +66,7 @@ private:
         unsigned quantity;
         unsigned pauseGroup;
         bool pauseAfter;
+        std::optional<unsigned> pauseBehind;  ///< the first pause that a label behind it asks for
     };
 
     std::filesystem::path jobPath_;

@@ -175,6 +175,24 @@ void DrawTemplate(ContextProcessor& processor, ContextProcessor field, std::stri
     CarryNextFieldOrigin(field, processor);
 }
 
+/// Counts what one more template of a number is filled with. False, told once a copy of the label, if that is too much:
+/// one text may fill thousands, each of which counts as some bytes at least.
+bool MayFillFurther(ContextProcessor& processor, unsigned number, std::size_t bytes) {
+    constexpr std::uint64_t BytesOfTemplate = 256;
+    static ContextKey<std::uint64_t> const Filled;
+    Context* const label = processor.GetContext(ContextProcessor::LabelContext);
+    if (!label) return false;
+    auto& filled = (*label)[Filled];
+    bool const hadRoom = filled < MostFilledBytes;
+    filled += BytesOfTemplate + bytes;
+    if (hadRoom && filled >= MostFilledBytes) {
+        Log::Report(LogTopic::Limit, "field number " + std::to_string(number) +
+                                         " is not drawn everywhere: the label fills templates with more than " +
+                                         std::to_string(MostFilledBytes) + " bytes");
+    }
+    return filled < MostFilledBytes;
+}
+
 /// Hosts ask for the data of a number, whether they came with its field or fill a template.
 void NoteFieldNumber(ContextProcessor& processor, unsigned number, std::string_view data) {
     if (Context* const label = processor.GetContext(ContextProcessor::LabelContext))
@@ -257,8 +275,10 @@ void InvokeSavedFieldRenderFunction(ContextProcessor& processor, unsigned fieldN
     DrawTemplate(processor, first->second, data);
     auto const& further = processor.at(ZplContextKeys::FurtherTemplates);
     for (auto next = further.lower_bound({fieldNumber, 0}); next != further.end() && next->first.first == fieldNumber;
-         ++next)
+         ++next) {
+        if (!MayFillFurther(processor, fieldNumber, data.size())) return;
         DrawTemplate(processor, next->second, data);
+    }
 }
 
 }  // namespace ZplCore

@@ -6,6 +6,7 @@
 
 #include "foundation/Files.h"
 #include "foundation/Log.h"
+#include "frontend/context/ObjectStore.h"
 #include "frontend/stream/ZplTokenizer.h"
 
 namespace {
@@ -101,8 +102,8 @@ void ContextProcessor::StartFormat() {
 
 void ContextProcessor::RecallFormat(std::filesystem::path const& name, std::uint64_t length) {
     auto const path = formatsFolder_ / name;
-    ReportExcess(formatCommands_.AppendRecalled(ReadStoredFormat(path, ReadRegularFile(path)), Log::Place(), length,
-                                                name.string()));
+    auto const stored = ReadStoredFormat(path, ReadRegularFile(ObjectFile(formatsFolder_, name)));
+    ReportExcess(formatCommands_.AppendRecalled(stored, Log::Place(), length, name.string()));
 }
 
 void ContextProcessor::ReportExcess(char const* excess) const {

@@ -88,7 +88,13 @@ void ScriptGraphicContext::EndJob(std::filesystem::path const& jobPath) {
         state_->fileError = NoFolderMessage();
         return;
     }
-    std::error_code const error = WriteFileAtomically(jobPath / JobFileSystemStrings::TransferDoneFileName, {});
+    auto const file = jobPath / JobFileSystemStrings::TransferDoneFileName;
+    std::error_code error;
+    // Its name says all, so it is a second one of the metadata, for which no file has to be made and taken away. The
+    // queue ends a job anew with every page that prints near its end.
+    std::filesystem::create_hard_link(jobPath / JobFileSystemStrings::MetaDataFileName, file, error);
+    if (error == std::errc::file_exists) error.clear();
+    if (error) error = WriteFileAtomically(file, {});
     state_->fileError = error ? error.message() : std::string();
 }
 
@@ -103,6 +109,7 @@ void ScriptGraphicContext::StartLabel() {
     if (state.storedPicture) state.raster.Draw(*state.storedPicture, Ink::Black);
     state.originX = state.originY = 0;
     state.hasContent = false;
+    state.spent = 0;
     state.labelText.clear();
     state.degrees = 0;
     state.reverse = false;

@@ -61,6 +61,9 @@ struct ScriptGraphicContext::State {
         PageForm().clear();
         return pageForm;
     }
+    /// Counts the work for something of so many pixels and characters. False, told once a label, if the label has drawn
+    /// so much that it is left out: drawing costs what it covers, and a few bytes can cover all of the largest page.
+    bool Spend(std::int64_t width, std::int64_t height, std::size_t characters = 0);
     /// Draws by `draw(raster)`: on the page, and where constant fields are kept apart also there.
     template <typename Draw>
     void OnRasters(Draw draw) {
@@ -99,6 +102,7 @@ struct ScriptGraphicContext::State {
     std::int64_t originX = 0;
     std::int64_t originY = 0;
     bool hasContent = false;
+    std::int64_t spent = 0;  ///< pixels that the label has covered, and what counts as such
     std::string labelText;
 
     int degrees = 0;

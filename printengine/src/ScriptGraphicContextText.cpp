@@ -160,6 +160,7 @@ void ScriptGraphicContext::DrawText(int x, int y, std::string_view text, ScriptT
     state.textStyle.spacing = spacing;
     std::int64_t const width = PrintEngine::Text::MeasureWidth(typeface, text, state.textStyle.magnificationX, spacing);
     std::int64_t const height = std::int64_t{typeface.Height()} * state.textStyle.magnificationY;
+    if (!state.Spend(width, height, text.size())) return;
     TextFrame frame{state.originX + x, state.originY + y, state.degrees};
     if (state.degrees == 90 || state.degrees == 180) (state.degrees == 90 ? frame.x : frame.y) += height - 1;
     if (state.degrees == 180 || state.degrees == 270) (state.degrees == 180 ? frame.x : frame.y) += width - 1;
@@ -177,6 +178,7 @@ void ScriptGraphicContext::DrawTrueTypeText(std::string_view font, int x, int y,
     double const em = TrueTypeEm(pointSize);
     TrueTypeLine const line = LineOf(state.fonts.TrueTypeLineHeight(font), pointSize);
     Typeface& typeface = state.fonts.TrueType(font, em * widthPercent / 100, em);
+    if (!state.Spend(width, height, text.size())) return;
 
     // The box turns about its centre.
     std::int64_t const half = (std::int64_t{width} - height) / 2;
