@@ -214,19 +214,9 @@ void StreamWatch::NoteFormat(ZplCommand const& command) {
     }
     // It is stored, and drawn when it is recalled.
     if (letters == "DF") isReplayed_ = false;
-    if (letters == "CI" && inFormat_) NoteCharacterSet(command);
+    auto const* const set = letters == "CI" && inFormat_ ? FindNamedCharacterSet(command) : nullptr;
+    if (set) encodingAtEnd_ = set->encoding;
     if (letters == "XZ" && inFormat_) EndFormat();
-}
-
-void StreamWatch::NoteCharacterSet(ZplCommand const& command) {
-    try {
-        auto const number = ZplParse<unsigned>(command, 0);
-        auto const* const set = number ? FindCharacterSet(*number) : nullptr;
-        if (set) encodingAtEnd_ = set->encoding;
-    } catch (std::exception const&) {
-        // The host gives up the format here.
-        isReplayed_ = false;
-    }
 }
 
 void StreamWatch::EndFormat() {

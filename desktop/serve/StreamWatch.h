@@ -82,7 +82,6 @@ private:
     std::optional<Question> OpenQuestion();
     void Note(ZplCommand const& command);
     void NoteFormat(ZplCommand const& command);
-    void NoteCharacterSet(ZplCommand const& command);
     void EndFormat();
 
     ZplTokenizer tokenizer_;
