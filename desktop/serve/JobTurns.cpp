@@ -172,7 +172,7 @@ JobHandler::Want JobHandler::WantOf(Connection const& connection) const {
     bool const mayPrint = jobs_.size() < MostJobs;
     if (!connection.Watch().HasCommands()) return Want::Nothing;
     if (connection.IsDue()) {
-        if (connection.Watch().Formats() == 0) return Want::Answers;
+        if (connection.Watch().Labels() == 0) return Want::Answers;
         return mayPrint ? Want::Labels : Want::Nothing;
     }
     if (connection.UpToCut() > 0) return Want::Nothing;
@@ -347,7 +347,7 @@ void JobHandler::SendPiece(Pointer const& connection, std::size_t size, bool isL
     periodBytes_ += size;
     connection->questionsAtHost += connection->TakeQuestions();
     connection->waitsSince = Clock::now();
-    if (connection->Watch().Formats() > 0) {
+    if (connection->Watch().Labels() > 0) {
         connection->cost = 0;
         lastLabels_ = connection->waitsSince;
     }

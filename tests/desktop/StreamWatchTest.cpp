@@ -114,6 +114,7 @@ TEST(StreamWatch, TellsWhatOutlastsAStream) {
     EXPECT_EQ(lasting("^CI28^XA^XZ").encoding, Encoding::SingleByte) << "nor outside of labels";
     for (auto const* const unused : {"^XA^DFR:A^CI28^XZ", "^XA^CI28~JX^XZ", "^XA^CI28,0^CI0^XZ", "^XA~CI28^XZ"})
         EXPECT_EQ(lasting(unused).encoding, Encoding::SingleByte) << unused;
+    EXPECT_EQ(Watched("^XA^HH^XZ^XA^FX^HH^XZ^XA^HH^FDa^XZ", 3).Labels(), 1U) << "questions in formats are no labels";
     EXPECT_EQ(lasting("^CC/").formatPrefix, '/');
     EXPECT_EQ(lasting("^CD;^CT,").controlPrefix, ',');
 }
@@ -149,11 +150,11 @@ std::string RandomStream(std::mt19937& random) {
         "~JX",
         "^DFR:A",
         "^PQ2",
-        "/XA",
         "^FO.",
         "^PQ99999999999",
         "^CI99999999999",
         "^CI28,99999999999,1",
+        "/XA",
         "/XZ",
         "~XZ",
         "^xa",
