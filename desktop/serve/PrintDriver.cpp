@@ -166,7 +166,7 @@ void PrintDriver::StartNext() {
         firstPath = entry.path();
     }
     CleanUpAfter(waiting);
-    if (first && cut_ && !IsOriginKnown(firstPath, *first)) return nextTimer_.start(Later);
+    if (first && (cut_ || cancelledUpTo_ > 0) && !IsOriginKnown(firstPath, *first)) return nextTimer_.start(Later);
     // A job whose folder was made a moment ago gets its metadata next.
     if (first && !cancellation_.hasExpired()) return nextTimer_.start(Later);
     if (first) return Start(firstPath, std::move(*first));
@@ -204,6 +204,7 @@ void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData)
     status_->Set("Printing");
     path_->Set(path.string());
     page_->Set(next_);
+    if (origin_ != 0 && origin_ <= cancelledUpTo_) return FinishJob();
     goesOn && cut->isPaused ? PausePrinting("Print Paused") : PrintPage();
 }
 
