@@ -69,9 +69,15 @@ void Job::Start(std::string_view jobName) {
         first += pages;
     }
     jobPath_ = labels_.front().StartJob(jobName, Quantity(), pauses, flag_, tagOperations);
-    if (origin_ == 0 || jobPath_.empty()) return;
-    if (auto const error = WriteFileAtomically(jobPath_ / OriginFileName, std::to_string(origin_)))
-        DebugLog(Error, "cannot write in " + jobPath_.string() + ": " + error.message());
+    WriteOrigin();
+}
+
+/// Where the disk was full for it a page may have room.
+void Job::WriteOrigin() {
+    if (origin_ == 0 || jobPath_.empty() || isOriginWritten_) return;
+    auto const error = WriteFileAtomically(jobPath_ / OriginFileName, std::to_string(origin_));
+    if (error) DebugLog(Error, "cannot write in " + jobPath_.string() + ": " + error.message());
+    isOriginWritten_ = !error;
 }
 
 void Job::End() {
@@ -95,6 +101,7 @@ std::optional<unsigned> Job::NextPauseIndex(unsigned page) const {
 void Job::RenderLabel(unsigned page) {
     Place const place = Find(page);
     if (!LabelOf(place)) return;
+    WriteOrigin();
     // The last page of the job, not of its label.
     bool const isLast = Quantity() - 1 <= page;
     labels_[place.label].RenderLabel(jobPath_, place.copy, page, isLast);

@@ -148,6 +148,7 @@ void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData)
     status_->Set("Printing");
     path_->Set(path.string());
     page_->Set(next_);
+    if (origin_ != 0 && origin_ <= cancelledUpTo_) return FinishJob();
     goesOn && cut->isPaused ? PausePrinting("Print Paused") : PrintPage();
 }
 

@@ -4,6 +4,7 @@
 #include <QtCore/QFileSystemWatcher>
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -47,6 +48,8 @@ public:
     /// Gives up the job that prints; false if there is none.
     bool Cancel();
     void CancelAll();
+    /// Of streams that ended with that packet, or before it, no job is printed that begins from now on.
+    void CancelUpTo(std::uint32_t origin) { cancelledUpTo_ = std::max(cancelledUpTo_, origin); }
     /// The host is gone, and with it the jobs that it had: they are given up. The one that prints may come again, of
     /// the same origin: it goes on behind the pages that have been kept.
     void GiveUpJobs();
@@ -129,6 +132,7 @@ private:
     std::set<std::filesystem::path> cancelled_;  // what was there when all was cancelled
     QDeadlineTimer cancellation_;                // by which it has taken away those that it means
     std::set<std::filesystem::path> doomed_;     // what was there when the user cancelled all; none of it starts before
+    std::uint32_t cancelledUpTo_ = 0;            // origins
     QDeadlineTimer doomEnd_;                     // the host should long have heard of it
     unsigned printed_ = 0;
 };

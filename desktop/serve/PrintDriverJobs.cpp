@@ -65,7 +65,9 @@ void PrintDriver::StartNext() {
     }
     CleanUpAfter(waiting);
     auto metaData = first == waiting.end() ? std::nullopt : JobMetaData::Read(first->first);
-    bool const isHeld = metaData && ((cut_ && !IsOriginKnown(first->first, *metaData)) || !cancellation_.hasExpired());
+    bool const asksForOrigin = cut_ || cancelledUpTo_ > 0;
+    bool const isHeld =
+        metaData && ((asksForOrigin && !IsOriginKnown(first->first, *metaData)) || !cancellation_.hasExpired());
     if (metaData && !isHeld) return Start(first->first, std::move(*metaData));
     // A job whose folder was made a moment ago gets its metadata next.
     if (incomplete || first != waiting.end()) nextTimer_.start(Later);

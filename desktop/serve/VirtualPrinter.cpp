@@ -124,6 +124,7 @@ void VirtualPrinter::Begin() {
     JobHandler::Options door;
     door.answers = options_.answers;
     door.facts = [this] { return Facts(); };
+    door.onCancelled = [this](std::uint32_t origin) { driver_->CancelUpTo(origin); };
     minute_.setSingleShot(true);
     connect(&minute_, &QTimer::timeout, this, [this] { TellLeftOut(); });
     auto const tellOfStreams = [this](PrinterEvent const& event) { TellOfStreams(event); };

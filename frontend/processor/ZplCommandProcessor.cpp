@@ -6,6 +6,7 @@
 #include "Scripting/PrinterContextInterface.h"
 #include "fields/map/FieldMap.h"
 #include "foundation/Log.h"
+#include "frontend/context/CharacterSets.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ObjectStore.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -73,7 +74,11 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
                                              " MiB and is left out");
             continue;
         }
-        if (command->command == "XA") formatOffset_ = command->offset;
+        if (command->command == "XA") {
+            formatOffset_ = command->offset;
+            isLost_ = false;
+            characterSet_.reset();
+        }
         RunOrRecord(*handler, *command, controlCommandsOnly);
         // Without a format the flag stays set and nothing happens: that is how a stray end is ignored.
         if (contextProcessor_.IsFormatComplete() && contextProcessor_.GetContext(ContextProcessor::FormatContext)) {
@@ -87,8 +92,13 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
 }
 
 ZplCommandProcessor::StreamRest ZplCommandProcessor::TakeRest() {
-    return {std::move(tokenizer_), contextProcessor_.at(ZplContextKeys::CodePageConverter).GetEncoding(),
-            isFinishing_ || IsInFormat(), !isFinishing_ && IsInFormat()};
+    if (isFinishing_ && DrawsFormat()) KeepCharacterSet();
+    return {std::move(tokenizer_),
+            contextProcessor_.at(ZplContextKeys::CodePageConverter).GetEncoding(),
+            isFinishing_ || IsInFormat(),
+            !isFinishing_ && IsInFormat(),
+            DrawsFormat(),
+            std::move(characterSet_)};
 }
 
 void ZplCommandProcessor::GoOnWith(StreamRest rest) {
@@ -96,7 +106,33 @@ void ZplCommandProcessor::GoOnWith(StreamRest rest) {
     (*contextProcessor_.GetSystemContext())[ZplContextKeys::CodePageConverter].SetEncoding(rest.encoding);
     if (!rest.isInFormat) return;
     contextProcessor_.BeginFormat();
-    contextProcessor_.set(ContextProcessor::FormatContext, ZplContextKeys::CancelCurrentFormat, true);
+    isLost_ = true;
+    characterSet_ = std::move(rest.characterSet);
+    if (!rest.isDrawn)
+        contextProcessor_.set(ContextProcessor::FormatContext, ZplContextKeys::CancelCurrentFormat, true);
+}
+
+bool ZplCommandProcessor::DrawsFormat() const {
+    return contextProcessor_.at(ZplContextKeys::SavedFormatPath).empty() &&
+           !contextProcessor_.at(ZplContextKeys::CancelCurrentFormat);
+}
+
+void ZplCommandProcessor::DropFormat() {
+    if (DrawsFormat()) KeepCharacterSet();
+    contextProcessor_.ClearFormatCommands();
+    for (int i = 0; i < 3; ++i) contextProcessor_.PopCurrentContext();
+    contextProcessor_.ResetFormatComplete();
+}
+
+/// How the stream is read behind a format does not depend on what became of its label: the set that it names counts
+/// from its end on also if the label is dropped. So whoever only follows a stream knows where its commands stand.
+void ZplCommandProcessor::KeepCharacterSet() {
+    if (!characterSet_) return;
+    try {
+        RunCommand(*handlerPool_.GetCommandHandler(characterSet_->command), *characterSet_, contextProcessor_);
+    } catch (std::exception const&) {
+        // A number behind the set; the sender is told of what came first.
+    }
 }
 
 void ZplCommandProcessor::ForgetByteOrderMark() {
@@ -128,8 +164,10 @@ std::unique_ptr<ZplCommand> ZplCommandProcessor::NextCommand(std::string_view in
 void ZplCommandProcessor::RunOrRecord(CommandHandler& handler, ZplCommand const& command, bool controlCommandsOnly) {
     switch (handler.GetProcessingType()) {
         case ProcessingType::Deferred:
-            if (!controlCommandsOnly && !contextProcessor_.IsFormatComplete())
+            if (!controlCommandsOnly && !contextProcessor_.IsFormatComplete()) {
                 contextProcessor_.AddFormatCommand(command);
+                if (command.command == "CI" && FindNamedCharacterSet(command)) characterSet_ = command;
+            }
             return;
         case ProcessingType::ImmediateIfControl:
             if (!command.isControl) {
@@ -150,9 +188,8 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
         contextProcessor_.PopCurrentContext();
         contextProcessor_.ResetFormatComplete();
     };
-    if (contextProcessor_.GetFormatCommands().IsRefused()) {
-        contextProcessor_.ClearFormatCommands();
-        popTwice();
+    if (isLost_ || contextProcessor_.GetFormatCommands().IsRefused()) {
+        DropFormat();
         return;
     }
     // A copy: the context that holds the path is about to go.

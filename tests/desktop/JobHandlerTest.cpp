@@ -36,6 +36,7 @@ protected:
         options.longestFormat = 40 << 20;
         options.ratePeriod = std::chrono::milliseconds(100);
         options.longestHold = std::chrono::milliseconds(100);
+        options.onCancelled = [this](std::uint32_t packet) { cancelledUpTo_ = packet; };
         handler_ = std::make_unique<JobHandler>(
             threads_, folder_ / "socket", "127.0.0.1", 0,
             [this](PrinterEvent const& event) {
@@ -137,6 +138,7 @@ protected:
     std::unique_ptr<JobHandler> handler_;
     std::string packets_;
     std::string said_;
+    std::uint32_t cancelledUpTo_ = 0;
     bool deaf_ = false;   // the host hears nothing of packets
     bool stuck_ = false;  // it begins with them, and no more
 };
@@ -353,6 +355,26 @@ TEST_F(JobHandlerTest, DropsLabelsThatWait) {
     EXPECT_EQ(handler_->DropWaiting(), 2U) << "the host has the first";
     EXPECT_EQ(handler_->DropWaiting(), 0U);
     for (int const client : clients) ::close(client);
+}
+
+TEST_F(JobHandlerTest, NothingOfAnOpenStreamOutlivesACancellation) {
+    stuck_ = true;
+    int const client = Connect();
+    std::string const half = "^XA^CI28^FD" + std::string(40 << 10, 'x') + "^XZ";
+    SendLarge(client, half + half + half);
+    Await(packets_, half + ']');
+    SettleLong();
+    handler_->DropWaiting();
+    EXPECT_EQ(cancelledUpTo_, 1U);
+    stuck_ = false;
+    packets_.clear();
+    command_->Set("");
+    Await(packets_, "[\n].");
+    EXPECT_EQ(cancelledUpTo_, 2U) << "the job that the host makes of what it has";
+    Send(client, "^XA1^XZ");
+    Await(packets_, "^XA1^XZ].");
+    EXPECT_EQ(packets_.substr(0, 40), "[\n].[^XA1^XZ].");
+    ::close(client);
 }
 
 TEST_F(JobHandlerTest, DropsAStreamOnWhichTheHostEndsTwice) {

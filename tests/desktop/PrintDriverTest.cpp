@@ -151,6 +151,18 @@ TEST_F(PrintDriverTest, ACancellationEndsOnlyWhatIsGone) {
     EXPECT_TRUE(Until([&] { return said_.find("job goes-1 is cancelled") != std::string::npos; }));
 }
 
+TEST_F(PrintDriverTest, AJobThatIsMadeBehindItsCancellationDoesNotPrint) {
+    driver_->CancelUpTo(5);
+    for (unsigned serial : {5, 6}) {
+        std::string const job = "job" + std::to_string(serial);
+        MakeJob(job, 1, serial);
+        MakePage(job, 0);
+        WriteFileAtomically(folder_ / "jobs" / job / "Origin", std::to_string(serial));
+    }
+    EXPECT_TRUE(Until([&] { return Keeps("job6-1-1"); }));
+    EXPECT_FALSE(Keeps("job5-1-1"));
+}
+
 TEST_F(PrintDriverTest, TheNextJobWaitsForAHostThatHasHeardOfTheEnd) {
     MakeJob("first", 1, 1);
     MakeJob("second", 1, 2);
