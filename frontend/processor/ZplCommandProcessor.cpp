@@ -178,6 +178,9 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
     clone.Freeze();
     if (text && label.HasImageSavePath()) label.RenderLabelToFile();
     if ((result.hasRfidOperations || text) && label.ShouldPrint()) {
+        // The page that stores itself as a picture may recall it.
+        replay_ = label.HasImageSavePath() ? nullptr : label.TakeReplay();
+        clone.GoOnFrom(replay_);
         result.label.emplace(text.value_or(std::string()), std::move(clone));
     } else {
         // No page will be printed whose end brings the answers.
