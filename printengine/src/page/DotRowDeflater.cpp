@@ -54,14 +54,11 @@ void DotRowDeflater::Start(std::size_t rowBytes) {
     blocks_.Start(rowBytes);
     isFirst_ = true;
     likeAbove_ = edge_ = byteCount_ = literals_ = strays_ = 0;
-    rowSum_ = 1;
-    sumA_ = 1;
-    sumB_ = 0;
+    sum_ = 1;
 }
 
 void DotRowDeflater::Add() {
-    rowSum_ = libdeflate_adler32(1, row_, rowBytes_);
-    CheckRows(1);
+    sum_ = libdeflate_adler32(sum_, row_, rowBytes_);
     TakeRow();
     byteCount_ += rowBytes_;
     isFirst_ = false;
@@ -69,6 +66,7 @@ void DotRowDeflater::Add() {
 }
 
 void DotRowDeflater::Repeat(std::size_t count) {
+    if (count == 0) return;
     CheckRows(count);
     byteCount_ += count * rowBytes_;
     likeAbove_ += count * rowBytes_;
@@ -77,16 +75,18 @@ void DotRowDeflater::Repeat(std::size_t count) {
     blocks_.PutLiterals(above_, std::exchange(likeAbove_, 0));
 }
 
-/// Adds `count` rows like the last one to the check sum of all (RFC 1950, 8.2): the first sum grows by that of a row
-/// each time, and the second one by the first for each byte.
+/// Adds `count` rows like the last one to the check sum: the first half grows by that of a row each time, and the
+/// second one by the first for each byte.
 void DotRowDeflater::CheckRows(std::size_t count) {
     constexpr std::uint64_t Modulus = 65521;
     std::uint64_t const times = count % Modulus;
     std::uint64_t const pairs = (count % 2 == 0 ? count / 2 * (count - 1) : (count - 1) / 2 * count) % Modulus;
-    std::uint64_t const rowA = (rowSum_ & 0xFFFF) + Modulus - 1;
-    std::uint64_t const rowB = (rowSum_ >> 16) + Modulus - rowBytes_;
-    sumB_ = (sumB_ + times * rowB + rowBytes_ * ((times * sumA_ + pairs * rowA) % Modulus)) % Modulus;
-    sumA_ = (sumA_ + times * rowA) % Modulus;
+    std::uint32_t const rowSum = libdeflate_adler32(1, above_, rowBytes_);
+    std::uint64_t const rowA = (rowSum & 0xFFFF) + Modulus - 1;
+    std::uint64_t const rowB = (rowSum >> 16) + Modulus - rowBytes_;
+    std::uint64_t const sumA = sum_ & 0xFFFF;
+    std::uint64_t const sumB = (sum_ >> 16) + times * rowB + rowBytes_ * ((times * sumA + pairs * rowA) % Modulus);
+    sum_ = static_cast<std::uint32_t>(sumB % Modulus << 16 | (sumA + times * rowA) % Modulus);
 }
 
 void DotRowDeflater::TakeRow() {
@@ -162,8 +162,7 @@ void DotRowDeflater::Finish(std::string& out) {
     if (likeAbove_ != 0) blocks_.PutLikeAbove(std::exchange(likeAbove_, 0));
     out += "\x78\x01"sv;  // deflate, a window of 32 KiB, the fastest compression: RFC 1950, 2.2
     out += blocks_.Finish();
-    std::uint64_t const sum = sumB_ << 16 | sumA_;
-    for (int shift = 24; shift >= 0; shift -= 8) out.push_back(static_cast<char>(sum >> shift));
+    for (int shift = 24; shift >= 0; shift -= 8) out.push_back(static_cast<char>(sum_ >> shift));
 }
 
 }  // namespace PrintEngine::Pages

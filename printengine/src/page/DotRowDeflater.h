@@ -55,11 +55,7 @@ private:
     std::size_t byteCount_ = 0;  ///< of all rows
     std::size_t literals_ = 0;
     std::size_t strays_ = 0;  ///< literals that are no edge of anything
-
-    // Adler-32 (RFC 1950, 8.2): of the last row by itself, and of all rows.
-    std::uint32_t rowSum_ = 1;
-    std::uint64_t sumA_ = 1;
-    std::uint64_t sumB_ = 0;
+    std::uint32_t sum_ = 1;    ///< Adler-32 of all rows: RFC 1950, 8.2
 };
 
 }  // namespace PrintEngine::Pages

@@ -36,7 +36,7 @@ bool PageDeflater::AppendDotRows(Drawing::Raster const& raster, PageLayout const
         dotRows_.Add();
         if (dotRows_.IsPoor()) return false;
         int const first = ++y;
-        while (y < layout.height && composer.IsLikeAbove(y)) ++y;
+        while (y < layout.height && composer.IsLikeWritten(y)) ++y;
         dotRows_.Repeat(static_cast<std::size_t>(y - first));
     }
     if (dotRows_.IsPoorAtEnd()) return false;

@@ -42,20 +42,21 @@ std::span<Word const> PageComposer::Source(int row) const {
     int const shifted = row - layout_.shiftDown;
     if (shifted < 0 || shifted >= layout_.height) return {};
     int const upright = layout_.turned ? layout_.height - 1 - shifted : shifted;
-    auto const source = raster_.Row(upright / layout_.enlargement);
+    // Division takes longer than all the rest, and few pages are enlarged.
+    auto const source = raster_.Row(layout_.enlargement == 1 ? upright : upright / layout_.enlargement);
     return source.first(std::min(source.size(), words_.size()));
 }
 
-bool PageComposer::IsLikeAbove(int row) const {
+bool PageComposer::IsLikeWritten(int row) const {
     auto const source = Source(row);
-    auto const above = Source(row - 1);
-    if (source.size() != above.size() || source.empty()) return source.size() == above.size();
-    return source.data() == above.data() || std::memcmp(source.data(), above.data(), source.size_bytes()) == 0;
+    if (source.size() != written_.size() || source.empty()) return source.size() == written_.size();
+    return source.data() == written_.data() ||
+           std::memcmp(source.data(), written_.data(), source.size_bytes()) == 0;
 }
 
 void PageComposer::Write(int row, std::uint8_t* out) {
     std::size_t const bytes = PackedRowBytes(layout_.width);
-    auto source = Source(row);
+    auto source = written_ = Source(row);
     if (source.empty()) {
         std::memset(out, inkBit_ ? 0 : 0xFF, bytes);
         return;
@@ -96,7 +97,7 @@ void PackPage(Drawing::Raster const& raster, PageLayout const& layout, std::uint
     std::size_t const bytes = PackedRowBytes(layout.width);
     PageComposer composer(raster, layout, true);
     for (int y = 0; y < layout.height; ++y, out += bytes) {
-        if (y != 0 && composer.IsLikeAbove(y))
+        if (y != 0 && composer.IsLikeWritten(y))
             std::memcpy(out, out - bytes, bytes);
         else
             composer.Write(y, out);

@@ -21,12 +21,7 @@ void Apply(Word& word, Word mask) {
 }  // namespace
 
 void Raster::Reset(int width, int height) {
-    for (int y = top_; y < bottom_; ++y) {
-        Line& line = lines_[static_cast<std::size_t>(y)];
-        std::fill_n(line.words, line.used, Word{0});
-        line.used = 0;
-    }
-    top_ = bottom_ = 0;
+    Wipe();
 
     width = std::clamp(width, 1, MaxWidth);
     height = std::clamp(height, 1, static_cast<int>(std::min<std::int64_t>(MaxHeight, MaxDots / width)));
@@ -45,10 +40,16 @@ void Raster::Reset(int width, int height) {
     blockRows_ = rows;
 }
 
-std::span<Word const> Raster::Row(int y) const {
-    if (y < top_ || y >= bottom_) return {};
-    Line const& line = lines_[static_cast<std::size_t>(y)];
-    return {line.words, line.used};
+void Raster::Wipe() {
+    // As long as no row has grown, they lie side by side and are wiped in one go.
+    bool const isBlock = chunks_.empty() && top_ != bottom_;
+    if (isBlock) std::fill_n(lines_[static_cast<std::size_t>(top_)].words, static_cast<std::size_t>(bottom_ - top_) * blockStride_, Word{0});
+    for (int y = top_; y < bottom_; ++y) {
+        Line& line = lines_[static_cast<std::size_t>(y)];
+        if (!isBlock) std::fill_n(line.words, line.used, Word{0});
+        line.used = 0;
+    }
+    top_ = bottom_ = 0;
 }
 
 Word* Raster::Allocate(std::size_t count) {
@@ -200,18 +201,18 @@ void Raster::BlitInside(BitRows const& picture, int x, int y) {
     int const shift = x % WordBits;
     int const last = (x + picture.width - 1) / WordBits;
     int const words = (picture.width + WordBits - 1) / WordBits;
+    bool const reachesFurther = first + words == last;
     for (int row = 0; row < picture.height; ++row) {
         Line& line = lines_[static_cast<std::size_t>(y + row)];
         if constexpr (Mode != Ink::White) line.used = std::max(line.used, static_cast<std::uint32_t>(last) + 1);
         Word* const target = line.words + first;
-        Word bits = picture.Fetch(row, 0);
-        Apply<Mode>(target[0], bits >> shift);
-        for (int i = 1; i < words; ++i) {
-            Word const carried = bits << 1 << (WordBits - 1 - shift);
-            bits = picture.Fetch(row, i);
+        Word carried = 0;
+        for (int i = 0; i < words; ++i) {
+            Word const bits = picture.Fetch(row, i);
             Apply<Mode>(target[i], carried | bits >> shift);
+            carried = bits << 1 << (WordBits - 1 - shift);
         }
-        if (first + words == last) Apply<Mode>(target[words], bits << 1 << (WordBits - 1 - shift));
+        if (reachesFurther) Apply<Mode>(target[words], carried);
     }
     if constexpr (Mode != Ink::White) Grow(y, y + picture.height);
 }
