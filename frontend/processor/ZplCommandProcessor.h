@@ -119,7 +119,8 @@ private:
     std::shared_ptr<BoolProperty> lowMemoryError_;
     UnknownCommandObserver unknownCommandObserver_;
     bool isFinishing_ = false;  // a format
-    /// Of the label that was given last, which as a rule is drawn at once; a label that has to wait keeps no copy of it.
+    /// Of the label that was given last, which as a rule is drawn at once; a label that has to wait keeps no copy of
+    /// it.
     std::shared_ptr<Zpl::Label::Replay> replay_;
     std::optional<std::uint64_t> formatOffset_;
 };

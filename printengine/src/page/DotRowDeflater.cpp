@@ -115,28 +115,30 @@ void DotRowDeflater::TakeBytes(std::size_t at) {
     std::uint64_t const differs = isFirst_ ? ~std::uint64_t{0} : 0;
     while (at < rowBytes_) {
         std::uint64_t const here = Load(row_ + at);
-        std::uint64_t const matches =
-            ThreeZeros((here ^ Load(above_ + at)) | differs) | ThreeZeros(here ^ Load(row_ + at - 1));
+        std::uint64_t const likeAbove = ThreeZeros((here ^ Load(above_ + at)) | differs);
+        std::uint64_t const runs = ThreeZeros(here ^ Load(row_ + at - 1));
+        std::uint64_t const matches = likeAbove | runs;
         std::size_t const literals = std::min(
             matches != 0 ? static_cast<std::size_t>(std::countr_zero(matches)) / 8 : KnownBytes, rowBytes_ - at);
         TakeLiterals(at, literals);
         at += literals;
-        if (matches != 0) at += TakeMatch(at);
+        std::uint64_t const first = matches & -matches;
+        if (matches != 0) at += TakeMatch(at, (likeAbove & first) != 0, (runs & first) != 0);
     }
 }
 
-/// Takes a match, of which it is known that there is one unless the row ends before; gives its length.
-std::size_t DotRowDeflater::TakeMatch(std::size_t at) {
+/// Takes a match, of which it is known what kinds there are unless the row ends before; gives its length.
+inline std::size_t DotRowDeflater::TakeMatch(std::size_t at, bool isLikeAbove, bool isRun) {
     std::size_t const left = rowBytes_ - at;
     if (left < ShortestMatch) {
         TakeLiterals(at, left);
         return left;
     }
     edge_ = 0;
-    std::size_t const likeAbove = isFirst_ ? 0 : EqualBytes(row_ + at, above_ + at, left);
-    std::size_t const run = EqualBytes(row_ + at, row_ + at - 1, left);
+    std::size_t const likeAbove = isLikeAbove ? EqualBytes(row_ + at, above_ + at, left) : 0;
+    std::size_t const run = isRun ? EqualBytes(row_ + at, row_ + at - 1, left) : 0;
     // The distance of a run is told in no further bits.
-    if (run >= ShortestMatch && run + 2 >= likeAbove) {
+    if (isRun && run + 2 >= likeAbove) {
         blocks_.PutRun(run);
         return run;
     }

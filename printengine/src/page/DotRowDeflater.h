@@ -40,7 +40,7 @@ private:
     void CheckRows(std::size_t count);
     void TakeRow();
     void TakeBytes(std::size_t at);
-    std::size_t TakeMatch(std::size_t at);
+    std::size_t TakeMatch(std::size_t at, bool isLikeAbove, bool isRun);
     void TakeLiterals(std::size_t at, std::size_t count);
 
     DeflateBlocks blocks_;
@@ -55,7 +55,7 @@ private:
     std::size_t byteCount_ = 0;  ///< of all rows
     std::size_t literals_ = 0;
     std::size_t strays_ = 0;  ///< literals that are no edge of anything
-    std::uint32_t sum_ = 1;    ///< Adler-32 of all rows: RFC 1950, 8.2
+    std::uint32_t sum_ = 1;   ///< Adler-32 of all rows: RFC 1950, 8.2
 };
 
 }  // namespace PrintEngine::Pages

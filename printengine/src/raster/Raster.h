@@ -103,6 +103,8 @@ private:
     template <Ink Mode>
     void BlitLevel(BitRows const& picture, int x, int y, bool upsideDown);
     template <Ink Mode>
+    void BlitWord(BitRows const& picture, int x, int y);
+    template <Ink Mode>
     void BlitInside(BitRows const& picture, int x, int y);
     template <Ink Mode>
     void BlitTurned(BitRows const& picture, int x, int y, bool clockwise);
