@@ -52,6 +52,8 @@ void ZplCommandProcessor::SetSystemContext(std::shared_ptr<Context> context) {
 ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::string_view input, bool controlCommandsOnly,
                                                                       bool flushAtEnd) {
     ProcessResult result;
+    // Who goes on with the stream has drawn the label that came last, or draws it anew.
+    replay_.reset();
     std::size_t position = 0;
     while (position < input.size() && !result.label) {
         if (!IsInFormat()) formatOffset_.reset();

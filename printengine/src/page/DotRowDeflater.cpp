@@ -41,6 +41,9 @@ std::uint64_t ThreeZeros(std::uint64_t word) {
 }
 constexpr std::size_t KnownBytes = 6;
 
+/// Check sums of few bytes take nearly as long as those of many. This much stays at hand.
+constexpr std::size_t SummedBytes = 4096;
+
 /// So many are never worth another try.
 constexpr std::size_t FewLiterals = 4096;
 
@@ -48,9 +51,11 @@ constexpr std::size_t FewLiterals = 4096;
 
 void DotRowDeflater::Start(std::size_t rowBytes) {
     rowBytes_ = rowBytes;
-    rows_.assign(2 * rowBytes + 4 * WordBytes, 0);
-    above_ = rows_.data() + WordBytes;
-    row_ = above_ + rowBytes + 2 * WordBytes;
+    std::size_t const rows = std::max<std::size_t>(2, SummedBytes / rowBytes);
+    rows_.assign(rows * rowBytes + WordBytes, 0);
+    above_ = rows_.data();
+    row_ = unsummed_ = above_ + rowBytes;
+    end_ = above_ + rows * rowBytes;
     blocks_.Start(rowBytes);
     isFirst_ = true;
     likeAbove_ = edge_ = byteCount_ = literals_ = strays_ = 0;
@@ -58,16 +63,27 @@ void DotRowDeflater::Start(std::size_t rowBytes) {
 }
 
 void DotRowDeflater::Add() {
-    sum_ = libdeflate_adler32(sum_, row_, rowBytes_);
     TakeRow();
     byteCount_ += rowBytes_;
     isFirst_ = false;
-    std::swap(above_, row_);
+    above_ = std::exchange(row_, row_ + rowBytes_);
+    if (row_ != end_) return;
+    SumRows();
+    std::copy(above_, row_, rows_.begin());
+    above_ = rows_.data();
+    row_ = unsummed_ = above_ + rowBytes_;
+}
+
+/// Adds the rows taken since the last time to the check sum.
+void DotRowDeflater::SumRows() {
+    sum_ = libdeflate_adler32(sum_, unsummed_, static_cast<std::size_t>(row_ - unsummed_));
+    unsummed_ = row_;
 }
 
 void DotRowDeflater::Repeat(std::size_t count) {
     if (count == 0) return;
-    CheckRows(count);
+    SumRows();
+    SumLikeLast(count);
     byteCount_ += count * rowBytes_;
     likeAbove_ += count * rowBytes_;
     if (likeAbove_ >= ShortestMatch) return;
@@ -77,7 +93,7 @@ void DotRowDeflater::Repeat(std::size_t count) {
 
 /// Adds `count` rows like the last one to the check sum: the first half grows by that of a row each time, and the
 /// second one by the first for each byte.
-void DotRowDeflater::CheckRows(std::size_t count) {
+void DotRowDeflater::SumLikeLast(std::size_t count) {
     constexpr std::uint64_t Modulus = 65521;
     std::uint64_t const times = count % Modulus;
     std::uint64_t const pairs = (count % 2 == 0 ? count / 2 * (count - 1) : (count - 1) / 2 * count) % Modulus;
@@ -110,13 +126,13 @@ inline void DotRowDeflater::TakeLiterals(std::size_t at, std::size_t count) {
 
 /// Takes the row from a byte on. A match with the row above that reaches its end goes on in the next row.
 void DotRowDeflater::TakeBytes(std::size_t at) {
-    // What stands before the row is no byte of it.
-    row_[-1] = static_cast<std::uint8_t>(~row_[0]);
     std::uint64_t const differs = isFirst_ ? ~std::uint64_t{0} : 0;
     while (at < rowBytes_) {
         std::uint64_t const here = Load(row_ + at);
         std::uint64_t const likeAbove = ThreeZeros((here ^ Load(above_ + at)) | differs);
-        std::uint64_t const runs = ThreeZeros(here ^ Load(row_ + at - 1));
+        // What stands before the row is no byte of it.
+        std::uint64_t const before = at != 0 ? Load(row_ + at - 1) : here << 8 | (~here & 0xFF);
+        std::uint64_t const runs = ThreeZeros(here ^ before);
         std::uint64_t const matches = likeAbove | runs;
         std::size_t const literals = std::min(
             matches != 0 ? static_cast<std::size_t>(std::countr_zero(matches)) / 8 : KnownBytes, rowBytes_ - at);
@@ -161,6 +177,7 @@ bool DotRowDeflater::IsPoorAtEnd() const {
 
 void DotRowDeflater::Finish(std::string& out) {
     using namespace std::string_view_literals;
+    SumRows();
     if (likeAbove_ != 0) blocks_.PutLikeAbove(std::exchange(likeAbove_, 0));
     out += "\x78\x01"sv;  // deflate, a window of 32 KiB, the fastest compression: RFC 1950, 2.2
     out += blocks_.Finish();
