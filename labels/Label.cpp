@@ -1,7 +1,9 @@
 #include "labels/Label.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "Scripting/FinishedPage.h"
 #include "Scripting/GraphicContext.h"
 #include "Scripting/PrinterContextInterface.h"
 #include "fields/data/FieldElement.h"
@@ -38,9 +40,34 @@ void Label::EndJob(std::filesystem::path const& jobPath) const { processor_.GetG
 
 void Label::RenderLabel(std::filesystem::path const& jobPath, unsigned copyIndex, unsigned pageNumber,
                         bool isLastPage) {
-    if (copyIndex == 0) processor_ = pristineProcessor_.DeepClone();
-    ProcessLabel(copyIndex, isLastPage);
+    if (copyIndex != 0 || !GoOnFromReplay()) {
+        if (copyIndex == 0) processor_ = pristineProcessor_.DeepClone();
+        ProcessLabel(copyIndex, isLastPage);
+    }
     processor_.GetGraphicContext()->RenderPage(jobPath, pageNumber, isLastPage);
+}
+
+std::shared_ptr<Label::Replay> Label::TakeReplay() {
+    auto const* const keeper = Scripting::PageKeeper::Of(processor_.GetGraphicContext().get());
+    if (!keeper) return nullptr;
+    auto const drawn = keeper->DrawnLabel();
+    return std::make_shared<Replay>(Replay{std::move(processor_), drawn});
+}
+
+/// Takes the state that the first replay left, if the page that it drew is the one that is wanted.
+bool Label::GoOnFromReplay() {
+    auto const replay = std::exchange(replay_, {}).lock();
+    auto const& target = processor_.GetGraphicContext();
+    if (!replay || replay->processor.GetGraphicContext() != target) return false;
+    // What a tag answered and what the clock says by now are drawn anew.
+    bool const isAsDrawn = Scripting::PageKeeper::Of(target.get())->DrawnLabel() == replay->drawn &&
+                           !rfidReadResponses_.contains(0) && !replay->processor.at(TimeMode).everyCopy;
+    if (!isAsDrawn) return false;
+    // The stream may have gone on since; what that replay brought into the session is in the frozen state.
+    auto system = std::make_shared<Context>(*processor_.GetSystemContext());
+    processor_ = std::move(replay->processor);
+    processor_.SetSystemContext(std::move(system));
+    return true;
 }
 
 void Label::LogTagOperations() const {

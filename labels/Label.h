@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,6 +40,15 @@ public:
 
     void StartLabel();
     void EndLabel();
+    /// What the first replay left, once it has run: the state, and the copy as the drawing target holds it.
+    struct Replay {
+        ContextProcessor processor;
+        std::uint64_t drawn;  ///< by Scripting::PageKeeper::DrawnLabel
+    };
+    /// Uses the label up. Null if the target cannot tell what it holds.
+    std::shared_ptr<Replay> TakeReplay();
+    /// Copy 0 is not drawn again as long as that replay lives and the target holds what it drew.
+    void GoOnFrom(std::weak_ptr<Replay> replay) { replay_ = std::move(replay); }
     /// Replays the format for one copy. The result is the text of the label if anything was drawn.
     std::optional<std::string> ProcessLabel(unsigned copyIndex, bool forcePageEnd);
     /// Draws a copy and writes it as page `pageNumber` of the job. Copy 0 starts from the frozen state; later copies go
@@ -69,6 +79,7 @@ public:
     void SendEndOfFormatNetworkResponses() const;
 
 private:
+    bool GoOnFromReplay();
     void ReplayCommands();
     void RequestCuts(unsigned copyIndex, bool forcePageEnd);
 
@@ -77,6 +88,7 @@ private:
     CommandHandlerPool const* handlerPool_;
     std::vector<RfidOperation> rfidOperations_;
     std::map<unsigned, std::vector<RfidReadResponse>> rfidReadResponses_;
+    std::weak_ptr<Replay> replay_;
 };
 
 }  // namespace Zpl

@@ -105,17 +105,25 @@ std::string NameOf(MappedField const& field) {
     return "the box or line";
 }
 
-/// Reports what is missing of `box`, a part of a field; false if nothing is.
-bool ReportPart(LogTopic topic, std::string const& name, InkKind kind, PixelBox const& box, Edges const& edges) {
-    if (edges.IsOff(box)) {
-        Log::Report(topic, name + " is not on the page: it stands " + Beyond(edges, edges.DistanceOf(box)));
+/// A part of a field, and how it is called in front of the field's own name.
+struct Part {
+    LogTopic topic;
+    InkKind kind;
+    PixelBox box;
+    std::string_view name = {};
+};
+
+/// Reports what is missing of a part; false if nothing is.
+bool ReportPart(MappedField const& field, Part const& part, Edges const& edges) {
+    auto const report = [&](std::string const& text) {
+        Log::Report(part.topic, std::string(part.name) + NameOf(field) + text);
         return true;
-    }
-    auto const losses = edges.LossesOf(box);
-    if (std::none_of(losses.begin(), losses.end(), [kind](Loss const& loss) { return IsWorthAWord(kind, loss); }))
-        return false;
-    Log::Report(topic, name + " is cut: " + Cuts(losses));
-    return true;
+    };
+    if (edges.IsOff(part.box))
+        return report(" is not on the page: it stands " + Beyond(edges, edges.DistanceOf(part.box)));
+    auto const losses = edges.LossesOf(part.box);
+    auto const isWorthAWord = [&part](Loss const& loss) { return IsWorthAWord(part.kind, loss); };
+    return std::any_of(losses.begin(), losses.end(), isWorthAWord) && report(" is cut: " + Cuts(losses));
 }
 
 bool ReportField(MappedField const& field, Scripting::InkGauge const& gauge, Edges const& edges) {
@@ -123,10 +131,10 @@ bool ReportField(MappedField const& field, Scripting::InkGauge const& gauge, Edg
     // A reversed box that meets nothing is the rest of a larger one, and shows nothing itself.
     if (kind == InkKind::Shape && field.isReversed) return false;
     if (kind != InkKind::Barcode)
-        return ReportPart(LogTopic::OffPage, NameOf(field), kind, gauge.OnPage(field.ink.All()), edges);
-    if (ReportPart(LogTopic::BarcodeCut, NameOf(field), kind, gauge.OnPage(field.ink.image), edges)) return true;
-    return !field.ink.text.IsEmpty() && ReportPart(LogTopic::OffPage, "the text line of " + NameOf(field),
-                                                   InkKind::Text, gauge.OnPage(field.ink.text), edges);
+        return ReportPart(field, {LogTopic::OffPage, kind, gauge.OnPage(field.ink.All())}, edges);
+    if (ReportPart(field, {LogTopic::BarcodeCut, kind, gauge.OnPage(field.ink.image)}, edges)) return true;
+    Part const line{LogTopic::OffPage, InkKind::Text, gauge.OnPage(field.ink.text), "the text line of "};
+    return !field.ink.text.IsEmpty() && ReportPart(field, line, edges);
 }
 
 /// Whether the whole label lies off its page, which is told in one sentence.

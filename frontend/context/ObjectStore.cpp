@@ -1,5 +1,7 @@
 #include "frontend/context/ObjectStore.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <map>
 #include <memory>
@@ -128,6 +130,8 @@ public:
         auto const others = used - std::min(used, SpaceOfFile(UnsettledObjects::Process().Of(path)));
         if (others + SpaceOf(size) > MaximumStoredBytes) return false;
         used = others + SpaceOf(size);
+        // A folder of objects that is not there yet is made for its owner alone.
+        ::mkdir(path.parent_path().parent_path().c_str(), S_IRWXU);
         // Under the lock, as a folder that is not there counts as empty.
         std::filesystem::create_directories(path.parent_path(), error);
         return true;

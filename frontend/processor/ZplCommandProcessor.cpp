@@ -54,6 +54,8 @@ void ZplCommandProcessor::SetSystemContext(std::shared_ptr<Context> context) {
 ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::string_view input, bool controlCommandsOnly,
                                                                       bool flushAtEnd) {
     ProcessResult result;
+    // Who goes on with the stream has drawn the label that came last, or draws it anew.
+    replay_.reset();
     std::size_t position = 0;
     while (position < input.size() && !result.label) {
         if (!IsInFormat()) formatOffset_.reset();
@@ -216,6 +218,9 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
     clone.Freeze();
     if (text && label.HasImageSavePath()) label.RenderLabelToFile();
     if ((result.hasRfidOperations || text) && label.ShouldPrint()) {
+        // The page that stores itself as a picture may recall it.
+        replay_ = label.HasImageSavePath() ? nullptr : label.TakeReplay();
+        clone.GoOnFrom(replay_);
         result.label.emplace(text.value_or(std::string()), std::move(clone));
     } else {
         // No page will be printed whose end brings the answers.

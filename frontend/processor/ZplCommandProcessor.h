@@ -126,5 +126,8 @@ private:
     bool isFinishing_ = false;                // a format
     bool isLost_ = false;                     // the format under way: its rest is dropped
     std::optional<ZplCommand> characterSet_;  // the last `^CI` of the format that names a set
+    /// Of the label that was given last, which as a rule is drawn at once; a label that has to wait keeps no copy of
+    /// it.
+    std::shared_ptr<Zpl::Label::Replay> replay_;
     std::optional<std::uint64_t> formatOffset_;
 };

@@ -118,6 +118,8 @@ void ScriptGraphicContext::StartLabel() {
     state.keepsPicture = false;
     state.constantFields.reset();
     state.variable = false;
+    ++state.labels;
+    state.holdsLabel = false;
 }
 
 // The label home is unsigned where it is stored, and negative where a stream asked for that.
@@ -153,6 +155,7 @@ void ScriptGraphicContext::EndLabel(LabelSettings const& settings) {
     state.layout.mirrored = settings.mirror;
     state.layout.shiftDown = state.Scale().Edge(settings.adjustY);
     state.keepsPicture = settings.useStoredImage;
+    state.holdsLabel = true;
 }
 
 std::string ScriptGraphicContext::GetLabelText() const { return state_->labelText; }
@@ -161,6 +164,7 @@ bool ScriptGraphicContext::HasContent() const { return state_->hasContent; }
 
 void ScriptGraphicContext::RenderPage(std::filesystem::path const& jobPath, unsigned pageNumber, bool) {
     State& state = *state_;
+    state.holdsLabel = false;
     state.pageSize = {state.layout.width, state.layout.height};
     // A label is also drawn to see what it holds, without becoming a page. Only a page is there to be drawn upon.
     if (state.keepsPicture) {
@@ -202,6 +206,8 @@ std::vector<std::uint8_t> ScriptGraphicContext::GetPageBitmap(unsigned& width, u
 }
 
 void ScriptGraphicContext::KeepPages() { state_->keepsPages = true; }
+
+std::uint64_t ScriptGraphicContext::DrawnLabel() const { return state_->holdsLabel ? state_->labels : 0; }
 
 Extent ScriptGraphicContext::PageSize() const { return state_->pageSize; }
 

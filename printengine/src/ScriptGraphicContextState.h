@@ -90,7 +90,9 @@ struct ScriptGraphicContext::State {
 
     PrintEngine::Pages::PageDeflater pageDeflater;
     PrintEngine::Pages::PageLayout layout;
-    Extent drawnSize{1, 1};  ///< of the page before it is enlarged, in pixels
+    Extent drawnSize{1, 1};    ///< of the page before it is enlarged, in pixels
+    std::uint64_t labels = 0;  ///< that were started
+    bool holdsLabel = false;   ///< drawn, and no page yet
     bool keepsPicture = false;
     Extent pageSize;
     bool keepsPages = false;  ///< to be handed out, in place of writing their files

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <numeric>
 
 #include "foundation/Files.h"
@@ -164,6 +165,46 @@ TEST_F(SessionTest, SerialFieldsFollowTheCopyWhateverTheOrder) {
             texts.push_back(session->Target().GetLabelText());
         }
         EXPECT_EQ(texts, row.texts);
+    }
+}
+
+TEST_F(SessionTest, TheFirstCopyIsWhatTheStreamDrewWhereThatStillHolds) {
+    using Zpl::Host::Session;
+    struct Row {
+        char const* name;
+        std::string format;
+        bool isKept = false;
+        std::function<void(Session&, Zpl::Label&)> before = {};
+    };
+    for (auto const &row : std::vector<Row>{
+             {"nothing came between", "^FDa^FS", true},
+             {"the next label was drawn", "", false,
+              [](Session&session, auto&) { session.Consume("^XA^FDb^FS^XZ", false, true); }},
+             {"a blank page came between", "", false, [](auto&, Zpl::Label&label) { label.RenderBlank("", 0, false); }},
+             {"it is a page already", "", false, [](auto&, Zpl::Label&label) { label.RenderLabel("", 0, 0, false); }},
+             {"the media changed", "", false,
+              [](Session&session, auto&) {
+                  session.Target().LoadPart({1, 1});
+              }},
+             {"its tag has answered", "", false, [](auto&, Zpl::Label&label) { label.SetRfidReadResponse(0, {}); }},
+             {"each copy has its own time", "^SLT"},
+             {"it becomes a picture, which it may recall", "^ISR:P.GRF,Y"},
+         }) {
+        SCOPED_TRACE(row.name);
+        auto const session = desk_.MakeSession();
+        auto& target = session->Target();
+        target.KeepPages();
+        auto result = session->Consume("^XA" + row.format + "^FO40,40^FDa^FS^XZ", false, true);
+        Zpl::Label& label = std::get<1>(*result.label);
+        if (row.before) row.before(*session, label);
+        // A mark that the first copy alone shows, and only if it is not drawn anew.
+        target.DrawBox(0, 0, 8, 1, 1, 0);
+        label.RenderLabel("", 0, 0, true);
+        std::string first(target.PackedRows());
+        EXPECT_EQ(first[0] == '\xFF', row.isKept);
+        first[0] = '\0';
+        label.RenderLabel("", 0, 0, true);
+        EXPECT_EQ(target.PackedRows(), first);
     }
 }
 
