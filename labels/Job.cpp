@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "PrintEngine/Printing/JobFileSystemStrings.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Files.h"
 #include "foundation/Log.h"
@@ -70,7 +71,8 @@ void Job::Start(std::string_view jobName) {
     }
     jobPath_ = labels_.front().StartJob(jobName, Quantity(), pauses, flag_, tagOperations);
     if (origin_ == 0 || jobPath_.empty()) return;
-    if (auto const error = WriteFileAtomically(jobPath_ / OriginFileName, std::to_string(origin_)))
+    std::string const origin = std::string(OriginPrefix) + std::to_string(origin_);
+    if (auto const error = MakeMark(jobPath_ / origin, jobPath_ / JobFileSystemStrings::MetaDataFileName))
         DebugLog(Error, "cannot write in " + jobPath_.string() + ": " + error.message());
 }
 
