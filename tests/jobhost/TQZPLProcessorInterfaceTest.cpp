@@ -40,8 +40,8 @@ public:
         bool const flag = PrintEngine::Printing::JobMetaData::Read(started.JobPath()).value().flag;
         std::string origin;
         for (auto const& file : std::filesystem::directory_iterator(started.JobPath())) {
-            std::string const name = file.path().filename().string();
-            if (name.starts_with(Zpl::Job::OriginPrefix)) origin = name.substr(Zpl::Job::OriginPrefix.size());
+            std::string const mark = file.path().filename().string();
+            if (mark.starts_with(Zpl::Job::OriginPrefix)) origin = mark.substr(Zpl::Job::OriginPrefix.size());
         }
         calls_.push_back("enqueue " + std::string(name) + ' ' + std::to_string(job.Quantity()) + (flag ? " flag" : "") +
                          (origin.empty() ? "" : " of packet " + origin));
