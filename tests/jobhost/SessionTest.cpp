@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
 #include <numeric>
 
@@ -208,6 +209,19 @@ TEST_F(SessionTest, TheFirstCopyIsWhatTheStreamDrewWhereThatStillHolds) {
         label.RenderLabel("", 0, 0, true);
         EXPECT_EQ(target.PackedRows(), first);
     }
+}
+
+TEST(Desk, MakesTheFolderOfObjectsForItsOwnerAloneWhenOneIsStored) {
+    std::filesystem::path folder;
+    {
+        Desk desk(OneInch());
+        folder = desk.FormatsFolder();
+        RunStream(desk, "^XA^FO1,1^FDa^FS^XFR:T.ZPL^XGR:T.GRF^FS^XZ");
+        EXPECT_FALSE(std::filesystem::exists(folder));
+        RunStream(desk, "^XA^DFR:T.ZPL^FDa^FS^XZ");
+        EXPECT_EQ(std::filesystem::status(folder).permissions(), std::filesystem::perms::owner_all);
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder));
 }
 
 }  // namespace
