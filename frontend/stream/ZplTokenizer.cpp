@@ -1,5 +1,7 @@
 #include "frontend/stream/ZplTokenizer.h"
 
+#include <algorithm>
+
 #include "foundation/Log.h"
 #include "frontend/stream/Ascii.h"
 
@@ -44,7 +46,8 @@ std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(st
 std::uint64_t ZplTokenizer::TrimmedEnd(std::string_view input, std::size_t position, std::uint64_t end,
                                        Encoding encoding) const {
     std::uint64_t const start = consumed_ - position;
-    if (end <= start) return chunkEnd_;
+    // The chunk before may have ended amid the character that ends the command.
+    if (end <= start) return std::min(chunkEnd_, end);
     std::size_t const unit = encoding == Encoding::Utf16Le || encoding == Encoding::Utf16Be ? 2 : 1;
     std::size_t const low = encoding == Encoding::Utf16Be ? 1 : 0;
     auto const isBlank = [&](std::size_t at) {
