@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "foundation/Files.h"
+#include "labels/Job.h"
 #include "tests/support/PropertyServerThread.h"
 #include "tests/support/Sanitizers.h"
 #include "tests/support/TemporaryDirectory.h"
@@ -157,7 +158,8 @@ TEST_F(PrintDriverTest, AJobThatIsMadeBehindItsCancellationDoesNotPrint) {
         std::string const job = "job" + std::to_string(serial);
         MakeJob(job, 1, serial);
         MakePage(job, 0);
-        WriteFileAtomically(folder_ / "jobs" / job / "Origin", std::to_string(serial));
+        WriteFileAtomically(folder_ / "jobs" / job / (std::string(Zpl::Job::OriginPrefix) + std::to_string(serial)),
+                            {});
     }
     EXPECT_TRUE(Until([&] { return Keeps("job6-1-1"); }));
     EXPECT_FALSE(Keeps("job5-1-1"));
