@@ -147,6 +147,11 @@ bool PrintDriver::EndIfGone() {
         else
             DebugLog(Error, "the folder of job " + name + " is gone; the job is given up");
     });
+    // Nobody has looked at those that wait while this one was under way. What goes when the host has looked is missed
+    // when the next one is looked for.
+    for (auto const& entry : std::filesystem::directory_iterator(options_.jobsFolder, error)) {
+        if (!finished_.contains(entry.path())) waiting_.emplace(entry.path(), 0);
+    }
     canSend_->Set("false");
     FinishJob();
     return true;
