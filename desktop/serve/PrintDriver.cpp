@@ -1,5 +1,7 @@
 #include "desktop/serve/PrintDriver.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <chrono>
 
@@ -55,12 +57,25 @@ void PrintDriver::WatchFolders() {
     std::error_code error;
     std::filesystem::create_directories(options_.jobsFolder, error);
     if (error) say_("cannot make " + options_.jobsFolder.string() + ": " + error.message());
+    watched_.reset(::opendir(options_.jobsFolder.c_str()), [](DIR* folder) {
+        if (folder) ::closedir(folder);
+    });
+    watcher_.removePath(QString::fromStdString(options_.jobsFolder.string()));
     for (auto const& folder : {options_.jobsFolder.parent_path(), options_.jobsFolder})
         watcher_.addPath(QString::fromStdString(folder.string()));
 }
 
+/// The watcher goes by the path, and does not notice a folder that the host has made again by the time it looks.
+bool PrintDriver::IsWatchedFolderThere() const {
+    struct stat watched {};
+    struct stat named {};
+    return watched_ && ::fstat(::dirfd(watched_.get()), &watched) == 0 &&
+           ::stat(options_.jobsFolder.c_str(), &named) == 0 && watched.st_dev == named.st_dev &&
+           watched.st_ino == named.st_ino;
+}
+
 void PrintDriver::NoteFolderChange() {
-    if (!watcher_.directories().contains(QString::fromStdString(options_.jobsFolder.string()))) {
+    if (!IsWatchedFolderThere()) {
         say_(options_.jobsFolder.string() + " was removed, and the jobs in it; it is made again");
         WatchFolders();
         canSend_->Set("false");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <dirent.h>
+
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QFileSystemWatcher>
 #include <QtCore/QObject>
@@ -73,6 +75,7 @@ private:
     void PublishProperties();
     void OnMain(std::shared_ptr<Property> const& property, std::function<void(std::string const&)> react);
     void WatchFolders();
+    bool IsWatchedFolderThere() const;
     void NoteFolderChange();
     bool HostHasHeard();
     void GoAhead();
@@ -115,6 +118,7 @@ private:
     std::shared_ptr<StringProperty> canSend_;
     std::shared_ptr<StringProperty> tagResponse_;
     QFileSystemWatcher watcher_;
+    std::shared_ptr<DIR> watched_;  ///< the jobs folder that is watched, while another may have its name by now
     QTimer pageTimer_;
     QTimer nextTimer_;
     QTimer patience_;
