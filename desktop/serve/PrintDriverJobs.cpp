@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <chrono>
-#include <ranges>
 
 #include "desktop/serve/PrintDriver.h"
 #include "foundation/DebugZones.h"
@@ -83,7 +82,8 @@ std::uint64_t PrintDriver::SerialOf(std::filesystem::path const& job) {
 
 /// The host does not see that the folder of a job has been taken from it.
 void PrintDriver::CleanUpAfter(WaitingJobs const& waiting) {
-    bool const allStand = std::ranges::includes(std::views::keys(waiting), std::views::keys(waiting_));
+    auto const path = &WaitingJobs::value_type::first;
+    bool const allStand = std::ranges::includes(waiting, waiting_, {}, path, path);
     waiting_ = waiting;
     if (allStand) return;
     canSend_->Set("false");
