@@ -27,12 +27,16 @@ public:
     /// Takes a label; false ends the stream.
     using TakeLabel = std::function<bool(FinishedLabel&)>;
 
+    /// Takes what is to be told, in the order of the stream.
+    using Tell = std::function<void(Telling)>;
+
+    StreamInterpreter(Desk& desk, std::string_view stream, Tell tell);
+    /// Tells it at once.
     StreamInterpreter(Desk& desk, std::string_view stream, Findings& findings)
-        : desk_(desk), input_(stream), findings_(findings), sink_([this](LogTopic topic, std::string_view text) {
-              // Who draws looks at a file that cannot be written, and says which one it is.
-              if (stream_ && !stream_->Current().Target().FileError().empty()) return;
-              findings_.AddReport(topic, std::string(text), drawnFormat_ ? drawnFormat_ : Format(), Log::Place());
-          }) {}
+        : StreamInterpreter(desk, stream, [&findings](Telling const& telling) { telling(findings); }) {}
+    ~StreamInterpreter();
+    StreamInterpreter(StreamInterpreter const&) = delete;
+    StreamInterpreter& operator=(StreamInterpreter const&) = delete;
 
     void Run(TakeLabel const& take);
 
@@ -45,13 +49,14 @@ public:
 
 private:
     std::unique_ptr<Zpl::Host::Session> MakeSession();
+    void TakeReport(LogTopic topic, std::string_view text, std::string_view subject);
     std::optional<std::uint64_t> Format() const {
         return stream_ && !hasEnded_ ? stream_->Current().FormatOffset() : std::nullopt;
     }
 
     Desk& desk_;
     std::string_view input_;
-    Findings& findings_;
+    Tell tell_;
     std::optional<Zpl::Host::PrintStream> stream_;
     unsigned labels_ = 0;
     std::optional<std::uint64_t> drawnFormat_;
