@@ -16,32 +16,33 @@ DrawingThreads::~DrawingThreads() {
 void DrawingThreads::Add(LabelTask task) {
     auto& slot = *slots_.emplace_back(std::make_unique<Slot>(std::move(task)));
     bytes_ += slot.bytes;
-    bool isFree = false;
+    // To wake a thread costs as much as a small label.
+    bool isWorthIt = false;
     {
         std::lock_guard const lock(mutex_);
         waiting_.push_back(&slot);
-        isFree = free_ != 0;
+        waitingWork_ += slot.work;
+        isWorthIt = waiting_.size() > FewLabels || waitingWork_ > LittleWork;
     }
-    if (isFree) label_.notify_one();
-    if (slots_.size() > 1) StartThreads();
+    if (isWorthIt && slots_.size() > 1) WakeThread();
 }
 
-/// As many as there are labels that wait, if the machine gives them.
-void DrawingThreads::StartThreads() {
-    while (threads_.size() < work_.mostThreads) {
-        {
-            std::lock_guard const lock(mutex_);
-            if (waiting_.size() <= free_) return;
-            ++free_;
-        }
-        try {
-            auto& drawer = *drawers_.emplace_back(work_.makeDrawer());
-            threads_.emplace_back([this, &drawer] { Run(drawer); });
-        } catch (std::system_error const&) {
-            std::lock_guard const lock(mutex_);
-            --free_;
-            return;
-        }
+/// Lets one more thread draw. One is started if none is free, and the machine gives it.
+void DrawingThreads::WakeThread() {
+    bool isFree = false;
+    {
+        std::lock_guard const lock(mutex_);
+        isFree = free_ != 0;
+        if (!isFree && threads_.size() < work_.mostThreads) ++free_;
+    }
+    if (isFree) return label_.notify_one();
+    if (threads_.size() == work_.mostThreads) return;
+    try {
+        auto& drawer = *drawers_.emplace_back(work_.makeDrawer());
+        threads_.emplace_back([this, &drawer] { Run(drawer); });
+    } catch (std::system_error const&) {
+        std::lock_guard const lock(mutex_);
+        --free_;
     }
 }
 
@@ -49,7 +50,7 @@ bool DrawingThreads::Tell(Telling telling) {
     auto& behind = slots_.back()->behind;
     behind.push_back(std::move(telling));
     if (behind.size() < MostTellings) return true;
-    StartThreads();
+    if (threads_.empty()) WakeThread();
     return threads_.empty() || Settle(true);
 }
 
@@ -57,13 +58,13 @@ bool DrawingThreads::Settle(bool all) {
     while (!slots_.empty()) {
         Slot& first = *slots_.front();
         if (threads_.empty()) {
-            if (!all && slots_.size() == 1) return true;
+            if (!all && !IsFull()) return true;
             DrawFirstHere();
             continue;
         }
-        bool const waits = all || IsFull();
-        if (!TakePages(first, waits)) {
-            if (!waits) return true;
+        if (!TakePages(first)) {
+            if (!all && !IsFull()) return true;
+            WaitForPages();
             continue;
         }
         if (first.isInterrupted) return false;
@@ -73,20 +74,31 @@ bool DrawingThreads::Settle(bool all) {
     return true;
 }
 
-/// Passes on what the first label has given. Whether that was all.
-bool DrawingThreads::TakePages(Slot& first, bool waits) {
+/// Waits until half of the labels have been drawn, as to wake the owner costs as much as a small label, or a thread
+/// cannot go on before its pages are taken.
+void DrawingThreads::WaitForPages() {
     std::unique_lock lock(mutex_);
-    auto const gives = [&first] { return first.hasEnded || !first.pages.empty(); };
-    if (waits && !gives()) {
-        awaited_ = &first;
-        page_.wait(lock, gives);
-        awaited_ = nullptr;
-    }
+    first_ = slots_.front().get();
+    awaited_ = slots_[slots_.size() / 2].get();
+    label_.notify_all();
+    page_.wait(lock, [this] { return IsOwnerNeeded(); });
+    awaited_ = nullptr;
+}
+
+bool DrawingThreads::IsOwnerNeeded() const {
+    if (!awaited_) return false;
+    return awaited_->hasEnded || (crowded_ != 0 && (first_->hasEnded || !first_->pages.empty()));
+}
+
+/// Passes on what the first label has given. Whether that was all.
+bool DrawingThreads::TakePages(Slot& first) {
+    std::unique_lock lock(mutex_);
     auto pages = std::exchange(first.pages, {});
     first.pageBytes = 0;
     bool const hasEnded = first.hasEnded;
+    bool const wasCrowded = crowded_ != 0;
     lock.unlock();
-    if (!pages.empty()) room_.notify_all();
+    if (wasCrowded) room_.notify_all();
     for (auto& page : pages) Pass(first, std::move(page));
     return hasEnded;
 }
@@ -101,6 +113,7 @@ void DrawingThreads::Pass(Slot const& slot, DrawnPage page) const {
 void DrawingThreads::DrawFirstHere() {
     auto const first = DropFirst();
     waiting_.pop_front();
+    waitingWork_ -= first->work;
     work_.drawHere(std::move(first->task));
     for (auto const& telling : first->behind) work_.tell(telling);
 }
@@ -120,6 +133,7 @@ void DrawingThreads::Run(LabelDrawer& drawer) {
         --free_;
         Slot& slot = *waiting_.front();
         waiting_.pop_front();
+        waitingWork_ -= slot.work;
         lock.unlock();
         bool const goesOn = drawer.Draw(std::move(slot.task), work_.tag, work_.stage,
                                         [&](DrawnPage page) { return Put(slot, std::move(page)); });
@@ -127,7 +141,7 @@ void DrawingThreads::Run(LabelDrawer& drawer) {
         slot.hasEnded = true;
         slot.isInterrupted = !goesOn;
         ++free_;
-        if (awaited_ == &slot) page_.notify_one();
+        if (IsOwnerNeeded()) page_.notify_one();
     }
 }
 
@@ -135,13 +149,19 @@ void DrawingThreads::Run(LabelDrawer& drawer) {
 bool DrawingThreads::Put(Slot& slot, DrawnPage page) {
     std::size_t const bytes = page.Bytes();
     std::unique_lock lock(mutex_);
-    room_.wait(lock, [&] {
-        bool const fits = slot.pages.size() < MostPages && slot.pageBytes + bytes <= MostPageBytes;
-        return isOver_ || slot.pages.empty() || fits;
-    });
+    auto const fits = [&] {
+        bool const isSmall = slot.pages.size() < MostPages && slot.pageBytes + bytes <= MostPageBytes;
+        return isOver_ || slot.pages.empty() || isSmall;
+    };
+    if (!fits()) {
+        ++crowded_;
+        if (IsOwnerNeeded()) page_.notify_one();
+        room_.wait(lock, fits);
+        --crowded_;
+    }
     if (isOver_) return false;
     slot.pages.push_back(std::move(page));
     slot.pageBytes += bytes;
-    if (awaited_ == &slot) page_.notify_one();
+    if (IsOwnerNeeded()) page_.notify_one();
     return true;
 }

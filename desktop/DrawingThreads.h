@@ -48,10 +48,12 @@ public:
 private:
     /// A label with its pages.
     struct Slot {
-        explicit Slot(LabelTask label) : task(std::move(label)), bytes(task.label.CommandBytes()) {}
+        explicit Slot(LabelTask label)
+            : task(std::move(label)), bytes(task.label.CommandBytes()), work(bytes * task.copies) {}
 
-        LabelTask task;  ///< without its label once a thread has begun
-        std::size_t bytes;
+        LabelTask task;               ///< without its label once a thread has begun
+        std::size_t bytes;            ///< of its commands
+        std::size_t work;             ///< about, in bytes that are drawn
         std::vector<Telling> behind;  ///< the owner's alone
         // These are changed under the lock.
         std::deque<DrawnPage> pages;
@@ -60,17 +62,22 @@ private:
         bool isInterrupted = false;
     };
 
-    bool IsFull() const { return slots_.size() > std::size_t{3} * work_.mostThreads || bytes_ > MostBytes; }
-    void StartThreads();
+    bool IsFull() const { return slots_.size() >= MostLabels || bytes_ > MostBytes; }
+    void WakeThread();
     void DrawFirstHere();
-    bool TakePages(Slot& first, bool waits);
+    void WaitForPages();
+    bool TakePages(Slot& first);
     void Pass(Slot const& slot, DrawnPage page) const;
     std::unique_ptr<Slot> DropFirst();
     // What threads do.
     void Run(LabelDrawer& drawer);
     bool Put(Slot& slot, DrawnPage page);
+    bool IsOwnerNeeded() const;
 
-    static constexpr std::size_t MostBytes = std::size_t{4} << 20;
+    static constexpr std::size_t MostLabels = 64;
+    static constexpr std::size_t MostBytes = std::size_t{4} << 20;      // of commands
+    static constexpr std::size_t FewLabels = 8;                         // a thread is woken for more of them,
+    static constexpr std::size_t LittleWork = std::size_t{1} << 11;     // or for more work
     static constexpr std::size_t MostPages = 32;                        // of a label
     static constexpr std::size_t MostPageBytes = std::size_t{1} << 20;  // of a label
     static constexpr std::size_t MostTellings = 1000;
@@ -84,6 +91,9 @@ private:
     std::condition_variable room_;   ///< pages have been taken
     std::condition_variable page_;   ///< the awaited label has given something
     std::deque<Slot*> waiting_;      ///< no thread has begun them
+    std::size_t waitingWork_ = 0;
+    unsigned crowded_ = 0;           ///< threads that wait for room
+    Slot const* first_ = nullptr;    ///< while the owner waits
     Slot const* awaited_ = nullptr;  ///< by the owner
     std::size_t free_ = 0;           ///< threads without a label
     bool isOver_ = false;
