@@ -21,6 +21,7 @@ void DrawingThreads::Add(LabelTask task) {
     {
         std::lock_guard const lock(mutex_);
         waiting_.push_back(&slot);
+        SetFirst(0);
         waitingWork_ += slot.work;
         isWorthIt = waiting_.size() > FewLabels || waitingWork_ > LittleWork;
     }
@@ -78,7 +79,6 @@ bool DrawingThreads::Settle(bool all) {
 /// cannot go on before its pages are taken.
 void DrawingThreads::WaitForPages() {
     std::unique_lock lock(mutex_);
-    first_ = slots_.front().get();
     awaited_ = slots_[slots_.size() / 2].get();
     label_.notify_all();
     page_.wait(lock, [this] { return IsOwnerNeeded(); });
@@ -94,8 +94,9 @@ bool DrawingThreads::IsOwnerNeeded() const {
 bool DrawingThreads::TakePages(Slot& first) {
     std::unique_lock lock(mutex_);
     auto pages = std::exchange(first.pages, {});
-    first.pageBytes = 0;
+    for (auto const& page : pages) pageBytes_ -= page.Bytes();
     bool const hasEnded = first.hasEnded;
+    if (hasEnded) SetFirst(1);
     bool const wasCrowded = crowded_ != 0;
     lock.unlock();
     if (wasCrowded) room_.notify_all();
@@ -114,6 +115,7 @@ void DrawingThreads::DrawFirstHere() {
     auto const first = DropFirst();
     waiting_.pop_front();
     waitingWork_ -= first->work;
+    SetFirst(0);
     work_.drawHere(std::move(first->task));
     for (auto const& telling : first->behind) work_.tell(telling);
 }
@@ -150,8 +152,8 @@ bool DrawingThreads::Put(Slot& slot, DrawnPage page) {
     std::size_t const bytes = page.Bytes();
     std::unique_lock lock(mutex_);
     auto const fits = [&] {
-        bool const isSmall = slot.pages.size() < MostPages && slot.pageBytes + bytes <= MostPageBytes;
-        return isOver_ || slot.pages.empty() || isSmall;
+        bool const isFirst = &slot == first_ && slot.pages.empty();
+        return isOver_ || isFirst || (slot.pages.size() < MostPages && pageBytes_ + bytes <= MostPageBytes);
     };
     if (!fits()) {
         ++crowded_;
@@ -161,7 +163,7 @@ bool DrawingThreads::Put(Slot& slot, DrawnPage page) {
     }
     if (isOver_) return false;
     slot.pages.push_back(std::move(page));
-    slot.pageBytes += bytes;
+    pageBytes_ += bytes;
     if (IsOwnerNeeded()) page_.notify_one();
     return true;
 }

@@ -15,8 +15,8 @@
 /// the stream. Each thread has a LabelDrawer. A thread is started when a label waits and none is free: none for the
 /// first label, which the owner draws itself if no other follows.
 ///
-/// Memory is bounded: the owner waits when labels are many or large, and a thread waits when its pages are while those
-/// of labels before come first.
+/// Memory is bounded: the owner waits when labels are many or large, and a thread when its pages are, until those of
+/// the labels before them have been taken.
 class DrawingThreads {
 public:
     struct Work {
@@ -55,9 +55,8 @@ private:
         std::size_t bytes;            ///< of its commands
         std::size_t work;             ///< about, in bytes that are drawn
         std::vector<Telling> behind;  ///< the owner's alone
-        // These are changed under the lock.
+        // Changed under the lock.
         std::deque<DrawnPage> pages;
-        std::size_t pageBytes = 0;
         bool hasEnded = false;
         bool isInterrupted = false;
     };
@@ -65,6 +64,7 @@ private:
     bool IsFull() const { return slots_.size() >= MostLabels || bytes_ > MostBytes; }
     void WakeThread();
     void DrawFirstHere();
+    void SetFirst(std::size_t index) { first_ = index < slots_.size() ? slots_[index].get() : nullptr; }
     void WaitForPages();
     bool TakePages(Slot& first);
     void Pass(Slot const& slot, DrawnPage page) const;
@@ -79,7 +79,7 @@ private:
     static constexpr std::size_t FewLabels = 8;                         // a thread is woken for more of them,
     static constexpr std::size_t LittleWork = std::size_t{1} << 11;     // or for more work
     static constexpr std::size_t MostPages = 32;                        // of a label
-    static constexpr std::size_t MostPageBytes = std::size_t{1} << 20;  // of a label
+    static constexpr std::size_t MostPageBytes = std::size_t{4} << 20;  // of all pages that wait in memory
     static constexpr std::size_t MostTellings = 1000;
 
     Work const work_;
@@ -93,7 +93,8 @@ private:
     std::deque<Slot*> waiting_;      ///< no thread has begun them
     std::size_t waitingWork_ = 0;
     unsigned crowded_ = 0;           ///< threads that wait for room
-    Slot const* first_ = nullptr;    ///< while the owner waits
+    Slot const* first_ = nullptr;    ///< of the labels; its pages always find room
+    std::size_t pageBytes_ = 0;      ///< of pages that wait in memory
     Slot const* awaited_ = nullptr;  ///< by the owner
     std::size_t free_ = 0;           ///< threads without a label
     bool isOver_ = false;

@@ -319,8 +319,8 @@ std::vector<Finding> Findings::ListBy(LineIndex const& lines) const {
         constexpr auto Behind = std::numeric_limits<std::uint64_t>::max();
         auto& placed = list.emplace_back(Placed{finding, finding.offset.value_or(Behind)});
         if (finding.offset) std::tie(placed.finding.line, placed.finding.column) = lines.PlaceOf(*finding.offset);
-        auto const number = format ? labels_.find(*format) : labels_.end();
-        if (number == labels_.end()) continue;
+        auto const number = std::lower_bound(labels_.begin(), labels_.end(), std::pair(format.value_or(0), 0U));
+        if (!format || number == labels_.end() || number->first != *format) continue;
         placed.finding.label = number->second;
         placed.group = *format;
     }

@@ -72,7 +72,7 @@ public:
     void AddReport(LogTopic topic, std::string const& text, Format format, std::optional<std::uint64_t> offset = {});
     void AddNotice(std::string text, Format format, std::optional<std::uint64_t> offset = {});
     /// The format that begins there is the label of that number, from 1.
-    void NumberLabel(std::uint64_t format, unsigned number) { labels_[format] = number; }
+    void NumberLabel(std::uint64_t format, unsigned number) { labels_.emplace_back(format, number); }
 
     /// In the order of the stream, those of a label together, about its barcodes first. What has no place in the stream
     /// stands at the end of its label, or of all.
@@ -109,7 +109,7 @@ private:
     std::vector<Entry> list_;
     std::size_t faults_ = 0;
     std::size_t notices_ = 0;
-    std::map<std::uint64_t, unsigned> labels_;                                ///< numbers by format
+    std::vector<std::pair<std::uint64_t, unsigned>> labels_;                  ///< formats and their numbers, in order
     std::map<std::pair<Format, std::string>, std::set<std::uint64_t>> seen_;  ///< offsets by format and text
     std::map<std::string, Counted> counted_;                                  ///< by text
 };
