@@ -12,4 +12,4 @@ if [ ! -e "$stamp" ] || [ -n "$(find "$here" -path "$here/build" -prune -o -path
     "$here/tools/prepare" zpl
     mv "$stamp.new" "$stamp"
 fi
-exec "$here/build/release/desktop/zpl" "$@"
+exec "$here/build/release/bin/zpl" "$@"

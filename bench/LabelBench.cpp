@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "desktop/Desk.h"
+#include "desktop/FieldsJson.h"
 #include "labels/Job.h"
 
 namespace {
@@ -41,17 +42,32 @@ void ReplayLabel(benchmark::State& state) {
 }
 BENCHMARK(ReplayLabel);
 
-/// The same with each field noted in a field map.
-void ReplayMappedLabel(benchmark::State& state) {
+/// The same with each field noted in a field map: where its ink lies, or everything.
+void ReplayMappedLabel(benchmark::State& state, ZplCore::FieldMap::Detail detail) {
     Desk desk(At300Dpi());
     auto session = desk.MakeSession();
-    session->MapFields();
+    session->MapFields(detail);
     std::string const stream = ShippingLabel();
     auto result = session->Consume(stream, false, true);
     Zpl::Label label = std::get<1>(*result.label);
     for (auto _ : state) benchmark::DoNotOptimize(label.ProcessLabel(0, false));
+    state.counters["fields"] = static_cast<double>(label.Fields()->Fields().size());
 }
-BENCHMARK(ReplayMappedLabel);
+BENCHMARK_CAPTURE(ReplayMappedLabel, Ink, ZplCore::FieldMap::Detail::Ink);
+BENCHMARK_CAPTURE(ReplayMappedLabel, Everything, ZplCore::FieldMap::Detail::Everything);
+
+/// Writing down for programs what was noted.
+void WriteMappedLabel(benchmark::State& state) {
+    Desk desk(At300Dpi());
+    auto session = desk.MakeSession();
+    session->MapFields(ZplCore::FieldMap::Detail::Everything);
+    std::string const stream = ShippingLabel();
+    auto result = session->Consume(stream, false, true);
+    FieldsJson const json(stream);
+    auto const& map = *std::get<1>(*result.label).Fields();
+    for (auto _ : state) benchmark::DoNotOptimize(json.Of(map));
+}
+BENCHMARK(WriteMappedLabel);
 
 /// A stream of n labels from bytes to frozen labels: the time of one must not grow with n.
 void LabelsInOneStream(benchmark::State& state) {

@@ -25,6 +25,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// The options of `zpl compare` beside those by which streams are drawn.
+struct CompareOptions {
+    unsigned tolerance = 0;        ///< dots of a page that may differ
+    std::string differenceFolder;  ///< where pictures of the differences go; none are made if it is empty
+};
+
 /// The options of `zpl render` and `zpl check`.
 struct RenderOptions {
     std::vector<std::string> inputs;  ///< file names; "-" is standard input

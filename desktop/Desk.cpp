@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <random>
 #include <system_error>
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
@@ -19,6 +20,17 @@ TemporaryFolder::TemporaryFolder(std::filesystem::path const& parent, std::strin
 }
 
 TemporaryFolder::~TemporaryFolder() {
+    std::error_code error;
+    std::filesystem::remove_all(path_, error);
+}
+
+TemporaryFolderName::TemporaryFolderName(std::filesystem::path const& parent) : path_(parent / "zpl-") {
+    constexpr char const* Digits = "0123456789abcdef";
+    std::random_device random;
+    for (int i = 0; i < 32; ++i) path_ += Digits[random() % 16];
+}
+
+TemporaryFolderName::~TemporaryFolderName() {
     std::error_code error;
     std::filesystem::remove_all(path_, error);
 }
@@ -42,7 +54,7 @@ Desk::Desk(RenderOptions const& options)
       printerDpi_(options.printerDpi),
       designDpi_(options.designDpi) {
     if (machine_.formatsFolder.empty())
-        machine_.formatsFolder = storage_.emplace(std::filesystem::temp_directory_path(), "zpl-").Path();
+        machine_.formatsFolder = storage_.emplace(std::filesystem::temp_directory_path()).Path();
     if (options.keepJob) machine_.jobsFolder = options.outputFolder;
     model_->PartManager().SetInstalledPart({options.widthInches, options.heightInches});
     PrintEngine::Printing::PrintProcessHandler::GetInstance()->InitializeOffscreenDrawing();
@@ -86,9 +98,9 @@ Telling Desk::Report(LogTopic topic, std::string_view text, std::string_view sub
     };
 }
 
-std::unique_ptr<LabelDrawer> Desk::MakeDrawer() {
+std::unique_ptr<LabelDrawer> Desk::MakeDrawer(ZplCore::FieldMap::Detail detail) {
     auto drawer =
-        std::make_unique<LabelDrawer>(machine_.fontsFolder, model_->GetLabelPart(),
+        std::make_unique<LabelDrawer>(machine_.fontsFolder, model_->GetLabelPart(), detail,
                                       std::make_shared<PrinterOfThread>(printerDpi_, designDpi_, clock_),
                                       [this](LogTopic topic, std::string_view text, std::string_view subject,
                                              Findings::Format format) { return Report(topic, text, subject, format); });

@@ -36,6 +36,21 @@ private:
     std::filesystem::path path_;
 };
 
+/// The same of which only the name is made, one that nobody can guess and take. Most streams store nothing, and making
+/// a folder and removing it takes a disk longer than drawing a label.
+class TemporaryFolderName {
+public:
+    explicit TemporaryFolderName(std::filesystem::path const& parent);
+    ~TemporaryFolderName();
+    TemporaryFolderName(TemporaryFolderName const&) = delete;
+    TemporaryFolderName& operator=(TemporaryFolderName const&) = delete;
+
+    std::filesystem::path const& Path() const { return path_; }
+
+private:
+    std::filesystem::path path_;
+};
+
 /// What a printer gives to the streams that it is sent, within this process: the model with its properties, the
 /// handlers, the fonts, and a store for formats and graphics that lives as long as the desk. One thread at a time;
 /// other desks may work in other threads.
@@ -55,7 +70,7 @@ public:
     /// not empty, the first that is told counts. The desk outlives it.
     Telling Report(LogTopic topic, std::string_view text, std::string_view subject, Findings::Format format);
     /// What another thread needs to draw the labels of sessions.
-    std::unique_ptr<LabelDrawer> MakeDrawer();
+    std::unique_ptr<LabelDrawer> MakeDrawer(ZplCore::FieldMap::Detail detail);
     ZPLProcessorInterface& Model() { return *model_; }
     /// The printer of the stream under way.
     PrinterContext const& Printer() const { return *printerContext_; }
@@ -65,7 +80,7 @@ public:
 private:
     void SetUpFonts(PrintEngine::Printing::TrueTypeCacheCreator& fonts) const;
 
-    std::optional<TemporaryFolder> storage_;
+    std::optional<TemporaryFolderName> storage_;
     MachineSettings machine_;
     std::shared_ptr<ZPLProcessorInterface> model_;
     PrintEngine::Printing::TrueTypeCacheCreator fonts_;

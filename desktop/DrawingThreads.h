@@ -19,6 +19,9 @@
 /// the labels before them have been taken.
 class DrawingThreads {
 public:
+    /// Bytes of commands that are not worth waking a thread for.
+    static constexpr std::size_t LittleWork = std::size_t{1} << 11;
+
     struct Work {
         unsigned mostThreads;
         std::optional<VirtualTag> const& tag;
@@ -75,10 +78,9 @@ private:
     bool IsOwnerNeeded() const;
 
     static constexpr std::size_t MostLabels = 64;
-    static constexpr std::size_t MostBytes = std::size_t{4} << 20;      // of commands
-    static constexpr std::size_t FewLabels = 8;                         // a thread is woken for more of them,
-    static constexpr std::size_t LittleWork = std::size_t{1} << 11;     // or for more work
-    static constexpr std::size_t MostPages = 32;                        // of a label
+    static constexpr std::size_t MostBytes = std::size_t{4} << 20;  // of commands
+    static constexpr std::size_t FewLabels = 8;   // a thread is woken for more of them, or for more work
+    static constexpr std::size_t MostPages = 32;  // of a label
     static constexpr std::size_t MostPageBytes = std::size_t{4} << 20;  // of all pages that wait in memory
     static constexpr std::size_t MostTellings = 1000;
 

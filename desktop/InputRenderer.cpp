@@ -5,6 +5,14 @@
 
 #include "desktop/Commands.h"
 
+ZplCore::FieldMap::Detail DetailOf(RenderOptions const& options) {
+    return options.json ? ZplCore::FieldMap::Detail::Everything : ZplCore::FieldMap::Detail::Ink;
+}
+
+std::optional<FieldsJson> FieldsJsonOf(RenderOptions const& options, std::string_view stream) {
+    return options.json ? std::optional<FieldsJson>(stream) : std::nullopt;
+}
+
 InputRenderer::InputRenderer(RenderOptions const& options, Desk& desk, std::string const& input,
                              std::string_view stream, RenderReport& report)
     : options_(options),
@@ -12,7 +20,9 @@ InputRenderer::InputRenderer(RenderOptions const& options, Desk& desk, std::stri
       input_(input),
       report_(report),
       findings_(stream),
-      interpreter_(desk, stream, [this](Telling telling) { Tell(std::move(telling)); }),
+      interpreter_(
+          desk, stream, [this](Telling telling) { Tell(std::move(telling)); }, DetailOf(options)),
+      fieldsJson_(FieldsJsonOf(options, stream)),
       store_(options, input),
       progress_(!options.json) {}
 
@@ -48,7 +58,8 @@ void InputRenderer::RenderLabels() {
             keptFormats_.push_back(finished.format);
         } else {
             UseThreads();
-            Draw(TaskOf(std::move(finished.label), finished.number, finished.format));
+            auto const rest = finished.rest;
+            Draw(TaskOf(std::move(finished.label), finished.number, finished.format), rest);
         }
         return InterruptedBy() == 0;
     });
@@ -61,9 +72,10 @@ void InputRenderer::RenderJob() {
     Zpl::Job job(std::move(kept_), {}, jobFlag_);
     StartJob(job);
     // Pages of a job are drawn when all labels have been read, each on the picture that the one before it leaves.
-    bool const keepPictures = std::any_of(job.Labels().begin(), job.Labels().end(),
-                                          [](Zpl::Label const& label) { return label.KeepsPicture(); });
-    if (!keepPictures) UseThreads();
+    bool const areTied = std::any_of(job.Labels().begin(), job.Labels().end(), [this](Zpl::Label const& label) {
+        return label.KeepsPicture() || AsksForSources(label);
+    });
+    if (!areTied) UseThreads();
     unsigned page = 0;
     for (std::size_t i = 0; i < job.Labels().size() && InterruptedBy() == 0; ++i) {
         auto const& label = job.Labels()[i];
@@ -101,15 +113,26 @@ LabelTask InputRenderer::TaskOf(Zpl::Label label, unsigned number, std::uint64_t
                      " are drawn; --copies N draws more",
               format](Findings& findings) { findings.AddNotice(text, format); });
     }
-    return {std::move(label), number,       format,
-            quantity,         copies,       0,
-            quantity - 1,     std::nullopt, CommandCharacters::Of(desk_.Printer())};
+    return {std::move(label),
+            number,
+            format,
+            quantity,
+            copies,
+            0,
+            quantity - 1,
+            std::nullopt,
+            CommandCharacters::Of(desk_.Printer()),
+            fieldsJson_ ? &*fieldsJson_ : nullptr};
 }
 
-/// A label that has something in common with those before or behind it is drawn in its turn, by the thread that reads.
-void InputRenderer::Draw(LabelTask task) {
+/// A label that has something in common with those before or behind it is drawn in its turn, by the thread that reads;
+/// and at once a label behind which little can follow, so that its page still stands from its first replay. `rest` is
+/// that of the stream, in bytes.
+void InputRenderer::Draw(LabelTask task, std::size_t rest) {
     bool const keepsPicture = task.label.KeepsPicture();
-    if (threads_ && !keepsPicture && !pictureStands_ && !task.label.ReadsStore()) {
+    bool const isTied = keepsPicture || pictureStands_ || task.label.ReadsStore() || AsksForSources(task.label);
+    bool const isLast = threads_ && threads_->IsEmpty() && rest <= DrawingThreads::LittleWork;
+    if (threads_ && !isTied && !isLast) {
         threads_->Add(std::move(task));
         threads_->Settle(false);
         return;
@@ -158,8 +181,8 @@ void InputRenderer::UseThreads() {
     auto const stage = [this](Scripting::FinishedPage& page) {
         return options_.keepJob ? StageFile(PageFormats[0], jobPath_ / "page", page) : store_.Stage(page);
     };
-    threads_.emplace(DrawingThreads::Work{most, options_.tag, [this] { return desk_.MakeDrawer(); }, stage,
-                                          [this](LabelTask task) { DrawHere(std::move(task)); },
+    threads_.emplace(DrawingThreads::Work{most, options_.tag, [this] { return desk_.MakeDrawer(DetailOf(options_)); },
+                                          stage, [this](LabelTask task) { DrawHere(std::move(task)); },
                                           [this](Telling const& telling) { telling(findings_); },
                                           [this](LabelTask const& task, StagedPage page, DrawnCopy copy) {
                                               KeepDrawn(task, std::move(page), std::move(copy));
@@ -188,6 +211,6 @@ void InputRenderer::Report(LabelTask const& task, PageStore::Place const& place,
                            DrawnCopy copy) {
     progress_.Clear();
     report_.Page({place.path, place.page, static_cast<unsigned>(size.width), static_cast<unsigned>(size.height),
-                  task.number, copy.copy + 1, task.quantity, std::move(copy.operations)});
+                  task.number, copy.copy + 1, task.quantity, std::move(copy.operations), std::move(copy.fields)});
     progress_.Page(++pages_);
 }

@@ -13,6 +13,10 @@
 #include "desktop/StreamInterpreter.h"
 #include "labels/Job.h"
 
+/// Programs are told of each field; people, of what is wrong with one.
+ZplCore::FieldMap::Detail DetailOf(RenderOptions const& options);
+std::optional<FieldsJson> FieldsJsonOf(RenderOptions const& options, std::string_view stream);
+
 /// Renders the labels of one input, each as a job of its own the moment it is finished, so that memory does not grow
 /// with the stream; or, to keep the job folder, all of them as one job at the end. Where more threads than one may
 /// draw, the thread that reads the stream goes on while they do; pages, lines and findings come in the same order and
@@ -29,7 +33,8 @@ private:
     void RenderJob();
     void StartJob(Zpl::Job& job);
     LabelTask TaskOf(Zpl::Label label, unsigned number, std::uint64_t format);
-    void Draw(LabelTask task);
+    void Draw(LabelTask task, std::size_t rest);
+    bool AsksForSources(Zpl::Label const& label) const { return fieldsJson_ && label.HasRecalledCommands(); }
     void DrawHere(LabelTask task);
     void Tell(Telling telling);
     void UseThreads();
@@ -43,6 +48,7 @@ private:
     RenderReport& report_;
     Findings findings_;
     StreamInterpreter interpreter_;
+    std::optional<FieldsJson> const fieldsJson_;
     PageStore store_;
     Progress progress_;
     std::vector<Zpl::Label> kept_;

@@ -3,13 +3,17 @@
 #include <utility>
 
 #include "desktop/Commands.h"
-#include "fields/ink/FieldMap.h"
+#include "fields/map/FieldMap.h"
 #include "foundation/Log.h"
 #include "jobhost/model/PrintStream.h"
 
 bool DrawCopies(LabelTask& task, std::filesystem::path const& folder, std::optional<VirtualTag> const& tag,
                 std::function<void(Telling)> const& tell, std::function<bool(DrawnCopy)> const& take) {
     auto& label = task.label;
+    auto const fields = [&] {
+        auto const& map = label.Fields();
+        return task.fieldsJson && map ? std::optional(task.fieldsJson->Of(*map)) : std::nullopt;
+    };
     auto const operations = [&] { return task.operations ? *task.operations : label.GetRfidOperations(); };
     for (unsigned copy = 0; copy < task.copies; ++copy) {
         if (InterruptedBy() != 0) return false;
@@ -23,13 +27,13 @@ bool DrawCopies(LabelTask& task, std::filesystem::path const& folder, std::optio
                   format = task.format](Findings& findings) { findings.AddNotice(text, format); });
             return true;
         }
-        if (!take({copy, operations()})) return false;
+        if (!take({copy, operations(), fields()})) return false;
     }
     return true;
 }
 
 LabelDrawer::LabelDrawer(std::filesystem::path const& fontsFolder, PrintEngine::PartManagement::LabelPart const& part,
-                         std::shared_ptr<PrinterOfThread> printer, Report report)
+                         ZplCore::FieldMap::Detail detail, std::shared_ptr<PrinterOfThread> printer, Report report)
     : printer_(std::move(printer)), report_(std::move(report)) {
     using Target = Scripting::ScriptGraphicContext;
     Target::InitializeFontManager(fonts_, fontsFolder);
@@ -40,7 +44,8 @@ LabelDrawer::LabelDrawer(std::filesystem::path const& fontsFolder, PrintEngine::
     target_->LoadPart(part);
     target_->SetupForPrintJob();
     if (auto* const keeper = Scripting::PageKeeper::Of(target_.get())) keeper->KeepPages();
-    if (auto* const gauge = Scripting::InkGauge::Of(target_.get())) map_ = std::make_shared<ZplCore::FieldMap>(*gauge);
+    if (auto* const gauge = Scripting::InkGauge::Of(target_.get()))
+        map_ = std::make_shared<ZplCore::FieldMap>(*gauge, detail);
 }
 
 bool LabelDrawer::Draw(LabelTask task, std::optional<VirtualTag> const& tag,

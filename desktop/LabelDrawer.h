@@ -12,6 +12,7 @@
 #include "PrintEngine/Printing/TrueTypeCacheCreator.h"
 #include "Scripting/PrinterContextInterface.h"
 #include "Scripting/ScriptGraphicContext.h"
+#include "desktop/FieldsJson.h"
 #include "desktop/PageStore.h"
 #include "desktop/VirtualTag.h"
 #include "foundation/Clock.h"
@@ -41,12 +42,14 @@ struct LabelTask {
     /// Of all copies alike; without it each copy has what it recorded.
     std::optional<std::vector<RfidOperation>> operations;
     CommandCharacters characters;  ///< as they were when its turn came
+    FieldsJson const* fieldsJson;  ///< lists the fields of its pages; may be null
 };
 
 /// A copy of a label that has been drawn on its target.
 struct DrawnCopy {
     unsigned copy;  ///< from 0
     std::vector<RfidOperation> operations;
+    std::optional<PageFields> fields;
 };
 
 /// Draws the copies of a label on its target, one after the other, as each goes on from the one before, and calls
@@ -96,7 +99,9 @@ struct DrawnPage {
     std::exception_ptr failure = {};  ///< ends the run
 
     /// What it takes while it waits, in bytes of memory.
-    std::size_t Bytes() const { return page ? page->content.size() : 0; }
+    std::size_t Bytes() const {
+        return (page ? page->content.size() : 0) + (copy.fields ? copy.fields->list.size() : 0);
+    }
 };
 
 /// What a thread draws labels with. All that drawing changes is its own:
@@ -108,14 +113,14 @@ struct DrawnPage {
 /// Shared and never changed are the handlers, recorded commands and pictures that are frozen with labels, the clock and
 /// the options; shared and locked, what the table of owners in docs/architecture.md names for the process. A label that
 /// needs more than that does not come here: one that keeps its picture for the next, one that is drawn on such a
-/// picture, and one whose stored pictures are not frozen.
+/// picture, one whose stored pictures are not frozen, and one that asks its map for what the stream has stored.
 class LabelDrawer {
 public:
     using Report = std::function<Telling(LogTopic, std::string_view text, std::string_view subject, Findings::Format)>;
 
     /// `report` makes what there is to tell of a report.
     LabelDrawer(std::filesystem::path const& fontsFolder, PrintEngine::PartManagement::LabelPart const& part,
-                std::shared_ptr<PrinterOfThread> printer, Report report);
+                ZplCore::FieldMap::Detail detail, std::shared_ptr<PrinterOfThread> printer, Report report);
 
     PrintEngine::Printing::TrueTypeCacheCreator& Fonts() { return fonts_; }
 

@@ -6,7 +6,16 @@
 
 namespace {
 
-enum : unsigned { Render = 1, Check = 2, Serve = 4, Manual = 8, Completion = 16, Drawing = Render | Check, All = 31 };
+enum : unsigned {
+    Render = 1,
+    Check = 2,
+    Serve = 4,
+    Manual = 8,
+    Completion = 16,
+    Compare = 32,
+    Drawing = Render | Check | Compare,
+    All = 63
+};
 
 constexpr std::string_view ExitCodes =
     "0 if pages were made, 1 if the stream holds no printable label, 2 for bad usage or a file that cannot be read or "
@@ -24,10 +33,18 @@ constexpr CommandRow CommandTable[] = {
      "offset, line and column.\n"
      "Draws the first copy of each label in memory, and no files.",
      ExitCodes},
+    {"compare", Compare, "EXPECTED ACTUAL", "", "count the dots by which pages differ from what is expected",
+     "Holds the pages of ACTUAL against those of EXPECTED, dot for dot. Each of them is a stream, a picture (PNG of "
+     "any "
+     "kind, or PBM), or a folder with pictures, which count in the order of their names. \"-\" is a stream or picture "
+     "from standard input.\n"
+     "Prints a line for each page that differs: how many dots are missing or too many, and where.",
+     "0 if all pages are alike, 1 if one differs or is missing, 2 for bad usage or a file that cannot be read or "
+     "written."},
     {"serve", Serve, "", "", "be a virtual printer that any program can print to",
      "A virtual label printer: any program can print to it. Each page becomes a file NAME-JOB-PAGE.png.\n"
      "While it runs it takes these words on its terminal: status, pause, resume, cancel, cancel-all, preview, quit."},
-    {"man", Manual, "[COMMAND]", "render check serve man completion", "print the manual page of a command",
+    {"man", Manual, "[COMMAND]", "render check compare serve man completion", "print the manual page of a command",
      "Prints a manual page as roff text: of a COMMAND, or without one of all together. To read it: zpl man render | "
      "man -l -"},
     {"completion", Completion, "bash|zsh", "bash zsh", "print a script that lets a shell complete commands and options",
@@ -43,12 +60,11 @@ constexpr OptionRow OptionTable[] = {
      "or "
      "[::1], or a name that has one of IPv4",
      [](Reading& r, Text, Text value) { OptionValues::Address(value, r.serve); }},
-    {"--dpi", "N", "203 300 600", Render | Check | Serve,
-     "resolution that streams are made for: 203 (default), 300 or 600",
+    {"--dpi", "N", "203 300 600", Drawing | Serve, "resolution that streams are made for: 203 (default), 300 or 600",
      [](Reading& r, Text name, Text value) { r.render.designDpi = OptionValues::Number(name, value, 203, 600); }},
     {"--printer-dpi", "N", "203 300 600", Drawing, "resolution of the page, if it is another",
      [](Reading& r, Text name, Text value) { r.printerDpi = OptionValues::Number(name, value, 203, 600); }},
-    {"--size", "WxH", "", Render | Check | Serve,
+    {"--size", "WxH", "", Drawing | Serve,
      "size of the label part, as 4x6in (default), 100x150mm or 812x1218dots; a stream that gives its own width or "
      "length has the last word",
      [](Reading& r, Text, Text value) { r.size = OptionValues::Size(value); }},
@@ -59,7 +75,7 @@ constexpr OptionRow OptionTable[] = {
      [](Reading& r, Text, Text value) { r.render.format = &OptionValues::Format(value); }},
     {"--split", "", "", Render, "makes a file of each page, also in a format of which one file holds many",
      [](Reading& r, Text, Text) { r.render.isSplit = true; }},
-    {"--copies", "N", "", Render, "copies of one label that are drawn at most (default 1000)",
+    {"--copies", "N", "", Render | Compare, "copies of one label that are drawn at most (default 1000)",
      [](Reading& r, Text name, Text value) { r.render.mostCopies = OptionValues::Number(name, value, 1, 99'999'999); }},
     {"--threads", "N", "", Render,
      "draws pages on N threads (default: as many as there are cores; 1 draws them on the thread that reads)",
@@ -70,19 +86,24 @@ constexpr OptionRow OptionTable[] = {
      [](Reading& r, Text, Text value) { r.render.time = OptionValues::Time(value); }},
     {"--speed", "N", "", Serve, "inches a second (default 6); 0 prints as fast as it goes",
      [](Reading& r, Text, Text value) { r.serve.speed = OptionValues::Speed(value); }},
-    {"--tag", "T", "", Render | Check | Serve,
+    {"--tag", "T", "", Drawing | Serve,
      "every label carries a tag: blank, or its memory as epc=3034F1,tid=E280,user=00,afi=00; without a tag its "
      "commands are unknown",
      [](Reading& r, Text, Text value) { r.serve.tag = r.render.tag = VirtualTag::Parse(value); }},
     {"--job", "", "", Render, "keeps all pages as one job folder, as the print driver takes it",
      [](Reading& r, Text, Text) { r.render.keepJob = true; }},
-    {"--json", "", "", Render | Check | Serve,
+    {"--json", "", "", Drawing | Serve,
      "prints JSON for programs instead of lines: zpl serve one object a line for each event, the others one in all",
      [](Reading& r, Text, Text) { r.serve.json = r.render.json = true; }},
-    {"--strict", "", "", Drawing,
+    {"--strict", "", "", Render | Check,
      "ends with 3 if a command that may change the page is unknown, a format was dropped, or a barcode was refused or "
      "is not whole on its page",
      [](Reading& r, Text, Text) { r.render.strict = true; }},
+    {"--tolerance", "N", "", Compare, "dots of a page that may differ (default 0)",
+     [](Reading& r, Text name, Text value) { r.compare.tolerance = OptionValues::Number(name, value, 0, 67'108'864); }},
+    {"--difference", "DIR", "", Compare,
+     "writes a picture of each page that differs, DIR/difference-N.png: what is missing is red, what is too much blue",
+     [](Reading& r, Text, Text value) { r.compare.differenceFolder = value; }},
     {"--pause-on-start", "", "", Serve, "begins paused", [](Reading& r, Text, Text) { r.serve.pauseOnStart = true; }},
     {"--preview", "", "", Serve, "opens a window that shows the pages while they print",
      [](Reading& r, Text, Text) { r.serve.preview = true; }},

@@ -23,6 +23,7 @@ struct LabelSize {
 struct Reading {
     RenderOptions render;
     ServeOptions serve;
+    CompareOptions compare;
     std::vector<std::string> operands;
     std::optional<unsigned> printerDpi;
     std::optional<LabelSize> size;

@@ -115,10 +115,12 @@ ExitCode RunCheck(RenderOptions const& options) {
         desk.StartStream();
         report.StartInput(input);
         Findings findings(stream);
-        StreamInterpreter interpreter(desk, stream, findings);
+        StreamInterpreter interpreter(desk, stream, findings, DetailOf(options));
+        auto const mapper = FieldsJsonOf(options, stream);
         unsigned labels = 0;
         interpreter.Run([&](FinishedLabel& finished) {
-            report.Label(finished.number, finished.text, finished.label.Quantity(), finished.offset);
+            auto const fields = mapper ? std::optional(mapper->Of(*finished.label.Fields())) : std::nullopt;
+            report.Label(finished.number, finished.text, finished.label.Quantity(), finished.offset, fields);
             ++labels;
             return interrupted == 0;
         });

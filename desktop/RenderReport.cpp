@@ -52,10 +52,12 @@ void RenderReport::Page(RenderedPage const& page) {
     writer_.Key("width").Int(page.width).Key("height").Int(page.height);
     writer_.Key("label").Int(page.label).Key("copy").Int(page.copy).Key("copies").Int(page.copies);
     if (!page.tagOperations.empty()) WriteTagOperations(writer_, page.tagOperations);
+    if (page.fields) page.fields->WriteMembers(writer_);
     writer_.EndObject();
 }
 
-void RenderReport::Label(unsigned number, std::string const& text, unsigned copies, std::uint64_t offset) {
+void RenderReport::Label(unsigned number, std::string const& text, unsigned copies, std::uint64_t offset,
+                         std::optional<PageFields> const& fields) {
     if (!json_) {
         std::printf("%slabel %u: %u %s, ends at byte %llu%s%s\n", lead_.c_str(), number, copies,
                     copies == 1 ? "copy" : "copies", static_cast<unsigned long long>(offset),
@@ -65,7 +67,9 @@ void RenderReport::Label(unsigned number, std::string const& text, unsigned copi
     if (!inList_) writer_.Key("labels").StartArray();
     inList_ = true;
     writer_.StartObject().Key("label").Int(number).Key("copies").Int(copies);
-    writer_.Key("offset").Int(static_cast<std::int64_t>(offset)).Key("text").String(text).EndObject();
+    writer_.Key("offset").Int(static_cast<std::int64_t>(offset)).Key("text").String(text);
+    if (fields) fields->WriteMembers(writer_);
+    writer_.EndObject();
 }
 
 /// Each line goes out at once, so that a reader that has gone ends the run.

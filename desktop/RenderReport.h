@@ -4,6 +4,7 @@
 #include <string>
 
 #include "desktop/CommandLine.h"
+#include "desktop/FieldsJson.h"
 #include "desktop/OutputError.h"
 #include "foundation/Json.h"
 #include "jobhost/model/Findings.h"
@@ -18,6 +19,7 @@ struct RenderedPage {
     unsigned copy;    ///< from 1
     unsigned copies;
     std::vector<RfidOperation> tagOperations = {};
+    std::optional<PageFields> fields = {};  ///< for programs
 };
 
 /// What is said about a run: lines for a person, or one JSON object for a program. Where there are several inputs, a
@@ -28,7 +30,8 @@ public:
 
     void StartInput(std::string const& name);
     void Page(RenderedPage const& page);
-    void Label(unsigned number, std::string const& text, unsigned copies, std::uint64_t offset);
+    void Label(unsigned number, std::string const& text, unsigned copies, std::uint64_t offset,
+               std::optional<PageFields> const& fields);
     /// Ends an input. Findings about set-up commands are left out for a person unless `everything` is asked for.
     void EndInput(Findings const& findings, bool everything);
     void Error(std::string const& line);

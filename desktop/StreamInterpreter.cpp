@@ -1,9 +1,10 @@
 #include "desktop/StreamInterpreter.h"
 
-StreamInterpreter::StreamInterpreter(Desk& desk, std::string_view stream, Tell tell)
+StreamInterpreter::StreamInterpreter(Desk& desk, std::string_view stream, Tell tell, Detail detail)
     : desk_(desk),
       input_(stream),
       tell_(std::move(tell)),
+      detail_(detail),
       sink_([this](LogTopic topic, std::string_view text) { TakeReport(topic, text, {}); }) {
     desk_.SetFontReceiver(
         [this](std::string_view line, std::string_view subject) { TakeReport(LogTopic::Font, line, subject); });
@@ -19,7 +20,7 @@ void StreamInterpreter::TakeReport(LogTopic topic, std::string_view text, std::s
 
 std::unique_ptr<Zpl::Host::Session> StreamInterpreter::MakeSession() {
     auto session = desk_.MakeSession();
-    session->MapFields();
+    session->MapFields(detail_);
     session->SetUnknownCommandObserver([this](ZplCommand const& command, std::uint64_t offset) {
         tell_([finding = Findings::OfUnknownCommand(command, offset), format = Format()](Findings& findings) {
             findings.Add(finding, format);
@@ -36,7 +37,8 @@ void StreamInterpreter::Run(TakeLabel const& take) {
         if (!result.label) continue;
         auto& [text, label] = *result.label;
         FinishedLabel finished{std::move(label), std::move(text),      result.hasRfidOperations,
-                               ++labels_,        Format().value_or(0), stream_->Current().LastCommandOffset()};
+                               ++labels_,        Format().value_or(0), stream_->Current().LastCommandOffset(),
+                               rest.size()};
         tell_([format = finished.format, number = finished.number](Findings& findings) {
             findings.NumberLabel(format, number);
         });

@@ -17,6 +17,7 @@ struct FinishedLabel {
     unsigned number;       ///< from 1
     std::uint64_t format;  ///< where its format begins, in bytes
     std::uint64_t offset;  ///< where its last command begins, in bytes
+    std::size_t rest;      ///< of the stream behind it, in bytes
 };
 
 /// Runs one whole stream through the interpreter, and takes the reports about it for as long as it lives. A format with
@@ -29,11 +30,14 @@ public:
 
     /// Takes what is to be told, in the order of the stream.
     using Tell = std::function<void(Telling)>;
+    using Detail = ZplCore::FieldMap::Detail;
 
-    StreamInterpreter(Desk& desk, std::string_view stream, Tell tell);
+    /// `detail`: of what labels tell of their fields.
+    StreamInterpreter(Desk& desk, std::string_view stream, Tell tell, Detail detail = Detail::Ink);
     /// Tells it at once.
-    StreamInterpreter(Desk& desk, std::string_view stream, Findings& findings)
-        : StreamInterpreter(desk, stream, [&findings](Telling const& telling) { telling(findings); }) {}
+    StreamInterpreter(Desk& desk, std::string_view stream, Findings& findings, Detail detail = Detail::Ink)
+        : StreamInterpreter(
+              desk, stream, [&findings](Telling const& telling) { telling(findings); }, detail) {}
     ~StreamInterpreter();
     StreamInterpreter(StreamInterpreter const&) = delete;
     StreamInterpreter& operator=(StreamInterpreter const&) = delete;
@@ -57,6 +61,7 @@ private:
     Desk& desk_;
     std::string_view input_;
     Tell tell_;
+    Detail detail_;
     std::optional<Zpl::Host::PrintStream> stream_;
     unsigned labels_ = 0;
     std::optional<std::uint64_t> drawnFormat_;

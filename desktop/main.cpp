@@ -6,9 +6,9 @@
 
 #include "desktop/Commands.h"
 #include "desktop/Completion.h"
+#include "desktop/DeskMachine.h"
 #include "desktop/Manual.h"
 #include "desktop/Options.h"
-#include "foundation/AppSettings.h"
 
 namespace {
 
@@ -17,15 +17,16 @@ int Print(std::string_view text, std::FILE* stream, ExitCode code) {
     return static_cast<int>(code);
 }
 
-/// Becomes the virtual printer, a program of its own beside this one.
-int Serve(std::vector<std::string> const& arguments) {
-    std::string program = (AppSettings::GetInstance().AppBin() / "zpl-serve").string();
+/// Becomes the program `zpl-NAME` beside this one, for a command that needs libraries which the others do not load.
+int Become(std::string const& name, std::vector<std::string> const& arguments) {
+    std::string program = (AppSettings::GetInstance().AppBin() / ("zpl-" + name)).string();
     std::vector<std::string> words = arguments;
     std::vector<char*> list{program.data()};
     for (auto& word : words) list.push_back(word.data());
     list.push_back(nullptr);
     ::execv(program.c_str(), list.data());
-    throw UsageError("cannot run " + program);
+    throw UsageError("cannot run " + program +
+                     (name == "serve" ? "; zpl serve is in the package zplhost-printer" : std::string()));
 }
 
 /// Throws UsageError if there is no command of that name.
@@ -40,18 +41,8 @@ int PrintManual(std::vector<std::string> const& names) {
     return Print(text, stdout, ExitCode::Success);
 }
 
-/// Stored objects last as long as the command, and so there is no folder for them.
-MachineSettings Machine() {
-    auto const& settings = AppSettings::GetInstance();
-    MachineSettings machine;
-    machine.fontsFolder = settings.SystemFontsDir();
-    machine.fontFiles = settings.Value("FontFiles");
-    machine.features = Features::GetInstance();
-    return machine;
-}
-
 int Draw(CommandRow const& command, RenderOptions options) {
-    options.machine = Machine();
+    options.machine = DeskMachine();
     int const code = static_cast<int>(command.name == "render" ? RunRender(options) : RunCheck(options));
     // As the shell says of a program that a signal has ended.
     constexpr int EndedBySignal = 128;
@@ -68,7 +59,7 @@ int Run(std::vector<std::string> arguments) {
     }
     if (name == "--version") return Print("zpl " ZPL_VERSION "\n", stdout, ExitCode::Success);
     CommandRow const& command = Find(name);
-    if (name == "serve") return Serve(arguments);
+    if (name == "serve" || name == "compare") return Become(name, arguments);
 
     Reading const reading = ReadArguments(command, arguments);
     if (reading.help) return Print(HelpText(command), stdout, ExitCode::Success);

@@ -112,6 +112,15 @@ std::error_code AtomicFile::Keep(WholeAfter wholeAfter) {
     return {};
 }
 
+std::error_code AtomicFile::SyncFileSystem() const {
+    return ::syncfs(descriptor_) == 0 ? std::error_code() : LastError();
+}
+
+std::error_code SyncFolder(std::filesystem::path const& folder) {
+    FileDescriptor const open(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return open.Get() >= 0 && ::fsync(open.Get()) == 0 ? std::error_code() : LastError();
+}
+
 std::error_code WriteFileAtomically(std::filesystem::path const& path, std::string_view content,
                                     WholeAfter wholeAfter) {
     AtomicFile file(path);

@@ -44,6 +44,10 @@ public:
     std::error_code Keep(WholeAfter wholeAfter = WholeAfter::ProcessEnd);
     std::filesystem::path const& Path() const { return path_; }
 
+    std::filesystem::path const& TemporaryPath() const { return temporary_; }
+    /// Waits until the disk has the bytes of all files of its file system.
+    std::error_code SyncFileSystem() const;
+
 private:
     std::filesystem::path path_;
     std::filesystem::path temporary_;  ///< empty once it is gone
@@ -51,6 +55,9 @@ private:
     std::uint64_t size_ = 0;
     std::error_code error_;
 };
+
+/// Waits until the disk has the names of a folder.
+std::error_code SyncFolder(std::filesystem::path const& folder);
 
 /// Writes a whole file in that way.
 std::error_code WriteFileAtomically(std::filesystem::path const& path, std::string_view content,

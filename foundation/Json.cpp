@@ -20,7 +20,12 @@ JsonWriter& JsonWriter::EndObject() { return state_->writer.EndObject(), *this; 
 JsonWriter& JsonWriter::StartArray() { return state_->writer.StartArray(), *this; }
 JsonWriter& JsonWriter::EndArray() { return state_->writer.EndArray(), *this; }
 JsonWriter& JsonWriter::Int(std::int64_t number) { return state_->writer.Int64(number), *this; }
+JsonWriter& JsonWriter::Double(double number) { return state_->writer.Double(number), *this; }
 JsonWriter& JsonWriter::Bool(bool value) { return state_->writer.Bool(value), *this; }
+
+JsonWriter& JsonWriter::Json(std::string_view text) {
+    return state_->writer.RawValue(text.data(), text.size(), rapidjson::kObjectType), *this;
+}
 
 JsonWriter& JsonWriter::Key(std::string_view name) {
     state_->writer.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()));
@@ -29,8 +34,11 @@ JsonWriter& JsonWriter::Key(std::string_view name) {
 
 JsonWriter& JsonWriter::String(std::string_view text) {
     std::string valid;
-    utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid));
-    state_->writer.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
+    if (utf8::find_invalid(text.begin(), text.end()) != text.end()) {
+        utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(valid));
+        text = valid;
+    }
+    state_->writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
     return *this;
 }
 

@@ -18,7 +18,12 @@ public:
     JsonWriter& Key(std::string_view name);
     JsonWriter& String(std::string_view text);
     JsonWriter& Int(std::int64_t number);
+    /// A finite number.
+    JsonWriter& Double(double number);
     JsonWriter& Bool(bool value);
+
+    /// A value that is JSON already.
+    JsonWriter& Json(std::string_view text);
 
     /// The text written so far.
     std::string Text() const;

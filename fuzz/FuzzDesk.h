@@ -22,7 +22,7 @@ inline Desk& EmptyDesk() {
         return Desk(options);
     }();
     std::error_code ignored;
-    for (auto const& device : std::filesystem::directory_iterator(desk.FormatsFolder()))
+    for (auto const& device : std::filesystem::directory_iterator(desk.FormatsFolder(), ignored))
         std::filesystem::remove_all(device, ignored);
     desk.StartStream();
     return desk;

@@ -6,6 +6,7 @@
 #include "fields/text/Fonts.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Log.h"
+#include "frontend/context/ObjectStore.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/processor/CreateHandlers.h"
 #include "jobhost/model/RfidReadResponses.h"
@@ -180,6 +181,8 @@ void TQZPLProcessorInterface::ConsumePacket(Zpl::Host::Packet const& packet, boo
         });
     }
     ConsumePayload(packet.payload, isLast);
+    // The sender may rely on what it has stored when the packet is taken.
+    SettleObjects();
 }
 
 void TQZPLProcessorInterface::TellFindings() {

@@ -1,6 +1,7 @@
 #include "foundation/Log.h"
 #include "foundation/Quoted.h"
 #include "frontend/context/ObjectName.h"
+#include "frontend/context/ObjectStore.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "labels/LabelHandlers.h"
@@ -18,7 +19,7 @@ std::optional<ObjectName> FindStoredFormat(std::string const& text, std::filesys
     for (char const device : SearchOrder) {
         name->device = device;
         std::error_code error;
-        if (std::filesystem::is_regular_file(folder / name->Path(), error)) break;
+        if (std::filesystem::is_regular_file(ObjectFile(folder, name->Path()), error)) break;
     }
     return name;
 }
@@ -62,9 +63,9 @@ public:
         std::string const path = name->Path().string();
         processor.set(ContextProcessor::FormatContext, ZplContextKeys::RecallFormatPath, path);
         std::error_code error;
-        if (!std::filesystem::is_regular_file(processor.FormatsFolder() / path, error))
+        if (!std::filesystem::is_regular_file(ObjectFile(processor.FormatsFolder(), path), error))
             Log::Report(LogTopic::File, "no format is stored under the name " + Quoted(command.Parameter(0)));
-        processor.RecallFormat(path);
+        processor.RecallFormat(path, command.length);
         return true;
     }
 };

@@ -3,6 +3,7 @@
 #include "Scripting/PrinterContextInterface.h"
 #include "fields/data/FieldDataHelper.h"
 #include "fields/data/HostQuestions.h"
+#include "frontend/context/ObjectStore.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/Ascii.h"
@@ -19,6 +20,7 @@ using enum SyntacticType;
 using enum ProcessingType;
 
 unsigned CountStoredGraphics(std::filesystem::path const& folder) {
+    SettleObjects();
     std::error_code error;
     unsigned count = 0;
     for (std::filesystem::recursive_directory_iterator entry(folder, error), end; !error && entry != end;

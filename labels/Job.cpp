@@ -20,8 +20,16 @@ Job::Job(std::vector<Label> labels, std::function<void()> closeNetwork, bool fla
     : labels_(std::move(labels)), closeNetwork_(std::move(closeNetwork)), flag_(flag) {
     extents_.reserve(labels_.size());
     for (auto const& label : labels_) {
-        extents_.push_back({pages_, label.Quantity(), label.PauseGroupQuantity(), label.PauseAfterSet()});
+        extents_.push_back({pages_, label.Quantity(), label.PauseGroupQuantity(), label.PauseAfterSet(), {}});
         pages_ += extents_.back().quantity;
+    }
+    std::optional<unsigned> next;
+    for (auto extent = extents_.rbegin(); extent != extents_.rend(); ++extent) {
+        extent->pauseBehind = next;
+        if (extent->pauseGroup != 0 && extent->quantity >= extent->pauseGroup)
+            next = static_cast<unsigned>(extent->base + extent->pauseGroup);
+        else if (extent->pauseAfter)
+            next = static_cast<unsigned>(extent->base + extent->quantity);
     }
 }
 
@@ -61,9 +69,15 @@ void Job::Start(std::string_view jobName) {
         first += pages;
     }
     jobPath_ = labels_.front().StartJob(jobName, Quantity(), pauses, flag_, tagOperations);
-    if (origin_ == 0 || jobPath_.empty()) return;
-    if (auto const error = WriteFileAtomically(jobPath_ / OriginFileName, std::to_string(origin_)))
-        DebugLog(Error, "cannot write in " + jobPath_.string() + ": " + error.message());
+    WriteOrigin();
+}
+
+/// Where the disk was full for it a page may have room.
+void Job::WriteOrigin() {
+    if (origin_ == 0 || jobPath_.empty() || isOriginWritten_) return;
+    auto const error = WriteFileAtomically(jobPath_ / OriginFileName, std::to_string(origin_));
+    if (error) DebugLog(Error, "cannot write in " + jobPath_.string() + ": " + error.message());
+    isOriginWritten_ = !error;
 }
 
 void Job::End() {
@@ -74,27 +88,20 @@ std::optional<unsigned> Job::NextPauseIndex(unsigned page) const {
     Place const place = Find(page);
     if (place.label == extents_.size()) return std::nullopt;
 
-    auto const& [base, quantity, group, pauseAfter] = extents_[place.label];
+    auto const& [base, quantity, group, pauseAfter, pauseBehind] = extents_[place.label];
     if (group != 0) {
         // Counted in 64 bits: a group may be as large as a number can be.
         std::uint64_t const next = std::uint64_t{group} * (1 + place.copy / group);
         if (quantity >= next) return static_cast<unsigned>(base + next);
     }
     if (pauseAfter) return static_cast<unsigned>(base + quantity);
-
-    for (std::size_t i = place.label + 1; i < extents_.size(); ++i) {
-        auto const& following = extents_[i];
-        if (following.pauseGroup != 0 && following.quantity >= following.pauseGroup) {
-            return static_cast<unsigned>(following.base + following.pauseGroup);
-        }
-        if (following.pauseAfter) return static_cast<unsigned>(following.base + following.quantity);
-    }
-    return std::nullopt;
+    return pauseBehind;
 }
 
 void Job::RenderLabel(unsigned page) {
     Place const place = Find(page);
     if (!LabelOf(place)) return;
+    WriteOrigin();
     // The last page of the job, not of its label.
     bool const isLast = Quantity() - 1 <= page;
     labels_[place.label].RenderLabel(jobPath_, place.copy, page, isLast);

@@ -20,7 +20,8 @@ public:
     Job(std::vector<Label> labels, std::function<void()> closeNetwork, bool flag);
 
     /// The file of a job's folder that holds the number of the packet which ended its stream, in decimal digits: by it
-    /// who sent the stream knows what became of it. It is there before the first page is.
+    /// who sent the stream knows what became of it. It is there before the first page is, or with a later one if there
+    /// was no room for it.
     static constexpr char const* OriginFileName = "Origin";
 
     /// To be called before Start; without it there is no such file.
@@ -59,6 +60,7 @@ private:
     };
     Place Find(unsigned page) const;
     Label const* LabelOf(Place const& place) const;
+    void WriteOrigin();
 
     /// What the page arithmetic needs of a label. None of it changes from copy to copy, so it is read once: a job may
     /// hold many thousands of labels, and each page is looked up.
@@ -67,6 +69,7 @@ private:
         unsigned quantity;
         unsigned pauseGroup;
         bool pauseAfter;
+        std::optional<unsigned> pauseBehind;  ///< the first pause that a label behind it asks for
     };
 
     std::filesystem::path jobPath_;
@@ -76,6 +79,7 @@ private:
     std::function<void()> closeNetwork_;
     bool flag_;
     std::uint32_t origin_ = 0;
+    bool isOriginWritten_ = false;
 };
 
 }  // namespace Zpl

@@ -1,13 +1,15 @@
 #include "labels/Label.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "Scripting/FinishedPage.h"
 #include "Scripting/GraphicContext.h"
 #include "Scripting/PrinterContextInterface.h"
 #include "fields/data/FieldElement.h"
 #include "fields/graphics/StoredGraphics.h"
-#include "fields/ink/FieldMap.h"
 #include "fields/ink/MissingInk.h"
+#include "fields/map/FieldMap.h"
 #include "foundation/Log.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -24,6 +26,7 @@ Label::Label(ContextProcessor processor, CommandHandlerPool const& handlerPool)
 void Label::MoveTo(std::shared_ptr<Scripting::GraphicContext> const& target,
                    std::shared_ptr<Scripting::PrinterContextInterface> const& printer,
                    std::shared_ptr<ZplCore::FieldMap> const& map) {
+    replay_.reset();
     for (auto* const processor : {&processor_, &pristineProcessor_}) {
         processor->SetGraphicContext(target);
         processor->SetPrinterContext(printer);
@@ -55,9 +58,34 @@ void Label::EndJob(std::filesystem::path const& jobPath) const { processor_.GetG
 
 void Label::RenderLabel(std::filesystem::path const& jobPath, unsigned copyIndex, unsigned pageNumber,
                         bool isLastPage) {
-    if (copyIndex == 0) processor_ = pristineProcessor_.DeepClone();
-    ProcessLabel(copyIndex, isLastPage);
+    if (copyIndex != 0 || !GoOnFromReplay()) {
+        if (copyIndex == 0) processor_ = pristineProcessor_.DeepClone();
+        ProcessLabel(copyIndex, isLastPage);
+    }
     processor_.GetGraphicContext()->RenderPage(jobPath, pageNumber, isLastPage);
+}
+
+std::shared_ptr<Label::Replay> Label::TakeReplay() {
+    auto const* const keeper = Scripting::PageKeeper::Of(processor_.GetGraphicContext().get());
+    if (!keeper) return nullptr;
+    auto const drawn = keeper->DrawnLabel();
+    return std::make_shared<Replay>(Replay{std::move(processor_), drawn});
+}
+
+/// Takes the state that the first replay left, if the page that it drew is the one that is wanted.
+bool Label::GoOnFromReplay() {
+    auto const replay = std::exchange(replay_, {}).lock();
+    auto const& target = processor_.GetGraphicContext();
+    if (!replay || replay->processor.GetGraphicContext() != target) return false;
+    // What a tag answered and what the clock says by now are drawn anew.
+    bool const isAsDrawn = Scripting::PageKeeper::Of(target.get())->DrawnLabel() == replay->drawn &&
+                           !rfidReadResponses_.contains(0) && !replay->processor.at(TimeMode).everyCopy;
+    if (!isAsDrawn) return false;
+    // The stream may have gone on since; what that replay brought into the session is in the frozen state.
+    auto system = std::make_shared<Context>(*processor_.GetSystemContext());
+    processor_ = std::move(replay->processor);
+    processor_.SetSystemContext(std::move(system));
+    return true;
 }
 
 void Label::LogTagOperations() const {
@@ -113,6 +141,8 @@ void Label::StartLabel() {
 void Label::ReplayCommands() {
     // A handler may change the recorded list; the replay is of the list as it stands now.
     FormatCommands const commands = processor_.GetFormatCommands();
+    auto const& map = processor_.GetFieldMap();
+    auto* const places = map && map->WantsDetails() ? &map->Places() : nullptr;
     std::optional<std::uint64_t> place;
     for (auto const& command : commands) {
         // What a field's end reports is about the field, whose data stand before it.
@@ -124,7 +154,10 @@ void Label::ReplayCommands() {
         // Immediate commands of a recalled format have run when the format ended.
         bool const hasRun =
             handler && handler->GetProcessingType() == ProcessingType::Immediate && !handler->IsAdditonalSaveType();
-        if (handler && !hasRun) RunCommand(*handler, command, processor_);
+        if (!handler || hasRun) continue;
+        if (places) places->StartCommand(command, processor_);
+        RunCommand(*handler, command, processor_);
+        if (places) places->EndCommand(command, processor_);
     }
 }
 
@@ -160,6 +193,7 @@ void Label::EndLabel() {
     target.SetLabelLength(settings.labelLength);
     target.EndLabel(settings);
     auto const& map = processor_.GetFieldMap();
+    if (map) map->EndLabel(settings);
     // Copies differ in a number at most, and one sentence is enough.
     if (map && processor_.CurrentLabelNumber() == 0) ZplCore::ReportMissingInk(*map);
 }

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,9 +26,9 @@ public:
     /// the stream sets from now on does not reach it.
     void Freeze() { processor_ = processor_.DeepClone(); }
 
-    /// Draws on another target from now on, and notes its fields in `map`, which may be null. Behind Freeze a label and
-    /// what it is moved to may go to another thread: what it has in common with others then never changes, or is
-    /// locked.
+    /// Draws on another target from now on, copy 0 anew, and notes its fields in `map`, which may be null. Behind
+    /// Freeze a label and what it is moved to may go to another thread: what it has in common with others then never
+    /// changes, or is locked.
     void MoveTo(std::shared_ptr<Scripting::GraphicContext> const& target,
                 std::shared_ptr<Scripting::PrinterContextInterface> const& printer,
                 std::shared_ptr<ZplCore::FieldMap> const& map);
@@ -35,6 +36,8 @@ public:
     bool KeepsPicture() const;
     /// Whether it reads stored pictures for each page, since there was no memory to freeze them with it.
     bool ReadsStore() const;
+    /// Whether commands of stored formats are among its own.
+    bool HasRecalledCommands() const { return pristineProcessor_.GetFormatCommands().HasRecalled(); }
     /// What its commands take in a stream, about.
     std::size_t CommandBytes() const { return pristineProcessor_.GetFormatCommands().Bytes(); }
 
@@ -52,6 +55,15 @@ public:
 
     void StartLabel();
     void EndLabel();
+    /// What the first replay left, once it has run: the state, and the copy as the drawing target holds it.
+    struct Replay {
+        ContextProcessor processor;
+        std::uint64_t drawn;  ///< by Scripting::PageKeeper::DrawnLabel
+    };
+    /// Uses the label up. Null if the target cannot tell what it holds.
+    std::shared_ptr<Replay> TakeReplay();
+    /// Copy 0 is not drawn again as long as that replay lives and the target holds what it drew.
+    void GoOnFrom(std::weak_ptr<Replay> replay) { replay_ = std::move(replay); }
     /// Replays the format for one copy. The result is the text of the label if anything was drawn.
     std::optional<std::string> ProcessLabel(unsigned copyIndex, bool forcePageEnd);
     /// Draws a copy and writes it as page `pageNumber` of the job. Copy 0 starts from the frozen state; later copies go
@@ -64,6 +76,9 @@ public:
     void RenderLabelToFile() const;
     bool HasImageSavePath() const;
     bool ShouldPrint() const;
+
+    /// Where its fields are noted as they are drawn, those of the copy drawn last; null where nobody asks.
+    std::shared_ptr<ZplCore::FieldMap> const& Fields() const { return processor_.GetFieldMap(); }
 
     bool HasRfidOperations() const { return !GetRfidOperations().empty(); }
     std::vector<RfidOperation> GetRfidOperations() const;
@@ -79,6 +94,7 @@ public:
     void SendEndOfFormatNetworkResponses() const;
 
 private:
+    bool GoOnFromReplay();
     void ReplayCommands();
     void RequestCuts(unsigned copyIndex, bool forcePageEnd);
 
@@ -87,6 +103,7 @@ private:
     CommandHandlerPool const* handlerPool_;
     std::vector<RfidOperation> rfidOperations_;
     std::map<unsigned, std::vector<RfidReadResponse>> rfidReadResponses_;
+    std::weak_ptr<Replay> replay_;
 };
 
 }  // namespace Zpl

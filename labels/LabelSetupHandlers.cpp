@@ -39,6 +39,8 @@ public:
         if (auto const set = OnlyWithin(command, 0, ZplParse<unsigned>(command, 0), {0, LastCharacterSet});
             set && converter.SelectCodePage(*set))
             converter.ClearRemaps();
+        // The set counts also where a number behind it cannot be used.
+        Keep(processor, CodePageConverter, converter);
         for (std::size_t i = 1; i + 1 < command.parameters.size() && i < 2 * MostRemaps; i += 2) {
             auto const source = ZplParse<unsigned>(command, i);
             auto const target = ZplParse<unsigned>(command, i + 1);

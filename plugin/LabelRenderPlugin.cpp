@@ -108,6 +108,7 @@ void LabelRenderPlugin::Init(std::shared_ptr<PublishingPropertyManager> properti
     LogReportsOfStreams();
     auto const machine = Machine();
     ClearMemoryDevice(machine.formatsFolder);
+    KeepObjects(machine.formatsFolder);
 
     DebugZoneSetupHelper::ConnectDebugZones(properties);
     zplModel_ = ZPLProcessorInterface::Create(properties, agent, machine);

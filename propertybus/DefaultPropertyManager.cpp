@@ -11,6 +11,14 @@ namespace {
 
 std::string Name(PropertyAddress const& address) { return address.component + '/' + address.property; }
 
+void RunGuarded(std::function<void()> const& work) {
+    try {
+        work();
+    } catch (std::exception const& error) {
+        DebugLog(Error, std::string("a property callback failed: ") + error.what());
+    }
+}
+
 }  // namespace
 
 DefaultPropertyManager::~DefaultPropertyManager() { StopThread(); }
@@ -34,6 +42,9 @@ void DefaultPropertyManager::StopThread() {
     }
     wakeDelivery_.notify_all();
     threads_->Join(thread_);
+    std::unique_lock lock(mutex_);
+    isTurnWanted_ = true;
+    wakeDelivery_.wait(lock, [this] { return !isDelivering_; });
 }
 
 void DefaultPropertyManager::SetSender(Sender sender) {
@@ -50,28 +61,38 @@ void DefaultPropertyManager::Run() {
     std::unique_lock lock(mutex_);
     while (!stopping_) {
         std::function<void()> next;
-        if (!work_.empty()) {
-            next = std::move(work_.front());
-            work_.pop_front();
-        } else if (!laterWork_.empty() && laterWork_.begin()->first <= std::chrono::steady_clock::now()) {
-            next = std::move(laterWork_.begin()->second);
-            laterWork_.erase(laterWork_.begin());
-        } else if (!laterWork_.empty()) {
-            wakeDelivery_.wait_until(lock, laterWork_.begin()->first);
-            continue;
-        } else {
+        if (isDelivering_) {
+            isTurnWanted_ = true;
             wakeDelivery_.wait(lock);
             continue;
         }
-        lock.unlock();
-        try {
-            next();
-        } catch (std::exception const& error) {
-            DebugLog(Error, std::string("a property callback failed: ") + error.what());
+        if (!work_.empty()) {
+            next = std::move(work_.front());
+            work_.pop_front();
+            DeliverInTurn(lock, next);
+        } else if (!laterWork_.empty() && laterWork_.begin()->first <= std::chrono::steady_clock::now()) {
+            next = std::move(laterWork_.begin()->second);
+            laterWork_.erase(laterWork_.begin());
+            // Delivers nothing, so the link need not wait for it.
+            lock.unlock();
+            RunGuarded(next);
+            lock.lock();
+        } else if (!laterWork_.empty()) {
+            wakeDelivery_.wait_until(lock, laterWork_.begin()->first);
+        } else {
+            wakeDelivery_.wait(lock);
         }
-        next = nullptr;
-        lock.lock();
     }
+}
+
+/// To be called under the lock, which it gives up meanwhile.
+void DefaultPropertyManager::DeliverInTurn(std::unique_lock<std::mutex>& lock, std::function<void()> const& work) {
+    isDelivering_ = true;
+    lock.unlock();
+    RunGuarded(work);
+    lock.lock();
+    isDelivering_ = false;
+    if (std::exchange(isTurnWanted_, false) || !work_.empty()) wakeDelivery_.notify_all();
 }
 
 void DefaultPropertyManager::RunLater(std::chrono::milliseconds pause, std::function<void()> work) {
@@ -88,6 +109,13 @@ void DefaultPropertyManager::Post(PiclMessage message) {
         work_.emplace_back([this, message = std::move(message)] { Deliver(message); });
     }
     wakeDelivery_.notify_all();
+}
+
+void DefaultPropertyManager::Take(PiclMessage const& message) {
+    std::unique_lock lock(mutex_);
+    if (running_ && !isDelivering_ && work_.empty()) return DeliverInTurn(lock, [&] { Deliver(message); });
+    lock.unlock();
+    Post(message);
 }
 
 void DefaultPropertyManager::HoldWrites() {

@@ -14,9 +14,9 @@
 
 class ThreadFactory;
 
-/// The properties that this process has on the bus, its own and others', and the thread that delivers what the server
-/// says of them: one message after the other, in the order of their arrival. Callbacks of values from the bus run on
-/// it.
+/// The properties that this process has on the bus, its own and others', and the delivery of what the server says of
+/// them: one message after the other, in the order of their arrival. Callbacks of values from the bus run on the thread
+/// of the link where nothing waits, which spares a change of threads, and else on a thread of their own.
 class DefaultPropertyManager {
 public:
     /// Puts a message into the way of the server; false if there is no link.
@@ -33,7 +33,10 @@ public:
     /// Set before anything is published; the sender outlives the manager's use of it, or is taken away by an empty one.
     void SetSender(Sender sender);
 
-    /// Queues what the link received. Any thread.
+    /// Delivers what the link received, on this thread if that is its turn. For the thread of the link, which holds no
+    /// lock.
+    void Take(PiclMessage const& message);
+    /// Queues a message. Any thread.
     void Post(PiclMessage message);
     /// A link comes up: what is written waits until PostLinkUp has everything said again. Any thread.
     void HoldWrites();
@@ -53,7 +56,7 @@ protected:
     bool ConnectToBus(PropertyAddress const& address, std::shared_ptr<Property> property, Role role, bool archived);
     /// Waits for the server's answer to a subscription.
     bool WaitForAnswer(PropertyAddress const& address, std::chrono::milliseconds timeout);
-    /// Has `work` run on the delivering thread after the pause.
+    /// Has `work` run on the manager's thread after the pause, beside the delivery.
     void RunLater(std::chrono::milliseconds pause, std::function<void()> work);
 
 private:
@@ -70,6 +73,7 @@ private:
     bool Send(PiclMessage const& message);
     bool Announce(PropertyAddress const& address, Entry const& entry);
     void Run();
+    void DeliverInTurn(std::unique_lock<std::mutex>& lock, std::function<void()> const& work);
     bool AnswersSubscription(PropertyAddress const& address) const;
     void Deliver(PiclMessage const& message);
     void AnnounceAll();
@@ -82,6 +86,8 @@ private:
     std::deque<std::function<void()>> work_;
     std::multimap<std::chrono::steady_clock::time_point, std::function<void()>> laterWork_;
     std::map<PropertyAddress, Entry> entries_;
+    bool isDelivering_ = false;
+    bool isTurnWanted_ = false;  // by somebody who waits until nothing is delivered
     bool stopping_ = false;
     bool running_ = false;
     bool waitingCancelled_ = false;

@@ -10,6 +10,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <utility>
 
 #include "foundation/DebugZones.h"
 #include "propertybus/PublishingPropertyManager.h"
@@ -114,8 +115,7 @@ void PICLIF::Disconnect() {
     if (stopping_.exchange(true)) return;
     Wake();
     threads_.Join(thread_);
-    if (socket_ >= 0) ::close(socket_);
-    socket_ = -1;
+    CloseSocket();
 }
 
 void PICLIF::Wake() {
@@ -152,20 +152,21 @@ bool PICLIF::Enqueue(PiclMessage const& message) {
     line += '\n';
     outputBytes_ += line.size();
     output_.push_back(std::move(line));
-    Wake();
+    // At once where nothing waits: to wake the thread for it takes longer than the write. What goes wrong it finds too.
+    if (output_.size() > 1 || !WriteOutput() || !output_.empty()) Wake();
     return true;
 }
 
 bool PICLIF::TryConnect() {
     int const descriptor = OpenSocket(socketPath_);
     if (descriptor < 0) return false;
-    socket_ = descriptor;
     lines_ = PiclLines();
     // What is written from now on goes behind what has to be repeated.
     properties_->HoldWrites();
     std::deque<PiclMessage> kept;
     {
         std::lock_guard const lock(mutex_);
+        socket_ = descriptor;
         connected_ = true;
         output_.clear();
         outputBytes_ = written_ = 0;
@@ -178,15 +179,16 @@ bool PICLIF::TryConnect() {
     return true;
 }
 
+void PICLIF::CloseSocket() {
+    std::lock_guard const lock(mutex_);
+    connected_ = false;
+    output_.clear();
+    outputBytes_ = 0;
+    if (socket_ >= 0) ::close(std::exchange(socket_, -1));
+}
+
 void PICLIF::Drop(char const* reason) {
-    {
-        std::lock_guard const lock(mutex_);
-        connected_ = false;
-        output_.clear();
-        outputBytes_ = 0;
-    }
-    ::close(socket_);
-    socket_ = -1;
+    CloseSocket();
     if (IsNews()) DebugLog(Warning, std::string("the property server is lost: ") + reason);
 }
 
@@ -238,17 +240,20 @@ bool PICLIF::FlushOutput() {
         Drop("it takes nothing");
         return false;
     }
+    if (WriteOutput()) return true;
+    lock.unlock();
+    // A server that is gone may have said something before, up to the end that is found behind it.
+    while (ReadInput()) {
+    }
+    return false;
+}
+
+/// To be called under the lock. False if the link is broken; true also if the server takes no more for now.
+bool PICLIF::WriteOutput() {
     while (!output_.empty()) {
         auto const& line = output_.front();
         ssize_t const count = ::send(socket_, line.data() + written_, line.size() - written_, MSG_NOSIGNAL);
-        if (count < 0) {
-            if (errno == EAGAIN || errno == EINTR) return true;
-            lock.unlock();
-            // A server that is gone may have said something before, up to the end that is found behind it.
-            while (ReadInput()) {
-            }
-            return false;
-        }
+        if (count < 0) return errno == EAGAIN || errno == EINTR;
         written_ += static_cast<std::size_t>(count);
         if (written_ < line.size()) return true;
         outputBytes_ -= line.size();
@@ -269,7 +274,7 @@ bool PICLIF::ReadInput() {
     lines_.Append({buffer, static_cast<std::size_t>(count)}, [this](std::string_view line) {
         if (auto message = PiclMessage::Parse(line)) {
             if (message->type == PiclMessage::Type::Taken) NoteTaken(message->address);
-            properties_->Post(std::move(*message));
+            properties_->Take(*message);
         } else {
             DebugLog(PropertyWarning, "a line of the property server is no message");
         }

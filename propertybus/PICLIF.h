@@ -13,9 +13,9 @@
 class PublishingPropertyManager;
 class ThreadFactory;
 
-/// The link of this process to the property server: one thread that writes what is queued and hands what arrives to the
-/// property manager. A lost server is connected to again, with pauses that grow from 10 milliseconds to 2 seconds, and
-/// everything is published and subscribed to anew.
+/// The link of this process to the property server. Who writes sends, as far as the server takes it at once; one thread
+/// sends the rest and hands what arrives to the property manager. A lost server is connected to again, with pauses that
+/// grow from 10 milliseconds to 2 seconds, and everything is published and subscribed to anew.
 class PICLIF {
 public:
     /// `name`: by which this process introduces itself to the server.
@@ -41,7 +41,9 @@ private:
     void Run();
     void Serve();
     bool FlushOutput();
+    bool WriteOutput();
     bool ReadInput();
+    void CloseSocket();
     void Drop(char const* reason);
     void Wake();
 
@@ -52,11 +54,11 @@ private:
     std::filesystem::path socketPath_;
     std::thread::id thread_;
     PiclLines lines_;
-    int socket_ = -1;
     int wake_ = -1;
     std::atomic<bool> stopping_{false};
 
     std::mutex mutex_;
+    int socket_ = -1;  // changed by the thread, under the lock
     bool connected_ = false;
     std::deque<std::string> output_;  // lines with their ends
     std::size_t outputBytes_ = 0;

@@ -67,8 +67,8 @@ void PublishingPropertyManager::StopThread() {
     WriteArchive(0);
 }
 
-/// Some values change with every label, and a write waits for the disk: so many changes are written together, and on
-/// the delivering thread, where nobody waits for them.
+/// Some values change with every label, and a write waits for the disk: so many changes are written together, and on a
+/// thread that nobody waits for.
 void PublishingPropertyManager::Archive(Property const& property) {
     constexpr std::chrono::seconds Pause{1};
     std::lock_guard const lock(archiveMutex_);

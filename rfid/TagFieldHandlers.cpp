@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "fields/data/FieldElement.h"
+#include "fields/map/FieldFunction.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
@@ -30,8 +31,9 @@ TagFormat CountedFormat(ZplCommand const& command, std::size_t index) {
 /// A field that is for the tag draws nothing; at its end `act` gets its data.
 template <typename Act>
 void AtEndOfField(Context& current, ContextProcessor& processor, Act act) {
-    processor.set(current, FieldRenderFunction,
-                  RenderFunction([act](ContextProcessor& field) { act(field, field.at(FieldData)); }));
+    ZplCore::StoreFieldFunction(
+        current, processor, [act](ContextProcessor& field) { act(field, field.at(FieldData)); },
+        [](ContextProcessor const&, ZplCore::FieldNotes& notes) { notes.kind = ZplCore::FieldKind::Tag; });
 }
 
 void AddWrite(ContextProcessor& processor, RfidOperation operation, TagFormat format, unsigned bytes,

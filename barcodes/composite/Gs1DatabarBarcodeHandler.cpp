@@ -43,6 +43,24 @@ void RenderGs1(ContextProcessor& processor, Gs1Options const& options) {
     RenderSimpleBarcode(processor, *sketch.rows, sketch.logicalWidth, sketch.logicalHeight, sketch.bitmapWidth);
 }
 
+std::string_view NameOf(Gs1Type type) {
+    switch (type) {
+        case Gs1Type::Omnidirectional: return "GS1 DataBar Omnidirectional";
+        case Gs1Type::Truncated: return "GS1 DataBar Truncated";
+        case Gs1Type::Stacked: return "GS1 DataBar Stacked";
+        case Gs1Type::StackedOmnidirectional: return "GS1 DataBar Stacked Omnidirectional";
+        case Gs1Type::Limited: return "GS1 DataBar Limited";
+        case Gs1Type::Expanded: return "GS1 DataBar Expanded";
+        case Gs1Type::UPCA: return "UPC-A composite";
+        case Gs1Type::UPCE: return "UPC-E composite";
+        case Gs1Type::EAN13: return "EAN-13 composite";
+        case Gs1Type::EAN8: return "EAN-8 composite";
+        case Gs1Type::Gs1128WithCcAb: return "GS1-128 with CC-A or CC-B";
+        case Gs1Type::Gs1128WithCcC: return "GS1-128 with CC-C";
+    }
+    return "GS1 symbol of no known type";
+}
+
 /// `^BR`: GS1 DataBar and composite symbols. Type 1 to 12, magnification, height of separators, height of linear bars,
 /// segments in a row.
 class Gs1DatabarBarcodeHandler : public HandlerFor<CommandId("BR")> {
@@ -65,7 +83,14 @@ public:
         options.segments = ZplParse<unsigned>(command, 5)
                                .Where([](unsigned n) { return n >= 2 && n <= SingleRow && n % 2 == 0; })
                                .ValueOr(SingleRow);
-        return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderGs1(at, options); });
+        return StoreBarcodeRender(
+            current, processor, [=](ContextProcessor& at) { RenderGs1(at, options); }, NameOf(options.type),
+            [=](ContextProcessor const&, FieldNotes& notes) {
+                notes.Add("module", options.module, "dots")
+                    .Add("height", options.barHeight, "dots")
+                    .Add("separator height", options.separatorHeight, "modules");
+                if (options.type == Gs1Type::Expanded) notes.Add("segments", options.segments);
+            });
     }
 };
 

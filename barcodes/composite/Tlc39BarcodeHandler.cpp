@@ -1,5 +1,7 @@
 #include "barcodes/composite/CompositeBarcodeHandlers.h"
 
+#include <cmath>
+
 #include "barcodes/composite/Tlc39Encoder.h"
 #include "barcodes/composite/Tlc39Sketch.h"
 #include "barcodes/frame/BarcodeArithmetic.h"
@@ -61,7 +63,15 @@ public:
         read(3, 9999, options.height);
         read(4, 10, options.module);
         read(5, 255, options.rowHeight);
-        return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderTlc39(at, options); });
+        return StoreBarcodeRender(
+            current, processor, [=](ContextProcessor& at) { RenderTlc39(at, options); }, "TLC39",
+            [=](ContextProcessor const&, FieldNotes& notes) {
+                notes.Add("module", options.narrow, "dots")
+                    .Add("ratio", std::round(double{options.ratio} * 10) / 10)
+                    .Add("height", options.height, "dots")
+                    .Add("component module", options.module, "dots")
+                    .Add("component row height", options.rowHeight, "dots");
+            });
     }
 };
 

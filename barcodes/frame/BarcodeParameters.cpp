@@ -1,10 +1,10 @@
 #include "barcodes/frame/BarcodeParameters.h"
 
+#include <cmath>
 #include <stdexcept>
 
 #include "barcodes/frame/BarcodeArithmetic.h"
 #include "barcodes/frame/BarcodeError.h"
-#include "fields/ink/FieldMap.h"
 #include "fields/placement/UnitConversion.h"
 #include "frontend/stream/Ascii.h"
 #include "frontend/stream/ZplParse.h"
@@ -29,8 +29,8 @@ char ParseLetter(ZplCommand const& command, std::size_t index, char fallback) {
     return ToAsciiUpper(ZplParse<char>(command, index).ValueOr(fallback));
 }
 
-bool StoreBarcodeRender(Context& current, ContextProcessor& processor, ZplContextKeys::RenderFunction render) {
-    ZplContextKeys::RenderFunction const guarded = [render = std::move(render)](ContextProcessor& atRender) {
+ZplContextKeys::RenderFunction BarcodeRender(ZplContextKeys::RenderFunction render) {
+    return [render = std::move(render)](ContextProcessor& atRender) {
         if (auto const& map = atRender.GetFieldMap()) map->NoteBarcode();
         try {
             render(atRender);
@@ -39,9 +39,19 @@ bool StoreBarcodeRender(Context& current, ContextProcessor& processor, ZplContex
                                "the symbol would be too large; its modules or its height must be smaller");
         }
     };
-    processor.set(current, ZplContextKeys::FieldRenderFunction, guarded);
-    processor.set(current, ZplContextKeys::IsBarcode, true);
-    return true;
+}
+
+std::string_view NameOfLine(bool printLine, bool lineAbove) {
+    if (!printLine) return "none";
+    return lineAbove ? "above" : "below";
+}
+
+void DescribeBars(ContextProcessor const& at, FieldNotes& notes, bool printLine, bool lineAbove, bool usesRatio) {
+    notes.Add("module", at.at(ZplContextKeys::BarcodeModuleWidth), "dots");
+    // To one decimal, as it is sent.
+    if (usesRatio) notes.Add("ratio", std::round(double{at.at(ZplContextKeys::BarcodeRatio)} * 10) / 10);
+    notes.Add("height", at.at(ZplContextKeys::BarcodeHeight), "dots")
+        .Add("text line", NameOfLine(printLine, lineAbove));
 }
 
 }  // namespace ZplCore

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fields/map/FieldFunction.h"
 #include "frontend/context/ContextProcessor.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/stream/ZplCommand.h"
@@ -17,8 +18,28 @@ bool ParseFlag(ZplCommand const& command, std::size_t index, bool fallback);
 /// The first character in upper case.
 char ParseLetter(ZplCommand const& command, std::size_t index, char fallback);
 
-/// Stores what draws the field. A symbol too large to be drawn is refused like other parameters that make it
-/// impossible, and the label goes on. Always true: the command is handled.
-bool StoreBarcodeRender(Context& current, ContextProcessor& processor, ZplContextKeys::RenderFunction render);
+/// What draws the field by `render`. A symbol too large to be drawn is refused like other parameters that make it
+/// impossible, and the label goes on.
+ZplContextKeys::RenderFunction BarcodeRender(ZplContextKeys::RenderFunction render);
+
+/// Stores that, and what tells of the field: its symbology, and by `describe(processor, notes)` its settings. Always
+/// true: the command is handled.
+template <typename Describe>
+bool StoreBarcodeRender(Context& current, ContextProcessor& processor, ZplContextKeys::RenderFunction render,
+                        std::string_view symbology, Describe describe) {
+    StoreFieldFunction(current, processor, BarcodeRender(std::move(render)),
+                       [=](ContextProcessor const& at, FieldNotes& notes) {
+                           notes.kind = FieldKind::Barcode;
+                           notes.symbology = symbology;
+                           describe(at, notes);
+                       });
+    processor.set(current, ZplContextKeys::IsBarcode, true);
+    return true;
+}
+
+/// Where the line that people read stands.
+std::string_view NameOfLine(bool printLine, bool lineAbove);
+/// Tells of bars by the barcode defaults and the field in force, and of their line.
+void DescribeBars(ContextProcessor const& at, FieldNotes& notes, bool printLine, bool lineAbove, bool usesRatio);
 
 }  // namespace ZplCore

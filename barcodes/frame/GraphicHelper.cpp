@@ -60,7 +60,9 @@ SketchedBitmap GraphicHelper::SketchMatrixBarcode(Barcode::Model::MatrixBarcodeM
     for (std::size_t r = 0; r < cells.size(); ++r) {
         BitmapRow const row = RowAt(bitmap, r * pixelCell);
         for (std::size_t c = 0; c < cells[r].size(); ++c) {
-            if (cells[r][c]) PaintRun(row, c * pixelCell, (c + 1) * pixelCell);
+            std::size_t const first = c;
+            while (c < cells[r].size() && cells[r][c]) ++c;
+            if (c != first) PaintRun(row, first * pixelCell, c * pixelCell);
         }
         RepeatRow(bitmap, r * pixelCell, pixelCell);
     }

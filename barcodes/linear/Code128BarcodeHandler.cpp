@@ -92,7 +92,13 @@ public:
                 break;
             default: render = ModeN(printLine, lineAbove, ucc); break;
         }
-        return StoreBarcodeRender(current, processor, std::move(render));
+        bool const isOther = mode == 'U' || mode == 'D' || mode == 'A';
+        return StoreBarcodeRender(current, processor, std::move(render), "Code 128",
+                                  [=, mode = isOther ? mode : 'N'](ContextProcessor const& at, FieldNotes& notes) {
+                                      notes.Add("mode", mode);
+                                      if (mode == 'N') notes.Add("UCC check digit", ucc);
+                                      DescribeBars(at, notes, printLine, lineAbove, false);
+                                  });
     }
 };
 

@@ -15,14 +15,19 @@ using namespace ZplCore;
 
 constexpr std::string_view Digits = "0123456789";
 
+/// Tells of what a symbology has beside bars and a line.
+using DescribeMore = std::function<void(FieldNotes&)>;
+
 /// What a symbology adds to the frame.
 struct LinearSymbology {
+    std::string_view name;
     BarcodeValidate validate;
     LinearEncode encode;
     InterpretationText line;
     BarcodeTransform inputTransform;    ///< of the data before they are checked; empty if they stay as sent
     BarcodeTransform invalidTransform;  ///< repairs what the check refuses
     bool isFixed = false;               ///< wide elements are two narrow ones, whatever the ratio
+    DescribeMore describe = {};
 };
 
 /// The parameters from the height on: height, line, line above.
@@ -30,12 +35,19 @@ bool StoreLinear(Context& current, ZplCommand const& command, ContextProcessor& 
                  LinearSymbology symbology) {
     StoreBarcodeOrientation(current, command, processor);
     StoreBarcodeHeight(current, command, height, processor);
+    bool const printLine = ParseFlag(command, height + 1, true);
+    bool const lineAbove = ParseFlag(command, height + 2, false);
     auto const& makeRender = symbology.isFixed ? FixedLinearBarcodeRenderFunction : LinearBarcodeRenderFunction;
-    return StoreBarcodeRender(
-        current, processor,
-        makeRender(ParseFlag(command, height + 1, true), ParseFlag(command, height + 2, false),
-                   std::move(symbology.validate), std::move(symbology.encode), std::move(symbology.line),
-                   std::move(symbology.inputTransform), std::move(symbology.invalidTransform)));
+    return StoreBarcodeRender(current, processor,
+                              makeRender(printLine, lineAbove, std::move(symbology.validate),
+                                         std::move(symbology.encode), std::move(symbology.line),
+                                         std::move(symbology.inputTransform), std::move(symbology.invalidTransform)),
+                              symbology.name,
+                              [=, usesRatio = !symbology.isFixed, describe = std::move(symbology.describe)](
+                                  ContextProcessor const& at, FieldNotes& notes) {
+                                  DescribeBars(at, notes, printLine, lineAbove, usesRatio);
+                                  if (describe) describe(notes);
+                              });
 }
 
 /// The data, transformed, and the check digits behind them if wanted.
@@ -46,10 +58,14 @@ InterpretationText Line(bool withCheckDigits, BarcodeTransform transform) {
 }
 
 LinearSymbology Code39Symbology(bool withCheckDigit) {
-    return {Code39Encoder::Validate,
+    return {"Code 39",
+            Code39Encoder::Validate,
             [=](std::string const& text) { return Code39Encoder::Encode(text, withCheckDigit); },
             AddGuardsAndAppendCheckDigit(withCheckDigit, '*', '*', ZplCore::Code39::TransformInvalidInput),
-            ConvertToUpper, ZplCore::Code39::TransformInvalidInput};
+            ConvertToUpper,
+            ZplCore::Code39::TransformInvalidInput,
+            false,
+            [=](FieldNotes& notes) { notes.Add("check digit", withCheckDigit); }};
 }
 
 /// Codabar's guards are also known by other letters.
@@ -65,6 +81,15 @@ char CodabarGuard(ZplCommand const& command, std::size_t index) {
     }
 }
 
+std::string_view NameOf(MSICheckDigit checkDigits) {
+    switch (checkDigits) {
+        case MSICheckDigit::None: return "none";
+        case MSICheckDigit::TwoMod10: return "two modulo 10";
+        case MSICheckDigit::Mod11Mod10: return "modulo 11 and modulo 10";
+        default: return "modulo 10";
+    }
+}
+
 // Symbologies of one row of bars. h is the height, f whether the interpretation line is printed, g whether it stands
 // above the bars, e a check digit.
 
@@ -75,11 +100,14 @@ public:
         unsigned const checkDigits = ParseFlag(command, 1, false) ? 1 : 2;
         auto const repair = KeepCharacters("0123456789-");
         return StoreLinear(current, command, processor, 2,
-                           {Code11Encoder::Validate,
+                           {"Code 11",
+                            Code11Encoder::Validate,
                             [=](std::string const& text) { return Code11Encoder::Encode(text, checkDigits); },
                             Line(false, repair),
                             {},
-                            repair});
+                            repair,
+                            false,
+                            [=](FieldNotes& notes) { notes.Add("check digits", checkDigits); }});
     }
 };
 
@@ -97,11 +125,14 @@ public:
         };
         return StoreLinear(
             current, command, processor, 1,
-            {Interleaved2of5Encoder::Validate,
+            {"Interleaved 2 of 5",
+             Interleaved2of5Encoder::Validate,
              [=](std::string const& text) { return Interleaved2of5Encoder::Encode(text, withCheckDigit); },
              Line(withCheckDigit, even),
              {},
-             repair});
+             repair,
+             false,
+             [=](FieldNotes& notes) { notes.Add("check digit", withCheckDigit); }});
     }
 };
 
@@ -120,8 +151,8 @@ public:
         auto const repair = KeepCharacters("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ-. $/+%&'()");
         auto const line = [=](std::string const& data) { return repair(ConvertToUpper(data)); };
         return StoreLinear(current, command, processor, 1,
-                           {Code93Encoder::Validate, Code93Encoder::Encode, Line(ParseFlag(command, 4, false), line),
-                            ConvertToUpper, repair, true});
+                           {"Code 93", Code93Encoder::Validate, Code93Encoder::Encode,
+                            Line(ParseFlag(command, 4, false), line), ConvertToUpper, repair, true});
     }
 };
 
@@ -130,9 +161,13 @@ class Industrial2of5BarcodeHandler : public HandlerFor<CommandId("BI")> {
 public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
         auto const repair = KeepCharacters(Digits);
-        return StoreLinear(
-            current, command, processor, 1,
-            {Industrial2of5Encoder::Validate, Industrial2of5Encoder::Encode, Line(false, repair), {}, repair});
+        return StoreLinear(current, command, processor, 1,
+                           {"Industrial 2 of 5",
+                            Industrial2of5Encoder::Validate,
+                            Industrial2of5Encoder::Encode,
+                            Line(false, repair),
+                            {},
+                            repair});
     }
 };
 
@@ -141,9 +176,13 @@ class Standard2of5BarcodeHandler : public HandlerFor<CommandId("BJ")> {
 public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
         auto const repair = KeepCharacters(Digits);
-        return StoreLinear(
-            current, command, processor, 1,
-            {Standard2of5Encoder::Validate, Standard2of5Encoder::Encode, Line(false, repair), {}, repair});
+        return StoreLinear(current, command, processor, 1,
+                           {"Standard 2 of 5",
+                            Standard2of5Encoder::Validate,
+                            Standard2of5Encoder::Encode,
+                            Line(false, repair),
+                            {},
+                            repair});
     }
 };
 
@@ -155,11 +194,14 @@ public:
         char const stop = CodabarGuard(command, 6);
         auto const repair = KeepCharacters("0123456789-$:/.+");
         return StoreLinear(current, command, processor, 2,
-                           {CodabarEncoder::Validate,
+                           {"Codabar",
+                            CodabarEncoder::Validate,
                             [=](std::string const& text) { return CodabarEncoder::Encode(text, start, stop); },
                             AddGuardsAndAppendCheckDigit(false, start, stop, repair),
                             {},
-                            repair});
+                            repair,
+                            false,
+                            [=](FieldNotes& notes) { notes.Add("start", start).Add("stop", stop); }});
     }
 };
 
@@ -169,11 +211,15 @@ public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
         StoreBarcodeOrientation(current, command, processor);
         StoreBarcodeHeight(current, command, 1, processor);
+        bool const lineAbove = ParseFlag(command, 2, false);
         auto symbology = Code39Symbology(true);
         return StoreBarcodeRender(
             current, processor,
-            LinearBarcodeRenderFunction(true, ParseFlag(command, 2, false), symbology.validate, symbology.encode,
-                                        symbology.line, symbology.inputTransform, symbology.invalidTransform));
+            LinearBarcodeRenderFunction(true, lineAbove, symbology.validate, symbology.encode, symbology.line,
+                                        symbology.inputTransform, symbology.invalidTransform),
+            "LOGMARS", [lineAbove](ContextProcessor const& at, FieldNotes& notes) {
+                DescribeBars(at, notes, true, lineAbove, true);
+            });
     }
 };
 
@@ -193,11 +239,14 @@ public:
             return KeepCharacters(Digits)(data).substr(0, checkDigits == MSICheckDigit::None ? 14 : 13);
         };
         return StoreLinear(current, command, processor, 2,
-                           {[=](std::string const& text) { return MSIEncoder::Validate(text, checkDigits); },
+                           {"MSI",
+                            [=](std::string const& text) { return MSIEncoder::Validate(text, checkDigits); },
                             [=](std::string const& text) { return MSIEncoder::Encode(text, checkDigits); },
                             Line(ParseFlag(command, 5, false), repair),
                             {},
-                            repair});
+                            repair,
+                            false,
+                            [=](FieldNotes& notes) { notes.Add("check digits", NameOf(checkDigits)); }});
     }
 };
 
@@ -208,8 +257,8 @@ public:
         auto const repair = KeepCharacters("0123456789ABCDEF");
         auto const line = [=](std::string const& data) { return repair(ConvertToUpper(data)); };
         return StoreLinear(current, command, processor, 2,
-                           {PlesseyEncoder::Validate, PlesseyEncoder::Encode, Line(ParseFlag(command, 1, false), line),
-                            ConvertToUpper, repair});
+                           {"Plessey", PlesseyEncoder::Validate, PlesseyEncoder::Encode,
+                            Line(ParseFlag(command, 1, false), line), ConvertToUpper, repair});
     }
 };
 

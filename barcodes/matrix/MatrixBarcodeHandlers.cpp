@@ -66,7 +66,12 @@ public:
             options.index = index;
             options.count = count;
         }
-        return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderMaxiCode(at, options); });
+        return StoreBarcodeRender(
+            current, processor, [=](ContextProcessor& at) { RenderMaxiCode(at, options); }, "MaxiCode",
+            [=](ContextProcessor const&, FieldNotes& notes) {
+                notes.Add("mode", options.mode);
+                if (options.count > 1) notes.Add("symbol", options.index).Add("of symbols", options.count);
+            });
     }
 };
 
@@ -80,8 +85,13 @@ public:
         AztecOptions const options{ZplParse<unsigned>(command, 3).ValueOr(0), ParseFlag(command, 2, false),
                                    ParseFlag(command, 4, false), ZplParse<unsigned>(command, 5).ValueOr(1),
                                    command.Parameter(6)};
-        return StoreBarcodeRender(current, processor,
-                                  [=](ContextProcessor& at) { RenderAztec(at, magnification, options); });
+        return StoreBarcodeRender(
+            current, processor, [=](ContextProcessor& at) { RenderAztec(at, magnification, options); }, "Aztec Code",
+            [=](ContextProcessor const&, FieldNotes& notes) {
+                notes.Add("magnification", magnification).Add("size", options.size);
+                notes.Add("extended channels", options.hasChannels);
+                if (options.symbols > 1) notes.Add("symbols", options.symbols);
+            });
     }
 };
 
@@ -95,8 +105,16 @@ public:
         char level = ParseLetter(command, 3, 'Q');
         if (std::string_view("HQML").find(level) == std::string_view::npos) level = 'M';
         unsigned const mask = ZplParse<unsigned>(command, 4).Where([](unsigned m) { return m <= 7; }).ValueOr(7);
-        return StoreBarcodeRender(current, processor,
-                                  [=](ContextProcessor& at) { RenderQr(at, magnification, level, mask); });
+        return StoreBarcodeRender(
+            current, processor, [=](ContextProcessor& at) { RenderQr(at, magnification, level, mask); }, "QR Code",
+            [=](ContextProcessor const& at, FieldNotes& notes) {
+                // The data may ask for another level.
+                auto const& data = at.at(ZplContextKeys::FieldData);
+                auto const field = ReadQrFieldData(data, level, mask);
+                notes.Add("model", 2).Add("magnification", magnification);
+                notes.Add("error correction", data.empty() ? level : field.options.level);
+                notes.Add("mask", mask);
+            });
     }
 };
 
@@ -119,7 +137,14 @@ public:
         options.format = ZplParse<unsigned>(command, 5).ValueOr(6);
         options.escape = ZplParse<char>(command, 6).ValueOr('~');
         options.aspect = ZplParse<unsigned>(command, 7).Where([](unsigned n) { return n < 6; }).ValueOr(1);
-        return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderDataMatrix(at, options); });
+        return StoreBarcodeRender(
+            current, processor, [=](ContextProcessor& at) { RenderDataMatrix(at, options); }, "Data Matrix",
+            [=](ContextProcessor const&, FieldNotes& notes) {
+                if (options.moduleSize != 0) notes.Add("module", options.moduleSize, "dots");
+                notes.Add("quality", options.quality);
+                if (options.columns != 0) notes.Add("columns", options.columns);
+                if (options.rows != 0) notes.Add("rows", options.rows);
+            });
     }
 };
 

@@ -42,12 +42,15 @@ bool StorePostal(Context& current, ZplCommand const& command, ContextProcessor& 
     bool const above = ParseFlag(command, 3, false);
     unsigned long const spacing = PostalBarWidth(processor);
     ZplContextKeys::RenderFunction render;
+    std::string_view symbology = "POSTNET";
     switch (type) {
         case Planet:
+            symbology = "PLANET";
             render = USPSBarcodeRenderFunction(line, above, PlanetEncoder::Validate, PlanetEncoder::Encode, OnlyDigits,
                                                Plain, spacing, RepairLength<11, 13>);
             break;
         case IntelligentMail:
+            symbology = "Intelligent Mail";
             render = IntelligentMailRenderFunction(line, above, IntelligentMailEncoder::Validate,
                                                    IntelligentMailEncoder::Encode, OnlyDigits, Plain);
             break;
@@ -56,7 +59,9 @@ bool StorePostal(Context& current, ZplCommand const& command, ContextProcessor& 
                                                OnlyDigits, Plain, spacing, RepairLength<5, 9, 11>);
             break;
     }
-    return StoreBarcodeRender(current, processor, std::move(render));
+    return StoreBarcodeRender(
+        current, processor, std::move(render), symbology,
+        [=](ContextProcessor const& at, FieldNotes& notes) { DescribeBars(at, notes, line, above, false); });
 }
 
 // Symbologies of postal services. h is the height, f whether the line is printed, g whether it stands above the bars.

@@ -13,13 +13,24 @@ using namespace Barcode::Encoder;
 using namespace ZplCore;
 using Model = Barcode::Model::LinearBarcodeModel;
 
-bool StoreNotched(Context& current, ZplCommand const& command, ContextProcessor& processor, BarcodeValidate validate,
-                  LinearEncode encode, NotchedRender render, NotchedSplit split, BarcodeReason reason = {}) {
+/// What a command of these symbologies says.
+struct NotchedCommand {
+    std::string_view symbology;
+    bool line;
+    bool above;
+};
+
+bool StoreNotched(Context& current, ZplCommand const& command, ContextProcessor& processor, NotchedCommand const& says,
+                  BarcodeValidate validate, LinearEncode encode, NotchedRender render, NotchedSplit split,
+                  BarcodeReason reason = {}) {
     StoreBarcodeOrientation(current, command, processor);
     StoreBarcodeHeight(current, command, 1, processor);
     return StoreBarcodeRender(current, processor,
                               NotchedBarcodeRenderFunction(std::move(validate), std::move(encode), std::move(render),
-                                                           std::move(split), {}, std::move(reason)));
+                                                           std::move(split), {}, std::move(reason)),
+                              says.symbology, [=](ContextProcessor const& at, FieldNotes& notes) {
+                                  DescribeBars(at, notes, says.line, says.above, false);
+                              });
 }
 
 /// Two digits or five.
@@ -42,7 +53,7 @@ public:
         bool const line = ParseFlag(command, 2, true);
         bool const above = ParseFlag(command, 3, false);
         return StoreNotched(
-            current, command, processor, EAN8::Validate, EAN8::Encode,
+            current, command, processor, {"EAN-8", line, above}, EAN8::Validate, EAN8::Encode,
             [=](Model& model, ContextProcessor& at, TextGroups const& groups) {
                 RenderEAN8(line, above, model, at, groups);
             },
@@ -58,7 +69,7 @@ public:
         bool const above = ParseFlag(command, 3, false);
         bool const check = ParseFlag(command, 4, true);
         return StoreNotched(
-            current, command, processor, UPCE::Validate, UPCE::Encode,
+            current, command, processor, {"UPC-E", line, above}, UPCE::Validate, UPCE::Encode,
             [=](Model& model, ContextProcessor& at, TextGroups const& groups) {
                 RenderUPCE(line, above, check, model, at, groups);
             },
@@ -73,7 +84,7 @@ public:
         bool const line = ParseFlag(command, 2, true);
         bool const above = ParseFlag(command, 3, false);
         return StoreNotched(
-            current, command, processor, EAN13::Validate, EAN13::Encode,
+            current, command, processor, {"EAN-13", line, above}, EAN13::Validate, EAN13::Encode,
             [=](Model& model, ContextProcessor& at, TextGroups const& groups) {
                 RenderEAN13(line, above, model, at, groups);
             },
@@ -88,7 +99,7 @@ public:
         bool const line = ParseFlag(command, 2, true);
         bool const above = ParseFlag(command, 3, true);
         return StoreNotched(
-            current, command, processor, Ext5Validation, EncodeExtension,
+            current, command, processor, {"EAN/UPC supplement", line, above}, Ext5Validation, EncodeExtension,
             [=](Model& model, ContextProcessor& at, TextGroups const& groups) {
                 RenderExt(line, above, model, at, groups);
             },
@@ -104,7 +115,7 @@ public:
         bool const above = ParseFlag(command, 3, false);
         bool const check = ParseFlag(command, 4, true);
         return StoreNotched(
-            current, command, processor, UPCA::Validate, UPCA::Encode,
+            current, command, processor, {"UPC-A", line, above}, UPCA::Validate, UPCA::Encode,
             [=](Model& model, ContextProcessor& at, TextGroups const& groups) {
                 RenderUPCA(line, above, check, model, at, groups);
             },

@@ -77,7 +77,17 @@ public:
         unsigned const most = options.mode == 'A' ? 22 : 44;
         options.layout.rows =
             ZplParse<unsigned>(command, 4).Where([=](unsigned n) { return n >= 1 && n <= most; }).ValueOr(0);
-        return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderCodaBlock(at, options); });
+        return StoreBarcodeRender(
+            current, processor, [=](ContextProcessor& at) { RenderCodaBlock(at, options); }, "CODABLOCK",
+            [=](ContextProcessor const& at, FieldNotes& notes) {
+                notes.Add("mode", options.mode);
+                notes.Add("module", at.at(ZplContextKeys::BarcodeModuleWidth), "dots");
+                if (options.rowHeight) {
+                    notes.Add("row height", *options.rowHeight, "modules");
+                } else {
+                    notes.Add("height", at.at(ZplContextKeys::BarcodeHeight), "dots");
+                }
+            });
     }
 };
 

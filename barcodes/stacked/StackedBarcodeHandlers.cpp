@@ -107,6 +107,16 @@ std::optional<unsigned> Optional(ZplParseResult<unsigned> const& parsed) {
     return parsed ? std::optional(*parsed) : std::nullopt;
 }
 
+/// A row height of 0 follows from the height of barcodes.
+void DescribeRows(ContextProcessor const& at, FieldNotes& notes, unsigned rowHeight) {
+    notes.Add("module", at.at(ZplContextKeys::BarcodeModuleWidth), "dots");
+    if (rowHeight != 0) {
+        notes.Add("row height", rowHeight, "dots");
+    } else {
+        notes.Add("height", at.at(ZplContextKeys::BarcodeHeight), "dots");
+    }
+}
+
 /// `^B4`: Code 49. Multiplier of the row height; line N, A above or B below; starting mode, which follows from the
 /// data.
 class Code49BarcodeHandler : public HandlerFor<CommandId("B4")> {
@@ -116,8 +126,14 @@ public:
         auto const multiplier = Optional(ZplParse<unsigned>(command, 1));
         char const line = ParseLetter(command, 2, 'N');
         char const drawn = line == 'A' || line == 'B' ? line : 'N';
-        return StoreBarcodeRender(current, processor,
-                                  [=](ContextProcessor& at) { RenderCode49(at, multiplier, drawn); });
+        return StoreBarcodeRender(
+            current, processor, [=](ContextProcessor& at) { RenderCode49(at, multiplier, drawn); }, "Code 49",
+            [=](ContextProcessor const& at, FieldNotes& notes) {
+                auto const height = multiplier.value_or(at.at(ZplContextKeys::BarcodeHeight));
+                notes.Add("module", at.at(ZplContextKeys::BarcodeModuleWidth), "dots")
+                    .Add("row height", height, "modules")
+                    .Add("text line", NameOfLine(drawn != 'N', drawn == 'A'));
+            });
     }
 };
 
@@ -129,7 +145,15 @@ public:
         Pdf417Options const options{RowHeight(command, processor), ZplParse<unsigned char>(command, 2).ValueOr(0),
                                     ZplParse<unsigned char>(command, 3).ValueOr(0),
                                     ZplParse<unsigned char>(command, 4).ValueOr(0), ParseFlag(command, 5, false)};
-        return StoreBarcodeRender(current, processor, [=](ContextProcessor& at) { RenderPdf417(at, options); });
+        return StoreBarcodeRender(
+            current, processor, [=](ContextProcessor& at) { RenderPdf417(at, options); }, "PDF417",
+            [=](ContextProcessor const& at, FieldNotes& notes) {
+                DescribeRows(at, notes, options.rowHeight);
+                notes.Add("security", options.security);
+                if (options.columns != 0) notes.Add("columns", options.columns);
+                if (options.rows != 0) notes.Add("rows", options.rows);
+                notes.Add("truncated", options.truncated);
+            });
     }
 };
 
@@ -140,8 +164,12 @@ public:
         StoreBarcodeOrientation(current, command, processor);
         unsigned const rowHeight = RowHeight(command, processor);
         auto const mode = static_cast<unsigned>(ZplParse<int>(command, 2).ValueOr(0));
-        return StoreBarcodeRender(current, processor,
-                                  [=](ContextProcessor& at) { RenderMicroPdf(at, rowHeight, mode); });
+        return StoreBarcodeRender(
+            current, processor, [=](ContextProcessor& at) { RenderMicroPdf(at, rowHeight, mode); }, "MicroPDF417",
+            [=](ContextProcessor const& at, FieldNotes& notes) {
+                DescribeRows(at, notes, rowHeight);
+                notes.Add("mode", mode);
+            });
     }
 };
 

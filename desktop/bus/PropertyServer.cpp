@@ -30,7 +30,7 @@ PropertyServer::~PropertyServer() {
     if (store_.HasChanges()) store_.WriteChanges();
 }
 
-/// Some archived values change with every label, and a write waits for the disk: changes of a second are written
+/// Some archived values change with every label, and a write costs the disk time: changes of a second are written
 /// together. Gives the milliseconds until then, as poll takes them.
 int PropertyServer::WriteArchiveInTime() {
     constexpr std::chrono::seconds Pause{1};
@@ -42,7 +42,7 @@ int PropertyServer::WriteArchiveInTime() {
     if (!archiveDue_) archiveDue_ = now + Pause;
     if (*archiveDue_ > now)
         return static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(*archiveDue_ - now).count());
-    store_.WriteChanges();
+    store_.WriteChangesBehind();
     archiveDue_.reset();
     return -1;
 }

@@ -11,7 +11,7 @@
 using Type = PiclMessage::Type;
 
 PropertyStore::PropertyStore(std::filesystem::path archive, Send send)
-    : archive_(std::move(archive)), send_(std::move(send)) {
+    : archive_(std::move(archive)), writer_(archive_), send_(std::move(send)) {
     ReadArchive();
 }
 
@@ -146,6 +146,11 @@ void PropertyStore::NoteChange(Entry const& entry) {
 }
 
 void PropertyStore::WriteChanges() {
+    WriteChangesBehind();
+    writer_.Wait();
+}
+
+void PropertyStore::WriteChangesBehind() {
     hasChanges_ = false;
     JsonWriter writer;
     writer.StartArray();
@@ -155,6 +160,5 @@ void PropertyStore::WriteChanges() {
         writer.String(entry.value).String(entry.written ? "written" : "").EndArray();
     }
     writer.EndArray();
-    if (auto const error = WriteFileAtomically(archive_, writer.Text(), WholeAfter::PowerLoss))
-        DebugLog(Error, "archived values cannot be written to " + archive_.string() + ": " + error.message());
+    writer_.Write(writer.Text());
 }

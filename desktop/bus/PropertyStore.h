@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 
+#include "desktop/bus/ArchiveWriter.h"
 #include "propertybus/PiclMessage.h"
 
 /// The properties of the bus and who follows them, without the sockets: what each message changes, and what is said to
@@ -31,6 +32,8 @@ public:
     bool HasChanges() const { return hasChanges_; }
     /// Writes them, and waits for the disk. A failure is logged.
     void WriteChanges();
+    /// Has them written, by and by: who is on the bus does not wait for the disk.
+    void WriteChangesBehind();
 
 private:
     struct Entry {
@@ -53,6 +56,7 @@ private:
     void NoteChange(Entry const& entry);
 
     std::filesystem::path archive_;
+    ArchiveWriter writer_;
     Send send_;
     std::map<PropertyAddress, Entry> entries_;
     std::size_t bytes_ = 0;

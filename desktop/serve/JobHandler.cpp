@@ -164,7 +164,10 @@ void JobHandler::HostEnded(bool pagesCame) {
     jobs_.clear();
     encoding_ = atHost_.EncodingAfter();
     // Who has not been told that a stream is taken is told that it is not.
-    if (loss.ofOpenStream) current_.reset();
+    if (loss.ofOpenStream) {
+        current_.reset();
+        cancelsOpen_ = false;
+    }
     for (auto const& sender : loss.senders) {
         sender->Abort();
         sender->questionsAtHost = 0;
@@ -178,13 +181,19 @@ unsigned JobHandler::DropWaiting() {
     unsigned dropped = 0;
     for (auto const& connection : connections_) {
         if (connection == current_ || !connection->IsDue() || connection->Watch().Formats() == 0) continue;
-        auto const state = connection->Watch().StateAtCut();
-        connection->Take(connection->Ready());
-        connection->StartStream(state);
+        DropReady(*connection);
         ++dropped;
     }
+    cancelsOpen_ = current_ != nullptr;
+    options_.onCancelled(atHost_.LastNumber());
     Pump();
     return dropped;
+}
+
+void JobHandler::DropReady(Connection& connection) {
+    auto const state = connection.Watch().StateAtCut();
+    connection.Take(connection.Ready());
+    connection.StartStream(state);
 }
 
 void JobHandler::RemoveFinished() {

@@ -25,6 +25,9 @@ struct JobHandlerOptions {
     std::size_t leastRate = 16UL << 10;          ///< bytes a second of a stream that is taken in unfinished,
     std::chrono::milliseconds ratePeriod{5000};  ///< over this time,
     std::chrono::milliseconds longestHold{500};  ///< and how long others may wait for its end
+    /// Is told when all is cancelled: jobs of streams that end with the packet of that number, or before it, are not
+    /// to be printed, though the host may make them yet.
+    std::function<void(std::uint32_t)> onCancelled = [](std::uint32_t) {};
 };
 
 /// Takes print streams from TCP connections and hands them to the host, one packet at a time and one stream after the
@@ -56,8 +59,8 @@ public:
     void HostEnded(bool pagesCame);
     /// Whether the bus holds what the next host is to begin with.
     bool IsReadyForHost() const { return command_->IsTaken(); }
-    /// Drops the labels that wait for their turn, and what would be given to the next host; gives the number of streams
-    /// that waited.
+    /// Drops the labels that wait for their turn, what would be given to the next host, and what has come of the stream
+    /// that is open; gives the number of streams that waited.
     unsigned DropWaiting();
     unsigned Port() const { return listener_.Port(); }
     bool IsLocal() const { return listener_.IsLocal(); }
@@ -78,6 +81,7 @@ private:
     void TakeResponse(std::string const& text);
     void NoteDone();
     bool MayBeAnswered(Pointer const& connection) const;
+    static void DropReady(Connection& connection);
     void RemoveFinished();
 
     void PumpSoon();
@@ -99,6 +103,8 @@ private:
     void Begin(Pointer const& connection);
     void GoOn(Pointer const& connection);
     void GoOnInside(Pointer const& connection);
+    void CancelOpen(Pointer const& connection);
+    void EndOpen(Pointer const& connection);
     void AskBeside(Pointer const& connection);
     bool EndsWith(Connection const& connection, std::size_t piece);
     void DropNoise();
@@ -123,7 +129,9 @@ private:
     std::shared_ptr<StringProperty> response_;
     std::unique_ptr<QSocketNotifier> acceptNotifier_;
     Connections connections_;
-    Pointer current_;  // whose stream is open
+    Pointer current_;                                 // whose stream is open
+    Encoding encodingOfOpen_ = Encoding::SingleByte;  // in which the host reads it
+    bool cancelsOpen_ = false;                        // it ends here, and nothing of it prints
     StreamsAtHost atHost_;
     std::optional<StreamsAtHost::Part> underWay_;  // the packet that the host has not taken yet
     bool interpreting_ = false;                    // the host is at that packet: what it answers now is for its sender

@@ -172,7 +172,7 @@ JobHandler::Want JobHandler::WantOf(Connection const& connection) const {
     bool const mayPrint = jobs_.size() < MostJobs;
     if (!connection.Watch().HasCommands()) return Want::Nothing;
     if (connection.IsDue()) {
-        if (connection.Watch().Formats() == 0) return Want::Answers;
+        if (connection.Watch().Labels() == 0) return Want::Answers;
         return mayPrint ? Want::Labels : Want::Nothing;
     }
     if (connection.UpToCut() > 0) return Want::Nothing;
@@ -226,12 +226,14 @@ void JobHandler::Begin(Pointer const& connection) {
     current_ = connection;
     periodBegan_ = Clock::now();
     periodBytes_ = 0;
+    encodingOfOpen_ = encoding_;
     othersWaitSince_.reset();
     GoOn(connection);
 }
 
 /// Hands over more of the open stream, as far as it is complete; ends it where nothing speaks for waiting.
 void JobHandler::GoOn(Pointer const& connection) {
+    if (std::exchange(cancelsOpen_, false)) return CancelOpen(connection);
     if (std::size_t const size = connection->Ready(); size > 0) {
         std::size_t const piece = std::min(size, Connection::PieceSize);
         return SendPiece(connection, piece, piece == size && EndsWith(*connection, piece));
@@ -273,6 +275,24 @@ void JobHandler::GoOnInside(Pointer const& connection) {
     }
     std::size_t const size = std::min(connection->Looked(), Connection::PieceSize);
     if (size > 0) SendPiece(connection, size, false);
+}
+
+/// The host makes a job of what it has been given; the rest of what has come is dropped.
+void JobHandler::CancelOpen(Pointer const& connection) {
+    if (connection->StandsAtCut()) {
+        for (; connection->Ready() > 0; ReadOn(*connection)) DropReady(*connection);
+        EndOpen(connection);
+    } else {
+        Refuse(connection, "is cancelled");
+    }
+    options_.onCancelled(atHost_.LastNumber());
+}
+
+/// With nothing more than has been handed over.
+void JobHandler::EndOpen(Pointer const& connection) {
+    current_.reset();
+    encoding_ = encodingOfOpen_;
+    Send(connection, {}, true);
 }
 
 /// A host that asks amid a label expects the answer at once, but the label is only handed over when it is complete. So
@@ -326,9 +346,7 @@ void JobHandler::Refuse(Pointer const& connection, std::string const& why) {
     bool const isFormat = connection->Watch().InFormat();
     say_(std::string("a connection is closed: its ") + (isFormat ? "label" : "command") + ' ' + why);
     connection->Abort();
-    if (connection != current_) return;
-    current_.reset();
-    Send(connection, {}, true);
+    if (connection == current_) EndOpen(connection);
 }
 
 void JobHandler::TellBreakOff(Connection const& connection) const {
@@ -345,9 +363,10 @@ void JobHandler::SendPiece(Pointer const& connection, std::size_t size, bool isL
     auto const state = isAll ? connection->Watch().State() : connection->Watch().StateAtCut();
     std::string payload = connection->Take(size);
     periodBytes_ += size;
+    encodingOfOpen_ = state.encoding;
     connection->questionsAtHost += connection->TakeQuestions();
     connection->waitsSince = Clock::now();
-    if (connection->Watch().Formats() > 0) {
+    if (connection->Watch().Labels() > 0) {
         connection->cost = 0;
         lastLabels_ = connection->waitsSince;
     }

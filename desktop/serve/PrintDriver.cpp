@@ -1,21 +1,27 @@
 #include "desktop/serve/PrintDriver.h"
 
 #include <algorithm>
-#include <charconv>
 #include <chrono>
 
 #include "PrintEngine/Printing/JobFileSystemStrings.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Files.h"
 #include "foundation/Json.h"
-#include "labels/Job.h"
 
 using PrintEngine::Printing::JobMetaData;
 
 namespace {
 
-constexpr std::chrono::milliseconds Later{20};
-constexpr std::chrono::milliseconds CancellationTime{100};  // for the host to take away all that it cancels
+/// A second name for the file where both folders are of one file system: nobody writes in a page, another one takes its
+/// place. Elsewhere a copy.
+std::error_code KeepFile(std::filesystem::path const& file, std::filesystem::path const& target) {
+    std::error_code error;
+    std::filesystem::create_hard_link(file, target, error);
+    if (!error) return {};
+    std::string content;
+    error = ReadFile(file, content);
+    return error ? error : WriteFileAtomically(target, content);
+}
 
 }  // namespace
 
@@ -121,68 +127,6 @@ void PrintDriver::OnMain(std::shared_ptr<Property> const& property, std::functio
     });
 }
 
-/// The host takes away the folders of the jobs that it cancels, in a moment. What stands then came later, and prints.
-void PrintDriver::NoteCancellation() {
-    cancelled_ = {job_};
-    std::error_code error;
-    for (auto const& entry : std::filesystem::directory_iterator(options_.jobsFolder, error))
-        cancelled_.insert(entry.path());
-    cancellation_ = QDeadlineTimer(CancellationTime);
-}
-
-/// The host has heard of everything when all is taken by a server that the host is there on.
-bool PrintDriver::HostHasHeard() {
-    // Whoever is taken last calls again.
-    if (!status_->IsTaken() || !path_->IsTaken() || !page_->IsTaken()) return false;
-    if (driver_.IsHostThere()) return true;
-    nextTimer_.start(Later);
-    return false;
-}
-
-void PrintDriver::GoAhead() {
-    if (state_ != State::Idle && state_ != State::Ending) return;
-    if (!HostHasHeard()) return;
-    if (state_ == State::Ending) return ReportEnd();
-    // Hosts ask whether the printer is paused, also while it has nothing to print.
-    status_->Set(options_.paused ? "Print Paused" : "");
-    if (!options_.paused) StartNext();
-}
-
-void PrintDriver::StartNext() {
-    std::erase_if(finished_, [](auto const& path) { return !std::filesystem::exists(path); });
-    std::optional<JobMetaData> first;
-    std::filesystem::path firstPath;
-    std::set<std::filesystem::path> waiting;
-    std::error_code error;
-    bool incomplete = false;
-    for (auto const& entry : std::filesystem::directory_iterator(options_.jobsFolder, error)) {
-        if (finished_.contains(entry.path())) continue;
-        waiting.insert(entry.path());
-        bool const isDoomed = doomed_.contains(entry.path()) && !doomEnd_.hasExpired();
-        auto metaData = isDoomed ? std::nullopt : JobMetaData::Read(entry.path());
-        if (!metaData) incomplete = true;
-        if (!metaData || (first && first->serial <= metaData->serial)) continue;
-        first = std::move(metaData);
-        firstPath = entry.path();
-    }
-    CleanUpAfter(waiting);
-    if (first && cut_ && !IsOriginKnown(firstPath, *first)) return nextTimer_.start(Later);
-    // A job whose folder was made a moment ago gets its metadata next.
-    if (first && !cancellation_.hasExpired()) return nextTimer_.start(Later);
-    if (first) return Start(firstPath, std::move(*first));
-    if (incomplete) nextTimer_.start(Later);
-}
-
-/// The host does not see that the folder of a job has been taken from it.
-void PrintDriver::CleanUpAfter(std::set<std::filesystem::path> const& waiting) {
-    bool const allStand = std::ranges::includes(waiting, waiting_);
-    waiting_ = waiting;
-    if (allStand) return;
-    canSend_->Set("false");
-    // Whoever takes folders away may not be through.
-    cancellation_ = QDeadlineTimer(CancellationTime);
-}
-
 void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData) {
     job_ = path;
     metaData_ = std::move(metaData);
@@ -204,6 +148,7 @@ void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData)
     status_->Set("Printing");
     path_->Set(path.string());
     page_->Set(next_);
+    if (origin_ != 0 && origin_ <= cancelledUpTo_) return FinishJob();
     goesOn && cut->isPaused ? PausePrinting("Print Paused") : PrintPage();
 }
 
@@ -240,11 +185,9 @@ void PrintDriver::PrintPage() {
 }
 
 bool PrintDriver::KeepPage(std::filesystem::path const& file) {
-    std::string content;
     auto const target = names_.Of(next_);
-    std::error_code error = ReadFile(file, content);
+    auto const error = KeepFile(file, target);
     if (error && EndIfGone()) return false;
-    if (!error) error = WriteFileAtomically(target, content);
     if (error) {
         say_("page " + std::to_string(next_ + 1) + " of job " + names_.Job() + " cannot be kept in " + target.string() +
              ": " + error.message() + "; printing pauses");
@@ -302,62 +245,6 @@ void PrintDriver::GoOn() {
 bool PrintDriver::Cancel() {
     if (state_ != State::Printing && state_ != State::Paused) return false;
     // The host, which may be drawing pages of the job, takes its folder away when it hears of the end.
-    FinishJob();
-    return true;
-}
-
-void PrintDriver::CancelAll() {
-    NoteCancellation();
-    // However long the host takes for it, of these none prints.
-    doomed_ = cancelled_;
-    doomEnd_ = QDeadlineTimer(options_.patience);
-    cancelZpl_->Set(true);
-}
-
-/// The last page of a job takes its time like the others, but is kept by then.
-void PrintDriver::GiveUpJobs() {
-    bool const isCut = (state_ == State::Printing || state_ == State::Paused) && next_ < metaData_.totalPages;
-    if (isCut && origin_ != 0) cut_ = CutJob{origin_, next_, state_ == State::Paused && !options_.paused};
-    std::error_code error;
-    for (auto const& entry : std::filesystem::directory_iterator(options_.jobsFolder, error)) {
-        std::error_code ignored;
-        std::filesystem::remove_all(entry.path(), ignored);
-    }
-    // Nobody is there any more who would say that it is done.
-    cancelZpl_->Set(false);
-    waiting_.clear();
-    doomed_.clear();
-    if (isCut)
-        EndJob();
-    else if (state_ == State::Printing || state_ == State::Paused)
-        FinishJob();
-}
-
-/// The file is there before the first page is, but perhaps not when the job is seen.
-bool PrintDriver::IsOriginKnown(std::filesystem::path const& job, JobMetaData const& metaData) {
-    return OriginOf(job) != 0 || std::filesystem::exists(job / std::to_string(metaData.firstPage));
-}
-
-std::uint32_t PrintDriver::OriginOf(std::filesystem::path const& job) {
-    std::string const text = ReadRegularFile(job / Zpl::Job::OriginFileName);
-    std::uint32_t number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
-}
-
-/// A job whose folder is gone is over: the host has cancelled it, or somebody has cleaned up.
-bool PrintDriver::EndIfGone() {
-    std::error_code error;
-    if (state_ == State::Idle || state_ == State::Ending || std::filesystem::exists(job_, error)) return false;
-    // The word of a cancellation may still be on its way, and others may go too.
-    cancellation_ = QDeadlineTimer(CancellationTime);
-    QTimer::singleShot(CancellationTime, this, [this, path = job_, name = names_.Job()] {
-        if (cancelled_.contains(path))
-            say_("job " + name + " is cancelled");
-        else
-            DebugLog(Error, "the folder of job " + name + " is gone; the job is given up");
-    });
-    canSend_->Set("false");
     FinishJob();
     return true;
 }

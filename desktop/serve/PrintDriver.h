@@ -4,10 +4,12 @@
 #include <QtCore/QFileSystemWatcher>
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -46,6 +48,8 @@ public:
     /// Gives up the job that prints; false if there is none.
     bool Cancel();
     void CancelAll();
+    /// Of streams that ended with that packet, or before it, no job is printed that begins from now on.
+    void CancelUpTo(std::uint32_t origin) { cancelledUpTo_ = std::max(cancelledUpTo_, origin); }
     /// The host is gone, and with it the jobs that it had: they are given up. The one that prints may come again, of
     /// the same origin: it goes on behind the pages that have been kept.
     void GiveUpJobs();
@@ -63,6 +67,9 @@ private:
         bool isPaused;  ///< until somebody says that it goes on
     };
 
+    /// Jobs that have not begun, with the number by which they are in order; 0 if it is not known yet.
+    using WaitingJobs = std::map<std::filesystem::path, std::uint64_t>;
+
     void PublishProperties();
     void OnMain(std::shared_ptr<Property> const& property, std::function<void(std::string const&)> react);
     void WatchFolders();
@@ -71,7 +78,8 @@ private:
     void GoAhead();
     void StartNext();
     void NoteCancellation();
-    void CleanUpAfter(std::set<std::filesystem::path> const& waiting);
+    std::uint64_t SerialOf(std::filesystem::path const& job);
+    void CleanUpAfter(WaitingJobs const& waiting);
     void Start(std::filesystem::path const& path, PrintEngine::Printing::JobMetaData metaData);
     void TellPrintedPages();
     void PrintPage();
@@ -120,10 +128,11 @@ private:
     bool tagIsRead_ = false;  // of that page
     PageNames names_;
     std::set<std::filesystem::path> finished_;
-    std::set<std::filesystem::path> waiting_;    // jobs that have not begun
+    WaitingJobs waiting_;
     std::set<std::filesystem::path> cancelled_;  // what was there when all was cancelled
     QDeadlineTimer cancellation_;                // by which it has taken away those that it means
     std::set<std::filesystem::path> doomed_;     // what was there when the user cancelled all; none of it starts before
+    std::uint32_t cancelledUpTo_ = 0;            // origins
     QDeadlineTimer doomEnd_;                     // the host should long have heard of it
     unsigned printed_ = 0;
 };

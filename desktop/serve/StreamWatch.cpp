@@ -210,28 +210,22 @@ void StreamWatch::NoteFormat(ZplCommand const& command) {
             stateAtFormat_ = state_;
         }
         inFormat_ = isReplayed_ = true;
+        mayDraw_ = false;
         encodingAtEnd_.reset();
     }
     // It is stored, and drawn when it is recalled.
     if (letters == "DF") isReplayed_ = false;
-    if (letters == "CI" && inFormat_) NoteCharacterSet(command);
-    if (letters == "XZ" && inFormat_) EndFormat();
-}
-
-void StreamWatch::NoteCharacterSet(ZplCommand const& command) {
-    try {
-        auto const number = ZplParse<unsigned>(command, 0);
-        auto const* const set = number ? FindCharacterSet(*number) : nullptr;
-        if (set) encodingAtEnd_ = set->encoding;
-    } catch (std::exception const&) {
-        // The host gives up the format here.
-        isReplayed_ = false;
-    }
+    auto const* const set = letters == "CI" && inFormat_ ? FindNamedCharacterSet(command) : nullptr;
+    if (set) encodingAtEnd_ = set->encoding;
+    if (letters == "XZ" && inFormat_) return EndFormat();
+    bool const isSilent = letters == "XA" || letters == "FX" || FindHostQuestion(letters, false);
+    mayDraw_ = mayDraw_ || !isSilent;
 }
 
 void StreamWatch::EndFormat() {
     inFormat_ = false;
     ++formats_;
+    if (mayDraw_) ++labels_;
     if (isReplayed_ && encodingAtEnd_) encoding_ = state_.encoding = *encodingAtEnd_;
 }
 

@@ -63,6 +63,8 @@ public:
     /// Bytes of the format that is open, or else of the command.
     std::uint64_t OpenBytes() const;
     std::uint64_t Formats() const { return formats_; }
+    /// Of these, those that hold more than questions and comments.
+    std::uint64_t Labels() const { return labels_; }
     /// Whether there is anything for the host to read.
     bool HasCommands() const;
     /// Whether bytes have come that are no blanks, but among them neither prefix.
@@ -82,7 +84,6 @@ private:
     std::optional<Question> OpenQuestion();
     void Note(ZplCommand const& command);
     void NoteFormat(ZplCommand const& command);
-    void NoteCharacterSet(ZplCommand const& command);
     void EndFormat();
 
     ZplTokenizer tokenizer_;
@@ -94,6 +95,8 @@ private:
     std::uint64_t formatStart_ = 0;
     StreamState stateAtFormat_;
     std::uint64_t formats_ = 0;
+    std::uint64_t labels_ = 0;
+    bool mayDraw_ = false;  // the format, as far as it has been read
     bool hasText_ = false;
     bool hasPrefix_ = false;
     bool hasCommands_ = false;

@@ -62,6 +62,8 @@ public:
     void CancelAll();
     /// The host has ended: the next is given everything again, but for streams that several hosts have ended on.
     Loss Repeat(EndOfHost const& end);
+    /// Of all packets that the host has been given.
+    std::uint32_t LastNumber() const { return lastNumber_; }
     /// In which encoding a host is that has been given everything again.
     Encoding EncodingAfter() const;
 

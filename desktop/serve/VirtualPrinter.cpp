@@ -124,6 +124,7 @@ void VirtualPrinter::Begin() {
     JobHandler::Options door;
     door.answers = options_.answers;
     door.facts = [this] { return Facts(); };
+    door.onCancelled = [this](std::uint32_t origin) { driver_->CancelUpTo(origin); };
     minute_.setSingleShot(true);
     connect(&minute_, &QTimer::timeout, this, [this] { TellLeftOut(); });
     auto const tellOfStreams = [this](PrinterEvent const& event) { TellOfStreams(event); };
@@ -136,7 +137,7 @@ void VirtualPrinter::Begin() {
                              [this](std::uint32_t origin) { handler_->NoteJobOver(origin); }},
         [this] { handler_->ForgetJobs(); }, tell);
     connect(&host_, &QProcess::finished, this, [this] { hostStart_ = HostStart::AwaitsSilence; });
-    Start(host_, "../plugin/zplhost", {});
+    Start(host_, "zplhost", {});
     if (options_.preview) OpenPreview();
     connect(&terminal_, &QSocketNotifier::activated, this, [this] { ReadTerminal(); });
     if (!handler_->IsLocal())
@@ -290,7 +291,7 @@ void VirtualPrinter::OpenPreview() {
     preview_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     preview_.setStandardInputFile(QProcess::nullDevice());
     EndWithThisProcess(preview_);
-    auto const path = options_.programFolder / "../plugin/zplpreview";
+    auto const path = options_.programFolder / "zplpreview";
     preview_.start(QString::fromStdString(path.string()), {});
     if (!preview_.waitForStarted()) Tell("cannot run " + path.string());
 }

@@ -9,6 +9,7 @@
 #include "fields/data/FieldDataHelper.h"
 #include "fields/data/FieldElement.h"
 #include "fields/data/SerialData.h"
+#include "fields/map/FieldMap.h"
 #include "foundation/Log.h"
 #include "foundation/Quoted.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -44,6 +45,13 @@ ZplParseResult<unsigned> ParseFieldNumber(std::string const& text) {
     auto const result = std::from_chars(text.data(), text.data() + text.size(), number);
     if (result.ec != std::errc()) return {};
     return number;
+}
+
+/// What stands between quotation marks behind a field number: who is asked for its data is asked so.
+std::string Prompt(std::string const& text) {
+    auto const begin = text.find('"');
+    if (begin == text.npos) return {};
+    return text.substr(begin + 1, text.find('"', begin + 1) - begin - 1);
 }
 
 /// Lets `count` (data of the field and serial index, to new data) change the data of the field when it ends.
@@ -116,6 +124,8 @@ public:
     bool HandleCommand(Context& current, ZplCommand const& command, ContextProcessor& processor) override {
         auto const number = ParseFieldNumber(command.Parameter(0));
         if (!number) return true;
+        if (auto const& map = processor.GetFieldMap(); map && map->WantsDetails())
+            map->NoteNumber(*number, Prompt(command.Joined(0)));
         if (ZplCore::HasSavedField(processor, *number)) {
             auto const* own = current.Find(ZplContextKeys::FieldRenderFunction);
             processor.set(current, ZplContextKeys::FieldRenderFunction,

@@ -4,7 +4,9 @@
 
 #include "Scripting/GraphicContext.h"
 #include "fields/data/FieldDataHelper.h"
-#include "fields/ink/FieldMap.h"
+#include "fields/data/FieldDescription.h"
+#include "fields/map/FieldMap.h"
+#include "fields/text/FieldText.h"
 #include "foundation/Log.h"
 #include "foundation/Quoted.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -62,6 +64,17 @@ ContextProcessor MakeTemplate(ContextProcessor& processor) {
     return processor.DeepClone();
 }
 
+/// The map of who asks for details of fields, else null.
+FieldMap* DetailedMap(ContextProcessor const& processor) {
+    FieldMap* const map = processor.GetFieldMap().get();
+    return map && map->WantsDetails() ? map : nullptr;
+}
+
+void MapTemplate(ContextProcessor const& processor) {
+    if (FieldMap* const map = DetailedMap(processor))
+        map->KeepTemplate(processor.at(ZplContextKeys::HandlerSequenceNumber), DescribeField(*map, processor));
+}
+
 /// Keeps the field under way as a template under a key; what was kept under it before goes.
 template <typename Key>
 void SaveTemplate(ContextProcessor& processor, ContextKey<std::map<Key, ContextProcessor>> const& templates, Key key,
@@ -77,10 +90,24 @@ void SaveTemplate(ContextProcessor& processor, ContextKey<std::map<Key, ContextP
     }
     ContextProcessor copy = MakeTemplate(processor);
     (*format)[templates].insert_or_assign(key, std::move(copy));
+    MapTemplate(processor);
+}
+
+/// Notes the field that has just drawn; `isTemplate` if its data were filled in from elsewhere.
+void MapField(FieldMap& map, ContextProcessor const& processor, bool isReversed, bool isTemplate) {
+    // What only hands its data on to templates is no field itself.
+    if (map.WantsDetails() && !isTemplate && processor.at(ZplContextKeys::FillsTemplates)) return map.DropField();
+    MappedField* const field = map.EndField(isReversed);
+    if (!field) return;
+    if (!field->IsEmpty()) field->data = BeginningOfData(processor);
+    if (!map.WantsDetails()) return;
+    auto details = DescribeField(map, processor);
+    if (isTemplate) map.FillTemplate(processor.at(ZplContextKeys::TemplateSequence), *details);
+    field->details = std::move(details);
 }
 
 /// Gives the drawing target the label home and the reverse mode of a field, and lets the field draw.
-void RenderField(ContextProcessor& processor, bool reverse) {
+void RenderField(ContextProcessor& processor, bool reverse, bool isTemplate) {
     // A copy: drawing may end the element that holds the function.
     auto const render = processor.at(ZplContextKeys::FieldRenderFunction);
     if (!render) return;
@@ -92,7 +119,7 @@ void RenderField(ContextProcessor& processor, bool reverse) {
     FieldMap* const map = processor.GetFieldMap().get();
     if (map) map->StartField();
     render(processor);
-    if (map) map->EndField(processor, reverse);
+    if (map) MapField(*map, processor, reverse, isTemplate);
 }
 
 void SerializeField(Context const& element, ContextProcessor& processor) {
@@ -143,9 +170,27 @@ void DrawTemplate(ContextProcessor& processor, ContextProcessor field, std::stri
         field.SetCurrentLabelNumber(processor.CurrentLabelNumber());
         if (Context const* element = field.GetContext(ContextProcessor::ElementContext))
             SerializeField(*element, field);
-        RenderField(field, reverse);
+        RenderField(field, reverse, true);
     }
     CarryNextFieldOrigin(field, processor);
+}
+
+/// Counts what one more template of a number is filled with. False, told once a copy of the label, if that is too much:
+/// one text may fill thousands, each of which counts as some bytes at least.
+bool MayFillFurther(ContextProcessor& processor, unsigned number, std::size_t bytes) {
+    constexpr std::uint64_t BytesOfTemplate = 256;
+    static ContextKey<std::uint64_t> const Filled;
+    Context* const label = processor.GetContext(ContextProcessor::LabelContext);
+    if (!label) return false;
+    auto& filled = (*label)[Filled];
+    bool const hadRoom = filled < MostFilledBytes;
+    filled += BytesOfTemplate + bytes;
+    if (hadRoom && filled >= MostFilledBytes) {
+        Log::Report(LogTopic::Limit, "field number " + std::to_string(number) +
+                                         " is not drawn everywhere: the label fills templates with more than " +
+                                         std::to_string(MostFilledBytes) + " bytes");
+    }
+    return filled < MostFilledBytes;
 }
 
 /// Hosts ask for the data of a number, whether they came with its field or fill a template.
@@ -187,9 +232,10 @@ bool ProcessElementCommands(Context& current, ContextProcessor& processor) {
             NoteFieldNumber(processor, *numberToSave, *data);
             ReportMissingTemplate(current, processor, *numberToSave, *data);
         }
-        RenderField(processor, processor.at(ZplContextKeys::LabelReversePrint));
+        RenderField(processor, processor.at(ZplContextKeys::LabelReversePrint), false);
     }
     processor.ClearContext(ContextProcessor::ElementContext);
+    if (FieldMap* const map = DetailedMap(processor)) map->ForgetField();
     return true;
 }
 
@@ -209,7 +255,8 @@ void SaveFurtherTemplate(ContextProcessor& processor, unsigned fieldNumber,
     unsigned const sequence = processor.at(ZplContextKeys::HandlerSequenceNumber);
     Context* const element = processor.GetContext(ContextProcessor::ElementContext);
     // On a further copy of the label this is the first template again.
-    if (first == saved.end() || !element || first->second.at(ZplContextKeys::TemplateSequence) == sequence) return;
+    if (first == saved.end() || !element) return;
+    if (first->second.at(ZplContextKeys::TemplateSequence) == sequence) return MapTemplate(processor);
     if (!render && !element->HasValue(ZplContextKeys::FieldOriginX)) return;
     if (render) {
         (*element)[ZplContextKeys::FieldRenderFunction] = render;
@@ -228,8 +275,10 @@ void InvokeSavedFieldRenderFunction(ContextProcessor& processor, unsigned fieldN
     DrawTemplate(processor, first->second, data);
     auto const& further = processor.at(ZplContextKeys::FurtherTemplates);
     for (auto next = further.lower_bound({fieldNumber, 0}); next != further.end() && next->first.first == fieldNumber;
-         ++next)
+         ++next) {
+        if (!MayFillFurther(processor, fieldNumber, data.size())) return;
         DrawTemplate(processor, next->second, data);
+    }
 }
 
 }  // namespace ZplCore

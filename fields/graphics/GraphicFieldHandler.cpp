@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "fields/graphics/GraphicPlacement.h"
+#include "fields/map/FieldFunction.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "frontend/stream/ZplParse.h"
@@ -33,11 +34,13 @@ public:
         } else {
             ZplCore::DecodeTextData(data, *picture);
         }
-        ZplContextKeys::RenderFunction const draw =
-            [shared = std::make_shared<ZplCore::Picture const>(std::move(*picture))](ContextProcessor& atRender) {
-                ZplCore::DrawPicture(atRender, *shared);
-            };
-        processor.set(current, ZplContextKeys::FieldRenderFunction, draw);
+        auto const shared = std::make_shared<ZplCore::Picture const>(std::move(*picture));
+        ZplCore::StoreFieldFunction(
+            current, processor, [shared](ContextProcessor& atRender) { ZplCore::DrawPicture(atRender, *shared); },
+            [shared](ContextProcessor const&, ZplCore::FieldNotes& notes) {
+                notes.kind = ZplCore::FieldKind::Graphic;
+                notes.Add("width", shared->Width(), "dots").Add("height", shared->Height(), "dots");
+            });
         // A picture needs no data behind it; it is whole as soon as it has its place.
         processor.set(current, ZplContextKeys::EndsAtNextOrigin, current.HasValue(ZplContextKeys::FieldOriginX));
         return true;

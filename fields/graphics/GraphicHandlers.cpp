@@ -5,6 +5,7 @@
 #include "Scripting/GraphicContext.h"
 #include "fields/graphics/GraphicPlacement.h"
 #include "fields/graphics/MarkSketch.h"
+#include "fields/map/FieldFunction.h"
 #include "fields/placement/UnitConversion.h"
 #include "fields/text/Fonts.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -36,28 +37,49 @@ Color ParseColor(ZplCommand const& command, std::size_t index) {
     return ToAsciiUpper(letter) == 'W' ? White : Black;
 }
 
-/// A drawing of a size, in a colour; `draw` takes the target and the place of its upper left corner.
-template <typename Draw>
-void StoreShape(Context& current, ContextProcessor& processor, unsigned width, unsigned height, Color color,
-                Draw draw) {
-    ZplContextKeys::RenderFunction const render = [=](ContextProcessor& atRender) {
+/// Sizes in dots.
+struct Shape {
+    ZplCore::FieldKind kind;
+    unsigned width;
+    unsigned height;
+    unsigned thickness;
+    Color color;
+};
+
+void DescribeShape(Shape const& shape, ZplCore::FieldNotes& notes) {
+    notes.kind = shape.kind;
+    notes.Add("width", shape.width, "dots")
+        .Add("height", shape.height, "dots")
+        .Add("thickness", shape.thickness, "dots")
+        .Add("color", shape.color == White ? "white" : "black");
+}
+
+/// `draw` takes the target and the place of the upper left corner of the shape; `describe` adds to what is told of it.
+template <typename Draw, typename Describe>
+void StoreShape(Context& current, ContextProcessor& processor, Shape const& shape, Draw draw, Describe describe) {
+    auto const render = [=](ContextProcessor& atRender) {
         auto const& target = atRender.GetGraphicContext();
         if (!target) return;
         target->SetFieldVariable(atRender.at(ZplContextKeys::FieldVariable));
-        ZplCore::ZplPoint const point = ZplCore::PlaceGraphic(atRender, width, height);
+        ZplCore::ZplPoint const point = ZplCore::PlaceGraphic(atRender, shape.width, shape.height);
         target->SetRotation(0);
-        target->SetColor(color);
+        target->SetColor(shape.color);
         draw(*target, point);
         target->SetColor(Black);
     };
-    processor.set(current, ZplContextKeys::FieldRenderFunction, render);
+    ZplCore::StoreFieldFunction(current, processor, render, [=](ContextProcessor const&, ZplCore::FieldNotes& notes) {
+        DescribeShape(shape, notes);
+        describe(notes);
+    });
 }
 
-void StoreEllipse(Context& current, ContextProcessor& processor, unsigned width, unsigned height, unsigned thickness,
-                  Color color) {
-    StoreShape(current, processor, width, height, color, [=](Scripting::GraphicContext& target, ZplCore::ZplPoint p) {
-        target.DrawEllipse(p.x, p.y, width, height, thickness);
-    });
+void StoreEllipse(Context& current, ContextProcessor& processor, Shape const& shape) {
+    StoreShape(
+        current, processor, shape,
+        [=](Scripting::GraphicContext& target, ZplCore::ZplPoint p) {
+            target.DrawEllipse(p.x, p.y, shape.width, shape.height, shape.thickness);
+        },
+        [](ZplCore::FieldNotes&) {});
 }
 
 void DrawMarks(ContextProcessor& processor) {
@@ -72,6 +94,20 @@ void DrawMarks(ContextProcessor& processor) {
                         processor.at(ZplContextKeys::FieldOrientation));
 }
 
+void DescribeMarks(ContextProcessor const& at, ZplCore::FieldNotes& notes) {
+    notes.kind = ZplCore::FieldKind::GraphicSymbol;
+    notes.Add("height", at.at(ZplContextKeys::FontHeight), "dots")
+        .Add("width", at.at(ZplContextKeys::FontWidth), "dots");
+}
+
+/// A box that its border fills and that is long is a line to people.
+ZplCore::FieldKind KindOfBox(unsigned width, unsigned height, unsigned thickness) {
+    constexpr unsigned LeastLength = 10;  // times its thickness
+    auto const [shorter, longer] = std::minmax(width, height);
+    bool const isLine = shorter <= thickness && longer / LeastLength >= shorter;
+    return isLine ? ZplCore::FieldKind::Line : ZplCore::FieldKind::Box;
+}
+
 /// `^GB`: a box whose border grows inwards, or a line.
 class GraphicBoxHandler : public HandlerFor<CommandId("GB")> {
 public:
@@ -84,10 +120,12 @@ public:
         unsigned const height = ParseSize(command, 1, processor, thickness, LargestBoxSide, thickness);
         unsigned const rounding = Bounded(command, 4, ZplParse<unsigned>(command, 4).ValueOr(0), {0, MostRounded});
         unsigned const radius = rounding * std::min(width, height) / (2 * MostRounded);
-        StoreShape(current, processor, width, height, ParseColor(command, 3),
-                   [=](Scripting::GraphicContext& target, ZplCore::ZplPoint p) {
-                       target.DrawBox(p.x, p.y, width, height, thickness, radius);
-                   });
+        StoreShape(
+            current, processor, {KindOfBox(width, height, thickness), width, height, thickness, ParseColor(command, 3)},
+            [=](Scripting::GraphicContext& target, ZplCore::ZplPoint p) {
+                target.DrawBox(p.x, p.y, width, height, thickness, radius);
+            },
+            [=](ZplCore::FieldNotes& notes) { notes.Add("rounding", rounding); });
         return true;
     }
 };
@@ -100,7 +138,8 @@ public:
             ParseSize(command, 0, processor, SmallestRoundSide, LargestRoundSide, SmallestRoundSide);
         unsigned const thickness =
             ParseSize(command, 1, processor, SmallestThickness, LargestRoundSide, SmallestThickness);
-        StoreEllipse(current, processor, diameter, diameter, thickness, ParseColor(command, 2));
+        StoreEllipse(current, processor,
+                     {ZplCore::FieldKind::Circle, diameter, diameter, thickness, ParseColor(command, 2)});
         return true;
     }
 };
@@ -117,10 +156,12 @@ public:
         unsigned const height = ParseSize(command, 1, processor, SmallestSide, LargestBoxSide, absent);
         char const lean = ZplParse<char>(command, 4).ValueOr('R');
         bool const leansRight = lean != 'L' && lean != 'l' && lean != '\\';
-        StoreShape(current, processor, width, height, ParseColor(command, 3),
-                   [=](Scripting::GraphicContext& target, ZplCore::ZplPoint p) {
-                       target.DrawDiagonal(p.x, p.y, width, height, thickness, leansRight);
-                   });
+        StoreShape(
+            current, processor, {ZplCore::FieldKind::Diagonal, width, height, thickness, ParseColor(command, 3)},
+            [=](Scripting::GraphicContext& target, ZplCore::ZplPoint p) {
+                target.DrawDiagonal(p.x, p.y, width, height, thickness, leansRight);
+            },
+            [=](ZplCore::FieldNotes& notes) { notes.Add("leans", leansRight ? "right" : "left"); });
         return true;
     }
 };
@@ -134,7 +175,8 @@ public:
         unsigned const absent = std::max(thickness, SmallestRoundSide);
         unsigned const width = ParseSize(command, 0, processor, SmallestRoundSide, LargestRoundSide, absent);
         unsigned const height = ParseSize(command, 1, processor, SmallestRoundSide, LargestRoundSide, absent);
-        StoreEllipse(current, processor, width, height, thickness, ParseColor(command, 3));
+        StoreEllipse(current, processor,
+                     {ZplCore::FieldKind::Ellipse, width, height, thickness, ParseColor(command, 3)});
         return true;
     }
 };
@@ -151,7 +193,7 @@ public:
                       ParseSize(command, 1, processor, 0, LargestBoxSide, defaultHeight));
         processor.set(current, ZplContextKeys::FontWidth,
                       ParseSize(command, 2, processor, 0, LargestBoxSide, defaultWidth));
-        processor.set(current, ZplContextKeys::FieldRenderFunction, ZplContextKeys::RenderFunction(DrawMarks));
+        ZplCore::StoreFieldFunction(current, processor, DrawMarks, DescribeMarks);
         return true;
     }
 };

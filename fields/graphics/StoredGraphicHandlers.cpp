@@ -6,6 +6,7 @@
 #include "fields/graphics/GraphicPlacement.h"
 #include "fields/graphics/RecalledGraphics.h"
 #include "fields/graphics/StoredGraphics.h"
+#include "fields/map/FieldFunction.h"
 #include "foundation/Log.h"
 #include "foundation/Quoted.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -102,12 +103,18 @@ public:
             unsigned const factor = mode_ == Mode::Enlarged ? ZplParse<unsigned>(command, index).ValueOr(1) : 1;
             return Bounded(command, index, std::max(factor, 1U), {1, Largest});
         };
-        ZplContextKeys::RenderFunction const draw = [text = command.Parameter(0), x = parse(1),
-                                                     y = parse(2)](ContextProcessor& atRender) {
+        unsigned const x = parse(1);
+        unsigned const y = parse(2);
+        auto const draw = [text = command.Parameter(0), x, y](ContextProcessor& atRender) {
             if (auto const picture = ZplCore::RecallGraphic(atRender, text))
                 ZplCore::DrawPicture(atRender, *picture, x, y);
         };
-        processor.set(current, ZplContextKeys::FieldRenderFunction, draw);
+        ZplCore::StoreFieldFunction(
+            current, processor, draw,
+            [text = command.Parameter(0), x, y](ContextProcessor const&, ZplCore::FieldNotes& notes) {
+                notes.kind = ZplCore::FieldKind::RecalledPicture;
+                notes.Add("name", text).Add("enlarged across", x).Add("enlarged down", y);
+            });
         return true;
     }
 

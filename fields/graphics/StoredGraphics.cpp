@@ -57,7 +57,7 @@ bool StoreGraphic(std::filesystem::path const& folder, ObjectName const& name, P
 }
 
 std::optional<Picture> LoadGraphic(std::filesystem::path const& folder, ObjectName const& name) {
-    std::string const bytes = ReadRegularFile(folder / name.Path());
+    std::string const bytes = ReadRegularFile(ObjectFile(folder, name.Path()));
     if (bytes.empty()) return std::nullopt;
     auto picture = Deserialize(bytes);
     if (!picture) Log::Report(LogTopic::File, "object " + name.Text() + " is no stored picture");

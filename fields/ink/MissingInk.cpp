@@ -75,66 +75,84 @@ std::string Cuts(std::array<Loss, 4> const& losses) {
     return text;
 }
 
+enum class InkKind { Text, Barcode, Picture, Shape };
+
+InkKind KindOf(MappedField const& field) {
+    if (!field.ink.image.IsEmpty()) return field.isBarcode ? InkKind::Barcode : InkKind::Picture;
+    return field.ink.shape.IsEmpty() ? InkKind::Text : InkKind::Shape;
+}
+
 /// Whether so much is lost that it is worth a word. A bar may be the one too many; letters stay legible without their
 /// outermost dots, pictures are often as wide as a page and mostly rule and margin there, and a box that runs past the
 /// page is meant to.
-bool IsWorthAWord(FieldKind kind, Loss const& loss) {
+bool IsWorthAWord(InkKind kind, Loss const& loss) {
     switch (kind) {
-        case FieldKind::Barcode: return loss.missing > 0;
-        case FieldKind::Text: return loss.missing > 2 || loss.missing * 8 > loss.length;
-        case FieldKind::Picture: return loss.missing > 8 && loss.missing * 50 > loss.length;
-        case FieldKind::Shape: break;
+        case InkKind::Barcode: return loss.missing > 0;
+        case InkKind::Text: return loss.missing > 2 || loss.missing * 8 > loss.length;
+        case InkKind::Picture: return loss.missing > 8 && loss.missing * 50 > loss.length;
+        case InkKind::Shape: break;
     }
     return false;
 }
 
 std::string NameOf(MappedField const& field) {
-    switch (field.kind) {
-        case FieldKind::Text: return "the text \"" + field.data + "\"";
-        case FieldKind::Barcode: return "the barcode \"" + field.data + "\"";
-        case FieldKind::Picture: return "the picture";
-        case FieldKind::Shape: break;
+    switch (KindOf(field)) {
+        case InkKind::Text: return "the text \"" + field.data + "\"";
+        case InkKind::Barcode: return "the barcode \"" + field.data + "\"";
+        case InkKind::Picture: return "the picture";
+        case InkKind::Shape: break;
     }
     return "the box or line";
 }
 
-/// Reports what is missing of `box`, a part of a field; false if nothing is.
-bool ReportPart(LogTopic topic, std::string const& name, FieldKind kind, PixelBox const& box, Edges const& edges) {
-    if (edges.IsOff(box)) {
-        Log::Report(topic, name + " is not on the page: it stands " + Beyond(edges, edges.DistanceOf(box)));
+/// A part of a field, and how it is called in front of the field's own name.
+struct Part {
+    LogTopic topic;
+    InkKind kind;
+    PixelBox box;
+    std::string_view name = {};
+};
+
+/// Reports what is missing of a part; false if nothing is.
+bool ReportPart(MappedField const& field, Part const& part, Edges const& edges) {
+    auto const report = [&](std::string const& text) {
+        Log::Report(part.topic, std::string(part.name) + NameOf(field) + text);
         return true;
-    }
-    auto const losses = edges.LossesOf(box);
-    if (std::none_of(losses.begin(), losses.end(), [kind](Loss const& loss) { return IsWorthAWord(kind, loss); }))
-        return false;
-    Log::Report(topic, name + " is cut: " + Cuts(losses));
-    return true;
+    };
+    if (edges.IsOff(part.box))
+        return report(" is not on the page: it stands " + Beyond(edges, edges.DistanceOf(part.box)));
+    auto const losses = edges.LossesOf(part.box);
+    auto const isWorthAWord = [&part](Loss const& loss) { return IsWorthAWord(part.kind, loss); };
+    return std::any_of(losses.begin(), losses.end(), isWorthAWord) && report(" is cut: " + Cuts(losses));
 }
 
 bool ReportField(MappedField const& field, Scripting::InkGauge const& gauge, Edges const& edges) {
+    InkKind const kind = KindOf(field);
     // A reversed box that meets nothing is the rest of a larger one, and shows nothing itself.
-    if (field.kind == FieldKind::Shape && field.isReversed) return false;
-    if (field.kind != FieldKind::Barcode)
-        return ReportPart(LogTopic::OffPage, NameOf(field), field.kind, gauge.OnPage(field.ink.All()), edges);
-    if (ReportPart(LogTopic::BarcodeCut, NameOf(field), field.kind, gauge.OnPage(field.ink.image), edges)) return true;
-    return !field.ink.text.IsEmpty() && ReportPart(LogTopic::OffPage, "the text line of " + NameOf(field),
-                                                   FieldKind::Text, gauge.OnPage(field.ink.text), edges);
+    if (kind == InkKind::Shape && field.isReversed) return false;
+    if (kind != InkKind::Barcode)
+        return ReportPart(field, {LogTopic::OffPage, kind, gauge.OnPage(field.ink.All())}, edges);
+    if (ReportPart(field, {LogTopic::BarcodeCut, kind, gauge.OnPage(field.ink.image)}, edges)) return true;
+    Part const line{LogTopic::OffPage, InkKind::Text, gauge.OnPage(field.ink.text), "the text line of "};
+    return !field.ink.text.IsEmpty() && ReportPart(field, line, edges);
 }
 
 /// Whether the whole label lies off its page, which is told in one sentence.
 bool ReportBlankPage(FieldMap const& map, Edges const& edges) {
     bool holdsBarcode = false;
+    std::size_t count = 0;
     std::optional<std::pair<int, std::string_view>> nearest;
     for (auto const& field : map.Fields()) {
+        if (field.IsEmpty()) continue;
+        ++count;
         PixelBox const box = map.Gauge().OnPage(field.ink.All());
         if (!edges.IsOff(box)) return false;
         auto const distance = edges.DistanceOf(box);
         if (!nearest || distance.first < nearest->first) nearest = distance;
-        holdsBarcode = holdsBarcode || field.kind == FieldKind::Barcode;
+        holdsBarcode = holdsBarcode || KindOf(field) == InkKind::Barcode;
     }
     // A picture kept from the label before may fill the page.
     if (!nearest || !map.Gauge().IsPageBlank()) return false;
-    std::size_t const count = map.Fields().size();
     std::string const all = count == 1 ? "its only field lies off it, "
                                        : "all its " + std::to_string(count) + " fields lie off it, the nearest ";
     Log::Report(holdsBarcode ? LogTopic::BarcodeCut : LogTopic::OffPage,
@@ -146,7 +164,7 @@ bool ReportBlankPage(FieldMap const& map, Edges const& edges) {
 void ReportSize(FieldMap const& map, Edges const& edges) {
     PixelBox drawn;
     for (auto const& field : map.Fields()) {
-        if (field.kind != FieldKind::Shape) drawn.Add(field.ink.All());
+        if (KindOf(field) != InkKind::Shape) drawn.Add(field.ink.All());
     }
     if (drawn.left < 0 || drawn.top < 0) return;
     PixelBox const needed = map.Gauge().OnPage({0, 0, drawn.right, drawn.bottom});
@@ -168,6 +186,7 @@ void ReportMissingInk(FieldMap const& map) {
     if (!ReportBlankPage(map, edges)) {
         unsigned told = 0;
         for (auto const& field : map.Fields()) {
+            if (field.IsEmpty()) continue;
             Log::SetPlace(field.place);
             if (ReportField(field, map.Gauge(), edges)) ++told;
         }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "fields/ink/FieldMap.h"
+#include "fields/map/FieldMap.h"
 
 namespace ZplCore {
 

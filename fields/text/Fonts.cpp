@@ -191,6 +191,18 @@ std::variant<BitmapFontInfo, TrueTypeFontInfo> GetFontScaleInfo(FontName const& 
     return TrueTypeFontInfo{name, scale.pointSize, scale.widthPercent};
 }
 
+FontCell GetFontCell(FontName const& name, ContextProcessor const& processor) {
+    if (IsCachedFont(name) || !IsBitmapFont(name)) {
+        auto const [height, width] = ScalableSize(processor);
+        unsigned const scale = IsCachedFont(name) ? std::max(processor.at(ZplContextKeys::DpiScaleFactor), 1U) : 1;
+        return {height * scale, width * scale};
+    }
+    auto const& metrics = MetricsOf(name);
+    auto const bitmap = ScaleBitmapFont(name, processor);
+    return {metrics.height * bitmap.magnificationY, metrics.width * bitmap.magnificationX, bitmap.magnificationX,
+            bitmap.magnificationY};
+}
+
 int TextProcessing::Get600DpiVerticalOffset(FontName const& name, Scripting::Dpi dpi, ZplOrientation orientation,
                                             unsigned magnificationY) {
     if (dpi != Scripting::Dpi(600) || !IsOCRFont(name)) return 0;

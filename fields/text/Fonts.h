@@ -54,6 +54,16 @@ FontName GetZplFont(ContextProcessor const& processor);
 std::variant<BitmapFontInfo, TrueTypeFontInfo> GetFontScaleInfo(FontName const& name,
                                                                 ContextProcessor const& processor);
 
+/// What a font of the size in force measures, in dots: the cell of a bitmap font with how often its base cell goes into
+/// it, or what a scalable one (magnifications 0) is asked for.
+struct FontCell {
+    unsigned height = 0;
+    unsigned width = 0;
+    unsigned magnificationX = 0;
+    unsigned magnificationY = 0;
+};
+FontCell GetFontCell(FontName const& name, ContextProcessor const& processor);
+
 /// Lets files draw fonts: `setting` is NAME=FILE.ttf, parted by semicolons, where NAME is a font letter or an object
 /// name without its device.
 void UseFontFiles(std::string_view setting, PrintEngine::Printing::TrueTypeCacheCreator& fonts);

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
+#include "fields/map/FieldFunction.h"
 #include "fields/placement/UnitConversion.h"
+#include "fields/text/FieldText.h"
+#include "fields/text/TextBlockText.h"
 #include "fields/text/TextElementProcessor.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/handlers/CommandHandlerPool.h"
@@ -21,8 +24,29 @@ unsigned ParseIndent(ZplCommand const& command) {
     return static_cast<unsigned>(std::max(indent, 0));
 }
 
-void StoreRenderFunction(Context& current, ContextProcessor& processor, ZplContextKeys::RenderFunction function) {
-    processor.set(current, ZplContextKeys::FieldRenderFunction, std::move(function));
+std::string_view NameOf(Scripting::ScriptTextJustification justification) {
+    switch (justification) {
+        case Scripting::ScriptTextJustification::Right: return "right";
+        case Scripting::ScriptTextJustification::Center: return "center";
+        case Scripting::ScriptTextJustification::Justified: return "justified";
+        default: return "left";
+    }
+}
+
+void DescribeFieldBlock(ContextProcessor const& at, ZplCore::FieldNotes& notes) {
+    notes.kind = ZplCore::FieldKind::TextBlock;
+    notes.text = ZplCore::Sketching::FieldBlockText(at.at(ZplContextKeys::FieldData), at);
+    notes.Add("width", at.at(ZplContextKeys::TextBlockWidth), "dots")
+        .Add("lines", at.at(ZplContextKeys::TextBlockLineCount))
+        .Add("line spacing", at.at(ZplContextKeys::TextBlockLineSpacing), "dots")
+        .Add("justification", NameOf(at.at(ZplContextKeys::TextBlockJustification)))
+        .Add("indent", at.at(ZplContextKeys::TextBlockIndent), "dots");
+}
+
+void DescribeTextBlock(ContextProcessor const& at, ZplCore::FieldNotes& notes, unsigned height) {
+    notes.kind = ZplCore::FieldKind::TextBlock;
+    notes.text = ZplCore::Sketching::TextBlockText(ZplCore::FieldText(at.at(ZplContextKeys::FieldData), at));
+    notes.Add("width", at.at(ZplContextKeys::TextBlockWidth), "dots").Add("height", height, "dots");
 }
 
 /// `^FB`: breaks the text of this field into lines.
@@ -43,9 +67,10 @@ public:
             current, ZplContextKeys::TextBlockJustification,
             ZplParse<Scripting::ScriptTextJustification>(command, 3).ValueOr(ZplContextDefaults::BlockJustification));
         processor.set(current, ZplContextKeys::TextBlockIndent, ParseIndent(command));
-        StoreRenderFunction(current, processor, [](ContextProcessor& atRender) {
+        auto const draw = [](ContextProcessor& atRender) {
             TextElementProcessor::ProcessFieldBlock(atRender.GetCurrentContext(), atRender);
-        });
+        };
+        ZplCore::StoreFieldFunction(current, processor, draw, DescribeFieldBlock);
         return true;
     }
 };
@@ -59,9 +84,12 @@ public:
             processor.set(current, ZplContextKeys::FieldOrientation, *orientation);
         processor.set(current, ZplContextKeys::TextBlockWidth, ZplParse<unsigned>(command, 1).ValueOr(SmallestSide));
         unsigned const height = ZplParse<unsigned>(command, 2).ValueOr(SmallestSide);
-        StoreRenderFunction(current, processor, [height](ContextProcessor& atRender) {
+        auto const draw = [height](ContextProcessor& atRender) {
             TextElementProcessor::ProcessTextBlock(atRender.GetCurrentContext(), atRender, height);
-        });
+        };
+        ZplCore::StoreFieldFunction(
+            current, processor, draw,
+            [height](ContextProcessor const& at, ZplCore::FieldNotes& notes) { DescribeTextBlock(at, notes, height); });
         return true;
     }
 };

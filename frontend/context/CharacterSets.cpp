@@ -11,6 +11,8 @@
 
 #include "frontend/context/Utf8Text.h"
 #include "frontend/stream/Ascii.h"
+#include "frontend/stream/BadNumber.h"
+#include "frontend/stream/ZplParse.h"
 
 namespace {
 
@@ -121,6 +123,15 @@ CharacterSet const* FindCharacterSet(unsigned number) {
         std::find_if(std::begin(CharacterSets), std::end(CharacterSets),
                      [number](CharacterSet const& candidate) { return candidate.number == number; });
     return set == std::end(CharacterSets) ? nullptr : set;
+}
+
+CharacterSet const* FindNamedCharacterSet(ZplCommand const& command) {
+    try {
+        auto const number = ZplParse<unsigned>(command, 0);
+        return number ? FindCharacterSet(*number) : nullptr;
+    } catch (NumberOutOfRange const&) {
+        return nullptr;
+    }
 }
 
 CharacterTable const& TableOf(CharacterSet const& set) {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "frontend/stream/Encoding.h"
+#include "frontend/stream/ZplCommand.h"
 
 /// A numbered character set of the language.
 struct CharacterSet {
@@ -28,6 +29,9 @@ using CharacterTable = std::array<std::string, 256>;
 
 /// The set of that number, or null if the number is reserved.
 CharacterSet const* FindCharacterSet(unsigned number);
+
+/// The set that a `^CI` names; null if it names none, or in a number that cannot be used.
+CharacterSet const* FindNamedCharacterSet(ZplCommand const& command);
 
 /// The table of a set of single bytes; made at the first use, kept for good. Any thread may call this.
 CharacterTable const& TableOf(CharacterSet const& set);

@@ -72,6 +72,7 @@ public:
     /// The value, or null if there is none of this type.
     template <typename T>
     T const* Find(ContextKey<T> const& key) const {
+        if (IsSurelyWithout(key.id)) return nullptr;
         std::size_t const place = PlaceOf(key.id);
         return IsAt(place, key.id) ? values_[place].value.template As<T>() : nullptr;
     }
@@ -92,17 +93,26 @@ public:
     }
 
     void Erase(std::uint64_t keyId) {
+        if (IsSurelyWithout(keyId)) return;
         std::size_t const place = PlaceOf(keyId);
         if (IsAt(place, keyId)) values_.erase(values_.begin() + static_cast<std::ptrdiff_t>(place));
     }
-    void Clear() { values_.clear(); }
+    void Clear() {
+        values_.clear();
+        everHeld_ = 0;
+    }
     bool IsEmpty() const { return values_.empty(); }
+    std::size_t Count() const { return values_.size(); }
 
 private:
     struct Entry {
         std::uint64_t id;
         ContextValueWrapper value;
     };
+
+    static std::uint64_t BitOf(std::uint64_t keyId) { return std::uint64_t{1} << keyId % 64; }
+    /// Most looks for a value go through contexts that have never had it.
+    bool IsSurelyWithout(std::uint64_t keyId) const { return (everHeld_ & BitOf(keyId)) == 0; }
 
     /// Where the entry of a key is, or belongs.
     std::size_t PlaceOf(std::uint64_t keyId) const {
@@ -116,6 +126,7 @@ private:
 
     ContextValueWrapper& EntryOf(std::uint64_t keyId) {
         std::size_t const place = PlaceOf(keyId);
+        everHeld_ |= BitOf(keyId);
         if (!IsAt(place, keyId)) values_.insert(values_.begin() + static_cast<std::ptrdiff_t>(place), Entry{keyId, {}});
         return values_[place].value;
     }
@@ -123,4 +134,5 @@ private:
     std::string name_;
     /// By key. Few values are set and many are looked for, so they lie side by side; a value itself never moves.
     std::vector<Entry> values_;
+    std::uint64_t everHeld_ = 0;  ///< bits of the keys that there were since the context was last empty
 };

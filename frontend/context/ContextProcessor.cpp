@@ -6,6 +6,7 @@
 
 #include "foundation/Files.h"
 #include "foundation/Log.h"
+#include "frontend/context/ObjectStore.h"
 #include "frontend/stream/ZplTokenizer.h"
 
 namespace {
@@ -25,7 +26,6 @@ PackedCommands Tokenize(std::string_view content) {
                                                             true, Encoding::SingleByte);
         if (!command) break;
         if (command->command.empty() || command->isOverlong) continue;
-        command->offset.reset();
         commands.Append(*command);
     }
     return commands;
@@ -100,9 +100,10 @@ void ContextProcessor::StartFormat() {
     formatComplete_ = false;
 }
 
-void ContextProcessor::RecallFormat(std::filesystem::path const& name) {
+void ContextProcessor::RecallFormat(std::filesystem::path const& name, std::uint64_t length) {
     auto const path = formatsFolder_ / name;
-    ReportExcess(formatCommands_.AppendRecalled(ReadStoredFormat(path, ReadRegularFile(path)), Log::Place()));
+    auto const stored = ReadStoredFormat(path, ReadRegularFile(ObjectFile(formatsFolder_, name)));
+    ReportExcess(formatCommands_.AppendRecalled(stored, Log::Place(), length, name.string()));
 }
 
 void ContextProcessor::ReportExcess(char const* excess) const {

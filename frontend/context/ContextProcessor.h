@@ -59,7 +59,8 @@ public:
     /// Appends a copy. A format that becomes too large is dropped, with a report.
     void AddFormatCommand(ZplCommand const& command) { ReportExcess(formatCommands_.Append(command)); }
     /// Appends the commands of the stored format `name`, a path below the formats folder. A missing file adds nothing.
-    void RecallFormat(std::filesystem::path const& name);
+    /// `length`: of the command under way, which recalls it, in bytes.
+    void RecallFormat(std::filesystem::path const& name, std::uint64_t length = 0);
     std::filesystem::path const& FormatsFolder() const { return formatsFolder_; }
 
     /// The value seen from here: from the oldest context on the stack to the newest, then the system context, then the

@@ -4,8 +4,8 @@
 
 namespace {
 
-// A command lies there as: length of the letters and flags; letters; delimiter and offset as the flags say; number of
-// parameters; length of each; their bytes. Numbers take seven bits a byte, the low ones first.
+// A command lies there as: length of the letters and flags; letters; delimiter, offset and length as the flags say;
+// number of parameters; length of each; their bytes. Numbers take seven bits a byte, the low ones first.
 constexpr unsigned IsControl = 1;
 constexpr unsigned HasOffset = 2;
 constexpr unsigned HasOwnDelimiter = 4;
@@ -50,7 +50,10 @@ void PackedCommands::Append(ZplCommand const& command) {
     PackNumber(packed_, command.command.size() << FlagBits | flags);
     packed_ += command.command;
     if (flags & HasOwnDelimiter) packed_ += command.delimiter;
-    if (flags & HasOffset) PackNumber(packed_, *command.offset);
+    if (flags & HasOffset) {
+        PackNumber(packed_, *command.offset);
+        PackNumber(packed_, command.length);
+    }
     PackNumber(packed_, command.parameters.size());
     for (auto const parameter : command.parameters) PackNumber(packed_, parameter.size());
     packed_ += command.parameters.Text();
@@ -66,7 +69,12 @@ void PackedCommands::Read(std::size_t& position, ZplCommand& command) const {
     command.isControl = (head & IsControl) != 0;
     command.delimiter = head & HasOwnDelimiter ? reader.Text(1).front() : ',';
     command.offset.reset();
-    if (head & HasOffset) command.offset = reader.Number();
+    command.length = 0;
+    command.stored.reset();
+    if (head & HasOffset) {
+        command.offset = reader.Number();
+        command.length = reader.Number();
+    }
     command.parameters.clear();
     std::uint32_t begin = 0;
     for (auto count = reader.Number(); count > 0; --count) {
@@ -84,7 +92,7 @@ char const* FormatCommands::Append(ZplCommand const& command) {
                        parts.back().own->Packed().size() + command.parameters.Bytes() <= LargestGrowing;
     if (!grows) {
         auto const own = std::make_shared<PackedCommands>();
-        parts.push_back({own, own, {}});
+        parts.push_back({own, own, {}, 0, nullptr});
     }
     auto& last = *parts.back().own;
     packed_ -= grows ? last.Packed().size() : 0;
@@ -97,13 +105,15 @@ char const* FormatCommands::Append(ZplCommand const& command) {
 }
 
 char const* FormatCommands::AppendRecalled(std::shared_ptr<PackedCommands const> commands,
-                                           std::optional<std::uint64_t> place) {
+                                           std::optional<std::uint64_t> place, std::uint64_t length,
+                                           std::string format) {
     if (isRefused_ || commands->size() == 0) return nullptr;
     size_ += commands->size();
     recalled_ += commands->size();
     packed_ += commands->Packed().size();
     bytes_ += commands->StreamBytes();
-    Own().push_back({std::move(commands), nullptr, place});
+    Own().push_back(
+        {std::move(commands), nullptr, place, length, std::make_shared<std::string const>(std::move(format))});
     return RefuseExcess();
 }
 
@@ -141,5 +151,8 @@ void FormatCommands::Iterator::Read() {
     if (atEnd_) return;
     auto const& part = (*parts_)[part_];
     part.commands->Read(position_, command_);
-    if (!part.own) command_.offset = part.recalledAt;
+    if (part.own) return;
+    command_.stored = StoredPlace{*part.format, command_.offset.value_or(0), command_.length};
+    command_.offset = part.recalledAt;
+    command_.length = part.recallLength;
 }

@@ -40,8 +40,10 @@ public:
 private:
     struct Part {
         std::shared_ptr<PackedCommands const> commands;
-        std::shared_ptr<PackedCommands> own;      ///< the same if it may grow, otherwise null
-        std::optional<std::uint64_t> recalledAt;  ///< where the command is that recalled them
+        std::shared_ptr<PackedCommands> own;        ///< the same if it may grow, otherwise null
+        std::optional<std::uint64_t> recalledAt;    ///< where the command is that recalled them
+        std::uint64_t recallLength = 0;             ///< of that command
+        std::shared_ptr<std::string const> format;  ///< that they were recalled from
     };
 
 public:
@@ -73,12 +75,15 @@ public:
 
     /// Gives what there is too much of when a limit is passed: from then on the list is and stays empty, until Clear.
     char const* Append(ZplCommand const& command);
-    /// The same for the commands of a stored format; they stand at `place`, that of the command which recalls.
-    char const* AppendRecalled(std::shared_ptr<PackedCommands const> commands, std::optional<std::uint64_t> place);
+    /// The same for the commands of the stored format `format`. They stand at `place`, that of the command of `length`
+    /// bytes which recalls, and their own places are those in the stored format.
+    char const* AppendRecalled(std::shared_ptr<PackedCommands const> commands, std::optional<std::uint64_t> place,
+                               std::uint64_t length = 0, std::string format = {});
     void Clear() { *this = {}; }
 
     /// Whether a limit was passed.
     bool IsRefused() const { return isRefused_; }
+    bool HasRecalled() const { return recalled_ != 0; }
     /// What the commands take in a stream, about.
     std::size_t Bytes() const { return bytes_; }
 

@@ -158,6 +158,8 @@ ZPL_KEY(unsigned, PowerOnCount);
 ZPL_KEY(bool, FillsTemplates);
 // Whether the field's function draws a barcode.
 ZPL_KEY(bool, IsBarcode);
+// Tells what the field's function draws, where somebody maps fields.
+ZPL_KEY(DescribeFunction, FieldDescription);
 
 }  // namespace ZplContextKeys
 

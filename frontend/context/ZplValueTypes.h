@@ -16,6 +16,7 @@ class ContextProcessor;
 
 namespace ZplCore {
 
+struct FieldNotes;
 struct Picture;
 
 /// A font's name; a built-in font's is one character.
@@ -83,6 +84,7 @@ struct FormatMemory {
 };
 
 using RenderFunction = std::function<void(ContextProcessor&)>;
+using DescribeFunction = std::function<void(ContextProcessor const&, ZplCore::FieldNotes&)>;
 using SerializeFunctionType = std::function<void(ContextProcessor&, unsigned)>;
 using ResponseCallback = std::function<std::optional<std::string>(ContextProcessor const&)>;
 

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "frontend/handlers/CommandHandler.h"
 #include "frontend/handlers/CommandHandlerProxy.h"
@@ -21,7 +23,9 @@ public:
     CommandHandler& AddToCache(Args&&... args) {
         auto handler = std::make_unique<T>(std::forward<Args>(args)...);
         auto const id = handler->GetCommandId();
-        return *handlers_.try_emplace(id, std::move(handler)).first->second;
+        auto const place = PlaceOf(id);
+        if (place != handlers_.end() && place->first == id) return *place->second;
+        return *handlers_.emplace(place, id, std::move(handler))->second;
     }
 
     /// Adds a handler and a second id for it.
@@ -34,5 +38,12 @@ public:
     auto end() const { return handlers_.end(); }
 
 private:
-    std::map<std::uint64_t, std::unique_ptr<CommandHandler>> handlers_;
+    using Handlers = std::vector<std::pair<std::uint64_t, std::unique_ptr<CommandHandler>>>;
+
+    Handlers::const_iterator PlaceOf(std::uint64_t id) const {
+        return std::lower_bound(handlers_.begin(), handlers_.end(), id,
+                                [](auto const& entry, std::uint64_t wanted) { return entry.first < wanted; });
+    }
+
+    Handlers handlers_;  ///< by id, side by side, as each command is looked for several times
 };

@@ -4,7 +4,9 @@
 
 #include "Scripting/GraphicContext.h"
 #include "Scripting/PrinterContextInterface.h"
+#include "fields/map/FieldMap.h"
 #include "foundation/Log.h"
+#include "frontend/context/CharacterSets.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ObjectStore.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -52,6 +54,8 @@ void ZplCommandProcessor::SetSystemContext(std::shared_ptr<Context> context) {
 ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::string_view input, bool controlCommandsOnly,
                                                                       bool flushAtEnd) {
     ProcessResult result;
+    // Who goes on with the stream has drawn the label that came last, or draws it anew.
+    replay_.reset();
     std::size_t position = 0;
     while (position < input.size() && !result.label) {
         if (!IsInFormat()) formatOffset_.reset();
@@ -72,7 +76,11 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
                                              " MiB and is left out");
             continue;
         }
-        if (command->command == "XA") formatOffset_ = command->offset;
+        if (command->command == "XA") {
+            formatOffset_ = command->offset;
+            isLost_ = false;
+            characterSet_.reset();
+        }
         RunOrRecord(*handler, *command, controlCommandsOnly);
         // Without a format the flag stays set and nothing happens: that is how a stray end is ignored.
         if (contextProcessor_.IsFormatComplete() && contextProcessor_.GetContext(ContextProcessor::FormatContext)) {
@@ -86,8 +94,13 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
 }
 
 ZplCommandProcessor::StreamRest ZplCommandProcessor::TakeRest() {
-    return {std::move(tokenizer_), contextProcessor_.at(ZplContextKeys::CodePageConverter).GetEncoding(),
-            isFinishing_ || IsInFormat(), !isFinishing_ && IsInFormat()};
+    if (isFinishing_ && DrawsFormat()) KeepCharacterSet();
+    return {std::move(tokenizer_),
+            contextProcessor_.at(ZplContextKeys::CodePageConverter).GetEncoding(),
+            isFinishing_ || IsInFormat(),
+            !isFinishing_ && IsInFormat(),
+            DrawsFormat(),
+            std::move(characterSet_)};
 }
 
 void ZplCommandProcessor::GoOnWith(StreamRest rest) {
@@ -95,7 +108,33 @@ void ZplCommandProcessor::GoOnWith(StreamRest rest) {
     (*contextProcessor_.GetSystemContext())[ZplContextKeys::CodePageConverter].SetEncoding(rest.encoding);
     if (!rest.isInFormat) return;
     contextProcessor_.BeginFormat();
-    contextProcessor_.set(ContextProcessor::FormatContext, ZplContextKeys::CancelCurrentFormat, true);
+    isLost_ = true;
+    characterSet_ = std::move(rest.characterSet);
+    if (!rest.isDrawn)
+        contextProcessor_.set(ContextProcessor::FormatContext, ZplContextKeys::CancelCurrentFormat, true);
+}
+
+bool ZplCommandProcessor::DrawsFormat() const {
+    return contextProcessor_.at(ZplContextKeys::SavedFormatPath).empty() &&
+           !contextProcessor_.at(ZplContextKeys::CancelCurrentFormat);
+}
+
+void ZplCommandProcessor::DropFormat() {
+    if (DrawsFormat()) KeepCharacterSet();
+    contextProcessor_.ClearFormatCommands();
+    for (int i = 0; i < 3; ++i) contextProcessor_.PopCurrentContext();
+    contextProcessor_.ResetFormatComplete();
+}
+
+/// How the stream is read behind a format does not depend on what became of its label: the set that it names counts
+/// from its end on also if the label is dropped. So whoever only follows a stream knows where its commands stand.
+void ZplCommandProcessor::KeepCharacterSet() {
+    if (!characterSet_) return;
+    try {
+        RunCommand(*handlerPool_.GetCommandHandler(characterSet_->command), *characterSet_, contextProcessor_);
+    } catch (std::exception const&) {
+        // A number behind the set; the sender is told of what came first.
+    }
 }
 
 void ZplCommandProcessor::ForgetByteOrderMark() {
@@ -127,8 +166,10 @@ std::unique_ptr<ZplCommand> ZplCommandProcessor::NextCommand(std::string_view in
 void ZplCommandProcessor::RunOrRecord(CommandHandler& handler, ZplCommand const& command, bool controlCommandsOnly) {
     switch (handler.GetProcessingType()) {
         case ProcessingType::Deferred:
-            if (!controlCommandsOnly && !contextProcessor_.IsFormatComplete())
+            if (!controlCommandsOnly && !contextProcessor_.IsFormatComplete()) {
                 contextProcessor_.AddFormatCommand(command);
+                if (command.command == "CI" && FindNamedCharacterSet(command)) characterSet_ = command;
+            }
             return;
         case ProcessingType::ImmediateIfControl:
             if (!command.isControl) {
@@ -149,9 +190,8 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
         contextProcessor_.PopCurrentContext();
         contextProcessor_.ResetFormatComplete();
     };
-    if (contextProcessor_.GetFormatCommands().IsRefused()) {
-        contextProcessor_.ClearFormatCommands();
-        popTwice();
+    if (isLost_ || contextProcessor_.GetFormatCommands().IsRefused()) {
+        DropFormat();
         return;
     }
     // A copy: the context that holds the path is about to go.
@@ -180,6 +220,9 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
     clone.Freeze();
     if (text && label.HasImageSavePath()) label.RenderLabelToFile();
     if ((result.hasRfidOperations || text) && label.ShouldPrint()) {
+        // The page that stores itself as a picture may recall it.
+        replay_ = label.HasImageSavePath() ? nullptr : label.TakeReplay();
+        clone.GoOnFrom(replay_);
         result.label.emplace(text.value_or(std::string()), std::move(clone));
     } else {
         // No page will be printed whose end brings the answers.
@@ -228,7 +271,11 @@ void ZplCommandProcessor::SaveFormatCommands(std::string const& path) {
         return;
     }
     std::string content;
+    auto const& map = contextProcessor_.GetFieldMap();
+    bool const notesSources = map && map->WantsDetails();
+    std::vector<ZplCore::StoredCommand> sources;
     for (auto const& command : commands) {
+        if (notesSources && command.offset) sources.push_back({content.size(), {*command.offset, command.length}});
         if (HoldsPrefixes(command)) {
             Log::Report(LogTopic::Data, "data of ^" + command.command + " hold ^ or ~, which begin a command when " +
                                             path + " is recalled");
@@ -236,6 +283,7 @@ void ZplCommandProcessor::SaveFormatCommands(std::string const& path) {
         content += '^' + command.command + command.Joined(0, ',');
     }
     StoreObject(contextProcessor_.FormatsFolder(), *name, content);
+    if (notesSources) map->Sources().Note(name->Path().string(), std::move(sources));
 }
 
 void ZplCommandProcessor::LoadTrueTypeFonts() {

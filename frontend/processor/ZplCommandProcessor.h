@@ -40,8 +40,10 @@ public:
     struct StreamRest {
         ZplTokenizer tokenizer;  ///< with the prefix that ended the last command, and the count of bytes
         Encoding encoding;
-        bool lostFormat;  ///< whether the exception has cost a format
-        bool isInFormat;  ///< whether more of that format follows
+        bool lostFormat;                         ///< whether the exception has cost a format
+        bool isInFormat;                         ///< whether more of that format follows,
+        bool isDrawn;                            ///< and its end would have drawn it
+        std::optional<ZplCommand> characterSet;  ///< that its commands so far have named
     };
 
     /// Called for each command that is unknown or has the wrong prefix, with the byte offset of its prefix since the
@@ -107,6 +109,9 @@ private:
     std::unique_ptr<ZplCommand> NextCommand(std::string_view input, std::size_t& position, bool flushAtEnd);
     void RunOrRecord(CommandHandler& handler, ZplCommand const& command, bool controlCommandsOnly);
     void FinishFormat(ProcessResult& result);
+    bool DrawsFormat() const;
+    void DropFormat();
+    void KeepCharacterSet();
 
     CommandHandlerPool const& handlerPool_;
     ZplTokenizer tokenizer_;
@@ -118,6 +123,11 @@ private:
     std::shared_ptr<UInt32Property> lifetimeZplScriptCount_;
     std::shared_ptr<BoolProperty> lowMemoryError_;
     UnknownCommandObserver unknownCommandObserver_;
-    bool isFinishing_ = false;  // a format
+    bool isFinishing_ = false;                // a format
+    bool isLost_ = false;                     // the format under way: its rest is dropped
+    std::optional<ZplCommand> characterSet_;  // the last `^CI` of the format that names a set
+    /// Of the label that was given last, which as a rule is drawn at once; a label that has to wait keeps no copy of
+    /// it.
+    std::shared_ptr<Zpl::Label::Replay> replay_;
     std::optional<std::uint64_t> formatOffset_;
 };

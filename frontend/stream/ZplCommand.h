@@ -4,8 +4,18 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "frontend/stream/ZplParameters.h"
+
+/// Where a command that was recalled stands in its stored format.
+struct StoredPlace {
+    std::string_view format;   ///< path below the folder of formats; holds as long as the recorded commands
+    std::uint64_t offset = 0;  ///< bytes
+    std::uint64_t length = 0;  ///< bytes
+
+    friend bool operator==(StoredPlace const&, StoredPlace const&) = default;
+};
 
 /// One command as it came from the stream: its letters in upper case, its prefix, its raw parameters.
 /// `parameters` has no entry for a command without parameter characters, and an empty text for each empty position.
@@ -18,7 +28,9 @@ struct ZplCommand {
     ZplParameters parameters;
     char delimiter = ',';                      ///< what parted the parameters
     std::optional<std::uint64_t> offset = {};  ///< where it begins in its stream, in bytes; nothing if it is in none
-    bool isOverlong = false;                   ///< it was too long to be kept, and has no parameters
+    std::uint64_t length = 0;  ///< from there to its last character that is no blank or line end, in bytes
+    std::optional<StoredPlace> stored = {};  ///< nothing unless it was recalled; its offset is that of the recall then
+    bool isOverlong = false;                 ///< it was too long to be kept, and has no parameters
 
     /// The parameter at `index` (from 0); empty past the end.
     std::string Parameter(std::size_t index) const {

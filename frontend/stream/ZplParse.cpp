@@ -65,6 +65,13 @@ ZplParseResult<int> ZplParse<int>(std::string const& text) {
 
 template <>
 ZplParseResult<double> ZplParse<double>(std::string const& text) {
+    // Nearly all are a few digits, which take no library to read.
+    constexpr std::size_t ShortLength = 9;
+    if (!text.empty() && text.size() <= ShortLength && std::all_of(text.begin(), text.end(), IsAsciiDigit)) {
+        int number = 0;
+        for (char const digit : text) number = number * 10 + (digit - '0');
+        return number;
+    }
     auto const first = text.find_first_of(".0123456789");
     if (first == std::string::npos) return {};
     return ToPlainNumber<double>(text.substr(first), text);

@@ -3,6 +3,12 @@
 #include "foundation/Log.h"
 #include "frontend/stream/Ascii.h"
 
+namespace {
+
+constexpr std::string_view Blanks = " \t";
+
+}  // namespace
+
 std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(std::string_view input,
                                                                               std::size_t& position, char formatPrefix,
                                                                               char controlPrefix, char delimiter,
@@ -23,16 +29,22 @@ std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(st
         consumed_ += position - start;
         if (!command) continue;
         command->delimiter = delimiter;
-        command->offset = deliveredOffset_;
         return {encoding, std::move(command)};
     }
     auto flushed = flushAtEnd ? machine_.Flush() : nullptr;
     if (flushed) {
-        deliveredOffset_ = openOffset_;
         flushed->delimiter = delimiter;
-        flushed->offset = deliveredOffset_;
+        flushed = Deliver(std::move(flushed));
     }
     return {encoding, std::move(flushed)};
+}
+
+std::unique_ptr<ZplCommand> ZplTokenizer::Deliver(std::unique_ptr<ZplCommand> command) {
+    if (!command) return nullptr;
+    deliveredOffset_ = openOffset_;
+    command->offset = openOffset_;
+    command->length = end_ - openOffset_;
+    return command;
 }
 
 namespace {
@@ -56,7 +68,7 @@ std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeByte(char byte, Syntax const& s
     if (result.encoding != encoding) ReportMark(result.encoding, consumed_);
     encoding = result.encoding;
     if (!result.complete) return nullptr;
-    return ConsumeCharacter(result.character, consumed_ + 1 - result.bytesBack, syntax, encoding);
+    return ConsumeCharacter(result.character, consumed_ + 1 - result.bytesBack, consumed_ + 1, syntax, encoding);
 }
 
 // A 7-bit byte ends no byte order mark, and is a character where no other bytes wait before it. So a run of them needs
@@ -68,11 +80,14 @@ std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeAscii(std::string_view input, s
     while (!command && position < input.size() && IsAscii(input[position])) {
         // A run of raw bytes that starts here is not 7-bit text any more.
         if (machine_.IsInBinaryMode() && encoding == Encoding::SingleByte) break;
-        position += machine_.ConsumePlainRun(input.substr(position), syntax.formatPrefix, syntax.controlPrefix,
-                                             syntax.delimiter);
+        auto const run = input.substr(position, machine_.ConsumePlainRun(input.substr(position), syntax.formatPrefix,
+                                                                         syntax.controlPrefix, syntax.delimiter));
+        if (auto const last = run.find_last_not_of(Blanks); last != run.npos)
+            end_ = consumed_ + (position - start) + last + 1;
+        position += run.size();
         if (position == input.size() || !IsAscii(input[position])) break;
         auto const offset = consumed_ + (position - start);
-        command = ConsumeCharacter(static_cast<unsigned char>(input[position++]), offset, syntax, encoding);
+        command = ConsumeCharacter(static_cast<unsigned char>(input[position++]), offset, offset + 1, syntax, encoding);
     }
     utf_.SkipRun(input.substr(start, position - start), encoding);
     return command;
@@ -82,20 +97,26 @@ std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeBinary(std::string_view input, 
     auto const run = input.substr(position, machine_.BinaryRemaining());
     position += run.size();
     utf_.SkipRun(run, Encoding::SingleByte);
-    auto command = machine_.ConsumeBinaryRun(run);
-    if (command) deliveredOffset_ = openOffset_;
-    return command;
+    end_ = consumed_ + run.size();
+    return Deliver(machine_.ConsumeBinaryRun(run));
 }
 
-std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeCharacter(char32_t character, std::uint64_t offset,
+std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeCharacter(char32_t character, std::uint64_t begin, std::uint64_t end,
                                                            Syntax const& syntax, Encoding encoding) {
     // Asked before the machine moves: the prefix that opens a command completes the one before, which is delivered with
     // the place of its own prefix.
-    bool const opens = !machine_.IsInBinaryMode() &&
-                       (character == syntax.formatPrefix || character == syntax.controlPrefix) && character != U'\r' &&
-                       character != U'\n';
+    bool const isBinary = machine_.IsInBinaryMode();
+    bool const isLineEnd = character == U'\r' || character == U'\n';
+    bool const opens =
+        !isBinary && (character == syntax.formatPrefix || character == syntax.controlPrefix) && !isLineEnd;
     auto command = machine_.Consume(character, syntax.formatPrefix, syntax.controlPrefix, syntax.delimiter, encoding);
-    if (command) deliveredOffset_ = openOffset_;
-    if (opens) openOffset_ = offset;
+    // What ends with a character of its own ends behind it, whatever it is.
+    bool const isBlank = isLineEnd || character == U' ' || character == U'\t';
+    if (!opens && (isBinary || command || !isBlank)) end_ = end;
+    command = Deliver(std::move(command));
+    if (opens) {
+        openOffset_ = begin;
+        end_ = end;
+    }
     return command;
 }

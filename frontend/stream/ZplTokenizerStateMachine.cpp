@@ -110,10 +110,16 @@ void ZplTokenizerStateMachine::StartParameter() {
 void ZplTokenizerStateMachine::Append(std::string_view text) {
     constexpr std::size_t LongestBeginning = 1024;
     if (parameters_.empty()) StartParameter();
-    if (keepsBeginnings_ && !parameters_.empty())
+    if (keepsBeginnings_ && !parameters_.empty() && !TellsHowToReadOn())
         text =
             text.substr(0, LongestBeginning - std::min(LongestBeginning, parameters_[parameters_.size() - 1].size()));
     if (FitsAnother(text.size())) parameters_.AppendToLast(text);
+}
+
+// The number of a character set, and what announces raw bytes: there a digit far behind may be the one that counts.
+bool ZplTokenizerStateMachine::TellsHowToReadOn() const {
+    if (command_ == "CI") return parameters_.size() == 1;
+    return command_ == "GF" && parameters_.size() <= BinaryCountParameter + 1;
 }
 
 // What follows a command that is too long is read as before, to the same end, and kept nowhere.

@@ -42,7 +42,7 @@ public:
     std::unique_ptr<ZplCommand> HandleEagerReturnCommand();
 
     /// From now on only the first parameters of a command and their beginnings are kept: enough to know where commands
-    /// begin and end, and what the short ones say.
+    /// begin and end, and what the short ones say. Only what tells how to read on is kept whole.
     void KeepBeginnings() { keepsBeginnings_ = true; }
 
     bool IsInBinaryMode() const { return state_ == ZplTokenizerState::Binary; }
@@ -61,6 +61,7 @@ private:
     void EnterBinaryMode();
     void Append(std::string_view text);
     void StartParameter();
+    bool TellsHowToReadOn() const;
     bool FitsAnother(std::size_t bytes);
 
     ZplTokenizerState state_ = ZplTokenizerState::Idle;

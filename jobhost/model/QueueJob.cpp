@@ -1,8 +1,11 @@
 #include "jobhost/model/QueueJob.h"
 
+#include <dirent.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "PrintEngine/Printing/JobFileSystemStrings.h"
 #include "foundation/DebugZones.h"
@@ -12,17 +15,47 @@ namespace Zpl::Host {
 
 namespace {
 
-bool IsNumber(std::string const& name) {
+bool IsNumber(std::string_view name) {
     return !name.empty() && std::all_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-}  // namespace
+/// The names of the page files of a folder; of one that cannot be read, none.
+std::vector<std::string> PageNames(std::filesystem::path const& folder) {
+    std::vector<std::string> names;
+    std::unique_ptr<DIR, int (*)(DIR*)> const open(::opendir(folder.c_str()), &::closedir);
+    while (dirent const* const entry = open ? ::readdir(open.get()) : nullptr) {
+        if (IsNumber(entry->d_name)) names.emplace_back(entry->d_name);
+    }
+    return names;
+}
 
-bool QueueJob::HasFile(unsigned page) const {
+bool HasFile(std::filesystem::path const& folder, unsigned page) {
     std::error_code error;
-    auto const type = std::filesystem::status(JobPath() / std::to_string(page), error).type();
+    auto const type = std::filesystem::status(folder / std::to_string(page), error).type();
     return type != std::filesystem::file_type::none && type != std::filesystem::file_type::not_found;
 }
+
+/// Which pages of a span have files. Every page that prints has a hundred looked at, so a long span is asked for in one
+/// reading of the folder.
+class SpanFiles {
+public:
+    SpanFiles(std::filesystem::path const& folder, std::uint64_t pages) : folder_(folder), isListed_(pages > Few) {
+        if (!isListed_) return;
+        names_ = PageNames(folder);
+        std::ranges::sort(names_);
+    }
+    bool Has(unsigned page) const {
+        return isListed_ ? std::ranges::binary_search(names_, std::to_string(page)) : HasFile(folder_, page);
+    }
+
+private:
+    static constexpr std::uint64_t Few = 4;
+    std::filesystem::path const& folder_;
+    bool isListed_;
+    std::vector<std::string> names_;
+};
+
+}  // namespace
 
 void QueueJob::RenderPage(unsigned page) {
     try {
@@ -41,27 +74,27 @@ void QueueJob::RenderAll() {
 
 void QueueJob::Render(unsigned first, unsigned count, std::atomic<bool> const& stop) {
     RenderSpan(first, count, stop);
-    if (first == 0 || !HasFile(first - 1)) return;
+    if (first == 0) return;
     std::error_code error;
     std::filesystem::remove(JobPath() / std::to_string(first - 1), error);
 }
 
 void QueueJob::RenderSpan(unsigned first, unsigned count, std::atomic<bool> const& stop) {
-    std::uint64_t const end = std::uint64_t{first} + count;
-    for (unsigned i = lastRendered_ ? std::min(*lastRendered_ + 1, first) : first;; ++i) {
-        // Asked from the start of the span, also where rendering has caught up from before it.
-        auto const pause = job_.NextPauseIndex(first);
-        unsigned const quantity = Quantity();
-        std::uint64_t const limit = pause ? *pause : std::min<std::uint64_t>(quantity, end);
-        if (i >= limit || IsWaitingOnRfidReadResponse(i)) return;
-        if (!HasFile(i)) {
+    unsigned const begin = lastRendered_ ? std::min(*lastRendered_ + 1, first) : first;
+    // Asked from the start of the span, also where rendering catches up from before it.
+    auto const pause = job_.NextPauseIndex(first);
+    std::uint64_t const limit = pause ? *pause : std::min<std::uint64_t>(Quantity(), std::uint64_t{first} + count);
+    if (begin >= limit) return;
+    SpanFiles const files(JobPath(), limit - begin);
+    for (unsigned i = begin; i < limit && !IsWaitingOnRfidReadResponse(i); ++i) {
+        if (!files.Has(i)) {
             RenderPage(i);
             job_.LogTagOperations(i);
             // Carries the start of the span for every page of it.
             job_.SendEndOfPageNetworkResponses(first);
             lastRendered_ = i;
         }
-        if (i == quantity - 1) End();
+        if (i == Quantity() - 1) End();
         if (stop || processIsEnding) return;
     }
 }
@@ -89,13 +122,8 @@ void QueueJob::RenderThumbnail(unsigned page) const {
 
 void QueueJob::DeletePages() {
     std::error_code error;
-    std::vector<std::filesystem::path> pages;
-    for (std::filesystem::directory_iterator entry(JobPath(), error), end; !error && entry != end;
-         entry.increment(error)) {
-        if (IsNumber(entry->path().filename().string())) pages.push_back(entry->path());
-    }
     // Not while the folder is being walked, which might then skip some.
-    for (auto const& page : pages) std::filesystem::remove(page, error);
+    for (auto const& page : PageNames(JobPath())) std::filesystem::remove(JobPath() / page, error);
     lastRendered_.reset();
 }
 

@@ -48,7 +48,6 @@ public:
 private:
     void RenderPage(unsigned page);
     void RenderSpan(unsigned first, unsigned count, std::atomic<bool> const& stop);
-    bool HasFile(unsigned page) const;
 
     Job job_;
     std::optional<unsigned> lastRendered_;  // since the pages were last deleted

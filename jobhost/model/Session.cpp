@@ -1,6 +1,5 @@
 #include "jobhost/model/Session.h"
 
-#include "fields/ink/FieldMap.h"
 #include "jobhost/model/ZPLProcessorInterface.h"
 
 namespace Zpl::Host {
@@ -35,16 +34,21 @@ Session::Session(ZPLProcessorInterface& model, std::shared_ptr<Context> systemCo
     processor_.LoadTrueTypeFonts();
 }
 
-void Session::MapFields() {
-    mapsFields_ = true;
-    if (auto* const gauge = Scripting::InkGauge::Of(graphicContext_.get()))
-        processor_.SetFieldMap(std::make_shared<ZplCore::FieldMap>(*gauge));
+void Session::MapFields(ZplCore::FieldMap::Detail detail) {
+    auto* const gauge = Scripting::InkGauge::Of(graphicContext_.get());
+    if (!gauge) return;
+    detail_ = detail;
+    fieldMap_ = std::make_shared<ZplCore::FieldMap>(*gauge, detail);
+    processor_.SetFieldMap(fieldMap_);
 }
 
 void Session::GoOnFrom(Session& before, ZplCommandProcessor::StreamRest rest) {
     graphicContext_ = before.graphicContext_;
     processor_.SetGraphicContext(graphicContext_);
-    if (mapsFields_) MapFields();
+    if (fieldMap_) {
+        MapFields(detail_);
+        if (before.fieldMap_) fieldMap_->Sources() = before.fieldMap_->Sources();
+    }
     processor_.GoOnWith(std::move(rest));
 }
 

@@ -6,6 +6,7 @@
 
 #include "PrintEngine/PartManagement/LabelPart.h"
 #include "Scripting/ScriptGraphicContext.h"
+#include "fields/map/FieldMap.h"
 #include "foundation/MachineSettings.h"
 #include "frontend/processor/ZplCommandProcessor.h"
 
@@ -28,8 +29,9 @@ public:
     void SetUnknownCommandObserver(ZplCommandProcessor::UnknownCommandObserver observer) {
         processor_.SetUnknownCommandObserver(std::move(observer));
     }
-    /// Notes the fields of labels as they are drawn, and reports what their pages do not show of them.
-    void MapFields();
+    /// Notes the fields of labels as they are drawn, and reports what their pages do not show of them. Labels give what
+    /// was noted, see Zpl::Label::Fields.
+    void MapFields(ZplCore::FieldMap::Detail detail = ZplCore::FieldMap::Detail::Ink);
     bool IsInFormat() const { return processor_.IsInFormat(); }
     std::optional<std::uint64_t> FormatOffset() const { return processor_.FormatOffset(); }
     std::uint64_t LastCommandOffset() const { return processor_.LastCommandOffset(); }
@@ -44,7 +46,8 @@ public:
 private:
     ZplCommandProcessor processor_;
     std::shared_ptr<Scripting::ScriptGraphicContext> graphicContext_;
-    bool mapsFields_ = false;
+    std::shared_ptr<ZplCore::FieldMap> fieldMap_;  ///< null where fields are not noted
+    ZplCore::FieldMap::Detail detail_ = ZplCore::FieldMap::Detail::Ink;
     PrintEngine::PartManagement::LabelPart part_;
 };
 

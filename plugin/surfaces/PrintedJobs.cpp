@@ -5,6 +5,8 @@
 #include <QtCore/QHash>
 #include <algorithm>
 #include <filesystem>
+#include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -65,10 +67,21 @@ QString FolderOf(QString const& stem) { return stem.left(stem.lastIndexOf(u'/') 
 
 std::optional<PrintedJob> PrintedJob::Find(QString const& stem) {
     if (stem.isEmpty()) return std::nullopt;
-    for (auto const& kept : JobsIn(FolderOf(stem))) {
-        if (kept.job.stem == stem) return kept.job;
+    QString const folder = FolderOf(stem);
+    QString const name = stem.mid(folder.size());
+    std::string const begin = name.toStdString();
+    int pages = 0;
+    // The names alone are looked at, and those of other jobs go by: there may be a hundred thousand.
+    std::error_code error;
+    for (fs::directory_iterator entry(folder.toStdString(), error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::string const& path = entry->path().native();
+        std::string_view const file = std::string_view(path).substr(path.rfind('/') + 1);
+        if (!file.starts_with(begin) || !file.ends_with(".png")) continue;
+        auto const page = PageOf(QString::fromUtf8(file.data(), static_cast<qsizetype>(file.size())));
+        if (page && page->stem == name) pages = std::max(pages, page->page);
     }
-    return std::nullopt;
+    return pages > 0 ? std::optional(PrintedJob{stem, name.chopped(1), pages}) : std::nullopt;
 }
 
 std::optional<PrintedJob> PrintedJob::Beside(QString const& stem, int step) {

@@ -27,7 +27,10 @@ void ScriptGraphicContext::StartNewJob() {
     StartLabel();
 }
 
-void ScriptGraphicContext::LoadPart(PrintEngine::PartManagement::LabelPart const& part) { state_->part = part; }
+void ScriptGraphicContext::LoadPart(PrintEngine::PartManagement::LabelPart const& part) {
+    state_->part = part;
+    state_->holdsLabel = false;
+}
 
 std::string const& ScriptGraphicContext::FileError() const { return state_->fileError; }
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "printengine/src/ScriptGraphicContextState.h"
 
@@ -7,6 +8,41 @@ namespace Scripting {
 
 using PrintEngine::Pages::PageComposer;
 using PrintEngine::Pages::PageLayout;
+
+namespace {
+
+/// Whether a level or upright line goes on in the direction of the one before.
+bool GoesOn(PixelLine const& line, PixelLine const& next) {
+    bool const isLevel = line.y1 == line.y2 && next.y1 == line.y1 && next.y2 == line.y1;
+    bool const isUpright = line.x1 == line.x2 && next.x1 == line.x1 && next.x2 == line.x1;
+    return isLevel || isUpright;
+}
+
+}  // namespace
+
+void ScriptGraphicContext::State::CountBaseline(PrintEngine::Text::TextFrame const& frame, std::int64_t width,
+                                                std::int64_t v) {
+    if (!ink) return;
+    auto const scale = Scale();
+    // The corner (u, v) of dots, turned as the dots are.
+    auto const corner = [&](std::int64_t u) -> std::pair<int, int> {
+        switch (frame.degrees) {
+            case 90: return {scale.Edge(frame.x + 1 - v), scale.Edge(frame.y + u)};
+            case 180: return {scale.Edge(frame.x + 1 - u), scale.Edge(frame.y + 1 - v)};
+            case 270: return {scale.Edge(frame.x + v), scale.Edge(frame.y + 1 - u)};
+            default: return {scale.Edge(frame.x + u), scale.Edge(frame.y + v)};
+        }
+    };
+    auto const [x1, y1] = corner(0);
+    auto const [x2, y2] = corner(width);
+    PixelLine const line{x1, y1, x2, y2};
+    if (!ink->baseline) {
+        ink->baseline = line;
+    } else if (GoesOn(*ink->baseline, line)) {
+        ink->baseline->x2 = x2;
+        ink->baseline->y2 = y2;
+    }
+}
 
 void ScriptGraphicContext::StartField() { state_->ink.emplace(); }
 

@@ -88,7 +88,13 @@ void ScriptGraphicContext::EndJob(std::filesystem::path const& jobPath) {
         state_->fileError = NoFolderMessage();
         return;
     }
-    std::error_code const error = WriteFileAtomically(jobPath / JobFileSystemStrings::TransferDoneFileName, {});
+    auto const file = jobPath / JobFileSystemStrings::TransferDoneFileName;
+    std::error_code error;
+    // Its name says all, so it is a second one of the metadata, for which no file has to be made and taken away. The
+    // queue ends a job anew with every page that prints near its end.
+    std::filesystem::create_hard_link(jobPath / JobFileSystemStrings::MetaDataFileName, file, error);
+    if (error == std::errc::file_exists) error.clear();
+    if (error) error = WriteFileAtomically(file, {});
     state_->fileError = error ? error.message() : std::string();
 }
 
@@ -103,6 +109,7 @@ void ScriptGraphicContext::StartLabel() {
     if (state.storedPicture) state.raster.Draw(*state.storedPicture, Ink::Black);
     state.originX = state.originY = 0;
     state.hasContent = false;
+    state.spent = 0;
     state.labelText.clear();
     state.degrees = 0;
     state.reverse = false;
@@ -111,6 +118,8 @@ void ScriptGraphicContext::StartLabel() {
     state.keepsPicture = false;
     state.constantFields.reset();
     state.variable = false;
+    ++state.labels;
+    state.holdsLabel = false;
 }
 
 // The label home is unsigned where it is stored, and negative where a stream asked for that.
@@ -146,6 +155,7 @@ void ScriptGraphicContext::EndLabel(LabelSettings const& settings) {
     state.layout.mirrored = settings.mirror;
     state.layout.shiftDown = state.Scale().Edge(settings.adjustY);
     state.keepsPicture = settings.useStoredImage;
+    state.holdsLabel = true;
 }
 
 std::string ScriptGraphicContext::GetLabelText() const { return state_->labelText; }
@@ -154,6 +164,7 @@ bool ScriptGraphicContext::HasContent() const { return state_->hasContent; }
 
 void ScriptGraphicContext::RenderPage(std::filesystem::path const& jobPath, unsigned pageNumber, bool) {
     State& state = *state_;
+    state.holdsLabel = false;
     state.pageSize = {state.layout.width, state.layout.height};
     // A label is also drawn to see what it holds, without becoming a page. Only a page is there to be drawn upon.
     if (state.keepsPicture) {
@@ -195,6 +206,8 @@ std::vector<std::uint8_t> ScriptGraphicContext::GetPageBitmap(unsigned& width, u
 }
 
 void ScriptGraphicContext::KeepPages() { state_->keepsPages = true; }
+
+std::uint64_t ScriptGraphicContext::DrawnLabel() const { return state_->holdsLabel ? state_->labels : 0; }
 
 Extent ScriptGraphicContext::PageSize() const { return state_->pageSize; }
 

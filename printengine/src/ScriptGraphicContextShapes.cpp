@@ -15,6 +15,11 @@ using PrintEngine::Drawing::Turned;
 
 namespace {
 
+constexpr std::int64_t MostCovered = std::int64_t{16} << 30;  // pixels: 256 times the largest page
+constexpr std::int64_t PixelsOfCharacter = 1000;              // that take as long as to place one,
+constexpr std::int64_t PixelsOfTextPixel = 4;                 // as to make one of a letter that is not kept,
+constexpr std::int64_t PixelsOfRow = 500;                     // and to reach one
+
 /// Calls `draw(part)` for bands of a picture of `width` x `height` pixels at (left, top), which are all of it that a
 /// raster keeps: an enlarged picture may be many times a page.
 template <typename Draw>
@@ -36,6 +41,19 @@ PixelBox ScriptGraphicContext::State::PixelBoxOf(std::int64_t left, std::int64_t
     auto const scale = Scale();
     return {scale.Edge(originX + left), scale.Edge(originY + top), scale.Edge(originX + right),
             scale.Edge(originY + bottom)};
+}
+
+bool ScriptGraphicContext::State::Spend(std::int64_t width, std::int64_t height, std::size_t characters) {
+    // Of something larger than all pages the raster keeps some four times a page.
+    std::int64_t const rows = std::clamp<std::int64_t>(height, 0, Raster::MaxHeight);
+    std::int64_t const pixels =
+        std::min(rows * std::clamp<std::int64_t>(width, 0, Raster::MaxWidth), 4 * Raster::MaxDots);
+    bool const hadLeft = spent < MostCovered;
+    spent += pixels * (characters > 0 ? PixelsOfTextPixel : 1) + rows * PixelsOfRow +
+             static_cast<std::int64_t>(characters) * PixelsOfCharacter;
+    if (spent < MostCovered) return true;
+    if (hadLeft) fonts.Warn("the label draws more than the largest page 256 times over; the rest is left out");
+    return false;
 }
 
 void ScriptGraphicContext::State::CountImage(BitRows const& picture, int left, int top, int width, int height) {
@@ -65,6 +83,7 @@ void ScriptGraphicContext::DrawRect(int x1, int y1, int x2, int y2, unsigned thi
     std::int64_t const bottom = std::int64_t{std::max(y1, y2)} - line / 2;
     PixelBox const outer = state_->CountShape(state_->PixelBoxOf(left, top, right + line, bottom + line));
     PixelBox const inner = state_->PixelBoxOf(left + line, top + line, right, bottom);
+    if (!state_->Spend(outer.Width(), outer.Height())) return;
     state_->OnRasters([&](Raster& raster) { FillFrame(raster, outer, inner, state_->Ink()); });
 }
 
@@ -74,6 +93,7 @@ void ScriptGraphicContext::DrawBox(int x, int y, unsigned width, unsigned height
     auto const scale = state_->Scale();
     PixelBox const box =
         state_->CountShape(state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height));
+    if (!state_->Spend(box.Width(), box.Height())) return;
     state_->OnRasters([&](Raster& raster) {
         FillRoundedFrame(raster, box, scale.Length(thickness), scale.Length(radius), state_->Ink());
     });
@@ -84,6 +104,7 @@ void ScriptGraphicContext::DrawEllipse(int x, int y, unsigned width, unsigned he
     state_->NoteContent();
     PixelBox const box =
         state_->CountShape(state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height));
+    if (!state_->Spend(box.Width(), box.Height())) return;
     state_->OnRasters(
         [&](Raster& raster) { FillEllipse(raster, box, state_->Scale().Length(thickness), state_->Ink()); });
 }
@@ -94,6 +115,7 @@ void ScriptGraphicContext::DrawDiagonal(int x, int y, unsigned width, unsigned h
     state_->NoteContent();
     PixelBox const box =
         state_->CountShape(state_->PixelBoxOf(x, y, std::int64_t{x} + width, std::int64_t{y} + height));
+    if (!state_->Spend(box.Width(), box.Height())) return;
     state_->OnRasters([&](Raster& raster) {
         FillDiagonal(raster, box, state_->Scale().Length(thickness), leansRight, state_->Ink());
     });
@@ -113,6 +135,7 @@ void ScriptGraphicContext::DrawImage(Bitmap const& bitmap, int x, int y, unsigne
     int const targetWidth = scaled ? scale.Length(width) : picture.width;
     int const targetHeight = scaled ? scale.Length(height) : picture.height;
     state_->CountImage(picture, left, top, targetWidth, targetHeight);
+    if (!state_->Spend(targetWidth, targetHeight)) return;
     if (targetWidth == picture.width && targetHeight == picture.height) {
         state_->OnRasters([&](Raster& raster) { raster.Blit(picture, left, top, state_->degrees, state_->Ink()); });
         return;

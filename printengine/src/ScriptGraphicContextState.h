@@ -35,9 +35,12 @@ struct ScriptGraphicContext::State {
     Extent PixelsOf(unsigned width, unsigned length) const;
     /// Where the ink of a drawing call of that kind is counted; null where nobody asks for it.
     PixelBox* Counted(PixelBox FieldInk::*kind) {
+        if (!ink) return nullptr;
         bool const isWhite = color == 1 && !reverse;
-        return ink && !isWhite ? &((*ink).*kind) : nullptr;
+        return isWhite ? &ink->white : &((*ink).*kind);
     }
+    /// Counts the line that a text of `width` dots stands on: dots (u, v) of its frame.
+    void CountBaseline(PrintEngine::Text::TextFrame const& frame, std::int64_t width, std::int64_t v);
     /// Counts the box of a shape, and gives it back.
     PixelBox CountShape(PixelBox const& box) {
         if (PixelBox* const counted = Counted(&FieldInk::shape)) counted->Add(box);
@@ -58,6 +61,9 @@ struct ScriptGraphicContext::State {
         PageForm().clear();
         return pageForm;
     }
+    /// Counts the work for something of so many pixels and characters. False, told once a label, if the label has drawn
+    /// so much that it is left out: drawing costs what it covers, and a few bytes can cover all of the largest page.
+    bool Spend(std::int64_t width, std::int64_t height, std::size_t characters = 0);
     /// Draws by `draw(raster)`: on the page, and where constant fields are kept apart also there.
     template <typename Draw>
     void OnRasters(Draw draw) {
@@ -84,7 +90,9 @@ struct ScriptGraphicContext::State {
 
     PrintEngine::Pages::PageDeflater pageDeflater;
     PrintEngine::Pages::PageLayout layout;
-    Extent drawnSize{1, 1};  ///< of the page before it is enlarged, in pixels
+    Extent drawnSize{1, 1};    ///< of the page before it is enlarged, in pixels
+    std::uint64_t labels = 0;  ///< that were started
+    bool holdsLabel = false;   ///< drawn, and no page yet
     bool keepsPicture = false;
     Extent pageSize;
     bool keepsPages = false;  ///< to be handed out, in place of writing their files
@@ -96,6 +104,7 @@ struct ScriptGraphicContext::State {
     std::int64_t originX = 0;
     std::int64_t originY = 0;
     bool hasContent = false;
+    std::int64_t spent = 0;  ///< pixels that the label has covered, and what counts as such
     std::string labelText;
 
     int degrees = 0;

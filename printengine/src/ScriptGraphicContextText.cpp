@@ -37,6 +37,15 @@ TrueTypeLine LineOf(double lineHeight, double pointSize) {
     return line;
 }
 
+/// How far from its first character on a text runs along its baseline, of which `width` dots are the whole: characters
+/// that stand above each other each have their own.
+std::int64_t LineWidth(Typeface& typeface, std::string_view text, PrintEngine::Text::TextStyle const& style,
+                       std::int64_t width) {
+    if (style.flow == ScriptTextFlow::Horizontal) return width;
+    std::int64_t const first = std::int64_t{typeface.Advance(TakeCharacter(text))} * style.magnificationX;
+    return style.flow == ScriptTextFlow::Vertical ? first : first - width;
+}
+
 /// Calls `take(line, index)` for the lines of a text. A line feed at the very end starts no further line.
 template <typename TakeLine>
 void ForLines(std::string_view text, TakeLine take) {
@@ -151,9 +160,12 @@ void ScriptGraphicContext::DrawText(int x, int y, std::string_view text, ScriptT
     state.textStyle.spacing = spacing;
     std::int64_t const width = PrintEngine::Text::MeasureWidth(typeface, text, state.textStyle.magnificationX, spacing);
     std::int64_t const height = std::int64_t{typeface.Height()} * state.textStyle.magnificationY;
+    if (!state.Spend(width, height, text.size())) return;
     TextFrame frame{state.originX + x, state.originY + y, state.degrees};
     if (state.degrees == 90 || state.degrees == 180) (state.degrees == 90 ? frame.x : frame.y) += height - 1;
     if (state.degrees == 180 || state.degrees == 270) (state.degrees == 180 ? frame.x : frame.y) += width - 1;
+    state.CountBaseline(frame, LineWidth(typeface, text, state.textStyle, width),
+                        std::int64_t{typeface.Ascent()} * state.textStyle.magnificationY);
     state.PaintText([&](TextPainter& painter) { painter.Draw(typeface, text, state.textStyle, frame, 0, 0); });
 }
 
@@ -166,6 +178,7 @@ void ScriptGraphicContext::DrawTrueTypeText(std::string_view font, int x, int y,
     double const em = TrueTypeEm(pointSize);
     TrueTypeLine const line = LineOf(state.fonts.TrueTypeLineHeight(font), pointSize);
     Typeface& typeface = state.fonts.TrueType(font, em * widthPercent / 100, em);
+    if (!state.Spend(width, height, text.size())) return;
 
     // The box turns about its centre.
     std::int64_t const half = (std::int64_t{width} - height) / 2;
@@ -181,6 +194,9 @@ void ScriptGraphicContext::DrawTrueTypeText(std::string_view font, int x, int y,
     bool const isMoved = state.degrees == 0 || state.degrees == 270;
     std::int64_t const moved = isMoved ? std::lround(std::round(em) * 0.19) : 0;
     PrintEngine::Text::TextStyle const style{1, 1, spacing, ScriptTextFlow::Horizontal};
+    std::string_view const first = text.substr(0, text.find('\n'));
+    if (state.ink)
+        state.CountBaseline(frame, PrintEngine::Text::MeasureWidth(typeface, first, 1, spacing), moved + line.ascent);
     state.PaintText([&](TextPainter& painter) {
         ForLines(text, [&](std::string_view lineText, int index) {
             std::int64_t const baseline = moved + line.ascent + std::int64_t{index} * line.height;

@@ -56,6 +56,19 @@ TEST(BarcodeFrame, DrawsTheSymbolAndItsLine) {
     EXPECT_EQ(Draw(bench, "^FO100,40^FD12", false, OnlyDigits, false), "image 100,40 18x50 from 18x50 pixels\n");
 }
 
+TEST(BarcodeFrame, SketchesForThePrintersPixels) {
+    FieldBench bench(300, 600);
+    EXPECT_EQ(Draw(bench, "^BY2,3,50^FO100,40^FD12", false, OnlyDigits, false),
+              "image 100,40 18x50 from 36x100 pixels\n");
+}
+
+TEST(BarcodeFrame, TellsTheTargetWhatIsVariableAndReversed) {
+    FieldBench bench;
+    EXPECT_EQ(Draw(bench, "^BY2,3,50^FR^FO100,40^FV12"),
+              "image 100,40 18x50 from 18x50 pixels reverse variable\ntext 79,96 '127' A 2x2 reverse variable\n");
+    EXPECT_EQ(Draw(bench, "^FO100,40^FD12", false, OnlyDigits, false), "image 100,40 18x50 from 18x50 pixels\n");
+}
+
 TEST(BarcodeFrame, TurnsTheSymbolWithItsLine) {
     FieldBench bench;
     bench.Run("^BY2,3,50");
@@ -112,6 +125,7 @@ TEST(BarcodeFrame, SimpleSymbols) {
         std::string const drawn = bench.Run(stream + "^FS");
         return drawn + bench.Next();
     };
+    EXPECT_EQ(draw("^FO100,40^FVx"), "image 100,40 16x16 from 16x16 pixels variable\n116,55");
     EXPECT_EQ(draw("^FO100,40"), "image 100,40 16x16 from 16x16 pixels\n116,55");
     EXPECT_EQ(draw("^FT100,40"), "image 100,25 16x16 from 16x16 pixels\n116,40");
     EXPECT_EQ(draw("^FO100,40,1"), "image 84,40 16x16 from 16x16 pixels\n84,55");

@@ -80,6 +80,8 @@ TEST(Retail, Repairs) {
         {EAN8::TransformInvalidInput, "1234567890123", "6789012"},
         {UPCE::TransformInvalidInput, "12", "000012"},
         {UPCE::TransformInvalidInput, "1200000345", "0123450"},
+        {UPCE::TransformInvalidInput, "1210000045", "0120451"},
+        {UPCE::TransformInvalidInput, "1220000045", "0120452"},
         {UPCE::TransformInvalidInput, "1230000045", "0123453"},
         {UPCE::TransformInvalidInput, "1234000005", "0123454"},
         {UPCE::TransformInvalidInput, "1234500006", "0123456"},

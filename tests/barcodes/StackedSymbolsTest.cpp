@@ -226,7 +226,23 @@ TEST(StackedSymbols, Tlc39LinksItsParts) {
     for (auto const& [text, status] : cases) EXPECT_EQ(Tlc39Encoder::Validate(text), status) << text;
 }
 
-TEST(StackedSymbols, Code49IsTheLibrarysSymbol) {
+/// Whether the bars of a word have an odd number of modules in all.
+std::string ParitiesOfCode49(std::string const& row) {
+    std::string parities;
+    for (std::size_t word = 2; word + 16 < row.size(); word += 16)
+        parities += std::count(row.begin() + static_cast<std::ptrdiff_t>(word),
+                               row.begin() + static_cast<std::ptrdiff_t>(word + 16), '#') %
+                                2 !=
+                            0
+                        ? 'O'
+                        : 'E';
+    return parities;
+}
+
+// No free decoder reads it. Row for row it is the library's, and holds what the standard (ANSI/AIM BC6) says of rows:
+// start and stop, and the parities of its four words, by which a reader knows the row and which is the last.
+TEST(StackedSymbols, Code49IsTheLibrarysSymbolAndItsRowsTellTheirPlace) {
+    constexpr std::string_view Parities[] = {"OEEO", "EOEO", "OOEE", "EEOO", "OEOE", "EOOE", "OOOO"};
     for (std::string const text : {"CODE 49", "Code 49, both cases", "12345678901234567890"}) {
         auto const expected = Library(BARCODE_CODE49, text);
         FieldBench bench;
@@ -239,6 +255,10 @@ TEST(StackedSymbols, Code49IsTheLibrarysSymbol) {
                 drawn[r] += (bench.target->lastImage[(1 + r * 10) * stride + x / 8] & 0x80U >> x % 8) != 0 ? '#' : '.';
         }
         EXPECT_EQ(drawn, expected) << text;
+        for (std::size_t r = 0; r < drawn.size(); ++r) {
+            EXPECT_EQ(ParitiesOfCode49(drawn[r]), r + 1 < drawn.size() ? Parities[r] : "EEEE") << text;
+            EXPECT_TRUE(drawn[r].size() == 70 && drawn[r].starts_with("#.") && drawn[r].ends_with("####"));
+        }
     }
 }
 

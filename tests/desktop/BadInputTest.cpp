@@ -155,7 +155,7 @@ std::vector<BadRow> const Rows = {
       "label 1: the page is 400 x 1218 dots; one of 546 x 1218 dots would hold all fields"}},
     {"only the line of a barcode cut",
      "^XA^LL200^FO20,150^BY2^BCN,40^FD12^FS^XZ",
-     {"label 1, byte 29, line 1, column 30: the text line of the barcode \"12\" is cut: 14 of its 18 dots are missing "
+     {"label 1, byte 29, line 1, column 30: the text line of the barcode \"12\" is cut: 10 of its 14 dots are missing "
       "at "
       "the bottom edge of the page"}},
     {"fields off a page that is turned and mirrored",

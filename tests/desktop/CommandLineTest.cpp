@@ -37,6 +37,14 @@ TEST(CommandLine, ReadsEveryOption) {
     EXPECT_TRUE(options.isSplit && options.keepJob && options.json && options.strict);
 }
 
+TEST(CommandLine, ThePrinterHasTheResolutionOfTheStreamUnlessToldOtherwise) {
+    EXPECT_EQ(Render({"--dpi", "300", "a"}).printerDpi, 300U);
+    EXPECT_EQ(Render({"--printer-dpi", "600", "--dpi", "300", "a"}).printerDpi, 600U);
+    auto const options = Render({"--printer-dpi", "600", "a"});
+    EXPECT_EQ(options.designDpi, 203U);
+    EXPECT_EQ(options.printerDpi, 600U);
+}
+
 TEST(CommandLine, SaysWhatIsWrongInOneLine) {
     struct Row {
         std::vector<std::string> arguments;

@@ -71,6 +71,8 @@ TEST(DrawingThreads, MakeWhatOneThreadMakes) {
         {"pictures that labels keep for the next", Repeated(10, pictures), "--format pdf", "page 60"},
         {"copies that count on", Repeated(5, copies), "--format pdf --split", "in-220.pdf"},
         {"findings", Repeated(20, faults) + "^XA^FDopen", "--strict --json", "\"label\":100"},
+        {"fields, some of formats that are stored anew", Repeated(5, stores + fonts), "--json", "\"label\":35"},
+        {"fields of a job", Repeated(9, fonts), "--job --json", "\"label\":27"},
         {"prefixes that change", Repeated(20, characters), "--copies 2", "in-40.png"},
         {"a job", Repeated(4, fonts + copies + stores + faults), "--job --copies 9 --strict", "copy 9 of 40"},
         {"a job on kept pictures", Repeated(4, copies + pictures), "--job --copies 2", "copy 2 of 40"},

@@ -2,16 +2,14 @@
 
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <QtCore/QCoreApplication>
-#include <thread>
 
-#include "desktop/bus/PropertyServer.h"
 #include "foundation/Base64.h"
 #include "jobhost/model/Packet.h"
+#include "tests/support/PropertyServerThread.h"
 #include "tests/support/Sanitizers.h"
 #include "tests/support/TemporaryDirectory.h"
 
@@ -24,13 +22,8 @@ constexpr std::size_t LargeAnswer = 3'000'000 / SanitizerFactor;
 /// A job handler whose packets the test takes in place of the host: each is written down, and answered if it asks.
 class JobHandlerTest : public testing::Test {
 protected:
-    JobHandlerTest() : stop_(::eventfd(0, 0)) {
-        auto made = std::make_unique<PropertyServer>(folder_ / "bus", folder_ / "archive");
-        server_ = std::thread([this, held = std::move(made)]() mutable {
-            held->Run(stop_);
-            held.reset();
-        });
-        host_ = std::make_unique<BusComponent>(threads_, ComponentIdentifiers::ZplHost, folder_ / "bus");
+    JobHandlerTest() {
+        host_ = std::make_unique<BusComponent>(threads_, ComponentIdentifiers::ZplHost, folder_ / "socket");
         JobHandlerOptions options;
         options.facts = [] {
             PrinterFacts facts;
@@ -43,8 +36,9 @@ protected:
         options.longestFormat = 40 << 20;
         options.ratePeriod = std::chrono::milliseconds(100);
         options.longestHold = std::chrono::milliseconds(100);
+        options.onCancelled = [this](std::uint32_t packet) { cancelledUpTo_ = packet; };
         handler_ = std::make_unique<JobHandler>(
-            threads_, folder_ / "bus", "127.0.0.1", 0,
+            threads_, folder_ / "socket", "127.0.0.1", 0,
             [this](PrinterEvent const& event) {
                 if (!event.Line().empty()) said_ += event.Line() + '\n';
             },
@@ -62,10 +56,6 @@ protected:
     ~JobHandlerTest() override {
         handler_.reset();
         host_.reset();
-        std::uint64_t const one = 1;
-        EXPECT_EQ(::write(stop_, &one, sizeof one), 8);
-        server_.join();
-        ::close(stop_);
     }
 
     void Take(std::optional<Packet> const& packet) {
@@ -142,13 +132,13 @@ protected:
     QCoreApplication application_{argc_, nullptr};
     TemporaryDirectory folder_;
     ThreadFactory threads_{10};
-    int stop_;
-    std::thread server_;
+    PropertyServerThread server_{folder_.Path()};
     std::unique_ptr<BusComponent> host_;
     std::shared_ptr<StringProperty> command_;
     std::unique_ptr<JobHandler> handler_;
     std::string packets_;
     std::string said_;
+    std::uint32_t cancelledUpTo_ = 0;
     bool deaf_ = false;   // the host hears nothing of packets
     bool stuck_ = false;  // it begins with them, and no more
 };
@@ -301,6 +291,19 @@ TEST_F(JobHandlerTest, CutsAStreamOfManyLabelsIntoJobs) {
     ::close(client);
 }
 
+TEST_F(JobHandlerTest, ALabelOfManyMegabytesArrivesWhole) {
+    std::string label = "^XA";
+    for (int i = 0; label.size() < 3U << 20; ++i) label += "^FX" + std::to_string(i);
+    label += "^XZ";
+    int const client = Connect();
+    SendLarge(client, label);
+    ::shutdown(client, SHUT_WR);
+    Await(packets_, "^XZ].");
+    std::erase_if(packets_, [](char c) { return c == '[' || c == ']' || c == '.'; });
+    EXPECT_TRUE(packets_ == label) << packets_.size() << " of " << label.size();
+    ::close(client);
+}
+
 // A stream is read as the ones before it, of whatever sender, have left the printer.
 TEST_F(JobHandlerTest, LooksAtAStreamAnewWhenAnotherChangesHowItIsRead) {
     int const waiting = Connect();
@@ -354,6 +357,26 @@ TEST_F(JobHandlerTest, DropsLabelsThatWait) {
     for (int const client : clients) ::close(client);
 }
 
+TEST_F(JobHandlerTest, NothingOfAnOpenStreamOutlivesACancellation) {
+    stuck_ = true;
+    int const client = Connect();
+    std::string const half = "^XA^CI28^FD" + std::string(40 << 10, 'x') + "^XZ";
+    SendLarge(client, half + half + half);
+    Await(packets_, half + ']');
+    SettleLong();
+    handler_->DropWaiting();
+    EXPECT_EQ(cancelledUpTo_, 1U);
+    stuck_ = false;
+    packets_.clear();
+    command_->Set("");
+    Await(packets_, "[\n].");
+    EXPECT_EQ(cancelledUpTo_, 2U) << "the job that the host makes of what it has";
+    Send(client, "^XA1^XZ");
+    Await(packets_, "^XA1^XZ].");
+    EXPECT_EQ(packets_.substr(0, 40), "[\n].[^XA1^XZ].");
+    ::close(client);
+}
+
 TEST_F(JobHandlerTest, DropsAStreamOnWhichTheHostEndsTwice) {
     stuck_ = true;
     int const bad = Connect();
@@ -374,6 +397,27 @@ TEST_F(JobHandlerTest, DropsAStreamOnWhichTheHostEndsTwice) {
     EXPECT_EQ(errno, ECONNRESET);
     ::close(good);
     ::close(bad);
+}
+
+// Read as UTF-8, the byte would take the prefix behind it with it.
+TEST_F(JobHandlerTest, AStreamThatIsDroppedLeavesNoCharacterSet) {
+    stuck_ = true;
+    int const bad = Connect();
+    Send(bad, "^XA^CI28^XZ");
+    for (int end = 0; end < 2; ++end) {
+        Await(packets_, "[^XA^CI28^XZ].");
+        SettleLong();
+        packets_.clear();
+        stuck_ = end == 0;
+        handler_->HostEnded(false);
+        SettleLong();
+        if (end == 0) Respond(zpl::NetworkResponse::Status::Processing, std::nullopt);
+        if (end == 0) packets_ = "[^XA^CI28^XZ].";
+    }
+    int const good = Connect();
+    Send(good, "^XA^FD\xE4^XZ");
+    Await(packets_, "[^XA^FD\xE4^XZ].");
+    for (int const each : {bad, good}) ::close(each);
 }
 
 TEST_F(JobHandlerTest, TheNextHostIsGivenWhatTheLastOneHad) {

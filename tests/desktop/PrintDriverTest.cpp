@@ -92,6 +92,19 @@ TEST_F(PrintDriverTest, ReportsTheEndWhileThePathStands) {
     EXPECT_TRUE(Until([&] { return reports_ == "Printing|a||NO PAGE|"; })) << reports_;
 }
 
+TEST_F(PrintDriverTest, PrintsJobsInTheOrderOfTheirNumbers) {
+    // The driver sees them together, when the event loop runs.
+    for (auto const& [name, serial] : {std::pair("z", 4U), {"a", 3U}, {"b", 2U}}) {
+        MakeJob(name, 1, serial);
+        MakePage(name, 0);
+    }
+    EXPECT_TRUE(Until([&] {
+        std::string order = reports_;
+        std::erase_if(order, [](char c) { return c != 'a' && c != 'b' && c != 'z'; });
+        return order == "baz" && Keeps("z-1-1");
+    })) << reports_;
+}
+
 TEST_F(PrintDriverTest, APageThatDoesNotComeIsAnError) {
     MakeJob("a", 2, 1);
     MakePage("a", 0);
@@ -138,6 +151,18 @@ TEST_F(PrintDriverTest, ACancellationEndsOnlyWhatIsGone) {
     EXPECT_TRUE(Until([&] { return said_.find("job goes-1 is cancelled") != std::string::npos; }));
 }
 
+TEST_F(PrintDriverTest, AJobThatIsMadeBehindItsCancellationDoesNotPrint) {
+    driver_->CancelUpTo(5);
+    for (unsigned serial : {5, 6}) {
+        std::string const job = "job" + std::to_string(serial);
+        MakeJob(job, 1, serial);
+        MakePage(job, 0);
+        WriteFileAtomically(folder_ / "jobs" / job / "Origin", std::to_string(serial));
+    }
+    EXPECT_TRUE(Until([&] { return Keeps("job6-1-1"); }));
+    EXPECT_FALSE(Keeps("job5-1-1"));
+}
+
 TEST_F(PrintDriverTest, TheNextJobWaitsForAHostThatHasHeardOfTheEnd) {
     MakeJob("first", 1, 1);
     MakeJob("second", 1, 2);
@@ -152,12 +177,16 @@ TEST_F(PrintDriverTest, TheNextJobWaitsForAHostThatHasHeardOfTheEnd) {
 }
 
 TEST_F(PrintDriverTest, TheJobsFolderIsMadeAgain) {
+    auto const canSend = host_->Properties().Subscribe<StringProperty>(
+        ComponentIdentifiers::PrintSpooler,
+        {PropertyNames::CanSendCurrentJobToPrintResponse, "", PropertyGroups::PrintOperations}, "");
     unsigned serial = 0;
     for (auto const& folder : {folder_ / "jobs", folder_ / "jobs", folder_.Path()}) {
         said_.clear();
         std::filesystem::remove_all(folder);
         EXPECT_TRUE(Until([&] { return std::filesystem::exists(folder_ / "jobs"); }));
         EXPECT_NE(said_.find("was removed, and the jobs in it"), std::string::npos) << said_;
+        EXPECT_TRUE(Until([&] { return canSend->Get() == "false"; })) << "the host looks for what it has lost";
         std::filesystem::create_directory(folder_ / "out");
         std::string const job = "job" + std::to_string(++serial);
         MakeJob(job, 1, serial);

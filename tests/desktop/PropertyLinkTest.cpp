@@ -188,6 +188,97 @@ TEST_F(PropertyLinkTest, WhatIsLostWithTheServerIsRepeatedInItsOrder) {
     };
     while (!all().ends_with("3=last ")) std::this_thread::sleep_for(1ms);
     EXPECT_EQ(all(), "4=first 2=event 2=event 3=last ");
+    // Of what was sent on the lost link nothing is waited for any more.
+    isTold = false;
+    first->SetTakenCallback([&] { isTold = true; });
+    manager.Post({.type = PiclMessage::Type::Taken, .address = {"A", "G", "4"}});
+    for (int i = 0; i < 10'000 * SanitizerFactor && !isTold; ++i) std::this_thread::sleep_for(1ms);
+    EXPECT_TRUE(first->IsTaken());
+}
+
+/// A server whose every byte the test sends and reads itself.
+class BareServer {
+public:
+    explicit BareServer(std::filesystem::path const& socket) : address_(socket) {
+        EXPECT_EQ(::bind(listener_, address_.Get(), SocketAddress::Size), 0);
+        EXPECT_EQ(::listen(listener_, 5), 0);
+    }
+    ~BareServer() {
+        Lose();
+        ::close(listener_);
+    }
+    void Accept() {
+        peer_ = ::accept(listener_, nullptr, nullptr);
+        EXPECT_GE(peer_, 0);
+    }
+    void Lose() {
+        if (peer_ >= 0) ::close(peer_);
+        peer_ = -1;
+    }
+    void Send(PiclMessage const& message, std::string const& end = "\n") const {
+        std::string const line = message.Text() + end;
+        EXPECT_EQ(::send(peer_, line.data(), line.size(), MSG_NOSIGNAL), static_cast<ssize_t>(line.size()));
+    }
+    /// What comes up to a text, and that.
+    std::string ReadUntil(std::string_view text) const {
+        std::string bytes;
+        for (char byte = 0; !bytes.ends_with(text) && ::recv(peer_, &byte, 1, 0) == 1;) bytes += byte;
+        return bytes;
+    }
+
+private:
+    SocketAddress address_;
+    int listener_ = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    int peer_ = -1;
+};
+
+TEST_F(PropertyLinkTest, ANewLinkBeginsWithAWholeLineAndRepeatsWhatWasNotTaken) {
+    BareServer server(folder_ / "socket");
+    Peer peer(folder_.Path(), "A");
+    auto const agent = peer.link.GetServerAgent();
+    server.Accept();
+    for (char const* const value : {"first", "second", "third"}) agent->SetProperty("X", "G", value, value);
+    server.ReadUntil("\"third\"}");
+    server.Send({.type = PiclMessage::Type::Taken, .address = {"X", "G", "first"}});
+    // What comes behind it shows that it has been read.
+    server.Send({.type = PiclMessage::Type::Changed, .address = {"X", "G", "there"}, .value = "1"});
+    EXPECT_TRUE(agent->WaitUntilAvailable({"X", "G", "there"}, 10s));
+    // More than a socket holds: the link is lost amid the line.
+    agent->SetProperty("X", "G", "long", std::string(8 << 20, 'x'));
+    server.ReadUntil("xxx");
+    server.Send({.type = PiclMessage::Type::Absent, .address = {"X", "G", "cut"}}, "");
+    server.Lose();
+    server.Accept();
+    std::string const again = server.ReadUntil("\"third\"}");
+    EXPECT_TRUE(again.starts_with(R"({"type":"hello")")) << again.substr(0, 80);
+    EXPECT_EQ(again.find("first"), std::string::npos);
+    EXPECT_LT(again.find("second"), again.find("third"));
+    server.Send({.type = PiclMessage::Type::Changed, .address = {"X", "G", "after"}, .value = "1"});
+    EXPECT_TRUE(agent->WaitUntilAvailable({"X", "G", "after"}, 10s));
+}
+
+TEST_F(PropertyLinkTest, AValueThatIsTooLongKeepsNoOthersOut) {
+    Server const server(folder_.Path());
+    Peer owner(folder_.Path(), "A"), other(folder_.Path(), "B");
+    auto const own = owner.properties->Create<StringProperty>(name_, "a");
+    auto const followed = other.properties->Follow<StringProperty>("A", ExternalAppRegistration::Plain, name_, "");
+    own->Set(std::string(PiclLines::LongestLine, 'x'));
+    followed->Set("b");
+    EXPECT_TRUE(Becomes(own, "b"));
+}
+
+TEST_F(PropertyLinkTest, WhoLeavesIsNotThere) {
+    Server const server(folder_.Path());
+    auto owner = std::make_unique<Peer>(folder_.Path(), "A");
+    owner->properties->Create<StringProperty>(name_, "a");
+    Peer other(folder_.Path(), "B");
+    PropertyAddress const address{"A", "G", "P"};
+    auto const isThere = [&] { return other.link.GetServerAgent()->WaitUntilAvailable(address, {}); };
+    EXPECT_TRUE(other.link.GetServerAgent()->WaitUntilAvailable(address, 10s));
+    owner.reset();
+    auto const end = std::chrono::steady_clock::now() + 10s * SanitizerFactor;
+    while (isThere() && std::chrono::steady_clock::now() < end) std::this_thread::sleep_for(1ms);
+    EXPECT_FALSE(isThere());
 }
 
 TEST_F(PropertyLinkTest, ArchivedValuesComeBackWithoutTheServer) {

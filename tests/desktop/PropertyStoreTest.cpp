@@ -44,6 +44,8 @@ TEST_F(PropertyStoreTest, TellsFollowersAndTheOwner) {
     EXPECT_EQ(std::exchange(told_, {}), "2:P absent, 3:P absent");
     EXPECT_EQ(Do(4, Type::Publish, "e"), "2:P=e, 3:P=e");
     EXPECT_EQ(Do(4, Type::Taken), "4: refused");
+    store_->Remove(2);
+    EXPECT_EQ(Do(4, Type::Set, "f"), "3:P=f, 4:P taken") << "who is gone follows no more";
 }
 
 TEST_F(PropertyStoreTest, AWriteWithoutAnOwnerIsTakenOver) {
@@ -84,10 +86,23 @@ TEST_F(PropertyStoreTest, IsBounded) {
     EXPECT_TRUE(told_.ends_with("refused")) << told_.substr(told_.size() - 40);
     store_->Handle(1, {Type::Subscribe, {std::string(1000, 'C'), "G", "P"}});
     EXPECT_TRUE(told_.ends_with("refused"));
+    store_->Remove(1);
+    told_.clear();
+    store_->Handle(2, {Type::Subscribe, {"C", "G", "New"}});
+    EXPECT_EQ(told_, "2:New absent") << "names that nobody holds are forgotten";
+}
+
+TEST_F(PropertyStoreTest, AWriteTakesThePlaceOfTheOneBefore) {
+    std::string const large(PropertyStore::MostBytes / 2, 'x');
+    Do(1, Type::Publish, "a");
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(Do(1, Type::Set, large), "1:P taken");
+    Do(1, Type::Set, "b");
+    store_->Handle(1, {Type::Set, {"C", "G", "Q"}, large + large.substr(1)});
+    EXPECT_EQ(std::exchange(told_, {}), "1:Q taken");
 }
 
 TEST_F(PropertyStoreTest, AnyGarbageInTheArchiveIsPassedOver) {
-    for (char const* const text : {"[", "{}", "[1,[2],[1,2,3,4,5]]", "\xFF"}) {
+    for (char const* const text : {"[", "{}", "[1,[2],[1,2,3,4,5]]", R"([["C","G","P","v","written","x"]])", "\xFF"}) {
         WriteFileAtomically(folder_ / "archive", text);
         Start();
         EXPECT_EQ(Do(2, Type::Subscribe), "2:P absent") << text;

@@ -8,6 +8,7 @@
 
 #include "desktop/Desk.h"
 #include "desktop/serve/HostAnswers.h"
+#include "jobhost/model/PrintStream.h"
 
 namespace {
 
@@ -111,8 +112,9 @@ TEST(StreamWatch, TellsWhatOutlastsAStream) {
     EXPECT_EQ(lasting("^XA^CI28^XZ\xEF\xBB\xBF").encoding, Encoding::Utf8);
     EXPECT_EQ(lasting("^XA^CI28^XZ^XA^CI0^XZ").encoding, Encoding::SingleByte);
     EXPECT_EQ(lasting("^CI28^XA^XZ").encoding, Encoding::SingleByte) << "nor outside of labels";
-    for (auto const* const unused : {"^XA^DFR:A^CI28^XZ", "^XA^CI28~JX^XZ", "^XA^CI99999999999^CI28^XZ", "^XA~CI28^XZ"})
+    for (auto const* const unused : {"^XA^DFR:A^CI28^XZ", "^XA^CI28~JX^XZ", "^XA^CI28,0^CI0^XZ", "^XA~CI28^XZ"})
         EXPECT_EQ(lasting(unused).encoding, Encoding::SingleByte) << unused;
+    EXPECT_EQ(Watched("^XA^HH^XZ^XA^FX^HH^XZ^XA^HH^FDa^XZ", 3).Labels(), 1U) << "questions in formats are no labels";
     EXPECT_EQ(lasting("^CC/").formatPrefix, '/');
     EXPECT_EQ(lasting("^CD;^CT,").controlPrefix, ',');
 }
@@ -148,6 +150,10 @@ std::string RandomStream(std::mt19937& random) {
         "~JX",
         "^DFR:A",
         "^PQ2",
+        "^FO.",
+        "^PQ99999999999",
+        "^CI99999999999",
+        "^CI28,99999999999,1",
         "/XA",
         "/XZ",
         "~XZ",
@@ -176,17 +182,17 @@ TEST(StreamWatch, AgreesWithTheHost) {
         StreamState state;
         for (int stream = 0; stream < 3; ++stream) {
             std::string const bytes = RandomStream(random);
-            auto const session = desk.MakeSession();
+            Zpl::Host::PrintStream host([&] { return desk.MakeSession(); });
             StreamWatch watch(state);
             for (std::size_t at = 0; at < bytes.size();) {
                 std::size_t const piece = 1 + random() % 7;
                 auto const chunk = std::string_view(bytes).substr(at, piece);
-                for (std::string_view rest = chunk; !rest.empty();)
-                    rest = session->Consume(rest, false, false).remaining;
+                for (std::string_view rest = chunk; !rest.empty();) rest = host.Consume(rest, false, false).remaining;
                 for (std::size_t read = 0; read < chunk.size();) read += watch.Read(chunk.substr(read)).read;
                 at += chunk.size();
-                bool const justOpen = !session->IsInFormat() && watch.InFormat();
-                ASSERT_TRUE(session->IsInFormat() == watch.InFormat() || justOpen)
+                bool const isInFormat = host.Current().IsInFormat();
+                bool const justOpen = !isInFormat && watch.InFormat();
+                ASSERT_TRUE(isInFormat == watch.InFormat() || justOpen)
                     << round << ": " << testing::PrintToString(bytes.substr(0, at));
                 ASSERT_FALSE(justOpen && watch.SafeCut() + 3 > at) << testing::PrintToString(bytes.substr(0, at));
             }

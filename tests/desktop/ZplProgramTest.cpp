@@ -122,6 +122,18 @@ TEST_F(ZplProgram, ReadsBackThePagesOfAnEngineThatKeepsNone) {
     EXPECT_EQ(page->PageSize(), (Scripting::Extent{20, 6}));
     EXPECT_EQ(page->PackedRows(), FromHex("86bd400ddef00f7b809d0f0034b280b238f0"));
     for (std::size_t size = 0; size < file.size() - 20; ++size) EXPECT_FALSE(PageFile::Parse(file.substr(0, size)));
+    // 24 x 12 pixels of noise, each row by the filter of the nearest neighbour.
+    auto noise = PageFile::Parse(FromHex(
+        "89504e470d0a1a0a0000000d49484452000000180000000c0100000000504b40d8000000324944415478da05c19102c0401043c1c08b9c"
+        "ac54faff1f57a9ac442237c3932123a63fc9cbfae338d8c52bac6125da30ea05890510221919d41a0000000049454e44ae426082"));
+    ASSERT_TRUE(noise);
+    EXPECT_EQ(noise->PackedRows(), FromHex("ebf5e6f5e6e6e6ebfff0fae6fffafff5f0faf0ebffebfaffe6faf0f5faf0fafffaebebf0"));
+    // Bits, colours, compression, filters and interlace stand behind width and height.
+    for (std::size_t at = 24; at < 29; ++at) {
+        auto other = file;
+        other[at] = at == 24 ? 8 : 2;
+        EXPECT_FALSE(PageFile::Parse(other)) << at;
+    }
 }
 
 TEST_F(ZplProgram, KeepsTheJobFolder) {
@@ -135,6 +147,14 @@ TEST_F(ZplProgram, KeepsTheJobFolder) {
         EXPECT_TRUE(std::filesystem::exists(folders[0] / name)) << name;
     EXPECT_THAT(run.out, HasSubstr("/1  203 x 203  copy 2 of 2"));
     EXPECT_THAT(run.out, HasSubstr("/2  50 x 60  copy 1 of 1"));
+    EXPECT_THAT(Render("^XA^PQ3^FDx^FS^XZ^XA^FDy^FS^XZ", "--job --copies 2 --out few").out,
+                testing::AllOf(HasSubstr("/1  203 x 203  copy 2 of 3"), HasSubstr("/3  203 x 203  copy 1 of 1")));
+    Render("^XA^PQ2^FO9,9^A0N,40^FN1^FS^RFR,H,0,2^FN1^FS^XZ", "--job --tag epc=3034 --out tags");
+    Render("^XA^FO9,9^A0N,40^FD3034^FS^XZ", "--job --out plain");
+    auto const pageOf = [this](char const* folder, char const* page) {
+        return ReadRegularFile(std::filesystem::directory_iterator(folder_ / folder)->path() / page);
+    };
+    for (char const* const page : {"0", "1"}) EXPECT_EQ(pageOf("tags", page), pageOf("plain", "0")) << page;
     EXPECT_THAT(Render("^XA^PQ99999999,1,0,N^FDx^FS^XZ", "--job --copies 1").err,
                 HasSubstr("zpl: the job pauses more"));
 }
@@ -300,6 +320,25 @@ TEST_F(ZplProgram, AFullDiskKeepsWhatIsFinishedAndLeavesNothingHalf) {
     EXPECT_EQ(run.code, 2);
     EXPECT_EQ(run.err, "zpl: cannot write in-2.png: File too large\n");
     EXPECT_EQ(Files(), std::vector<std::string>{"in-1.png"});
+    auto const job = Run("render in.zpl --size 1x1in --job --out jobs", "trap '' XFSZ; ulimit -f 8;");
+    EXPECT_EQ(job.code, 2);
+    EXPECT_THAT(job.err, HasSubstr("/1: File too large\n"));
+}
+
+TEST_F(ZplProgram, EndsWithTheWorstOfSeveralInputs) {
+    WriteFileAtomically(folder_ / "fine.zpl", "^XA^FDx^FS^XZ");
+    WriteFileAtomically(folder_ / "bad.zpl", "^XA^ZZ^FDx^FS^XZ");
+    WriteFileAtomically(folder_ / "none.zpl", "^XA^XZ");
+    for (auto const& [inputs, code] : {std::pair("fine.zpl bad.zpl none.zpl", 3),
+                                       {"bad.zpl fine.zpl", 3},
+                                       {"none.zpl fine.zpl", 0},
+                                       {"fine.zpl none.zpl", 0},
+                                       {"none.zpl", 1},
+                                       {"bad.zpl missing.zpl", 2},
+                                       {"missing.zpl bad.zpl", 2}}) {
+        EXPECT_EQ(Run("render --strict " + std::string(inputs)).code, code) << inputs;
+        EXPECT_EQ(Run("check --strict " + std::string(inputs)).code, code) << inputs;
+    }
 }
 
 TEST_F(ZplProgram, EndsWhenNobodyReadsItsLines) {

@@ -63,6 +63,10 @@ constexpr DrawRow Rows[] = {
     {"template reads its own hex", "^FO1,2^FH^FN1^FS^FN1^FD_41^FS", "text 1,2 'A' A 1x1\n"},
     {"template reads its clock behind the filling field's hex", "^FO1,2^FC%^FN1^FS^FN1^FH^FD_41 %Y^FS",
      "text 1,2 'A 2024' A 1x1\n"},
+    {"template shows the time of the filling field", "^FO1,2^FC%^FN1^FS^ST1,1,2030^FN1^FD%Y^FS",
+     "text 1,2 '2030' A 1x1\n"},
+    {"variable data fill a template", "^FO1,2^FN1^FS^FN1^FVx^FS^FN1^FDy^FS",
+     "text 1,2 'x' A 1x1 variable\ntext 1,2 'y' A 1x1\n"},
     {"clock of the filling field is read once", "^FO1,2^FC#^FN1^FS^FN1^FC%,^FD%Y #Y^FS", "text 1,2 '2024 #Y' A 1x1\n"},
     {"font of one filling field is not the next one's", "^FO1,2^ABN,11,7^FN1^FS^FN1^AD^FDx^FS^FN1^FDy^FS",
      "text 1,2 'x' D 1x1\ntext 1,2 'y' B 1x1\n"},
@@ -74,6 +78,15 @@ constexpr DrawRow Rows[] = {
     {"template of a box", "^FO1,2^GB5,6,1^FN1^FS^FN1^FDx^FS", "box 1,2 5x6 border 1\n"},
 };
 TEST(FieldData, Draws) { ExpectDrawings(Rows); }
+
+TEST(FieldData, LongSerialMasksAreIgnored) {
+    for (std::size_t const length : {2999U, 3000U}) {
+        FieldBench bench;
+        bench.processor.SetCurrentLabelNumber(1);
+        std::string const drawn = bench.Run("^FO1,2^FD8^SF" + std::string(length, 'd') + ",1^FS");
+        EXPECT_EQ(drawn, length == 2999 ? "text 1,2 '9' A 1x1\n" : "text 1,2 '8' A 1x1\n");
+    }
+}
 
 // What a host most likely did not mean is drawn by the letter, and told once a field.
 TEST(FieldData, TellsWhatIsPlainlyMeantOtherwise) {

@@ -7,6 +7,8 @@
 #include "fields/placement/FieldTransform.h"
 #include "fields/placement/RenderPoints.h"
 #include "fields/placement/TextRenderPoints.h"
+#include "fields/text/TextPlacementCorrection.h"
+#include "foundation/Files.h"
 #include "frontend/context/ZplContextKeys.h"
 
 using namespace ZplCore;
@@ -60,65 +62,6 @@ TEST(FieldTransform, ABoxOfOneDotStaysOnItsOrigin) {
         EXPECT_EQ(GetFieldLocalToGlobalTransform({7, 9}, {1, 1}, orientation).offset, ZplPoint(7, 9));
 }
 
-struct CompleteRow {
-    int orientation;
-    Baseline baseline;
-    Justification justification;
-    ZplPoint corner;  ///< where the local corner (0, 0) lands
-};
-
-// A box of 30 x 8 at (100, 50), with a shift of (2, 3).
-constexpr CompleteRow CompleteRows[] = {
-    {0, Top, Left, {102, 53}},      {0, Top, Right, {72, 53}},      {0, Bottom, Left, {102, 46}},
-    {0, Bottom, Right, {72, 46}},   {90, Top, Left, {104, 52}},     {90, Top, Right, {97, 52}},
-    {90, Bottom, Left, {104, 52}},  {90, Bottom, Right, {104, 22}}, {180, Top, Left, {127, 54}},
-    {180, Top, Right, {97, 54}},    {180, Bottom, Left, {97, 54}},  {180, Bottom, Right, {127, 54}},
-    {270, Top, Left, {103, 77}},    {270, Top, Right, {95, 77}},    {270, Bottom, Left, {96, 47}},
-    {270, Bottom, Right, {96, 77}}, {0, Top, Auto, {102, 53}},
-};
-
-TEST(FieldTransform, PlacesByBaselineJustificationAndShift) {
-    for (auto const& row : CompleteRows) {
-        auto const transform =
-            GetFieldLocalToGlobalTransform({100, 50}, {30, 8}, Turn(row.orientation), row.baseline, row.justification,
-                                           [](auto...) { return ZplPoint(2, 3); });
-        EXPECT_EQ(transform * ZplPoint(), row.corner)
-            << row.orientation << " baseline " << static_cast<int>(row.baseline) << " justification "
-            << static_cast<int>(row.justification);
-    }
-}
-
-struct RenderRow {
-    int orientation;
-    Baseline baseline;
-    Justification justification;
-    ZplPoint render;
-    ZplPoint next;
-};
-
-TEST(RenderPoints, KeepTheUnevennessOfTheirTable) {
-    constexpr RenderRow Rows[] = {
-        {0, Top, Left, {0, 0}, {30, 7}},        {0, Bottom, Auto, {0, -7}, {0, 0}},
-        {90, Bottom, Left, {0, 0}, {30, 7}},    {180, Top, Right, {0, 0}, {-1, 7}},
-        {180, Bottom, Left, {30, 0}, {59, 7}},  {270, Top, Right, {0, 0}, {-1, 8}},
-        {270, Top, Auto, {0, 0}, {-1, 7}},      {270, Bottom, Right, {30, -7}, {29, 0}},
-        {270, Bottom, Left, {30, -7}, {59, 0}}, {180, Bottom, Auto, {30, 0}, {29, 7}},
-    };
-    for (auto const& row : Rows) {
-        auto const [render, next] =
-            Rendering::GenerateRenderPoints(Turn(row.orientation), row.baseline, row.justification, 30, 8);
-        EXPECT_EQ(render, row.render) << row.orientation;
-        EXPECT_EQ(next, row.next) << row.orientation;
-    }
-}
-
-TEST(RenderPoints, JustifyRightByOneDotMoreAt270Degrees) {
-    EXPECT_EQ(Rendering::GenerateLocalJustificationFactor(Turn(90), Top, Right, 30, 8), ZplPoint(-7, 0));
-    EXPECT_EQ(Rendering::GenerateLocalJustificationFactor(Turn(270), Top, Right, 30, 8), ZplPoint(-8, 0));
-    EXPECT_EQ(Rendering::GenerateLocalJustificationFactor(Turn(270), Bottom, Right, 30, 8), ZplPoint(-30, 0));
-    EXPECT_EQ(Rendering::GenerateLocalJustificationFactor(Turn(90), Top, Auto, 30, 8), ZplPoint());
-}
-
 /// The two ways to the next point of a barcode, as a closure and by the table, have to agree where both are used.
 TEST(RenderPoints, LocalNextPointAgreesWithTheTableForTheTopBaseline) {
     ContextProcessor processor("");
@@ -127,82 +70,70 @@ TEST(RenderPoints, LocalNextPointAgreesWithTheTableForTheTopBaseline) {
         for (auto const justification : {Left, Right, Auto}) {
             processor.set(ContextProcessor::ElementContext, ZplContextKeys::FieldOrientation, orientation);
             processor.set(ContextProcessor::ElementContext, ZplContextKeys::FieldJustification, justification);
-            EXPECT_EQ(Rendering::CreateLocalNextPoint(processor, 30, 8, {}),
-                      Rendering::GenerateRenderPoints(orientation, Top, justification, 30, 8).second)
+            auto const next = Rendering::GenerateRenderPoints(orientation, Top, justification, 30, 8).second;
+            EXPECT_EQ(Rendering::CreateLocalNextPoint(processor, 30, 8, {}), next)
                 << static_cast<int>(orientation) << " " << static_cast<int>(justification);
+            auto const shift = [](auto...) { return ZplPoint(2, 3); };
+            EXPECT_EQ(Rendering::CreateLocalNextPoint(processor, 30, 8, shift), next + ZplPoint(2, 3));
         }
     }
 }
 
-struct TextRow {
-    Justification justification;
-    int orientation;
-    Baseline baseline;
-    Direction direction;
-    ZplPoint render;
-    ZplPoint next;
-};
+std::string Text(ZplPoint p) { return std::to_string(p.x) + "," + std::to_string(p.y); }
 
-constexpr auto Horizontal = Direction::Horizontal;
-constexpr auto Vertical = Direction::Vertical;
-constexpr auto Reverse = Direction::Reverse;
-
-TEST(TextRenderPoints, KeepTheUnevennessOfTheirTable) {
-    // U 15, D 5, W 100, H 20, T 2, X 3, A 10, S 4
-    constexpr TextRow Rows[] = {
-        {Left, 0, Top, Horizontal, {0, 0}, {100, 14}},       {Left, 0, Bottom, Reverse, {0, -14}, {-86, 0}},
-        {Left, 90, Bottom, Vertical, {0, 5}, {90, 19}},      {Left, 180, Top, Reverse, {4, 0}, {-82, 14}},
-        {Left, 180, Bottom, Horizontal, {99, 5}, {199, 19}}, {Left, 270, Bottom, Reverse, {99, -14}, {13, 0}},
-        {Right, 90, Top, Horizontal, {0, 0}, {0, 13}},       {Right, 90, Bottom, Vertical, {0, 5}, {12, 19}},
-        {Right, 180, Top, Horizontal, {0, 0}, {8, 14}},      {Right, 180, Bottom, Reverse, {98, 5}, {110, 19}},
-        {Right, 270, Top, Horizontal, {0, 0}, {5, 15}},      {Right, 270, Top, Reverse, {-1, 0}, {27, 15}},
-        {Auto, 180, Top, Reverse, {0, 0}, {-86, 14}},        {Auto, 270, Bottom, Vertical, {99, -14}, {189, 0}},
-    };
-    for (auto const& row : Rows) {
-        auto const [render, next] = Rendering::GenerateTextRenderPoints(
-            Turn(row.orientation), row.baseline, row.justification, row.direction, 15, 5, 100, 20, 2, 3, 10, 4);
-        EXPECT_EQ(render, row.render) << row.orientation << " " << static_cast<int>(row.direction);
-        EXPECT_EQ(next, row.next) << row.orientation << " " << static_cast<int>(row.direction);
-    }
+/// What the tables say of a box, as a line of the file.
+std::string BoxLine(ZplOrientation orientation, Baseline baseline, Justification justification) {
+    constexpr int W = 1009, H = 211;
+    auto const [render, next] = Rendering::GenerateRenderPoints(orientation, baseline, justification, W, H);
+    auto const transform = GetFieldLocalToGlobalTransform({100, 50}, {W, H}, orientation, baseline, justification,
+                                                          [](auto...) { return ZplPoint(2, 3); });
+    return Text(render) + " " + Text(next) + "; " +
+           Text(Rendering::GenerateLocalJustificationFactor(orientation, baseline, justification, W, H)) + "; " +
+           Text(transform * ZplPoint());
 }
 
-TEST(TextRenderPoints, EveryCombinationHasItsRow) {
-    for (auto const justification : {Left, Right, Auto}) {
+/// What they say of text of one direction.
+std::string TextLine(ZplOrientation orientation, Baseline baseline, Justification justification, Direction direction) {
+    constexpr int W = 1009, H = 211, U = 157, D = 37, T = 7, X = 19, A = 83, S = 5;
+    auto const [render, next] =
+        Rendering::GenerateTextRenderPoints(orientation, baseline, justification, direction, U, D, W, H, T, X, A, S);
+    std::string line = Text(render) + " " + Text(next) + "; " +
+                       Text(Rendering::GenerateLocalTextJustificationFactor(orientation, baseline, justification,
+                                                                            direction, H, W, A, T, S));
+    Sketching::TextMeasures measures{.width = W, .height = H, .ascent = U, .descent = D, .leading = 23};
+    measures.averageWidth = A;
+    measures.tail = T;
+    for (bool const needsGlyphAdjustment : {false, true}) {
+        auto const correct = [&](unsigned magnification) {
+            return Sketching::CorrectTextPlacement({{}, orientation, baseline, justification}, {direction, S}, measures,
+                                                   magnification, needsGlyphAdjustment, {311, 41});
+        };
+        line += "; " + Text(correct(2).justification) + " " + std::to_string(correct(2).extra) + " " +
+                std::to_string(correct(T).extra);
+    }
+    return line;
+}
+
+// A line of Placement.txt is justification, orientation, baseline and what stands there, then where it is drawn, where
+// the next field starts, and the factor of justification; for a box also where its corner lands on the page, with a
+// shift of its symbology; for text also the factor and the extra shift (with a magnification of 2, and with one of the
+// tail) as they are corrected in fonts that fill their cells, and in others.
+TEST(Placement, IsThatOfTheFileInEveryCombination) {
+    std::string lines;
+    for (auto const& [justification, side] : {std::pair(Left, "left"), {Right, "right"}, {Auto, "auto"}}) {
         for (auto const orientation : Orientations) {
-            for (auto const baseline : {Top, Bottom}) {
-                for (auto const direction : {Horizontal, Vertical, Reverse}) {
-                    auto const points = Rendering::GenerateTextRenderPoints(
-                        orientation, baseline, justification, direction, 1000, 100, 50000, 20000, 3, 7, 11, 13);
-                    EXPECT_NE(points.second, ZplPoint());
-                }
+            for (auto const& [baseline, row] : {std::pair(Top, "top"), {Bottom, "bottom"}}) {
+                std::string const place =
+                    std::string(side) + " " + std::to_string(static_cast<int>(orientation)) + " " + row + ", ";
+                lines += place + "box: " + BoxLine(orientation, baseline, justification) + "\n";
+                for (auto const& [direction, name] : {std::pair(Direction::Horizontal, "horizontal"),
+                                                      {Direction::Vertical, "vertical"},
+                                                      {Direction::Reverse, "reverse"}})
+                    lines += place + name + ": " + TextLine(orientation, baseline, justification, direction) + "\n";
             }
         }
     }
-}
-
-TEST(TextRenderPoints, JustificationFactors) {
-    struct Row {
-        int orientation;
-        Baseline baseline;
-        Justification justification;
-        Direction direction;
-        ZplPoint factor;
-    };
-    // W 100, H 20, A 10, T 2, S 4
-    constexpr Row Rows[] = {
-        {0, Top, Left, Reverse, {0, 0}},         {0, Top, Right, Reverse, {72, 0}},
-        {90, Top, Right, Vertical, {-20, 0}},    {180, Top, Left, Reverse, {-91, 0}},
-        {180, Top, Auto, Reverse, {-91, 0}},     {180, Top, Right, Horizontal, {-92, 0}},
-        {180, Bottom, Right, Reverse, {67, 0}},  {270, Top, Left, Reverse, {0, -91}},
-        {270, Top, Auto, Reverse, {0, 0}},       {270, Top, Right, Vertical, {-20, 5}},
-        {270, Top, Right, Reverse, {-20, -166}}, {270, Bottom, Right, Vertical, {-104, 0}},
-    };
-    for (auto const& row : Rows) {
-        EXPECT_EQ(Rendering::GenerateLocalTextJustificationFactor(Turn(row.orientation), row.baseline,
-                                                                  row.justification, row.direction, 20, 100, 10, 2, 4),
-                  row.factor)
-            << row.orientation << " " << static_cast<int>(row.direction);
-    }
+    EXPECT_EQ(lines, ReadRegularFile("tests/fields/Placement.txt"));
 }
 
 }  // namespace

@@ -126,16 +126,6 @@ TEST(GraphicData, InflatesNoMoreThanThePictureHolds) {
     EXPECT_EQ(bench.reports.size(), 4U);  // damaged, and ended early
 }
 
-TEST(Base64, ReadsWhatItWrites) {
-    std::mt19937 random(1);
-    for (std::size_t size = 0; size < 70; ++size) {
-        std::string bytes(size, '\0');
-        for (char& c : bytes) c = static_cast<char>(random());
-        EXPECT_EQ(Base64::DecodeLeniently(Base64::Encode(bytes)), bytes);
-    }
-    EXPECT_EQ(Base64::DecodeLeniently("Zm 9v\nYg==x"), "foob");
-}
-
 /// A slow reader of the repeat codes, digit by digit, to compare with.
 std::string DecodeSlowly(std::string_view data, unsigned rowCount, unsigned bytesPerRow) {
     std::string digits;

@@ -58,13 +58,4 @@ TEST(UnitConversion, ReadsTheUnitWhenItIsApplied) {
     EXPECT_EQ(scaled(7), 14U);
 }
 
-TEST(UnitConversion, HugeValuesStayDefined) {
-    FieldBench bench(600);
-    bench.processor.set(ContextProcessor::SystemContext, ZplContextKeys::UnitOfMeasure, Inches);
-    for (double const value : {1e18, -1e18, 1.7e308, -1.7e308}) {
-        ToDots(bench.processor)(value);
-        ToDotsScaled(bench.processor)(value);
-    }
-}
-
 }  // namespace

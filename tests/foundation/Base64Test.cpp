@@ -32,7 +32,9 @@ TEST(Base64, ReturnsWhatItWasGiven) {
         std::string bytes(length, '\0');
         for (char& byte : bytes) byte = static_cast<char>(random());
         EXPECT_EQ(Base64::Decode(Base64::Encode(bytes)), bytes);
+        EXPECT_EQ(Base64::DecodeLeniently(Base64::Encode(bytes)), bytes);
     }
+    EXPECT_EQ(Base64::DecodeLeniently("Zm 9v\nYg==x"), "foob");
 }
 
 }  // namespace

@@ -33,8 +33,8 @@ std::string Dump(FormatCommands const& commands) {
 
 TEST(FormatCommands, GiveBackWhatWasAppended) {
     std::vector<ZplCommand> const commands = {
-        {"FO", false, {"10", "20"}, ',', 7},
-        {"FS", false, {}, ',', 0xFFFF'FFFF'FFFF},
+        {"FO", false, {"10", "20"}, ',', 7, 9},
+        {"FS", false, {}, ',', 0xFFFF'FFFF'FFFF, 3},
         {"\xC3\xA9", true, {"", "", std::string(100'000, 'x'), ""}, ';'},
         {"X\xF0\x9F\x98\x80", false, {std::string_view("\0\xFF", 2)}, '\0', 0},
     };
@@ -45,14 +45,18 @@ TEST(FormatCommands, GiveBackWhatWasAppended) {
     list.Append(commands[3]);
     auto const recalled = std::make_shared<PackedCommands>();
     for (auto const& command : commands) recalled->Append(command);
-    list.AppendRecalled(recalled, 99);
+    list.AppendRecalled(recalled, 99, 8, "R/A.ZPL");
     EXPECT_EQ(copy.size(), 1001U);
     ASSERT_EQ(list.size(), 1005U);
     int index = 0;
     for (auto const& command : list) {
         ZplCommand expected = commands[static_cast<std::size_t>(index % 13 == 0 ? 2 : index) % 4];
         if (index >= 1000) expected = commands[static_cast<std::size_t>(index + 3) % 4];
-        if (index > 1000) expected.offset = 99;
+        if (index > 1000) {
+            expected.stored = StoredPlace{"R/A.ZPL", expected.offset.value_or(0), expected.length};
+            expected.offset = 99;
+            expected.length = 8;
+        }
         ASSERT_EQ(command, expected) << index;
         ++index;
     }

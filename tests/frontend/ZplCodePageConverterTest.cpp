@@ -59,6 +59,7 @@ TEST(ZplCodePageConverter, ConvertsToUtf8) {
         {2, "#~", "£‾"},
         {13, "#@[\\]^`{|}~\x9C\xE1", "#@[\\]^`{|}~£ß"},
         {27, "\x80\xE4\x81\xFC", "€äü"},  // 81h is no character
+        {27, "\x15", "\x15"},             // the euro stands here only in the sets of code page 850
         {31, "\xF5", "ő"},
         {33, "\xCF\xF0", "Пр"},
         {34, "\xE1", "α"},

@@ -227,18 +227,22 @@ TEST(ZplTokenizer, GoesOnBehindAFlush) {
     EXPECT_EQ(dump, "^FO[1] ^[2][3] ^FS ^ ^GF[B][1][3][1][a] ^[bc] ^XZ ~SD[1] ^[55] ^PQ ");
 }
 
-TEST(ZplTokenizer, TellsWhereCommandsWereOpened) {
-    std::string const input = "\r\n^XA^^FO1,2~SD15.5 ^GFB,1,2,1,^^ ^XZ" + "\xFF\xFE"s + Utf16(u"^FS^XZ", false);
-    std::string const expected = "XA2 FO6 SD12 SD12 GF20 XZ34 FS39 XZ45 ";
+TEST(ZplTokenizer, TellsWhereCommandsStand) {
+    std::string const input = "\r\n^XA^^FO1,2~SD15.5 ^GFB,1,2,1,^^ ^XZ" + "\xFF\xFE"s + Utf16(u"^FS^XZ^FDx", false);
+    std::string const expected = "XA2+3 FO6+6 SD12+5 SD12+7 GF20+13 XZ34+3 FS39+6 XZ45+6 FD51+8 ";
     for (std::size_t cut = 0; cut < input.size(); ++cut) {
         ZplTokenizer tokenizer;
         std::string offsets;
         auto encoding = Encoding::SingleByte;
-        for (auto const& chunk : {input.substr(0, cut), input.substr(cut)}) {
+        for (bool const isLast : {false, true}) {
+            auto const chunk = isLast ? input.substr(cut) : input.substr(0, cut);
             for (std::size_t position = 0; position < chunk.size();) {
-                auto [next, command] = tokenizer.TokenizeString(chunk, position, '^', '~', ',', false, encoding);
+                auto [next, command] = tokenizer.TokenizeString(chunk, position, '^', '~', ',', isLast, encoding);
                 encoding = next;
-                if (command) offsets += command->command + std::to_string(tokenizer.CommandOffset()) + ' ';
+                if (!command) continue;
+                EXPECT_EQ(command->offset, tokenizer.CommandOffset());
+                offsets += command->command + std::to_string(tokenizer.CommandOffset()) + "+" +
+                           std::to_string(command->length) + " ";
             }
         }
         EXPECT_EQ(offsets, expected) << "cut at " << cut;

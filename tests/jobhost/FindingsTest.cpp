@@ -67,6 +67,32 @@ TEST(Findings, TellWhatACommandDoesElsewhereAndWhetherItCounts) {
     }
 }
 
+TEST(Findings, TellACommandOnceAndAFaultOfAFieldInEachLabel) {
+    Findings findings("");
+    for (std::uint64_t format = 0; format < 3; ++format) {
+        findings.AddUnknownCommand({"MN", false, {}}, format, format);
+        findings.AddUnknownCommand({"QQ", false, {}}, format, format);
+        findings.AddReport(LogTopic::BarcodeRefused, "refused", format, format);
+    }
+    std::string kinds;
+    for (auto const& finding : findings.List()) kinds += std::string(NameOf(finding.kind)) + ' ';
+    EXPECT_EQ(kinds, "barcode-refused setup-command unknown-command barcode-refused barcode-refused ");
+}
+
+TEST(Findings, HaveAKindThatSaysWhetherTheyAreFaults) {
+    for (auto const& [topic, kind, isFault] : {std::tuple(LogTopic::BarcodeRefused, "barcode-refused", true),
+                                               {LogTopic::NotDrawn, "barcode-refused", true},
+                                               {LogTopic::BarcodeCut, "barcode-cut", true},
+                                               {LogTopic::Dropped, "dropped", true},
+                                               {LogTopic::OffPage, "off-page", false},
+                                               {LogTopic::Data, "notice", false}}) {
+        Findings findings("");
+        findings.AddReport(topic, "text", 0);
+        EXPECT_EQ(NameOf(findings.List().at(0).kind), kind);
+        EXPECT_EQ(findings.HasFaults(), isFault) << kind;
+    }
+}
+
 TEST(Findings, OfANoticeAreNoFaultAndNeverHideOne) {
     Findings findings("");
     for (int i = 0; i < 2000; ++i) findings.AddNotice("notice " + std::to_string(i), 1);

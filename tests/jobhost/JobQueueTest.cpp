@@ -89,7 +89,7 @@ TEST_F(JobQueueTest, AnUnpauseBehindTheLastPageEndsTheJob) {
 
 TEST_F(JobQueueTest, StepsBehindAPauseRenderAgainAndStepsBeforeDoNot) {
     auto const job = Enqueue({{200}});
-    Status(job, JobStatusChangedEvent::Streaming, 1);
+    Status(job, JobStatusChangedEvent::Streaming, 50);
     Status(job, JobStatusChangedEvent::Paused, 1);
     EXPECT_EQ(RunSteps(), "paused 1 2") << "the flag is set before the first step runs";
     Status(job, JobStatusChangedEvent::Streaming, 198);
@@ -150,6 +150,8 @@ TEST_F(JobQueueTest, ClosesAJobWithoutAFolder) {
     jobs_.makesFolders = false;
     queue_.Enqueue(jobs_.Make({{3}}), "name", false);
     EXPECT_EQ(RunSteps(), "start:name close");
+    queue_.Cleanup();
+    EXPECT_EQ(RunSteps(), "") << "it is closed once";
     jobs_.makesFolders = true;
     auto const job = Enqueue({{1}});
     Status("", JobStatusChangedEvent::Done, 0);

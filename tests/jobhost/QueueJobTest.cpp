@@ -58,6 +58,17 @@ TEST_F(QueueJobTest, APauseTakesThePlaceOfTheEndOfTheSpan) {
     EXPECT_EQ(jobs_.Calls(), "4 page:1 5 page:1");
 }
 
+TEST_F(QueueJobTest, ASpanBehindAPauseIsWholeThoughRenderingCatchesUp) {
+    QueueJob job = Started({{4, true}, {5}});
+    job.Render(0, 9, stop_);
+    EXPECT_EQ(jobs_.Calls(), "0 page:0 1 page:0 2 page:0 3 page:0");
+    job.DeletePages();
+    job.Render(2, 1, stop_);
+    jobs_.Calls();
+    job.Render(5, 2, stop_);
+    EXPECT_EQ(jobs_.Calls(), "4 page:1 5 page:1 6 page:1");
+}
+
 TEST_F(QueueJobTest, StopsBehindThePageUnderWay) {
     QueueJob job = Started({{9}});
     job.Render(0, 2, stop_);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <numeric>
 
 #include "foundation/Files.h"
@@ -59,6 +60,14 @@ TEST_F(SessionTest, LabelsComeOutOfStreams) {
         {"a saved picture that is not printed", "^XA^FDa^FS^ISR:P.GRF,N^XZ^XA^XGR:P.GRF^FS^XZ", {""}},
         {"the first command behind a change of encoding", "^XA^CI28^XZ^XA^FDa^FS^XZ^XA^FDb^FS^XZ", {"a", "b"}},
         {"a byte order mark", "\xEF\xBB\xBF^XA^CI28^FD\xC3\xA9^FS^XZ", {"\xC3\xA9"}},
+        {"a byte order mark alone, to the end of its stream",
+         "\xEF\xBB\xBF^XA^FD\xC3\xA9^FS^XZ^XA^FD\xC3\xA8^FS^XZ",
+         {"\xC3\xA9", "\xC3\xA8"}},
+        {"the next stream, in code page 850", "^XA^FD\x82^FS^XZ", {"\xC3\xA9"}},
+        {"prefixes and delimiter of one stream", "~CT+^CD;^CC/", {}},
+        {"are not those of the next", "^XA^FDx~JX^XZ^XA^FO1,2^SN7,3^FS^XZ", {"7"}},
+        {"an open format", "^XA^LL50^FDx^FS", {}, "", true},
+        {"is not that of the next stream", "^FDy^FS^XZ", {}},
     };
     for (auto const& row : rows) {
         SCOPED_TRACE(row.name);
@@ -142,6 +151,7 @@ TEST_F(SessionTest, SerialFieldsFollowTheCopyWhateverTheOrder) {
              {"^SN098,1,Y", {"098", "099", "100", "103", "099", "098"}},
              {"^SN5", {"5", "6", "7", "0", "6", "5"}},
              {"^FDAB7^SFAAd,1", {"AB7", "AB8", "AB9", "AC2", "AB8", "AB7"}},
+             {"^FN1^SFdd^FS^FN1^FD07", {"07", "08", "09", "12", "08", "07"}},
              {"^PQ9,0,2^SN1,1,N", {"1", "1", "2", "3", "1", "1"}},
          }) {
         SCOPED_TRACE(row.field);
@@ -155,6 +165,46 @@ TEST_F(SessionTest, SerialFieldsFollowTheCopyWhateverTheOrder) {
             texts.push_back(session->Target().GetLabelText());
         }
         EXPECT_EQ(texts, row.texts);
+    }
+}
+
+TEST_F(SessionTest, TheFirstCopyIsWhatTheStreamDrewWhereThatStillHolds) {
+    using Zpl::Host::Session;
+    struct Row {
+        char const* name;
+        std::string format;
+        bool isKept = false;
+        std::function<void(Session&, Zpl::Label&)> before = {};
+    };
+    for (auto const &row : std::vector<Row>{
+             {"nothing came between", "^FDa^FS", true},
+             {"the next label was drawn", "", false,
+              [](Session&session, auto&) { session.Consume("^XA^FDb^FS^XZ", false, true); }},
+             {"a blank page came between", "", false, [](auto&, Zpl::Label&label) { label.RenderBlank("", 0, false); }},
+             {"it is a page already", "", false, [](auto&, Zpl::Label&label) { label.RenderLabel("", 0, 0, false); }},
+             {"the media changed", "", false,
+              [](Session&session, auto&) {
+                  session.Target().LoadPart({1, 1});
+              }},
+             {"its tag has answered", "", false, [](auto&, Zpl::Label&label) { label.SetRfidReadResponse(0, {}); }},
+             {"each copy has its own time", "^SLT"},
+             {"it becomes a picture, which it may recall", "^ISR:P.GRF,Y"},
+         }) {
+        SCOPED_TRACE(row.name);
+        auto const session = desk_.MakeSession();
+        auto& target = session->Target();
+        target.KeepPages();
+        auto result = session->Consume("^XA" + row.format + "^FO40,40^FDa^FS^XZ", false, true);
+        Zpl::Label& label = std::get<1>(*result.label);
+        if (row.before) row.before(*session, label);
+        // A mark that the first copy alone shows, and only if it is not drawn anew.
+        target.DrawBox(0, 0, 8, 1, 1, 0);
+        label.RenderLabel("", 0, 0, true);
+        std::string first(target.PackedRows());
+        EXPECT_EQ(first[0] == '\xFF', row.isKept);
+        first[0] = '\0';
+        label.RenderLabel("", 0, 0, true);
+        EXPECT_EQ(target.PackedRows(), first);
     }
 }
 

@@ -60,6 +60,10 @@ TEST_F(StoredFormats, RecalledAfterARestartDrawWhatTheyWouldHaveDrawn) {
               "XZ",
               "^XA^XFE:T.ZPL^FN1^FD22^FS^FN2^FDone^FS^XZ",
               "^XA^FO9,9^FD22^FS^FO20,20^A0N,40,30^FDone^FS^FO20,80^BY2^BCN,60,N^FD22^FS^FO20,200^FD22^FS^XZ"},
+             {"two numbers with two fields each",
+              "^XA^DFE:T^FO9,9^FN1^FS^FO9,49^FN1^FS^FO9,89^FN2^FS^FO9,129^FN2^FS^XZ",
+              "^XA^XFE:T^FN1^FDone^FS^FN2^FDtwo^FS^XZ",
+              "^XA^FO9,9^FDone^FS^FO9,49^FDone^FS^FO9,89^FDtwo^FS^FO9,129^FDtwo^FS^XZ"},
              {"a raw picture", "^XA^DFE:T.ZPL^FO20,20^GFB,4,4,1,\xFF^,~^FS^XZ", "^XA^XFE:T.ZPL^XZ",
               "^XA^FO20,20^GFA,8,4,1,FF5E2C7E^FS^XZ"},
              {"a serial template", "^XA^DFE:T.ZPL^FO20,20^A0N,40,30^FN1^SFdd^FS^XZ", "^XA^XFE:T^FN1^FD07^FS^XZ",
@@ -121,6 +125,17 @@ TEST_F(StoredFormats, PicturesAreThoseOfTheTimeWhenTheFormatEnded) {
     }
 }
 
+// A label that waits to be drawn shares what it has recalled with others.
+TEST_F(StoredFormats, StoredAnewAreRecalledAnew) {
+    Desk desk{RenderOptions{}};
+    std::vector<Zpl::Label> waiting;
+    std::string stream;
+    for (char const* const text : {"a", "b", "b", "c"})
+        stream += "^XA^DFR:T^FD" + std::string(text) + "^FS^XZ^XA^XFR:T^XZ";
+    auto const run = RunStream(desk, stream, [&waiting](Zpl::Label& label, auto&) { waiting.push_back(label); });
+    EXPECT_EQ(Texts(run), (std::vector<std::string>{"a", "b", "b", "c"}));
+}
+
 TEST_F(StoredFormats, AThousandStandBesideEachOther) {
     std::string store;
     std::string recall;
@@ -148,6 +163,12 @@ TEST_F(StoredFormats, OneThatRecallsItselfEndsAtALimit) {
 TEST_F(StoredFormats, ReportDataThatARecallWouldReadAsCommands) {
     Start("^XA^CC/^DFx/DFE:T/FO9,9/FDa^b~c/FS/FO9,9/GFB,2,2,1,^~/FS/XZ");
     EXPECT_EQ(reports_, 1U);
+}
+
+TEST_F(StoredFormats, DataThatARecallReadsAsCommandsStoreNothing) {
+    Start("^XA^CC//DFE:T/FO9,9/FDa^FS^DFE:U^FDb/FS/XZ");
+    EXPECT_EQ(Start("^XA^XFE:T^XZ").labels.size(), 1U);
+    EXPECT_TRUE(Start("^XA^XFE:U^XZ").labels.empty());
 }
 
 TEST_F(StoredFormats, NamesStayInTheirFolder) {

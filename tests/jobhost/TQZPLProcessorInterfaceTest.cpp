@@ -5,6 +5,7 @@
 #include <QtCore/QCoreApplication>
 
 #include "PrintEngine/Printing/JobMetaData.h"
+#include "foundation/Files.h"
 #include "labels/Job.h"
 #include "propertybus/PICLServerAgent.h"
 #include "propertybus/PropertyIdentifiers.h"
@@ -35,7 +36,12 @@ public:
         if (event.status == 1) onPaused();
     }
     void Enqueue(Zpl::Job const& job, std::string_view name, bool) override {
-        calls_.push_back("enqueue " + std::string(name) + ' ' + std::to_string(job.Quantity()));
+        Zpl::Job started(job);
+        started.Start(name);
+        bool const flag = PrintEngine::Printing::JobMetaData::Read(started.JobPath()).value().flag;
+        std::string const origin = ReadRegularFile(started.JobPath() / Zpl::Job::OriginFileName);
+        calls_.push_back("enqueue " + std::string(name) + ' ' + std::to_string(job.Quantity()) + (flag ? " flag" : "") +
+                         (origin.empty() ? "" : " of packet " + origin));
         job.CloseNetwork();
     }
     void CancelAll() override { calls_.emplace_back("cancel all"); }
@@ -81,6 +87,8 @@ protected:
     TQZPLProcessorInterfaceTest() {
         MachineSettings machine;
         machine.formatsFolder = folder_.Path();
+        machine.jobsFolder = folder_ / "jobs";
+        machine.features.Add(std::string(FeatureNames::rfidEncoderSupport));
         machine.runningOnTarget = true;
         model_ = ZPLProcessorInterface::Create(manager_, std::make_shared<RecordingAgent>(calls_), machine);
         interface_ = std::make_shared<TQZPLProcessorInterface>(std::make_unique<RecordingQueue>(calls_), machine);
@@ -120,6 +128,13 @@ TEST_F(TQZPLProcessorInterfaceTest, CollectsTheLabelsOfAStream) {
     EXPECT_EQ(Send({1, 1, "^XA^FDb^FS^XZ"}), (Calls{Processing, "enqueue b 1", Done}));
 }
 
+TEST_F(TQZPLProcessorInterfaceTest, NothingOfAStreamStaysForTheNext) {
+    Connect();
+    EXPECT_EQ(Send({1, 1, "^XA^FDtag^FS^RFW^FDAA^FS^XZ^XA^FDlost^FS"}),
+              (Calls{Processing, "enqueue tag 1 flag", Done}));
+    EXPECT_EQ(Send({1, 1, "^FDx^FS^XZ^XA^FDb^FS^XZ"}), (Calls{Processing, "enqueue b 1", Done}));
+}
+
 TEST_F(TQZPLProcessorInterfaceTest, DropsWhatIsNoPacket) {
     Connect();
     for (std::string const& bad :
@@ -131,7 +146,7 @@ TEST_F(TQZPLProcessorInterfaceTest, DropsWhatIsNoPacket) {
 TEST_F(TQZPLProcessorInterfaceTest, TakesAPacketOfOneNumberOnce) {
     Connect();
     Packet const packet{1, 1, "^XA^FDa^FS^XZ", 7};
-    EXPECT_EQ(Send(packet), (Calls{Processing, "enqueue a 1", Done}));
+    EXPECT_EQ(Send(packet), (Calls{Processing, "enqueue a 1 of packet 7", Done}));
     EXPECT_EQ(Send(packet), Calls{Processing});
     EXPECT_EQ(Send({1, 1, packet.payload, 8}).size(), 3U);
 }

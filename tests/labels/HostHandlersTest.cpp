@@ -1,11 +1,12 @@
 #include <gtest/gtest.h>
 
+#include "PrintEngine/Printing/JobMetaData.h"
 #include "fields/data/HostQuestions.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "labels/HostStatus.h"
 #include "labels/Job.h"
-#include "tests/support/FakePrinterContext.h"
 #include "tests/support/StreamRun.h"
+#include "tests/support/TemporaryDirectory.h"
 
 namespace {
 
@@ -22,19 +23,40 @@ TEST(HostStatus, OfAnIdlePrinterIsTheKnownAnswer) {
               "0000,0\x03\r\n");
 }
 
-TEST(HostStatus, NumbersKeepTheirWidth) {
-    Scripting::PrinterStatus printer;
-    printer.paperOut = printer.paused = printer.headOpen = printer.ribbonOut = printer.thermalTransfer = true;
-    printer.continuousMedia = true;
-    printer.formatsInBuffer = 12345;
-    printer.labelsRemaining = 4'294'967'295U;
-    EXPECT_EQ(ZplCore::HostStatusAnswer(printer, {99999, true, ZplPrintMode::Applicator, 7}),
-              "\x02"
-              "030,1,1,9999,999,0,0,1,000,0,0,0\x03\r\n"
-              "\x02"
-              "129,0,1,1,1,4,0,0,99999999,1,007\x03\r\n"
-              "\x02"
-              "0000,0\x03\r\n");
+TEST(HostStatus, EachFlagHasItsPlaceAndNumbersKeepTheirWidth) {
+    struct Row {
+        std::function<void(Scripting::PrinterStatus&, ZplCore::StreamStatus&)> set;
+        std::string first;  // of the string that it is told in; empty for that of an idle printer
+        std::string second;
+    };
+    for (auto const& [set, first, second] : std::vector<Row>{
+             {[](auto&printer, auto&) { printer.paperOut = true; }, "030,1,0,0000,000,0,0,0", ""},
+             {[](auto&printer, auto&) { printer.paused = true; }, "030,0,1,0000,000,0,0,0", ""},
+             {[](auto&, auto&stream) { stream.labelLength = 99999; }, "030,0,0,9999,000,0,0,0", ""},
+             {[](auto&printer, auto&) { printer.formatsInBuffer = 12345; }, "030,0,0,0000,999,0,0,0", ""},
+             {[](auto&, auto&stream) { stream.formatOpen = true; }, "030,0,0,0000,000,0,0,1", ""},
+             {[](auto&printer, auto&) { printer.continuousMedia = true; }, "", "128,0,0,0,0,2,0,0,00000000,1,000"},
+             {[](auto&printer, auto&) { printer.headOpen = true; }, "", "000,0,1,0,0,2,0,0,00000000,1,000"},
+             {[](auto&printer, auto&) { printer.ribbonOut = true; }, "", "000,0,0,1,0,2,0,0,00000000,1,000"},
+             {[](auto&printer, auto&) { printer.thermalTransfer = true; }, "", "001,0,0,0,1,2,0,0,00000000,1,000"},
+             {[](auto&, auto&stream) { stream.printMode = ZplPrintMode::PeelOff; }, "",
+              "000,0,0,0,0,1,0,0,00000000,1,000"},
+             {[](auto&, auto&stream) { stream.printMode = ZplPrintMode::Cutter; }, "",
+              "000,0,0,0,0,3,0,0,00000000,1,000"},
+             {[](auto&, auto&stream) { stream.printMode = ZplPrintMode::Applicator; }, "",
+              "000,0,0,0,0,4,0,0,00000000,1,000"},
+             {[](auto&printer, auto&) { printer.labelsRemaining = 4'294'967'295U; }, "",
+              "000,0,0,0,0,2,0,0,99999999,1,000"},
+             {[](auto&, auto&stream) { stream.storedGraphics = 7; }, "", "000,0,0,0,0,2,0,0,00000000,1,007"},
+         }) {
+        Scripting::PrinterStatus printer;
+        ZplCore::StreamStatus stream;
+        set(printer, stream);
+        EXPECT_EQ(ZplCore::HostStatusAnswer(printer, stream),
+                  "\x02" + (first.empty() ? "030,0,0,0000,000,0,0,0" : first) + ",000,0,0,0\x03\r\n\x02" +
+                      (second.empty() ? "000,0,0,0,0,2,0,0,00000000,1,000" : second) + "\x03\r\n\x02" +
+                      "0000,0\x03\r\n");
+    }
 }
 
 class HostAnswers : public testing::Test {
@@ -43,12 +65,7 @@ protected:
     std::string Run(std::string const& stream) {
         Desk desk{RenderOptions{}};
         desk.SetHostReceiver([this](std::string_view data) { answers_ += data; });
-        auto const session = desk.MakeSession();
-        for (std::string_view rest = stream; !rest.empty();) {
-            auto result = session->Consume(rest, false, true);
-            rest = result.remaining;
-            if (!result.label) continue;
-            Zpl::Label label = std::get<1>(*result.label);
+        RunStream(desk, stream, [this](Zpl::Label& label, auto&) {
             for (unsigned copy = 0; copy < label.Quantity(); ++copy) {
                 label.ProcessLabel(copy, false);
                 answers_ += "|page:";
@@ -57,7 +74,7 @@ protected:
             answers_ += "|format:";
             label.SendEndOfFormatNetworkResponses();
             if (tellsEndTwice_) label.RenderLabel("", 0, 0, true), label.SendEndOfFormatNetworkResponses();
-        }
+        });
         return std::exchange(answers_, {});
     }
 
@@ -119,6 +136,42 @@ TEST_F(HostAnswers, StatusComesAtOnceAndDisturbsNoFormat) {
     std::string const answer = Run("^XA^FO9,9^FDa~HS^FS^XZ");
     EXPECT_EQ(answer.find("030,0,0,1218,000,0,0,1,"), 1U);
     EXPECT_EQ(answer.substr(answer.size() - 14), "|page:|format:");
+}
+
+TEST(HostStatus, FollowsThePrinter) {
+    Desk desk{RenderOptions{}};
+    auto& model = desk.Model();
+    std::string answer;
+    desk.SetHostReceiver([&answer](std::string_view data) { answer = data; });
+    TemporaryDirectory const first, second;
+    PrintEngine::Printing::JobMetaData{.jobName = "n", .totalPages = 9}.Write(first.Path());
+    PrintEngine::Printing::JobMetaData{.jobName = "n", .totalPages = 4}.Write(second.Path());
+    auto const print = [&model](TemporaryDirectory const& job, unsigned page) {
+        model.GetCurrentJobPathProperty()->Set(job.Path().string());
+        model.GetCurrentPrintingPageProperty()->Set(page);
+    };
+    auto const expectLeft = [&answer](char const* pages) {
+        EXPECT_EQ(answer.substr(37, 30), "000,0,0,0,0,3,0,0," + std::string(pages) + ",1,0");
+    };
+    for (auto const& [page, left] : {std::pair(2U, "00000007"), {9U, "00000000"}, {12U, "00000000"}}) {
+        print(first, page);
+        RunStream(desk, "~HS");
+        expectLeft(left);
+    }
+    RunStream(desk, "~HS^XA^FDa^FS^XZ~HS", [&](auto&, auto&) { print(second, 1); });
+    expectLeft("00000003");
+    model.GetPrintJobStatusProperty()->Set("Print Paused");
+    RunStream(desk, "~HS");
+    EXPECT_EQ(answer.substr(1, 8), "030,0,1,");
+    // Media without an end are as long as is set, where the printer does not measure them itself (2).
+    model.PartManager().SetInstalledPart({4, 6, true});
+    model.GetDefaultZplContinuousLabelLengthProperty()->Set(2500);
+    for (auto const& [mode, length] : {std::pair(2U, "1218"), {3U, "0508"}}) {
+        model.GetSubstrateMode()->Set(mode);
+        RunStream(desk, "~HS");
+        EXPECT_EQ(answer.substr(1, 12), "030,0,1," + std::string(length)) << mode;
+        EXPECT_EQ(answer.substr(37, 4), "128,");
+    }
 }
 
 TEST_F(HostAnswers, ReportsPrintAsLabelsOutsideFormatsOnly) {

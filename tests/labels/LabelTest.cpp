@@ -156,17 +156,28 @@ TEST_F(LabelTest, CopiesGoOnFromEachOtherAndTheFirstStartsAnew) {
     EXPECT_NE(starts[1].find("page job/1 last"), std::string::npos);
 }
 
+TEST_F(LabelTest, ABlankPageBeginsAnew) {
+    auto labels = Labels("^XA^FDa^FS^XZ");
+    labels.at(0).RenderBlank("job", 3, true);
+    EXPECT_EQ(Take(), "start page job/3 last\n");
+}
+
 TEST_F(LabelTest, ClockFieldsKeepTheTimeOfTheirFormatOrTakeThatOfTheirCopy) {
     struct Row {
         char const* name;
         char const* commands;
-        std::vector<std::string> times;  ///< of copies 0, 1, 0 and 500, an hour apart
+        std::vector<std::string> times;  ///< of copies 0, 1, 0 and 500, `step` apart
+        std::chrono::minutes step = std::chrono::hours(1);
     };
     for (auto const& row : std::vector<Row>{
              {"the time of the format", "", {"00:00", "00:00", "00:00", "00:00"}},
              {"the same by name", "^SLS", {"00:00", "00:00", "00:00", "00:00"}},
              {"a time set by the stream", "^ST,,,12,30,0", {"12:30", "12:30", "12:30", "12:30"}},
              {"the time of the copy", "^SLT", {"01:00", "02:00", "03:00", "04:00"}},
+             {"that of the copy, once it is 999 seconds later",
+              "^SL999",
+              {"00:00", "00:20", "00:30", "00:40"},
+              std::chrono::minutes(10)},
          }) {
         SCOPED_TRACE(row.name);
         system_->Clear();
@@ -176,7 +187,7 @@ TEST_F(LabelTest, ClockFieldsKeepTheTimeOfTheirFormatOrTakeThatOfTheirCopy) {
         Zpl::Job job(std::move(labels), {}, false);
         std::vector<std::string> times;
         for (unsigned const copy : {0U, 1U, 0U, 500U}) {
-            printer_->now += std::chrono::hours(1);
+            printer_->now += row.step;
             target_->calls.clear();
             job.RenderLabel(copy);
             times.push_back(target_->calls.at(0).substr(10, 5));

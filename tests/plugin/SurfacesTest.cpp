@@ -210,6 +210,12 @@ TEST_F(PreviewTest, FollowsTheJobThatPrints) {
     WritePage(4);
     EXPECT_EQ(BlackRows(surface), 4);
     EXPECT_TRUE(surface.Value("isShown").toBool());
+    TemporaryDirectory const next;
+    PrintEngine::Printing::JobMetaData{.jobName = "next", .totalPages = 2}.Write(next.Path());
+    TheHost().Set<StringProperty>(PropertyNames::JobToPrintPathName, next.Path().string());
+    EXPECT_EQ(BlackRows(surface), 4) << "until the next job has a page";
+    EXPECT_EQ(surface.TextOf("number"), "Page 5 of 9");
+    TheHost().Set<StringProperty>(PropertyNames::JobToPrintPathName, folder_.Path().string());
     std::filesystem::remove_all(folder_.Path());
     TheHost().Set<StringProperty>(PropertyNames::PrintJobStatus, "");
     TheHost().Set<StringProperty>(PropertyNames::JobToPrintPathName, "NO PAGE");
@@ -289,6 +295,9 @@ TEST_F(PreviewTest, TurnsBackToTheJobsThatWerePrintedBefore) {
     }
     std::ofstream(kept / "other.png") << "none of a printer";
     std::filesystem::remove(kept / "b-1-2.png");
+    // A job has its place by its first page, and no page has the number 0.
+    std::filesystem::last_write_time(kept / "b-1-3.png", hour + std::chrono::hours(9));
+    WritePage(kept / "c-1-0.png", 1);
     Print(2);
     Surface surface(QStringLiteral("PrintPreviewControl"));
     surface.Set("zoom", 1);
@@ -351,6 +360,9 @@ TEST_F(PreviewTest, ZoomsDotForDot) {
     EXPECT_EQ(BlackRows(surface), 9);
     surface.Call("zoomOut");
     EXPECT_EQ(surface.Value("shownZoom").toInt(), 2);
+    surface.Set("zoom", 0.001);
+    EXPECT_DOUBLE_EQ(surface.Value("shownZoom").toDouble(), 0.02);
+    surface.Set("zoom", 3);
     for (int i = 0; i < 20; ++i) surface.Call("zoomOut");
     EXPECT_DOUBLE_EQ(surface.Value("shownZoom").toDouble(), 0.1);
     for (int i = 0; i < 20; ++i) surface.Call("zoomIn");
@@ -359,6 +371,19 @@ TEST_F(PreviewTest, ZoomsDotForDot) {
     QImage const half = surface.Grab();
     EXPECT_EQ(BlackRows(surface), 1) << "two rows of three make one, and the third half of one";
     EXPECT_NEAR(qGray(half.pixel(200, 149)), 128, 2);
+    surface.Set("zoom", 0.1);
+    QImage const tenth = surface.Grab();
+    EXPECT_EQ(tenth.pixel(205, 149), tenth.pixel(50, 50)) << "a page of 4 x 3 pixels ends before";
+}
+
+TEST_F(PreviewTest, ALargePageFitsItsWindow) {
+    QImage page(2000, 1000, QImage::Format_Grayscale8);
+    page.fill(Qt::black);
+    EXPECT_TRUE(page.save(QString::fromStdString((folder_ / "3").string()), "png"));
+    Print(3);
+    Surface surface(QStringLiteral("PrintPreviewSurface"));
+    EXPECT_NEAR(surface.Value("shownZoom").toDouble(), (400 - 32) / 2000.0, 0.001);
+    EXPECT_EQ(BlackRows(surface), 184);
 }
 
 TEST_F(PreviewTest, LeavesOutWhatIsNoPage) {

@@ -79,8 +79,13 @@ TEST_F(FontTest, PreparingASizeAgainIsALookUp) {
 
 TEST_F(FontTest, GlyphCacheIsBounded) {
     auto const target = Target(1, 1);
+    std::size_t most = 0;
     for (unsigned height = 100; height < 3000; height += 50) {
+        std::size_t const before = fonts.GetCache().Glyphs().Bytes();
         Draw(*target, Font0(*target, height, height), "WMQ@");
-        ASSERT_LE(fonts.GetCache().Glyphs().Bytes(), PrintEngine::Fonts::GlyphCache::MaxBytes);
+        std::size_t const bytes = fonts.GetCache().Glyphs().Bytes();
+        ASSERT_LE(bytes, PrintEngine::Fonts::GlyphCache::MaxBytes);
+        most = std::max(most, bytes - std::min(before, bytes));
     }
+    EXPECT_GT(most, 2900U * 2900 / 8) << "four letters are more than one of them";
 }

@@ -94,6 +94,10 @@ TEST_F(PageTest, TurnsMirrorsAndMovesTheFinishedPage) {
         settings = {.labelLength = 90, .labelWidth = width, .adjustY = 20};
         DrawLabel(*target, settings);
         EXPECT_EQ(Rendered(*target), plain.Cropped(0, -20, plain.width, plain.height)) << width;
+        // What lies below the page does not come up with it.
+        settings = {.labelLength = 50, .labelWidth = width, .adjustY = -12};
+        DrawLabel(*target, settings);
+        EXPECT_EQ(Rendered(*target), plain.Cropped(0, 0, plain.width, 50).Cropped(0, 12, plain.width, 50)) << width;
     }
 }
 
@@ -158,6 +162,68 @@ TEST_F(PageTest, OriginMovesWhatIsDrawnAfterIt) {
     Picture const page = Drawn(*target);
     EXPECT_EQ(page.Cropped(0, 0, 50, 50).InkBox(), (std::array{0, 0, 5, 5}));
     EXPECT_EQ(page.Cropped(50, 0, 100, 50).InkBox(), (std::array{50, 10, 55, 15}));
+}
+
+TEST_F(PageTest, NothingOfALabelStaysForTheNext) {
+    auto const target = Target(0.7, 0.5);
+    auto const draw = [&] {
+        target->StartLabel();
+        target->DrawBox(3, 5, 40, 20, 20, 0);
+        target->DrawBox(10, 8, 40, 20, 20, 0);
+        target->SelectFont("A", 2, 2);
+        target->DrawText(60, 60, "Page", Left, 0, false, false);
+        target->EndLabel({.useStoredImage = true});
+        return Rendered(*target);
+    };
+    Picture const plain = draw();
+    target->EndLabel({});
+    Rendered(*target);
+    target->SetLabelOriginX(7);
+    target->SetLabelOriginY(9);
+    target->SetRotation(90);
+    target->SetReverse(true);
+    target->SetColor(1);
+    target->SetTextFlow(Scripting::ScriptTextFlow::Vertical);
+    target->SetFieldVariable(true);
+    target->DrawBox(0, 0, 5, 5, 5, 0);
+    EXPECT_EQ(draw(), plain);
+    target->StartLabel();
+    EXPECT_EQ(Drawn(*target), plain) << "the picture that is kept";
+}
+
+TEST_F(PageTest, APrinterOfTwiceTheResolutionDrawsAllOfItTwiceAsLarge) {
+    Picture sent(9, 7);
+    for (int i = 0; i < 7; ++i) sent.At(i, i) = sent.At(8 - i, i) = 1;
+    auto const packed = sent.Packed();
+    // In steps of `n` dots.
+    auto const page = [&](unsigned designDpi, int n) {
+        auto const target = Target(1, 1, 600, designDpi);
+        auto const u = static_cast<unsigned>(n);
+        target->StartLabel();
+        target->SetLabelOriginX(5 * u);
+        target->SetLabelOriginY(3 * u);
+        target->DrawBox(3 * n, 5 * n, 60 * u, 40 * u, 5 * u, 12 * u);
+        target->DrawRect(80 * n, 10 * n, 110 * n, 40 * n, 4 * u);
+        target->DrawEllipse(10 * n, 60 * n, 50 * u, 30 * u, 3 * u);
+        target->DrawDiagonal(80 * n, 60 * n, 30 * u, 50 * u, 7 * u, true);
+        target->DrawImage({packed, 9, 7}, 120 * n, 9 * n, 27 * u, 35 * u, true);
+        target->DrawImage({packed, 9, 7}, 120 * n, 99 * n, 9, 7, false);
+        target->EndLabel({.labelLength = 140 * u, .labelWidth = 150 * u, .adjustY = 7 * n});
+        return Rendered(*target);
+    };
+    Picture const small = page(300, 1);
+    EXPECT_EQ(small.width, 300);
+    EXPECT_EQ(small.height, 280);
+    EXPECT_EQ(small, page(600, 2));
+}
+
+TEST_F(PageTest, AFrameStandsOnItsLineAlsoWhereThatIsOdd) {
+    auto const target = Target(0.5, 0.5);
+    target->DrawRect(10, 10, 20, 30, 3);
+    auto const page = Drawn(*target);
+    EXPECT_EQ(page.InkBox(), (std::array{9, 9, 22, 32}));
+    EXPECT_EQ(page.Cropped(12, 12, 7, 17).CountBlack(), 0);
+    EXPECT_EQ(page.CountBlack(), 13 * 23 - 7 * 17);
 }
 
 TEST_F(PageTest, ContentAndTextOfALabel) {

@@ -11,10 +11,7 @@ namespace {
 
 constexpr int Side = 160;
 
-Picture Paint(std::function<void(Raster&)> const& draw) {
-    Raster raster;
-    raster.Reset(Side, Side);
-    draw(raster);
+Picture Dots(Raster const& raster) {
     Picture picture(Side, Side);
     for (int y = 0; y < Side; ++y)
         for (int x = 0; x < Side; ++x) {
@@ -23,6 +20,13 @@ Picture Paint(std::function<void(Raster&)> const& draw) {
             picture.At(x, y) = word < row.size() && (row[word] >> (WordBits - 1 - x % WordBits) & 1);
         }
     return picture;
+}
+
+Picture Paint(std::function<void(Raster&)> const& draw) {
+    Raster raster;
+    raster.Reset(Side, Side);
+    draw(raster);
+    return Dots(raster);
 }
 
 bool InEllipse(double x, double y, double halfWidth, double halfHeight) {
@@ -89,22 +93,31 @@ TEST(ShapesTest, EllipseIsTwoExactOutlines) {
     }
 }
 
-TEST(ShapesTest, DiagonalJoinsTheCornersOfItsBox) {
+// A pen as wide as the line is thick goes from one side of the box to the other; in a row it stands where the line is
+// in the middle of the row, or, flatter than 45 degrees, wherever the line is.
+TEST(ShapesTest, DiagonalIsThePathOfAPen) {
     struct Row {
         int width, height, thickness;
     };
     for (auto const [w, h, t] : {Row{100, 60, 5}, {60, 100, 1}, {100, 3, 1}, {3, 100, 2}, {80, 80, 1}, {20, 50, 40}}) {
-        PixelBox const box{10, 20, 10 + w, 20 + h};
-        Picture const right = Paint([&](Raster& raster) { FillDiagonal(raster, box, t, true, Ink::Invert); });
-        Picture const left = Paint([&](Raster& raster) { FillDiagonal(raster, box, t, false, Ink::Invert); });
-        EXPECT_EQ(left.Cropped(10, 20, w, h), right.Cropped(10, 20, w, h).Mirrored());
-        EXPECT_EQ(right.Cropped(10, 20, w, h), right.Cropped(10, 20, w, h).Turned(180)) << w << "x" << h;
-        EXPECT_EQ(right.InkBox(), (std::array{10, 20, 10 + w, 20 + h})) << w << "x" << h << " t" << t;
-        for (int y = 20; y + 1 < 20 + h; ++y) {
-            bool touches = false;
-            for (int x = 10; x < 10 + w; ++x)
-                touches |= right.At(x, y) && (right.At(x - 1, y + 1) || right.At(x, y + 1) || right.At(x + 1, y + 1));
-            ASSERT_TRUE(touches) << w << "x" << h << " t" << t << " row " << y;
+        for (bool const leansRight : {false, true}) {
+            Picture expected(Side, Side);
+            int const pen = std::min(t, w), places = w - pen + 1;
+            for (int y = 0; y < h; ++y) {
+                double const above = 1.0 * y * places / h, below = (y + 1.0) * places / h;
+                for (int x = 0; x < w; ++x) {
+                    for (int place = std::max(0, x - pen + 1); place <= std::min(x, places - 1); ++place) {
+                        bool const isOn = places > h ? place + 1 > above && place < below
+                                                     : place == static_cast<int>((y + 0.5) * places / h);
+                        if (isOn) expected.At(10 + (leansRight ? w - 1 - x : x), 20 + y) = 1;
+                    }
+                }
+            }
+            EXPECT_EQ(Paint([&](Raster& raster) {
+                          FillDiagonal(raster, {10, 20, 10 + w, 20 + h}, t, leansRight, Ink::Invert);
+                      }),
+                      expected)
+                << w << "x" << h << " t" << t;
         }
     }
 }
@@ -113,9 +126,13 @@ TEST(ShapesTest, EnormousShapesEnd) {
     Raster raster;
     raster.Reset(100, 100);
     PixelBox const box{-(1 << 28), -(1 << 28), 1 << 28, 1 << 28};
-    FillRoundedFrame(raster, box, 1 << 28, 1 << 28, Ink::Invert);
     FillEllipse(raster, box, 3, Ink::Black);
-    FillDiagonal(raster, box, 1, true, Ink::Black);
+    FillRoundedFrame(raster, box, 3, 1 << 28, Ink::Invert);
+    EXPECT_EQ(Dots(raster).CountBlack(), 0) << "their lines are far away";
+    FillDiagonal(raster, box, 1, false, Ink::Black);
+    EXPECT_EQ(Dots(raster).CountBlack(), Side);
+    EXPECT_TRUE(Dots(raster).At(7, 7));
     FillFrame(raster, box, {5, 5, 6, 6}, Ink::Black);
+    EXPECT_EQ(Dots(raster).CountBlack(), Side * Side);
     EXPECT_LE(raster.Bottom(), Raster::MaxHeight);
 }

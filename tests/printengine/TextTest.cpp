@@ -44,6 +44,27 @@ TEST_F(TextTest, BitmapFontsKeepToTheirCells) {
     EXPECT_EQ(Draw(*target, "B", "ag\xC3\xA9"), Draw(*target, "B", "AG\xC3\x89"));
 }
 
+TEST_F(TextTest, EachMagnificationHasItsOwnGlyphs) {
+    auto const target = Target(1.5, 1.5);
+    auto const draw = [](Scripting::ScriptGraphicContext& on, unsigned x, unsigned y, int degrees) {
+        on.StartLabel();
+        on.SelectFont("A", x, y);
+        on.SetRotation(degrees);
+        on.DrawText(100, 100, "Rg", Left, 0, false, false);
+        return Drawn(on);
+    };
+    for (unsigned i = 0; i < 36; ++i) {
+        unsigned const x = 1 + i % 3, y = 1 + i / 3 % 3;
+        int const degrees = static_cast<int>(i / 9) * 90;
+        PrintEngine::Printing::TrueTypeCacheCreator fresh;
+        Scripting::ScriptGraphicContext::InitializeFontManager(fresh, "/usr/share/fonts");
+        Scripting::ScriptGraphicContext alone(fresh, std::make_shared<FakePrinterContext>());
+        alone.LoadPart({1.5, 1.5});
+        alone.SetupForPrintJob();
+        EXPECT_EQ(draw(*target, x, y, degrees), draw(alone, x, y, degrees)) << x << " x " << y << " at " << degrees;
+    }
+}
+
 TEST_F(TextTest, CapitalsReachFromTheFirstRowToTheBaseline) {
     auto const target = Target(2, 2);
     for (std::string const font : {"A", "B", "D", "E", "F", "G", "H"}) {

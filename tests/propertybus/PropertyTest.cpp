@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "propertybus/PublishingPropertyManager.h"
+#include "propertybus/ThreadFactory.h"
 
 namespace {
 
@@ -49,6 +50,10 @@ TEST(Property, NumbersStayWithinLimits) {
     EXPECT_EQ(calls, 1);
     property->Set(0);
     EXPECT_EQ(property->Get(), 5U);
+    EXPECT_TRUE(property->SetValueText("11"));
+    EXPECT_EQ(property->Get(), 10U);
+    EXPECT_TRUE(property->TakeFromBus("4", false));
+    EXPECT_EQ(property->Get(), 5U);
 }
 
 TEST(Property, TakesValuesFromManyThreads) {
@@ -77,6 +82,18 @@ TEST(Property, TravelsAsText) {
     EXPECT_TRUE(number->SetValueText("4294967295"));
     EXPECT_EQ(number->ValueText(), "4294967295");
     for (char const* const bad : {"", "-1", "4294967296", "1x", " 1"}) EXPECT_FALSE(number->SetValueText(bad)) << bad;
+}
+
+TEST(ThreadFactory, StartsAsManyThreadsAsItMay) {
+    ThreadFactory threads(2);
+    std::atomic<int> runs = 0;
+    auto const run = [&runs] { ++runs; };
+    auto const first = threads.StartThread("a", run);
+    threads.StartThread("b", run);
+    EXPECT_THROW(threads.StartThread("c", run), std::runtime_error);
+    threads.Join(first);
+    threads.Join(threads.StartThread("d", run));
+    EXPECT_GE(runs, 2);
 }
 
 TEST(PublishingPropertyManager, KeepsThePropertyThatExists) {

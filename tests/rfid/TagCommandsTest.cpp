@@ -70,6 +70,8 @@ TEST(TagCommands, RecordTheOperationsOfTheirLabel) {
                        "write Password=0000001F Bank=E Start=0 Bytes=0 Data=BB00\n"},
              {"set-up comes first", "^RS8,,,99,Q^RW31,H,A1^RFW^FDAA^FS",
               "setup TagType=8 LabelsToTry=10 ReadPower=30 WritePower=H Antenna=A1\n" + WriteE + "AA00\n"},
+             {"once, as it was set last", "^RS8^RW20^RS2^RW5^RFW^FDAA^FS^RFW^FDBB^FS",
+              "setup TagType=2 ReadPower=5\n" + WriteE + "AA00\n" + WriteE + "BB00\n"},
          }) {
         EXPECT_EQ(Printed(std::string("^XA") + row.body + "^XZ"), row.expected + "page \n") << row.name;
     }
@@ -108,7 +110,20 @@ TEST(TagCommands, ReportAndLogWhatWasDone) {
     std::string const label = "^XA^RFW^FDAA^FS^RI1^XZ";
     std::string const framed = "host \x02" + lines + "\x03\r\n\n";
     EXPECT_EQ(Printed("~RVE" + label + "~RVD" + label, "tid=E2"), done + framed + done);
+    // Passwords stand in no log, however they were written, nor does the set-up.
+    EXPECT_NE(Printed("~RVE^XA^RS8^RFW,H,2,4,0^FD0000001F^FS^RFP,H,2,4,0^FD0000001F^FS^RFW,H,2,2,3^FDAB^FS^XZ")
+                  .find("host \x02write,0,2,\r\npassword,0,2,\r\nwrite,3,2,AB00\r\n\x03"),
+              std::string::npos);
     EXPECT_EQ(Printed("^XA^HL^RFW^FDAA^FS^RI1^XZ~HL", "tid=E2"), done + framed + "host \x02\x03\r\n\n");
+}
+
+TEST(TagCommands, ALongLogBeginsWithAWholeLine) {
+    std::string stream = "^XA^PQ30";
+    for (int i = 0; i < 200; ++i) stream += "^RI1";
+    std::string const log = Printed(stream + "^XZ~HL", "tid=E2");
+    auto const start = log.find("host \x02");
+    EXPECT_EQ(log.substr(start, 19), "host \x02read,2,0,E2\r\n");
+    EXPECT_NEAR(static_cast<double>(log.find('\x03') - start), 64 << 10, 20);
 }
 
 TEST(TagCommands, OfEachCopyAreItsOwn) {
@@ -116,14 +131,22 @@ TEST(TagCommands, OfEachCopyAreItsOwn) {
 }
 
 TEST(TagCommands, KeepALimitedNumberOfOperations) {
-    std::string many = "^XA";
-    for (int i = 0; i < 1500; ++i) many += "^RI1";
-    std::string large = "^XA";
-    for (int i = 0; i < 100; ++i) large += "^RFW,H,0,4096^FD0^FS";
-    for (auto const& [stream, most] : {std::pair(many, 200), std::pair(large, 8)}) {
-        std::string const log = Printed(stream + "^XZ");
-        EXPECT_LE(std::count(log.begin(), log.end(), '\n'), most + 12);
-        EXPECT_NE(log.find("more tag operations than"), log.npos);
+    auto const repeated = [](int count, std::string const& command) {
+        std::string stream = "^XA";
+        for (int i = 0; i < count; ++i) stream += command;
+        return stream + "^XZ";
+    };
+    // The data of such a write are 8192 digits.
+    std::string const large = "^RFW,H,0,4096^FD0^FS";
+    for (auto const& [stream, taken, isAll] : {std::tuple(repeated(200, "^RI1"), 200, true),
+                                               {repeated(201, "^RI1"), 200, false},
+                                               {repeated(7, large), 7, true},
+                                               {repeated(8, large), 7, false}}) {
+        std::string const log = Printed(stream);
+        int operations = 0;
+        for (auto at = log.find(" Bank="); at != log.npos; at = log.find(" Bank=", at + 1)) ++operations;
+        EXPECT_EQ(operations, taken);
+        EXPECT_EQ(log.find("more tag operations than") == log.npos, isAll);
     }
 }
 

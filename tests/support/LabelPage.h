@@ -5,12 +5,11 @@
 #include <ZXing/DecodeHints.h>
 #include <ZXing/ReadBarcode.h>
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "StreamRun.h"
+#include "PagePictures.h"
 
 /// A page of a whole label, as the print engine draws it, and what an independent decoder reads on it.
 class LabelPage {
@@ -22,36 +21,22 @@ public:
         options.printerDpi = printerDpi ? printerDpi : designDpi;
         options.widthInches = 6;
         Desk desk(options);
-        auto const run = RunStream(desk, stream);
-        return run.labels.empty() ? LabelPage() : LabelPage(run.labels[0]);
+        LabelPage page;
+        auto const labels = DrawPages(desk, stream);
+        if (!labels.empty()) page.page_ = labels[0];
+        return page;
     }
 
-    bool IsDark(unsigned x, unsigned y) const {
-        return x < page_.width && y < page_.height &&
-               (page_.rows[y * ((page_.width + 7) / 8) + x / 8] & 0x80U >> x % 8);
-    }
+    bool IsDark(unsigned x, unsigned y) const { return page_.At(static_cast<int>(x), static_cast<int>(y)); }
 
     /// The box of all dark pixels, its right and bottom edge outside.
     struct Box {
         unsigned left = 0, top = 0, right = 0, bottom = 0;
     };
     Box Ink() const {
-        Box box{page_.width, page_.height, 0, 0};
-        std::size_t const stride = (page_.width + 7) / 8;
-        for (unsigned y = 0; y < page_.height; ++y) {
-            auto const row = page_.rows.begin() + static_cast<std::ptrdiff_t>(y * stride);
-            auto const end = row + static_cast<std::ptrdiff_t>(stride);
-            auto const isInk = [](std::uint8_t byte) { return byte != 0; };
-            auto const first = std::find_if(row, end, isInk);
-            if (first == end) continue;
-            auto const last = std::find_if(std::reverse_iterator(end), std::reverse_iterator(row), isInk).base();
-            unsigned left = static_cast<unsigned>(first - row) * 8;
-            while (!IsDark(left, y)) ++left;
-            unsigned right = static_cast<unsigned>(last - row) * 8;
-            while (!IsDark(right - 1, y)) --right;
-            box = {std::min(box.left, left), std::min(box.top, y), std::max(box.right, right), y + 1};
-        }
-        return box.right == 0 ? Box{} : box;
+        auto const box = page_.InkBox();
+        return {static_cast<unsigned>(box[0]), static_cast<unsigned>(box[1]), static_cast<unsigned>(box[2]),
+                static_cast<unsigned>(box[3])};
     }
 
     /// The boxes of what stands side by side with at least `gap` blank columns between.
@@ -99,8 +84,5 @@ public:
     }
 
 private:
-    LabelPage() = default;
-    explicit LabelPage(StreamRun::Page page) : page_(std::move(page)) {}
-
-    StreamRun::Page page_{};
+    Picture page_;
 };

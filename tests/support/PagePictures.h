@@ -3,15 +3,17 @@
 #include "tests/printengine/Picture.h"
 #include "tests/support/StreamRun.h"
 
-/// A desk for pages that look the same on every machine and every day: 2026-01-02 03:04:05.
-inline std::unique_ptr<Desk> MakeStillDesk(unsigned dpi = 203) {
+/// For pages that look the same on every machine and every day: 2026-01-02 03:04:05.
+inline RenderOptions StillOptions(unsigned dpi = 203) {
     RenderOptions options;
     options.designDpi = options.printerDpi = dpi;
     using namespace std::chrono_literals;
     auto const time = std::chrono::sys_days(std::chrono::year(2026) / 1 / 2) + 3h + 4min + 5s;
     options.time = time;
-    return std::make_unique<Desk>(options);
+    return options;
 }
+
+inline std::unique_ptr<Desk> MakeStillDesk(unsigned dpi = 203) { return std::make_unique<Desk>(StillOptions(dpi)); }
 
 /// What is drawn on each label of a stream.
 inline std::vector<Picture> DrawPages(Desk& desk, std::string_view stream) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "Scripting/Api.h"
@@ -34,6 +35,8 @@ public:
 
     /// RenderPage writes no files from now on, and needs no folder.
     virtual void KeepPages() = 0;
+    /// Which label the target holds as it was drawn, not rendered as a page yet: another number for each. 0 for none.
+    virtual std::uint64_t DrawnLabel() const = 0;
 };
 
 }  // namespace Scripting

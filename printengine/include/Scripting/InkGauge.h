@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <optional>
 
 #include "Scripting/Api.h"
 #include "Scripting/GraphicContext.h"
@@ -33,11 +34,24 @@ struct PixelBox {
     friend bool operator==(PixelBox const&, PixelBox const&) = default;
 };
 
+/// A line between two corners of pixels, level or upright.
+struct PixelLine {
+    int x1 = 0;
+    int y1 = 0;
+    int x2 = 0;
+    int y2 = 0;
+
+    friend bool operator==(PixelLine const&, PixelLine const&) = default;
+};
+
 /// Where a field has ink, by the calls that drew it; an empty box where none did. White ink is none.
 struct FieldInk {
     PixelBox text;
     PixelBox image;  ///< symbols of barcodes, and pictures
     PixelBox shape;  ///< boxes, lines, ellipses
+    PixelBox white;  ///< where it is white whatever lies beneath
+    /// What its first line of text stands on, from the first character to the end of the last.
+    std::optional<PixelLine> baseline;
 
     PixelBox All() const {
         PixelBox all = text;
@@ -65,6 +79,12 @@ public:
 
     /// Where a box of drawn ink stands on the finished page: turned, mirrored, enlarged and moved as the page is.
     virtual PixelBox OnPage(PixelBox const& drawn) const = 0;
+    /// The same for a line; it keeps its direction, as seen on the page.
+    PixelLine LineOnPage(PixelLine const& drawn) const {
+        PixelBox const from = OnPage(PixelBox{drawn.x1, drawn.y1, drawn.x1, drawn.y1});
+        PixelBox const to = OnPage(PixelBox{drawn.x2, drawn.y2, drawn.x2, drawn.y2});
+        return {from.left, from.top, to.left, to.top};
+    }
     /// The part of the finished page that can show ink.
     virtual PixelBox PrintArea() const = 0;
     /// How many pixels of the finished page a dot of the design resolution takes.

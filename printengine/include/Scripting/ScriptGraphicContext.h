@@ -98,6 +98,7 @@ public:
     double PixelsPerDot() const override;
     bool IsPageBlank() const override;
     void KeepPages() override;
+    std::uint64_t DrawnLabel() const override;
     Extent PageSize() const override;
     unsigned PageDpi() const override;
     std::string_view PngFile() override;

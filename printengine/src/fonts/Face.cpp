@@ -16,7 +16,30 @@ constexpr int MaxGlyphSide = 32000;
 /// Outlines are kept well inside the rasteriser's numbers.
 constexpr double MaxEm = 1 << 17;
 
+/// Of Latin text all letters; of any other as many as a page shows, about 1 kB each.
+constexpr std::size_t MostDesigns = 512;
+
 }  // namespace
+
+/// A glyph in units of its design, or scaled to a size.
+struct Face::Design {
+    explicit Design(FT_GlyphSlotRec_ const& glyph)
+        : points(glyph.outline.points, glyph.outline.points + glyph.outline.n_points),
+          tags(glyph.outline.tags, glyph.outline.tags + glyph.outline.n_points),
+          contours(glyph.outline.contours, glyph.outline.contours + glyph.outline.n_contours),
+          flags(glyph.outline.flags),
+          advance(static_cast<double>(glyph.advance.x)),
+          isOutline(true) {}
+    Design() = default;
+
+    std::vector<FT_Vector> points;
+    std::vector<char> tags;
+    std::vector<short> contours;
+    int flags = 0;
+    double advance = 0;
+    bool isOutline = false;
+    FT_Outline outline{};  ///< of the points, of a scaled one
+};
 
 std::unique_ptr<Face> Face::Open(FT_LibraryRec_* library, std::filesystem::path const& file) {
     FT_Face face = nullptr;
@@ -53,22 +76,40 @@ bool Face::Render(unsigned glyph, double emWidth, double emHeight, GlyphBitmap& 
     if (emWidth > MaxEm || emHeight > MaxEm) return false;
     FT_Outline_* const outline = LoadOutline(glyph, emWidth, emHeight);
     if (!outline) return true;
-    if (change) change(*outline, static_cast<double>(face_->glyph->advance.x) / face_->units_per_EM * emWidth);
+    if (change) change(*outline, scaled_->advance / face_->units_per_EM * emWidth);
     return Paint(*outline, bitmap);
 }
 
 FT_Outline_* Face::LoadOutline(unsigned glyph, double emWidth, double emHeight) {
     bool const isSize = emWidth > 0 && emHeight > 0 && emWidth <= MaxEm && emHeight <= MaxEm;
-    if (!isSize || FT_Load_Glyph(face_, glyph, FT_LOAD_NO_SCALE) != 0) return nullptr;
-    if (face_->glyph->format != FT_GLYPH_FORMAT_OUTLINE) return nullptr;
-    FT_Outline& outline = face_->glyph->outline;
+    if (!isSize) return nullptr;
+    Design const& design = DesignOf(glyph);
+    if (!design.isOutline) return nullptr;
+    if (!scaled_) scaled_ = std::make_unique<Design>();
+    *scaled_ = design;
     double const scaleX = emWidth * 64 / face_->units_per_EM;
     double const scaleY = emHeight * 64 / face_->units_per_EM;
-    for (short i = 0; i < outline.n_points; ++i) {
-        outline.points[i].x = std::lround(static_cast<double>(outline.points[i].x) * scaleX);
-        outline.points[i].y = std::lround(static_cast<double>(outline.points[i].y) * scaleY);
+    for (auto& [x, y] : scaled_->points) {
+        x = std::lround(static_cast<double>(x) * scaleX);
+        y = std::lround(static_cast<double>(y) * scaleY);
     }
-    return &outline;
+    scaled_->outline = {static_cast<short>(scaled_->contours.size()),
+                        static_cast<short>(scaled_->points.size()),
+                        scaled_->points.data(),
+                        scaled_->tags.data(),
+                        scaled_->contours.data(),
+                        scaled_->flags};
+    return &scaled_->outline;
+}
+
+Face::Design const& Face::DesignOf(unsigned glyph) {
+    if (auto const known = designs_.find(glyph); known != designs_.end()) return *known->second;
+    if (designs_.size() >= MostDesigns) designs_.clear();
+    auto& design = designs_[glyph];
+    bool const isLoaded = FT_Load_Glyph(face_, glyph, FT_LOAD_NO_SCALE) == 0;
+    bool const isOutline = isLoaded && face_->glyph->format == FT_GLYPH_FORMAT_OUTLINE;
+    design = isOutline ? std::make_unique<Design const>(*face_->glyph) : std::make_unique<Design const>();
+    return *design;
 }
 
 FT_Outline_* Face::LoadHintedOutline(unsigned glyph, double emWidth, double emHeight) {

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "printengine/src/raster/Raster.h"
@@ -62,10 +63,17 @@ public:
 private:
     Face(FT_LibraryRec_* library, FT_FaceRec_* face);
 
+    struct Design;
+
     double HeightOf(char32_t character, double otherwise);
+    Design const& DesignOf(unsigned glyph);
 
     FT_LibraryRec_* library_;
     FT_FaceRec_* face_;
+    /// Glyphs as the file holds them: a label shows the same letters in many sizes, and reading one from its file takes
+    /// longer than painting it.
+    std::unordered_map<unsigned, std::unique_ptr<Design const>> designs_;
+    std::unique_ptr<Design> scaled_;  ///< that of the last LoadOutline
     double capitalHeight_ = 0;
     double lowerCaseHeight_ = 0;
     double lineHeight_ = 0;

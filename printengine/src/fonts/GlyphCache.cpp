@@ -4,9 +4,24 @@
 #include <cmath>
 #include <cstring>
 
+#include "printengine/src/raster/InkOf.h"
+
 namespace PrintEngine::Fonts {
 
 namespace {
+
+/// The pixels that were drawn in a raster of the size of `bitmap`.
+void TakePixels(Drawing::Raster const& raster, GlyphBitmap& bitmap) {
+    bitmap.bytes.resize(bitmap.RowBytes() * static_cast<std::size_t>(bitmap.height));
+    for (int y = 0; y < bitmap.height; ++y) {
+        std::uint8_t* target = bitmap.bytes.data() + bitmap.RowBytes() * static_cast<std::size_t>(y);
+        for (Drawing::Word const word : raster.Row(y)) {
+            Drawing::Word const packed = Drawing::BigEndian(word);
+            std::memcpy(target, &packed, sizeof packed);
+            target += sizeof packed;
+        }
+    }
+}
 
 /// A picture turned clockwise.
 GlyphBitmap Turned(GlyphBitmap const& upright, int degrees) {
@@ -17,16 +32,24 @@ GlyphBitmap Turned(GlyphBitmap const& upright, int degrees) {
     Drawing::Raster raster;
     raster.Reset(turned.width, turned.height);
     raster.Blit(upright.Rows(), 0, 0, degrees, Drawing::Ink::Black);
-    turned.bytes.resize(turned.RowBytes() * static_cast<std::size_t>(turned.height));
-    for (int y = 0; y < turned.height; ++y) {
-        std::uint8_t* target = turned.bytes.data() + turned.RowBytes() * static_cast<std::size_t>(y);
-        for (Drawing::Word const word : raster.Row(y)) {
-            Drawing::Word const packed = Drawing::BigEndian(word);
-            std::memcpy(target, &packed, sizeof packed);
-            target += sizeof packed;
-        }
-    }
+    TakePixels(raster, turned);
     return turned;
+}
+
+/// Leaves out the white edges of a glyph, which the cells of bitmap fonts have.
+void Trim(GlyphBitmap& glyph) {
+    auto const ink = Drawing::InkOf(glyph.Rows());
+    if (ink == Scripting::PixelBox{0, 0, glyph.width, glyph.height}) return;
+    GlyphBitmap trimmed;
+    trimmed.left = glyph.left + ink.left;
+    trimmed.above = glyph.above - ink.top;
+    trimmed.width = ink.Width();
+    trimmed.height = ink.Height();
+    Drawing::Raster raster;
+    raster.Reset(trimmed.width, trimmed.height);
+    raster.Blit(glyph.Rows(), -ink.left, -ink.top, 0, Drawing::Ink::Black);
+    TakePixels(raster, trimmed);
+    glyph = std::move(trimmed);
 }
 
 std::int32_t In64ths(double pixels) { return static_cast<std::int32_t>(std::lround(std::min(pixels, 1e7) * 64)); }
@@ -53,6 +76,7 @@ TurnedGlyph const& GlyphCache::Set::Draw(char32_t character) {
     TurnedGlyph glyph;
     glyph.isTooLarge = !typeface_->Draw(character, pixelsX_, pixelsY_, glyph.upright);
     if (glyph.isTooLarge) glyph.upright = {};
+    if (!glyph.upright.IsEmpty()) Trim(glyph.upright);
     if (!glyph.upright.IsEmpty() && degrees_ != 0) glyph.picture = Turned(glyph.upright, degrees_);
     if (degrees_ == 0) glyph.picture = glyph.upright;
     glyph.upright.bytes = {};

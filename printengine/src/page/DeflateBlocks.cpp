@@ -78,7 +78,12 @@ struct DeflateBlocks::Codes {
     Codes(std::span<Step const> steps, std::size_t rowBytes) {
         // Twice, as one count would wait for the other where a step comes again at once.
         std::array<std::array<std::uint32_t, StepKinds>, 2> halves{};
-        for (std::size_t i = 0; i < steps.size(); ++i) ++halves[i % 2][steps[i]];
+        std::size_t const pairs = steps.size() / 2;
+        for (std::size_t i = 0; i < pairs; ++i) {
+            ++halves[0][steps[2 * i]];
+            ++halves[1][steps[2 * i + 1]];
+        }
+        if (steps.size() % 2 != 0) ++halves[0][steps.back()];
         auto& kinds = halves[0];
         for (std::size_t i = 0; i < StepKinds; ++i) kinds[i] += halves[1][i];
         std::copy_n(kinds.begin(), std::size_t{FirstRun}, counts.begin());
@@ -266,8 +271,19 @@ DeflateBlocks::BitSink DeflateBlocks::WriteSteps(BitSink sink, Codes const& code
         count += codes.distanceLengths[above.symbol];
         pieces[FirstLikeAbove + i] = piece(bits | above.further << count, count + above.furtherBits);
     }
-    for (Step const step : std::span(steps_).first(stepCount_))
-        sink.Write(pieces[step] & OnlyBits, static_cast<unsigned>(pieces[step] >> CountShift));
+    for (std::size_t i = 0; i < stepCount_; ++i) {
+        std::uint64_t bits = pieces[steps_[i]];
+        auto count = static_cast<unsigned>(bits >> CountShift);
+        bits &= OnlyBits;
+        // Two at once, if they are short, as literals are.
+        std::uint64_t const next = i + 1 < stepCount_ ? pieces[steps_[i + 1]] : ~OnlyBits;
+        if (count + (next >> CountShift) <= CountShift) {
+            bits |= (next & OnlyBits) << count;
+            count += static_cast<unsigned>(next >> CountShift);
+            ++i;
+        }
+        sink.Write(bits, count);
+    }
     sink.Write(symbols[EndOfBlock], codes.lengths[EndOfBlock]);
     return sink;
 }

@@ -37,17 +37,20 @@ public:
     bool IsPoorAtEnd() const;
 
 private:
-    void CheckRows(std::size_t count);
+    void SumRows();
+    void SumLikeLast(std::size_t count);
     void TakeRow();
     void TakeBytes(std::size_t at);
-    std::size_t TakeMatch(std::size_t at);
+    std::size_t TakeMatch(std::size_t at, bool isLikeAbove, bool isRun);
     void TakeLiterals(std::size_t at, std::size_t count);
 
     DeflateBlocks blocks_;
-    // Before and behind a row there are bytes that may be read and mean nothing.
+    // One row behind the other. Behind the last one there are bytes that may be read and mean nothing.
     std::vector<std::uint8_t> rows_;
     std::uint8_t* row_ = nullptr;
     std::uint8_t* above_ = nullptr;
+    std::uint8_t* unsummed_ = nullptr;  ///< the first row that is not in the check sum yet
+    std::uint8_t* end_ = nullptr;       ///< where no further row fits
     std::size_t rowBytes_ = 0;
     bool isFirst_ = true;
     std::size_t likeAbove_ = 0;  ///< bytes before the place under way that are as a row earlier, not put yet
@@ -55,11 +58,7 @@ private:
     std::size_t byteCount_ = 0;  ///< of all rows
     std::size_t literals_ = 0;
     std::size_t strays_ = 0;  ///< literals that are no edge of anything
-
-    // Adler-32 (RFC 1950, 8.2): of the last row by itself, and of all rows.
-    std::uint32_t rowSum_ = 1;
-    std::uint64_t sumA_ = 1;
-    std::uint64_t sumB_ = 0;
+    std::uint32_t sum_ = 1;   ///< Adler-32 of all rows: RFC 1950, 8.2
 };
 
 }  // namespace PrintEngine::Pages

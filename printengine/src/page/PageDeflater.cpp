@@ -35,9 +35,9 @@ bool PageDeflater::AppendDotRows(Drawing::Raster const& raster, PageLayout const
         composer.Write(y, row + 1);
         dotRows_.Add();
         if (dotRows_.IsPoor()) return false;
-        int const first = ++y;
-        while (y < layout.height && composer.IsLikeAbove(y)) ++y;
-        dotRows_.Repeat(static_cast<std::size_t>(y - first));
+        int const end = composer.EndOfLike(y);
+        dotRows_.Repeat(static_cast<std::size_t>(end - y - 1));
+        y = end;
     }
     if (dotRows_.IsPoorAtEnd()) return false;
     std::size_t const start = out.size();

@@ -38,24 +38,29 @@ void MirrorRow(std::span<Word> row, int width) {
 PageComposer::PageComposer(Drawing::Raster const& raster, PageLayout const& layout, bool inkBit)
     : raster_(raster), layout_(layout), inkBit_(inkBit), words_(WordsFor(layout.width)) {}
 
-std::span<Word const> PageComposer::Source(int row) const {
+inline std::span<Word const> PageComposer::Source(int row) const {
     int const shifted = row - layout_.shiftDown;
     if (shifted < 0 || shifted >= layout_.height) return {};
     int const upright = layout_.turned ? layout_.height - 1 - shifted : shifted;
-    auto const source = raster_.Row(upright / layout_.enlargement);
+    // Division takes longer than all the rest, and few pages are enlarged.
+    auto const source = raster_.Row(layout_.enlargement == 1 ? upright : upright / layout_.enlargement);
     return source.first(std::min(source.size(), words_.size()));
 }
 
-bool PageComposer::IsLikeAbove(int row) const {
-    auto const source = Source(row);
-    auto const above = Source(row - 1);
-    if (source.size() != above.size() || source.empty()) return source.size() == above.size();
-    return source.data() == above.data() || std::memcmp(source.data(), above.data(), source.size_bytes()) == 0;
+int PageComposer::EndOfLike(int row) const {
+    auto const isLikeWritten = [&](std::span<Word const> source) {
+        if (source.size() != written_.size() || source.empty()) return source.size() == written_.size();
+        return source.data() == written_.data() ||
+               std::memcmp(source.data(), written_.data(), source.size_bytes()) == 0;
+    };
+    do ++row;
+    while (row < layout_.height && isLikeWritten(Source(row)));
+    return row;
 }
 
 void PageComposer::Write(int row, std::uint8_t* out) {
     std::size_t const bytes = PackedRowBytes(layout_.width);
-    auto source = Source(row);
+    auto source = written_ = Source(row);
     if (source.empty()) {
         std::memset(out, inkBit_ ? 0 : 0xFF, bytes);
         return;
@@ -95,11 +100,10 @@ void PageComposer::Shape(std::span<Word const> source) {
 void PackPage(Drawing::Raster const& raster, PageLayout const& layout, std::uint8_t* out) {
     std::size_t const bytes = PackedRowBytes(layout.width);
     PageComposer composer(raster, layout, true);
-    for (int y = 0; y < layout.height; ++y, out += bytes) {
-        if (y != 0 && composer.IsLikeAbove(y))
-            std::memcpy(out, out - bytes, bytes);
-        else
-            composer.Write(y, out);
+    for (int y = 0; y < layout.height;) {
+        composer.Write(y, out);
+        int const end = composer.EndOfLike(y);
+        for (out += bytes, ++y; y < end; out += bytes, ++y) std::memcpy(out, out - bytes, bytes);
     }
 }
 

@@ -30,8 +30,9 @@ public:
     /// Writes a row into `out` (PackedRowBytes), most significant bit first; bits right of the page are those of paper.
     void Write(int row, std::uint8_t* out);
 
-    /// True if a row is known to be like the one above it, which is found without writing them.
-    bool IsLikeAbove(int row) const;
+    /// Where the rows end that are known to be like `row`, the one that was written last; they need not be written for
+    /// that.
+    int EndOfLike(int row) const;
 
 private:
     /// The drawn row that a row shows; empty for paper.
@@ -42,6 +43,7 @@ private:
     PageLayout const& layout_;
     bool inkBit_;
     std::vector<Drawing::Word> words_;
+    std::span<Drawing::Word const> written_;  ///< the drawn row of what was written last
 };
 
 /// Packs all rows of a page into `out`, PackedRowBytes each; a set bit is black.

@@ -21,12 +21,7 @@ void Apply(Word& word, Word mask) {
 }  // namespace
 
 void Raster::Reset(int width, int height) {
-    for (int y = top_; y < bottom_; ++y) {
-        Line& line = lines_[static_cast<std::size_t>(y)];
-        std::fill_n(line.words, line.used, Word{0});
-        line.used = 0;
-    }
-    top_ = bottom_ = 0;
+    Wipe();
 
     width = std::clamp(width, 1, MaxWidth);
     height = std::clamp(height, 1, static_cast<int>(std::min<std::int64_t>(MaxHeight, MaxDots / width)));
@@ -45,10 +40,18 @@ void Raster::Reset(int width, int height) {
     blockRows_ = rows;
 }
 
-std::span<Word const> Raster::Row(int y) const {
-    if (y < top_ || y >= bottom_) return {};
-    Line const& line = lines_[static_cast<std::size_t>(y)];
-    return {line.words, line.used};
+void Raster::Wipe() {
+    // As long as no row has grown, they lie side by side and are wiped in one go.
+    bool const isBlock = chunks_.empty() && top_ != bottom_;
+    if (isBlock)
+        std::fill_n(lines_[static_cast<std::size_t>(top_)].words,
+                    static_cast<std::size_t>(bottom_ - top_) * blockStride_, Word{0});
+    for (int y = top_; y < bottom_; ++y) {
+        Line& line = lines_[static_cast<std::size_t>(y)];
+        if (!isBlock) std::fill_n(line.words, line.used, Word{0});
+        line.used = 0;
+    }
+    top_ = bottom_ = 0;
 }
 
 Word* Raster::Allocate(std::size_t count) {
@@ -193,6 +196,26 @@ void Raster::Put(int x, int y, Word bits) {
     if (right) Apply<Mode>(line->words[last], right);
 }
 
+/// Draws a picture upright where all its rows have room, which is a word wide at most and has rows of whole words: a
+/// letter.
+template <Ink Mode>
+void Raster::BlitWord(BitRows const& picture, int x, int y) {
+    auto const first = static_cast<std::uint32_t>(x / WordBits);
+    int const shift = x % WordBits;
+    bool const reachesFurther = shift + picture.width > WordBits;
+    Word const edge = ~Word{0} << (WordBits - picture.width);
+    std::uint8_t const* source = picture.bytes;
+    for (int row = 0; row < picture.height; ++row, source += picture.stride) {
+        Line& line = lines_[static_cast<std::size_t>(y + row)];
+        if constexpr (Mode != Ink::White) line.used = std::max(line.used, first + (reachesFurther ? 2 : 1));
+        Word bits = 0;
+        std::memcpy(&bits, source, sizeof bits);
+        bits = BigEndian(bits) & edge;
+        Apply<Mode>(line.words[first], bits >> shift);
+        if (reachesFurther) Apply<Mode>(line.words[first + 1], bits << (WordBits - shift));
+    }
+}
+
 /// Draws a picture upright where all its rows have room.
 template <Ink Mode>
 void Raster::BlitInside(BitRows const& picture, int x, int y) {
@@ -213,14 +236,17 @@ void Raster::BlitInside(BitRows const& picture, int x, int y) {
         }
         if (first + words == last) Apply<Mode>(target[words], bits << 1 << (WordBits - 1 - shift));
     }
-    if constexpr (Mode != Ink::White) Grow(y, y + picture.height);
 }
 
 template <Ink Mode>
 void Raster::BlitLevel(BitRows const& picture, int x, int y, bool upsideDown) {
     bool const isInside = x >= 0 && picture.width > 0 && picture.height > 0 &&
                           HasRoom(y, y + picture.height, (x + picture.width - 1) / WordBits);
-    if (isInside && !upsideDown) return BlitInside<Mode>(picture, x, y);
+    if (isInside && !upsideDown) {
+        if constexpr (Mode != Ink::White) Grow(y, y + picture.height);
+        bool const isWord = picture.width <= WordBits && picture.stride % sizeof(Word) == 0;
+        return isWord ? BlitWord<Mode>(picture, x, y) : BlitInside<Mode>(picture, x, y);
+    }
     int const words = (picture.width + WordBits - 1) / WordBits;
     int const firstRow = std::max(0, -y);
     int const lastRow = std::min(picture.height, MaxHeight - y);

@@ -75,7 +75,11 @@ public:
     void Draw(Raster const& other, Ink ink);
 
     /// The words of a row from the left, as far as there may be ink; empty for an untouched row.
-    std::span<Word const> Row(int y) const;
+    std::span<Word const> Row(int y) const {
+        if (y < top_ || y >= bottom_) return {};
+        Line const& line = lines_[static_cast<std::size_t>(y)];
+        return {line.words, line.used};
+    }
     /// The rows outside [Top, Bottom) are untouched.
     int Top() const { return top_; }
     int Bottom() const { return bottom_; }
@@ -87,6 +91,7 @@ private:
         std::uint32_t used = 0;  ///< words
     };
 
+    void Wipe();
     template <Ink Mode>
     void FillRow(int y, int left, int right);
     template <Ink Mode>
@@ -97,6 +102,8 @@ private:
     void Put(int x, int y, Word bits);
     template <Ink Mode>
     void BlitLevel(BitRows const& picture, int x, int y, bool upsideDown);
+    template <Ink Mode>
+    void BlitWord(BitRows const& picture, int x, int y);
     template <Ink Mode>
     void BlitInside(BitRows const& picture, int x, int y);
     template <Ink Mode>

@@ -1,0 +1,70 @@
+# What goes into the packages beside the programs, and what the packages say of themselves.
+
+# Manual pages and completion come from the table of options, as the program prints them.
+set(manual ${PROJECT_BINARY_DIR}/manual)
+add_custom_command(OUTPUT ${manual}/stamp
+    COMMAND ${PROJECT_SOURCE_DIR}/packaging/make-manual $<TARGET_FILE:zpl> ${manual}
+    COMMAND ${CMAKE_COMMAND} -E touch ${manual}/stamp
+    DEPENDS zpl packaging/make-manual VERBATIM)
+add_custom_target(manual ALL DEPENDS ${manual}/stamp)
+
+install(CODE "
+    set(bin \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR})
+    file(MAKE_DIRECTORY \${bin})
+    file(CREATE_LINK ../${ZPL_PROGRAMS_DIR}/zpl \${bin}/zpl SYMBOLIC)" COMPONENT zplhost)
+install(DIRECTORY ${manual}/man1 DESTINATION ${CMAKE_INSTALL_MANDIR} COMPONENT zplhost)
+install(FILES ${manual}/zpl.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME zpl COMPONENT zplhost)
+install(FILES ${manual}/_zpl DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT zplhost)
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zplhost COMPONENT zplhost FILES_MATCHING PATTERN *.zpl)
+foreach(package zplhost zplhost-printer)
+    set(doc ${CMAKE_INSTALL_DATADIR}/doc/${package})
+    install(FILES NOTICE DESTINATION ${doc} RENAME copyright COMPONENT ${package})
+    install(FILES ${manual}/changelog.gz DESTINATION ${doc} COMPONENT ${package})
+endforeach()
+
+set(ZPL_PROGRAMS_FULL_DIR ${CMAKE_INSTALL_PREFIX}/${ZPL_PROGRAMS_DIR})
+configure_file(packaging/zpl-serve.service.in zpl-serve.service @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/zpl-serve.service DESTINATION lib/systemd/system COMPONENT zplhost-printer)
+
+# What a package needs beside the libraries that it is linked with is listed where it is for a tree that is built.
+function(zpl_running_packages variable pattern)
+    file(STRINGS packages.txt lines REGEX "^${pattern}")
+    list(TRANSFORM lines REPLACE "[ \t].*" "")
+    list(JOIN lines ", " joined)
+    set(${variable} "${joined}" PARENT_SCOPE)
+endfunction()
+zpl_running_packages(fonts "x?fonts-")
+zpl_running_packages(surfaces "qml6-")
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME zplhost)
+set(CPACK_PACKAGE_VENDOR "The ZplHost authors")
+set(CPACK_PACKAGE_CONTACT "The ZplHost authors <zplhost@localhost>")
+set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_COMPONENTS_ALL zplhost zplhost-printer)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR})
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+
+set(CPACK_DEBIAN_ZPLHOST_PACKAGE_NAME zplhost)
+set(CPACK_DEBIAN_ZPLHOST_PACKAGE_SECTION graphics)
+set(CPACK_DEBIAN_ZPLHOST_PACKAGE_DEPENDS "${fonts}")
+set(CPACK_DEBIAN_ZPLHOST_PACKAGE_SUGGESTS zplhost-printer)
+set(CPACK_COMPONENT_ZPLHOST_DESCRIPTION "draws labels written in the ZPL label language
+ Draws every page of a print stream as a picture, dot for dot as the printer
+ would print it, tells what would not print as it was sent, and compares pages
+ for tests of labels.")
+
+set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_NAME zplhost-printer)
+set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_SECTION graphics)
+set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_DEPENDS "zplhost (= ${PROJECT_VERSION}), ${surfaces}")
+set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_CONTROL_EXTRA
+    ${PROJECT_SOURCE_DIR}/packaging/postinst ${PROJECT_SOURCE_DIR}/packaging/prerm ${PROJECT_SOURCE_DIR}/packaging/postrm)
+set(CPACK_COMPONENT_ZPLHOST-PRINTER_DESCRIPTION "virtual printer for the ZPL label language
+ Is a label printer that any program can print to over the network; each page
+ becomes a picture, and a window shows the pages while they print.")
+include(CPack)
