@@ -33,8 +33,9 @@ std::map<std::string, std::string> FilesOf(std::string const& stream, std::strin
     for (auto const& entry : std::filesystem::recursive_directory_iterator(folder.Path())) {
         std::string const name = entry.path().filename().string();
         if (entry.is_directory()) jobFolder = name;
-        if (entry.is_regular_file() && name != "MetaData" && name != "script")
-            files[name] = ReadRegularFile(entry.path());
+        bool const isMetaData = name == "MetaData" || name == "TransferDone";
+        if (entry.is_regular_file() && name != "script")
+            files[name] = isMetaData ? std::string() : ReadRegularFile(entry.path());
     }
     auto& lines = files["out"];
     for (std::size_t at = 0; !jobFolder.empty() && (at = lines.find(jobFolder)) != std::string::npos;)
