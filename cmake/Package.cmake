@@ -19,7 +19,7 @@ install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zplhost COMP
 foreach(package zplhost zplhost-printer)
     set(doc ${CMAKE_INSTALL_DATADIR}/doc/${package})
     install(FILES NOTICE DESTINATION ${doc} RENAME copyright COMPONENT ${package})
-    install(FILES ${manual}/changelog.gz DESTINATION ${doc} COMPONENT ${package})
+    install(FILES ${manual}/NEWS.gz DESTINATION ${doc} COMPONENT ${package})
 endforeach()
 
 set(ZPL_PROGRAMS_FULL_DIR ${CMAKE_INSTALL_PREFIX}/${ZPL_PROGRAMS_DIR})
@@ -55,9 +55,9 @@ set(CPACK_DEBIAN_ZPLHOST_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_ZPLHOST_PACKAGE_DEPENDS "${fonts}")
 set(CPACK_DEBIAN_ZPLHOST_PACKAGE_SUGGESTS zplhost-printer)
 set(CPACK_COMPONENT_ZPLHOST_DESCRIPTION "draws labels written in the ZPL label language
- Draws every page of a print stream as a picture, dot for dot as the printer
- would print it, tells what would not print as it was sent, and compares pages
- for tests of labels.")
+Draws every page of a print stream as a picture, dot for dot as the printer
+would print it, tells what would not print as it was sent, and compares pages
+for tests of labels.")
 
 set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_NAME zplhost-printer)
 set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_SECTION graphics)
@@ -65,6 +65,6 @@ set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_DEPENDS "zplhost (= ${PROJECT_VERSION})
 set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_CONTROL_EXTRA
     ${PROJECT_SOURCE_DIR}/packaging/postinst ${PROJECT_SOURCE_DIR}/packaging/prerm ${PROJECT_SOURCE_DIR}/packaging/postrm)
 set(CPACK_COMPONENT_ZPLHOST-PRINTER_DESCRIPTION "virtual printer for the ZPL label language
- Is a label printer that any program can print to over the network; each page
- becomes a picture, and a window shows the pages while they print.")
+Is a label printer that any program can print to over the network; each page
+becomes a picture, and a window shows the pages while they print.")
 include(CPack)

@@ -116,6 +116,11 @@ std::error_code AtomicFile::SyncFileSystem() const {
     return ::syncfs(descriptor_) == 0 ? std::error_code() : LastError();
 }
 
+std::error_code MakeMark(std::filesystem::path const& mark, std::filesystem::path const& other) {
+    if (::link(other.c_str(), mark.c_str()) == 0 || errno == EEXIST) return {};
+    return WriteFileAtomically(mark, {});
+}
+
 std::error_code SyncFolder(std::filesystem::path const& folder) {
     FileDescriptor const open(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     return open.Get() >= 0 && ::fsync(open.Get()) == 0 ? std::error_code() : LastError();

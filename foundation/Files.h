@@ -56,6 +56,10 @@ private:
     std::error_code error_;
 };
 
+/// Makes a file of which the name says all: a second name of `other`, for which no file has to be made and taken away,
+/// or where that cannot be an empty file. One that is there stays.
+std::error_code MakeMark(std::filesystem::path const& mark, std::filesystem::path const& other);
+
 /// Waits until the disk has the names of a folder.
 std::error_code SyncFolder(std::filesystem::path const& folder);
 

@@ -167,6 +167,8 @@ void TQZPLProcessorInterface::Consume(QString zplToProcess) {
         DebugLog(Error, std::string("a packet is given up: ") + error.what());
     }
     if (isLast) FinishStream();
+    // Also of a packet that was given up: the sender may rely on what it has stored when the packet is taken.
+    SettleObjects();
     SetzplCommandToProcess({});
 }
 
@@ -181,7 +183,6 @@ void TQZPLProcessorInterface::ConsumePacket(Zpl::Host::Packet const& packet, boo
         });
     }
     ConsumePayload(packet.payload, isLast);
-    // The sender may rely on what it has stored when the packet is taken.
     SettleObjects();
 }
 

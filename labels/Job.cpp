@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "PrintEngine/Printing/JobFileSystemStrings.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Files.h"
 #include "foundation/Log.h"
@@ -75,7 +76,8 @@ void Job::Start(std::string_view jobName) {
 /// Where the disk was full for it a page may have room.
 void Job::WriteOrigin() {
     if (origin_ == 0 || jobPath_.empty() || isOriginWritten_) return;
-    auto const error = WriteFileAtomically(jobPath_ / OriginFileName, std::to_string(origin_));
+    std::string const origin = std::string(OriginPrefix) + std::to_string(origin_);
+    auto const error = MakeMark(jobPath_ / origin, jobPath_ / JobFileSystemStrings::MetaDataFileName);
     if (error) DebugLog(Error, "cannot write in " + jobPath_.string() + ": " + error.message());
     isOriginWritten_ = !error;
 }

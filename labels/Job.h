@@ -19,10 +19,10 @@ public:
     /// `closeNetwork` runs when the job is done with; may be empty. `flag` is handed to the start of the job.
     Job(std::vector<Label> labels, std::function<void()> closeNetwork, bool flag);
 
-    /// The file of a job's folder that holds the number of the packet which ended its stream, in decimal digits: by it
-    /// who sent the stream knows what became of it. It is there before the first page is, or with a later one if there
-    /// was no room for it.
-    static constexpr char const* OriginFileName = "Origin";
+    /// A file of a job's folder has this in front of the number of the packet which ended its stream, in decimal
+    /// digits, as its name: by it who sent the stream knows what became of it. It is there before the first page is, or
+    /// with a later one if there was no room for it.
+    static constexpr std::string_view OriginPrefix = "Origin-";
 
     /// To be called before Start; without it there is no such file.
     void SetOrigin(std::uint32_t packetNumber) { origin_ = packetNumber; }

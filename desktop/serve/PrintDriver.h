@@ -36,7 +36,7 @@ public:
         /// How long a page may take to come while nothing else changes in the folders of the jobs.
         std::chrono::milliseconds patience = std::chrono::seconds(30);
         /// Is told of a job that prints no more, when its last page has been kept or it has been given up: the number
-        /// in its file Zpl::Job::OriginFileName.
+        /// in the name of a file (Zpl::Job::OriginPrefix).
         std::function<void(std::uint32_t)> onJobOver = [](std::uint32_t) {};
     };
 

@@ -124,10 +124,15 @@ bool PrintDriver::IsOriginKnown(std::filesystem::path const& job, JobMetaData co
 }
 
 std::uint32_t PrintDriver::OriginOf(std::filesystem::path const& job) {
-    std::string const text = ReadRegularFile(job / Zpl::Job::OriginFileName);
-    std::uint32_t number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
+    std::error_code error;
+    for (auto const& entry : std::filesystem::directory_iterator(job, error)) {
+        std::string const name = entry.path().filename().string();
+        if (!name.starts_with(Zpl::Job::OriginPrefix)) continue;
+        std::uint32_t number = 0;
+        std::from_chars(name.data() + Zpl::Job::OriginPrefix.size(), name.data() + name.size(), number);
+        return number;
+    }
+    return 0;
 }
 
 /// A job whose folder is gone is over: the host has cancelled it, or somebody has cleaned up.
@@ -142,6 +147,11 @@ bool PrintDriver::EndIfGone() {
         else
             DebugLog(Error, "the folder of job " + name + " is gone; the job is given up");
     });
+    // Nobody has looked at those that wait while this one was under way. What goes when the host has looked is missed
+    // when the next one is looked for.
+    for (auto const& entry : std::filesystem::directory_iterator(options_.jobsFolder, error)) {
+        if (!finished_.contains(entry.path())) waiting_.emplace(entry.path(), 0);
+    }
     canSend_->Set("false");
     FinishJob();
     return true;

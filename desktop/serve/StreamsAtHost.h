@@ -18,7 +18,7 @@
 ///   as kept nothing of the host or the property server comes.
 /// - The next host is not started before all that the one before has said has been heard here, nor before the bus holds
 ///   the packet that it is to begin with. So what it is given is known to be lost, and nothing that it hears is stale.
-/// - The driver knows of which stream a job is (Zpl::Job::OriginFileName), and how many of its pages it has kept: those
+/// - The driver knows of which stream a job is (Zpl::Job::OriginPrefix), and how many of its pages it has kept: those
 ///   do not print again when the job comes again.
 /// - A lost property server makes its peers repeat what it may not have told. A host takes a packet of the same number
 ///   once; and the clearing of a packet counts when its beginning has been told before, so that one that is repeated

@@ -12,7 +12,7 @@ namespace ZplCore {
 /// How many templates one format keeps; further ones are refused with a report. Each holds a copy of all contexts.
 inline constexpr std::size_t MaximumSavedFields = 10000;
 /// With how many bytes the templates of a label that share a number are filled beyond the first of each number.
-inline constexpr std::uint64_t MostFilledBytes = std::uint64_t{32} << 20;
+inline constexpr std::uint64_t MostFilledBytes = std::uint64_t{8} << 20;
 
 /// Ends the field that `current` describes: saves it as a template or draws it, and clears it. False, and nothing
 /// done, if `current` is not the element context or is empty.

@@ -1,13 +1,9 @@
 #include "frontend/stream/ZplTokenizer.h"
 
+#include <algorithm>
+
 #include "foundation/Log.h"
 #include "frontend/stream/Ascii.h"
-
-namespace {
-
-constexpr std::string_view Blanks = " \t";
-
-}  // namespace
 
 std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(std::string_view input,
                                                                               std::size_t& position, char formatPrefix,
@@ -29,22 +25,39 @@ std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(st
         consumed_ += position - start;
         if (!command) continue;
         command->delimiter = delimiter;
+        command->offset = deliveredOffset_;
+        // What a prefix has ended, ends before that; all else, with the byte that ended it.
+        bool const isEndedByPrefix = openOffset_ != deliveredOffset_;
+        auto const end = isEndedByPrefix ? TrimmedEnd(input, position, openOffset_, encoding) : consumed_;
+        command->length = end - deliveredOffset_;
         return {encoding, std::move(command)};
     }
+    chunkEnd_ = TrimmedEnd(input, position, consumed_, encoding);
     auto flushed = flushAtEnd ? machine_.Flush() : nullptr;
     if (flushed) {
+        deliveredOffset_ = openOffset_;
         flushed->delimiter = delimiter;
-        flushed = Deliver(std::move(flushed));
+        flushed->offset = deliveredOffset_;
+        flushed->length = chunkEnd_ - deliveredOffset_;
     }
     return {encoding, std::move(flushed)};
 }
 
-std::unique_ptr<ZplCommand> ZplTokenizer::Deliver(std::unique_ptr<ZplCommand> command) {
-    if (!command) return nullptr;
-    deliveredOffset_ = openOffset_;
-    command->offset = openOffset_;
-    command->length = end_ - openOffset_;
-    return command;
+std::uint64_t ZplTokenizer::TrimmedEnd(std::string_view input, std::size_t position, std::uint64_t end,
+                                       Encoding encoding) const {
+    std::uint64_t const start = consumed_ - position;
+    // The chunk before may have ended amid the character that ends the command.
+    if (end <= start) return std::min(chunkEnd_, end);
+    std::size_t const unit = encoding == Encoding::Utf16Le || encoding == Encoding::Utf16Be ? 2 : 1;
+    std::size_t const low = encoding == Encoding::Utf16Be ? 1 : 0;
+    auto const isBlank = [&](std::size_t at) {
+        bool const isHighZero = unit == 1 || input[at + 1 - low] == '\0';
+        char const byte = input[at + low];
+        return isHighZero && (byte == ' ' || byte == '\t' || byte == '\r' || byte == '\n');
+    };
+    auto at = static_cast<std::size_t>(end - start);
+    while (at >= unit && isBlank(at - unit)) at -= unit;
+    return at == 0 ? chunkEnd_ : start + at;
 }
 
 namespace {
@@ -68,7 +81,7 @@ std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeByte(char byte, Syntax const& s
     if (result.encoding != encoding) ReportMark(result.encoding, consumed_);
     encoding = result.encoding;
     if (!result.complete) return nullptr;
-    return ConsumeCharacter(result.character, consumed_ + 1 - result.bytesBack, consumed_ + 1, syntax, encoding);
+    return ConsumeCharacter(result.character, consumed_ + 1 - result.bytesBack, syntax, encoding);
 }
 
 // A 7-bit byte ends no byte order mark, and is a character where no other bytes wait before it. So a run of them needs
@@ -80,14 +93,11 @@ std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeAscii(std::string_view input, s
     while (!command && position < input.size() && IsAscii(input[position])) {
         // A run of raw bytes that starts here is not 7-bit text any more.
         if (machine_.IsInBinaryMode() && encoding == Encoding::SingleByte) break;
-        auto const run = input.substr(position, machine_.ConsumePlainRun(input.substr(position), syntax.formatPrefix,
-                                                                         syntax.controlPrefix, syntax.delimiter));
-        if (auto const last = run.find_last_not_of(Blanks); last != run.npos)
-            end_ = consumed_ + (position - start) + last + 1;
-        position += run.size();
+        position += machine_.ConsumePlainRun(input.substr(position), syntax.formatPrefix, syntax.controlPrefix,
+                                             syntax.delimiter);
         if (position == input.size() || !IsAscii(input[position])) break;
         auto const offset = consumed_ + (position - start);
-        command = ConsumeCharacter(static_cast<unsigned char>(input[position++]), offset, offset + 1, syntax, encoding);
+        command = ConsumeCharacter(static_cast<unsigned char>(input[position++]), offset, syntax, encoding);
     }
     utf_.SkipRun(input.substr(start, position - start), encoding);
     return command;
@@ -97,26 +107,20 @@ std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeBinary(std::string_view input, 
     auto const run = input.substr(position, machine_.BinaryRemaining());
     position += run.size();
     utf_.SkipRun(run, Encoding::SingleByte);
-    end_ = consumed_ + run.size();
-    return Deliver(machine_.ConsumeBinaryRun(run));
+    auto command = machine_.ConsumeBinaryRun(run);
+    if (command) deliveredOffset_ = openOffset_;
+    return command;
 }
 
-std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeCharacter(char32_t character, std::uint64_t begin, std::uint64_t end,
+std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeCharacter(char32_t character, std::uint64_t offset,
                                                            Syntax const& syntax, Encoding encoding) {
     // Asked before the machine moves: the prefix that opens a command completes the one before, which is delivered with
     // the place of its own prefix.
-    bool const isBinary = machine_.IsInBinaryMode();
-    bool const isLineEnd = character == U'\r' || character == U'\n';
-    bool const opens =
-        !isBinary && (character == syntax.formatPrefix || character == syntax.controlPrefix) && !isLineEnd;
+    bool const opens = !machine_.IsInBinaryMode() &&
+                       (character == syntax.formatPrefix || character == syntax.controlPrefix) && character != U'\r' &&
+                       character != U'\n';
     auto command = machine_.Consume(character, syntax.formatPrefix, syntax.controlPrefix, syntax.delimiter, encoding);
-    // What ends with a character of its own ends behind it, whatever it is.
-    bool const isBlank = isLineEnd || character == U' ' || character == U'\t';
-    if (!opens && (isBinary || command || !isBlank)) end_ = end;
-    command = Deliver(std::move(command));
-    if (opens) {
-        openOffset_ = begin;
-        end_ = end;
-    }
+    if (command) deliveredOffset_ = openOffset_;
+    if (opens) openOffset_ = offset;
     return command;
 }

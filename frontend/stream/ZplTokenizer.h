@@ -56,15 +56,17 @@ private:
     std::unique_ptr<ZplCommand> ConsumeAscii(std::string_view input, std::size_t& position, Syntax const& syntax,
                                              Encoding encoding);
     std::unique_ptr<ZplCommand> ConsumeBinary(std::string_view input, std::size_t& position);
-    /// A character that stands in the stream from `begin` to `end`, in bytes.
-    std::unique_ptr<ZplCommand> ConsumeCharacter(char32_t character, std::uint64_t begin, std::uint64_t end,
-                                                 Syntax const& syntax, Encoding encoding);
-    std::unique_ptr<ZplCommand> Deliver(std::unique_ptr<ZplCommand> command);
+    std::unique_ptr<ZplCommand> ConsumeCharacter(char32_t character, std::uint64_t offset, Syntax const& syntax,
+                                                 Encoding encoding);
+
+    /// Where what stands before `end`, blanks and line ends left out, ends. `input` is read up to `position`; both ends
+    /// are bytes since the tokenizer was made.
+    std::uint64_t TrimmedEnd(std::string_view input, std::size_t position, std::uint64_t end, Encoding encoding) const;
 
     UtfStateMachine utf_;
     ZplTokenizerStateMachine machine_;
     std::uint64_t consumed_ = 0;  // bytes
     std::uint64_t openOffset_ = 0;
-    std::uint64_t end_ = 0;  // behind the last character of the open command, but for blanks and line ends
     std::uint64_t deliveredOffset_ = 0;
+    std::uint64_t chunkEnd_ = 0;  // of the chunks before, without what is trimmed
 };

@@ -88,13 +88,9 @@ void ScriptGraphicContext::EndJob(std::filesystem::path const& jobPath) {
         state_->fileError = NoFolderMessage();
         return;
     }
-    auto const file = jobPath / JobFileSystemStrings::TransferDoneFileName;
-    std::error_code error;
-    // Its name says all, so it is a second one of the metadata, for which no file has to be made and taken away. The
-    // queue ends a job anew with every page that prints near its end.
-    std::filesystem::create_hard_link(jobPath / JobFileSystemStrings::MetaDataFileName, file, error);
-    if (error == std::errc::file_exists) error.clear();
-    if (error) error = WriteFileAtomically(file, {});
+    // The queue ends a job anew with every page that prints near its end.
+    auto const error = MakeMark(jobPath / JobFileSystemStrings::TransferDoneFileName,
+                                jobPath / JobFileSystemStrings::MetaDataFileName);
     state_->fileError = error ? error.message() : std::string();
 }
 

@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
-#include <zint.h>
 
 #include <map>
-#include <memory>
 
 #include "../support/FieldBench.h"
+#include "../support/LibrarySymbol.h"
 #include "barcodes/composite/Tlc39Encoder.h"
 #include "barcodes/composite/Tlc39Sketch.h"
 #include "barcodes/stacked/CodaBlockEncoders.h"
@@ -20,20 +19,9 @@ namespace {
 
 using Rows = std::vector<std::string>;
 
-Rows Library(int symbology, std::string const& text, int option1 = -1, int option2 = 0) {
-    std::unique_ptr<zint_symbol, void (*)(zint_symbol*)> const symbol(ZBarcode_Create(), ZBarcode_Delete);
-    symbol->symbology = symbology;
-    symbol->option_1 = option1;
-    symbol->option_2 = option2;
-    EXPECT_LT(ZBarcode_Encode(symbol.get(), reinterpret_cast<unsigned char const*>(text.data()),
-                              static_cast<int>(text.size())),
-              ZINT_ERROR)
-        << symbol->errtxt;
-    Rows rows(static_cast<std::size_t>(symbol->rows));
-    for (std::size_t r = 0; r < rows.size(); ++r) {
-        for (int x = 0; x < symbol->width; ++x)
-            rows[r] += (symbol->encoded_data[r][x / 8] >> x % 8 & 1) != 0 ? '#' : '.';
-    }
+Rows Library(int symbology, std::string const& text, int option1 = 0, int option2 = 0) {
+    auto rows = LibrarySymbol(text, {symbology, option1, option2});
+    EXPECT_FALSE(rows.empty()) << text;
     return rows;
 }
 

@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "foundation/Files.h"
+#include "labels/Job.h"
 #include "tests/support/PropertyServerThread.h"
 #include "tests/support/Sanitizers.h"
 #include "tests/support/TemporaryDirectory.h"
@@ -138,7 +139,12 @@ TEST_F(PrintDriverTest, ACancellationEndsOnlyWhatIsGone) {
     EXPECT_TRUE(Until([&] { return Keeps("stays-1-1"); }));
     cancelAll();
     MakePage("stays", 1);
-    EXPECT_TRUE(Until([&] { return Keeps("stays-1-2"); })) << "it came behind the cancellation";
+    bool hasResumed = false;
+    EXPECT_TRUE(Until([&] {
+        // A machine that is busy with other things may have waited for it too long.
+        if (status_->Get() == "Print Error" && !std::exchange(hasResumed, true)) Resume(1);
+        return Keeps("stays-1-2");
+    })) << "it came behind the cancellation";
 
     MakeJob("goes", 2, 2);
     MakePage("goes", 0);
@@ -157,7 +163,8 @@ TEST_F(PrintDriverTest, AJobThatIsMadeBehindItsCancellationDoesNotPrint) {
         std::string const job = "job" + std::to_string(serial);
         MakeJob(job, 1, serial);
         MakePage(job, 0);
-        WriteFileAtomically(folder_ / "jobs" / job / "Origin", std::to_string(serial));
+        WriteFileAtomically(folder_ / "jobs" / job / (std::string(Zpl::Job::OriginPrefix) + std::to_string(serial)),
+                            "");
     }
     EXPECT_TRUE(Until([&] { return Keeps("job6-1-1"); }));
     EXPECT_FALSE(Keeps("job5-1-1"));

@@ -76,6 +76,13 @@ TEST_F(PropertyLinkTest, CarriesValuesBothWays) {
     other.link.GetServerAgent()->SetProperty("A", "G", "P", "fourth");
     EXPECT_TRUE(Becomes(own, "fourth"));
     EXPECT_EQ(followed->Get(), "fourth");
+    debugZoneError = false;
+    followed->AddCallback([](auto const&) { throw std::runtime_error("a callback that fails"); });
+    for (char const* const value : {"fifth", "sixth"}) {
+        own->Set(value);
+        EXPECT_TRUE(Becomes(followed, value)) << "whatever became of the callback before";
+    }
+    debugZoneError = true;
 }
 
 TEST_F(PropertyLinkTest, AllEndWithTheSameValueWhoeverWrites) {

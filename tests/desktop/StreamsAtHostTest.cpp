@@ -1,6 +1,9 @@
 #include "desktop/serve/StreamsAtHost.h"
 
 #include <gtest/gtest.h>
+#include <sys/eventfd.h>
+
+#include <QtCore/QCoreApplication>
 
 namespace {
 
@@ -28,7 +31,7 @@ protected:
 
 TEST_F(StreamsAtHostTest, RoomOfStreamsThatAreOverIsFree) {
     std::string const half(StreamsAtHost::MostBytes / 2, 'x');
-    for (int i = 0; i < 5; ++i) streams_.NoteOver(Give(half));
+    for (int i = 0; i < 2; ++i) streams_.NoteOver(Give(half));
     Give("a" + half.substr(1));
     Give("b" + half.substr(1));
     EXPECT_EQ(Repeated(), "ab");
@@ -46,6 +49,17 @@ TEST_F(StreamsAtHostTest, TheEncodingIsThatBehindTheLastStreamThatHasEnded) {
     streams_.NoteOver(second);
     EXPECT_EQ(streams_.EncodingAfter(), Encoding::SingleByte);
     EXPECT_EQ(Repeated(), "c");
+}
+
+TEST(Connections, WhoWasPutOffFirstHasTheFirstTurn) {
+    int argc = 0;
+    QCoreApplication const application(argc, nullptr);
+    Connections connections;
+    std::vector<ClientConnection*> clients;
+    for (int i = 0; i < 3; ++i) clients.push_back(&connections.Add(::eventfd(0, EFD_CLOEXEC), {}));
+    for (std::size_t const i : {1U, 0U, 2U, 1U}) connections.PutOff(*clients[i]);
+    for (std::size_t const i : {1U, 0U, 2U}) EXPECT_EQ(connections.NextPutOff().get(), clients[i]);
+    EXPECT_EQ(connections.NextPutOff(), nullptr);
 }
 
 }  // namespace

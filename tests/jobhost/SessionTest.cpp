@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
 #include <numeric>
 
@@ -102,6 +103,8 @@ TEST_F(SessionTest, QuantityCountsForItsOwnFormatAndOutsideOneForAll) {
     for (auto const& label : run.labels) copies.push_back(label.copies);
     EXPECT_EQ(copies, (std::vector<unsigned>{3, 1, 1, 9}));
     EXPECT_EQ(desk_.Model().GetLifetimeZplScriptsCountProperty()->Get(), 14U);
+    EXPECT_EQ(RunStream(desk_, "^XA^PQ99999999999^FDlost^FS^PQ7^XZ^XA^FDa^FS^XZ").labels.at(0).copies, 1U)
+        << "the rest of a format that is dropped counts for nothing";
 }
 
 TEST_F(SessionTest, SetUpLastsFromLabelToLabelAndTheFormatDoesNot) {
@@ -206,6 +209,19 @@ TEST_F(SessionTest, TheFirstCopyIsWhatTheStreamDrewWhereThatStillHolds) {
         label.RenderLabel("", 0, 0, true);
         EXPECT_EQ(target.PackedRows(), first);
     }
+}
+
+TEST(Desk, MakesTheFolderOfObjectsForItsOwnerAloneWhenOneIsStored) {
+    std::filesystem::path folder;
+    {
+        Desk desk(OneInch());
+        folder = desk.FormatsFolder();
+        RunStream(desk, "^XA^FO1,1^FDa^FS^XFR:T.ZPL^XGR:T.GRF^FS^XZ");
+        EXPECT_FALSE(std::filesystem::exists(folder));
+        RunStream(desk, "^XA^DFR:T.ZPL^FDa^FS^XZ");
+        EXPECT_EQ(std::filesystem::status(folder).permissions(), std::filesystem::perms::owner_all);
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder));
 }
 
 }  // namespace

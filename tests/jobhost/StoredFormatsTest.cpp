@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
+
+#include "foundation/Files.h"
 #include "foundation/Log.h"
 #include "frontend/context/ObjectStore.h"
 #include "labels/Job.h"
@@ -100,6 +103,51 @@ TEST_F(StoredFormats, OfTheMemoryDeviceEndWithTheProcess) {
     EXPECT_EQ(Texts(Start("^XA^XFT^XZ^XA^XFR:T^XZ")), std::vector<std::string>{"b"});
     EXPECT_EQ(Start("^XA^XGE:G^FS^XZ^XA^XGR:G^FS^XZ").labels.size(), 1U);
     EXPECT_EQ(Texts(Start(store + "^XA~JR^FDlost^FS^XZ^XA^XFT^XZ")), std::vector<std::string>{"b"});
+}
+
+TEST_F(StoredFormats, OfAKeptFolderAreThereAtOnceAndGetTheirNamesTogether) {
+    std::filesystem::create_directories(storage_.Path() / "E");
+    std::ofstream(storage_.Path() / "E/LEFT.ZPL.7-7.tmp") << "of a process that was killed";
+    KeepObjects(storage_.Path());
+    EXPECT_TRUE(std::filesystem::is_empty(storage_.Path() / "E"));
+    auto const text = [&](char const* of) { return Texts(Start(std::string("^XA^XF") + of + "^XZ")); };
+    auto const kept = [&] { return ReadRegularFile(storage_.Path() / "E/T.ZPL"); };
+    Start("^XA^DFE:T^FDold^FS^XZ");
+    SettleObjects();
+    std::string const old = kept();
+    EXPECT_NE(old.find("old"), old.npos);
+    std::string many;
+    for (int i = 0; i < 20; ++i) many += "^XA^DFE:N" + std::to_string(i) + "^FDn^FS^XZ";
+    Start("^XA^DFE:T^FDlost^FS^XZ^XA^DFE:T^FDnew^FS^XZ" + many);
+    EXPECT_EQ(kept(), old) << "whole until the disk has the new one";
+    EXPECT_EQ(text("E:T"), std::vector<std::string>{"new"});
+    EXPECT_EQ(text("N19"), std::vector<std::string>{"n"});
+    SettleObjects();
+    EXPECT_NE(kept().find("new"), std::string::npos);
+    unsigned files = 0;
+    for (auto const& file : std::filesystem::directory_iterator(storage_.Path() / "E"))
+        files += file.path().extension() == ".ZPL" ? 1 : 1000;
+    EXPECT_EQ(files, 21U);
+}
+
+/// A few bytes may ask for much, but a label costs no more than pages of the largest size.
+TEST_F(StoredFormats, WhatALabelDrawsHasALimit) {
+    std::string reports;
+    Log::ScopedSink const sink([&](LogTopic, std::string_view text) { reports += std::string(text) + '\n'; });
+    auto const times = [](unsigned count, std::string_view text) {
+        std::string all;
+        for (unsigned i = 0; i < count; ++i) all += text;
+        return all;
+    };
+    for (auto const& [stream, report] : std::initializer_list<std::pair<std::string, char const*>>{
+             {times(100, "^FO1,1^GB32000,32000,32000^FS"), "256 times over"},
+             {times(30, "^FO1,1^A0N,9999,9999^FDWWWW^FS"), "256 times over"},
+             {times(500, "^FO1,1^FN1^FS") + "^FN1^FD" + std::string(20000, 'x') + "^FS", "drawn everywhere"},
+         }) {
+        reports.clear();
+        EXPECT_EQ(Start("^XA" + stream + "^XZ^XA^FDafter^FS^XZ").labels.size(), 2U);
+        EXPECT_NE(reports.find(report), std::string::npos) << stream.substr(0, 40) << '\n' << reports.substr(0, 500);
+    }
 }
 
 TEST_F(StoredFormats, PicturesAreThoseOfTheTimeWhenTheFormatEnded) {

@@ -5,7 +5,6 @@
 #include <QtCore/QCoreApplication>
 
 #include "PrintEngine/Printing/JobMetaData.h"
-#include "foundation/Files.h"
 #include "labels/Job.h"
 #include "propertybus/PICLServerAgent.h"
 #include "propertybus/PropertyIdentifiers.h"
@@ -39,7 +38,11 @@ public:
         Zpl::Job started(job);
         started.Start(name);
         bool const flag = PrintEngine::Printing::JobMetaData::Read(started.JobPath()).value().flag;
-        std::string const origin = ReadRegularFile(started.JobPath() / Zpl::Job::OriginFileName);
+        std::string origin;
+        for (auto const& file : std::filesystem::directory_iterator(started.JobPath())) {
+            std::string const mark = file.path().filename().string();
+            if (mark.starts_with(Zpl::Job::OriginPrefix)) origin = mark.substr(Zpl::Job::OriginPrefix.size());
+        }
         calls_.push_back("enqueue " + std::string(name) + ' ' + std::to_string(job.Quantity()) + (flag ? " flag" : "") +
                          (origin.empty() ? "" : " of packet " + origin));
         job.CloseNetwork();

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
-#include <zint.h>
 
-#include <memory>
-
+#include "../support/LibrarySymbol.h"
 #include "../support/RandomText.h"
 #include "../support/SymbolReader.h"
 #include "Barcode/Encoder/AztecEncoder.h"
@@ -15,15 +13,10 @@ using Cells = std::vector<std::vector<bool>>;
 
 /// The library's symbol, empty if it has none.
 Cells Library(int symbology, std::string const& text) {
-    std::unique_ptr<zint_symbol, void (*)(zint_symbol*)> const symbol(ZBarcode_Create(), ZBarcode_Delete);
-    symbol->symbology = symbology;
-    symbol->input_mode = DATA_MODE;
-    if (ZBarcode_Encode(symbol.get(), reinterpret_cast<unsigned char const*>(text.data()),
-                        static_cast<int>(text.size())) >= ZINT_ERROR)
-        return {};
-    Cells cells(static_cast<std::size_t>(symbol->rows));
-    for (std::size_t r = 0; r < cells.size(); ++r) {
-        for (int x = 0; x < symbol->width; ++x) cells[r].push_back((symbol->encoded_data[r][x / 8] >> x % 8 & 1) != 0);
+    Cells cells;
+    for (auto const& row : LibrarySymbol(text, {symbology})) {
+        cells.emplace_back();
+        for (char const module : row) cells.back().push_back(module == '#');
     }
     return cells;
 }

@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
-#include <zint.h>
 
-#include <memory>
 #include <random>
 
+#include "../support/LibrarySymbol.h"
 #include "../support/RandomText.h"
 #include "../support/SymbolReader.h"
 #include "Barcode/Encoder/DataMatrix200Encoder.h"
@@ -16,13 +15,8 @@ constexpr char Escape = '~';
 
 /// The side of the library's square, 0 if it has none for the data.
 std::size_t LibrarySide(std::string const& data, bool isGs1) {
-    std::unique_ptr<zint_symbol, void (*)(zint_symbol*)> const symbol(ZBarcode_Create(), ZBarcode_Delete);
-    symbol->symbology = BARCODE_DATAMATRIX;
-    symbol->option_3 = DM_SQUARE;
-    symbol->input_mode = isGs1 ? GS1_MODE | GS1NOCHECK_MODE : DATA_MODE;
-    int const result = ZBarcode_Encode(symbol.get(), reinterpret_cast<unsigned char const*>(data.data()),
-                                       static_cast<int>(data.size()));
-    return result < ZINT_ERROR ? static_cast<std::size_t>(symbol->rows) : 0;
+    int const mode = isGs1 ? GS1_MODE | GS1NOCHECK_MODE : DATA_MODE;
+    return LibrarySymbol(data, {BARCODE_DATAMATRIX, 0, 0, DM_SQUARE, mode}).size();
 }
 
 std::string Read(Barcode::Model::MatrixBarcodeModel const& model) {

@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
-#include <zint.h>
 
-#include <memory>
 #include <optional>
 
+#include "../support/LibrarySymbol.h"
 #include "Barcode/Encoder/MicroPDF417Encoder.h"
 #include "printengine/src/barcode/PDF417Patterns.h"
 
@@ -15,19 +14,9 @@ using Rows = std::vector<std::string>;
 
 /// What the library makes of a text in so many columns; none if they are too few.
 std::optional<Rows> Library(std::string const& text, unsigned columns) {
-    constexpr int Widths[] = {38, 55, 82, 99};
-    std::unique_ptr<zint_symbol, void (*)(zint_symbol*)> const symbol(ZBarcode_Create(), ZBarcode_Delete);
-    symbol->symbology = BARCODE_MICROPDF417;
-    symbol->option_2 = static_cast<int>(columns);
-    if (ZBarcode_Encode(symbol.get(), reinterpret_cast<unsigned char const*>(text.data()),
-                        static_cast<int>(text.size())) >= ZINT_ERROR ||
-        symbol->width != Widths[columns - 1])
-        return std::nullopt;
-    Rows rows(static_cast<std::size_t>(symbol->rows));
-    for (std::size_t r = 0; r < rows.size(); ++r) {
-        for (int x = 0; x < symbol->width; ++x)
-            rows[r] += (symbol->encoded_data[r][x / 8] >> x % 8 & 1) != 0 ? '#' : '.';
-    }
+    constexpr std::size_t Widths[] = {38, 55, 82, 99};
+    auto rows = LibrarySymbol(text, {BARCODE_MICROPDF417, 0, static_cast<int>(columns)});
+    if (rows.empty() || rows[0].size() != Widths[columns - 1]) return std::nullopt;
     return rows;
 }
 

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
-#include <zint.h>
 
-#include <memory>
-
+#include "../support/LibrarySymbol.h"
 #include "../support/RandomText.h"
 #include "../support/SymbolReader.h"
 #include "Barcode/Encoder/PDF417Encoder.h"
@@ -16,15 +14,8 @@ constexpr unsigned Columns = 12, Security = 1;
 
 /// The rows that the library needs for so many columns, 0 if it cannot.
 std::size_t LibraryRows(std::string const& text) {
-    std::unique_ptr<zint_symbol, void (*)(zint_symbol*)> const symbol(ZBarcode_Create(), ZBarcode_Delete);
-    symbol->symbology = BARCODE_PDF417;
-    symbol->input_mode = DATA_MODE;
-    symbol->option_1 = Security;
-    symbol->option_2 = Columns;
-    int const result = ZBarcode_Encode(symbol.get(), reinterpret_cast<unsigned char const*>(text.data()),
-                                       static_cast<int>(text.size()));
-    bool const isAsked = symbol->width == static_cast<int>(17 * Columns + 69);
-    return result < ZINT_ERROR && isAsked ? static_cast<std::size_t>(symbol->rows) : 0;
+    auto const rows = LibrarySymbol(text, {BARCODE_PDF417, Security, Columns});
+    return !rows.empty() && rows[0].size() == 17 * Columns + 69 ? rows.size() : 0;
 }
 
 std::string Read(Barcode::Model::StackedBarcodeModel const& model) {

@@ -178,6 +178,7 @@ TEST_F(PageTest, NothingOfALabelStaysForTheNext) {
     Picture const plain = draw();
     target->EndLabel({});
     Rendered(*target);
+    target->DrawBox(100, 50, 9, 9, 9, 0);
     target->SetLabelOriginX(7);
     target->SetLabelOriginY(9);
     target->SetRotation(90);

@@ -56,6 +56,20 @@ TEST(Property, NumbersStayWithinLimits) {
     EXPECT_EQ(property->Get(), 5U);
 }
 
+TEST(Property, IsTakenWhenItsLastWriteIs) {
+    auto const property = std::make_shared<StringProperty>(Name, "");
+    property->ConnectWriter([](std::string const&) { return true; });
+    int told = 0;
+    property->SetTakenCallback([&told] { ++told; });
+    for (char const* const value : {"a", "b"}) property->Set(value);
+    property->NoteTaken();
+    EXPECT_FALSE(property->IsTaken());
+    EXPECT_EQ(told, 0);
+    property->NoteTaken();
+    EXPECT_TRUE(property->IsTaken());
+    EXPECT_EQ(told, 1);
+}
+
 TEST(Property, TakesValuesFromManyThreads) {
     auto const property = std::make_shared<StringProperty>(Name, "");
     std::atomic<int> torn = 0;
