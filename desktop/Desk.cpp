@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "PrintEngine/Printing/PrintProcessHandler.h"
+#include "desktop/LabelDrawer.h"
 #include "fields/text/Fonts.h"
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -48,6 +49,7 @@ Desk::Desk(RenderOptions const& options)
       model_(ZPLProcessorInterface::Create(std::make_shared<PublishingPropertyManager>(), nullptr)),
       handlers_(CreateHandlers(options.tag || machine_.features.Has(FeatureNames::rfidEncoderSupport),
                                machine_.features.Has(FeatureNames::disablePausing))),
+      fontFiles_(options.fonts),
       clock_(MakeClock(options)),
       printerDpi_(options.printerDpi),
       designDpi_(options.designDpi) {
@@ -56,9 +58,8 @@ Desk::Desk(RenderOptions const& options)
     if (options.keepJob) machine_.jobsFolder = options.outputFolder;
     model_->PartManager().SetInstalledPart({options.widthInches, options.heightInches});
     PrintEngine::Printing::PrintProcessHandler::GetInstance()->InitializeOffscreenDrawing();
-    ZplCore::UseFontFiles(machine_.fontFiles, fonts_);
-    for (auto const& [font, file] : options.fonts) fonts_.SetFontFile(font, file);
-    fonts_.SetWarningReceiver([](std::string_view line) { Log::Report(LogTopic::Font, std::string(line)); });
+    SetUpFonts(fonts_);
+    SetFontReceiver({});
     StartStream();
 }
 
@@ -78,4 +79,31 @@ void Desk::SetHostReceiver(std::function<void(std::string_view)> receiver) {
 
 std::unique_ptr<Zpl::Host::Session> Desk::MakeSession() {
     return std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fonts_, printerContext_, handlers_, machine_);
+}
+
+void Desk::SetUpFonts(PrintEngine::Printing::TrueTypeCacheCreator& fonts) const {
+    ZplCore::UseFontFiles(machine_.fontFiles, fonts);
+    for (auto const& [font, file] : fontFiles_) fonts.SetFontFile(font, file);
+}
+
+void Desk::SetFontReceiver(PrintEngine::Printing::TrueTypeCacheCreator::WarningReceiver receiver) {
+    auto const report = [](std::string_view line, std::string_view) { Log::Report(LogTopic::Font, std::string(line)); };
+    fonts_.SetWarningReceiver(receiver ? std::move(receiver) : report);
+}
+
+Telling Desk::Report(LogTopic topic, std::string_view text, std::string_view subject, Findings::Format format) {
+    return [this, topic, text = std::string(text), subject = std::string(subject), format,
+            place = Log::Place()](Findings& findings) {
+        if (subject.empty() || toldSubjects_.insert(subject).second) findings.AddReport(topic, text, format, place);
+    };
+}
+
+std::unique_ptr<LabelDrawer> Desk::MakeDrawer(ZplCore::FieldMap::Detail detail) {
+    auto drawer =
+        std::make_unique<LabelDrawer>(machine_.fontsFolder, model_->GetLabelPart(), detail,
+                                      std::make_shared<PrinterOfThread>(printerDpi_, designDpi_, clock_),
+                                      [this](LogTopic topic, std::string_view text, std::string_view subject,
+                                             Findings::Format format) { return Report(topic, text, subject, format); });
+    SetUpFonts(drawer->Fonts());
+    return drawer;
 }

@@ -9,14 +9,13 @@
 namespace {
 
 class PngWriter final : public PageWriter {
-    void Add(Scripting::FinishedPage& page, AtomicFile& file) override { file.Write(page.PngFile()); }
+    void Add(PageForm const& page, AtomicFile& file) override { file.Write(page.content); }
 };
 
 class PbmWriter final : public PageWriter {
-    void Add(Scripting::FinishedPage& page, AtomicFile& file) override {
-        auto const size = page.PageSize();
-        file.Write("P4\n" + std::to_string(size.width) + " " + std::to_string(size.height) + "\n");
-        file.Write(page.PackedRows());
+    void Add(PageForm const& page, AtomicFile& file) override {
+        file.Write("P4\n" + std::to_string(page.size.width) + " " + std::to_string(page.size.height) + "\n");
+        file.Write(page.content);
     }
 };
 
@@ -31,10 +30,9 @@ class PdfWriter final : public PageWriter {
     enum : std::size_t { Catalog = 1, Pages, FirstOfPages };  // numbers of objects
     enum : std::size_t { Image, Drawing, Page, ObjectsOfPage };
 
-    void Add(Scripting::FinishedPage& page, AtomicFile& file) override {
+    void Add(PageForm const& page, AtomicFile& file) override {
         constexpr double PointsPerInch = 72;
-        auto const size = page.PageSize();
-        auto const rows = page.DeflatedRows();
+        auto const& [size, dpi, rows] = page;
         std::string const columns = std::to_string(size.width);
         std::size_t const first = FirstOfPages + offsets_.size();
         text_ = offsets_.empty() ? Header : "";
@@ -45,7 +43,7 @@ class PdfWriter final : public PageWriter {
                  columns + ">>/Length " + std::to_string(rows.size()) + ">>stream\n";
         text_.append(rows).append("\nendstream\nendobj\n");
 
-        double const resolution = page.PageDpi() != 0 ? page.PageDpi() : PointsPerInch;
+        double const resolution = dpi != 0 ? dpi : PointsPerInch;
         std::string const width = Number(size.width * PointsPerInch / resolution);
         std::string const height = Number(size.height * PointsPerInch / resolution);
         std::string const drawing = "q " + width + " 0 0 " + height + " 0 0 cm /Page Do Q";

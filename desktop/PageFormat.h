@@ -9,12 +9,19 @@
 #include "Scripting/FinishedPage.h"
 #include "foundation/Files.h"
 
+/// A page in the form that its format asks for.
+struct PageForm {
+    Scripting::Extent size;    ///< pixels
+    unsigned dpi;              ///< pixels per inch; 0 if that is not known
+    std::string_view content;  ///< borrowed
+};
+
 /// Writes pages into one file.
 class PageWriter {
 public:
     virtual ~PageWriter() = default;
     /// Writes a page; the file remembers what goes wrong.
-    virtual void Add(Scripting::FinishedPage& page, AtomicFile& file) = 0;
+    virtual void Add(PageForm const& page, AtomicFile& file) = 0;
     /// Writes what stands behind the last page.
     virtual void End(AtomicFile&) {}
 };
@@ -24,7 +31,13 @@ struct PageFormat {
     std::string_view name;       ///< as it is asked for
     std::string_view extension;  ///< of its files, without a dot
     bool isDocument;             ///< a file holds any number of pages
+    std::string_view (Scripting::FinishedPage::*content)();
     std::unique_ptr<PageWriter> (*makeWriter)();
+
+    /// Valid until the page is asked for another form.
+    PageForm FormOf(Scripting::FinishedPage& page) const {
+        return {page.PageSize(), page.PageDpi(), (page.*content)()};
+    }
 };
 
 std::unique_ptr<PageWriter> MakePngWriter();  ///< ISO/IEC 15948
@@ -33,9 +46,9 @@ std::unique_ptr<PageWriter> MakePdfWriter();  ///< ISO 32000-1, version 1.4
 
 /// The first one is taken where none is asked for.
 inline constexpr PageFormat PageFormats[] = {
-    {"png", "png", false, MakePngWriter},
-    {"pbm", "pbm", false, MakePbmWriter},
-    {"pdf", "pdf", true, MakePdfWriter},
+    {"png", "png", false, &Scripting::FinishedPage::PngFile, MakePngWriter},
+    {"pbm", "pbm", false, &Scripting::FinishedPage::PackedRows, MakePbmWriter},
+    {"pdf", "pdf", true, &Scripting::FinishedPage::DeflatedRows, MakePdfWriter},
 };
 
 /// A text about the formats, made from their rows.

@@ -10,14 +10,14 @@
 
 namespace {
 
-OutputError CannotWrite(std::filesystem::path const& path, std::error_code const& error) {
-    return OutputError("cannot write " + path.string() + ": " + error.message());
-}
-
 /// Whether all pages of an input go into one file.
 bool IsDocument(RenderOptions const& options) { return options.format->isDocument && !options.isSplit; }
 
 }  // namespace
+
+OutputError CannotWrite(std::filesystem::path const& path, std::error_code const& error) {
+    return OutputError("cannot write " + path.string() + ": " + error.message());
+}
 
 std::string PageStem(std::string const& input) {
     if (input == "-") return "stdin";
@@ -28,6 +28,16 @@ std::string PageStem(std::string const& input) {
 std::string PageFileName(RenderOptions const& options, std::string const& input, unsigned page) {
     std::string const number = IsDocument(options) ? "" : "-" + std::to_string(page);
     return PageStem(input) + number + "." + std::string(options.format->extension);
+}
+
+StagedPage StageFile(PageFormat const& format, std::filesystem::path path, Scripting::FinishedPage& page) {
+    auto const form = format.FormOf(page);
+    StagedPage staged{form.size, form.dpi, std::make_unique<AtomicFile>(std::move(path)), {}};
+    auto const writer = format.makeWriter();
+    writer->Add(form, *staged.file);
+    writer->End(*staged.file);
+    staged.file->Close();
+    return staged;
 }
 
 PageStore::PageStore(RenderOptions const& options, std::string const& input)
@@ -57,14 +67,14 @@ std::filesystem::path PageStore::Prepare(Scripting::GraphicContext& target) {
 }
 
 PageStore::Place PageStore::Keep(Scripting::GraphicContext& target, unsigned number) {
-    Place place{NextPath(), isDocument_ ? pages_ + 1 : 0};
+    Place place = NextPlace();
     if (auto* const keeper = Scripting::PageKeeper::Of(&target)) {
-        Write(*keeper);
+        Write(options_.format->FormOf(*keeper));
     } else {
         auto const path = work_->Path() / std::to_string(number);
         auto page = PageFile::Parse(ReadRegularFile(path));
         if (!page) throw OutputError("cannot read back the page " + path.string());
-        Write(*page);
+        Write(options_.format->FormOf(*page));
         std::error_code ignored;
         std::filesystem::remove(path, ignored);
     }
@@ -72,7 +82,25 @@ PageStore::Place PageStore::Keep(Scripting::GraphicContext& target, unsigned num
     return place;
 }
 
-void PageStore::Write(Scripting::FinishedPage& page) {
+StagedPage PageStore::Stage(Scripting::FinishedPage& page) const {
+    if (!isDocument_) return StageFile(*options_.format, folder_ / PageFileName(options_, input_, 0), page);
+    auto const form = options_.format->FormOf(page);
+    return {form.size, form.dpi, nullptr, std::string(form.content)};
+}
+
+PageStore::Place PageStore::Keep(StagedPage page) {
+    Place place = NextPlace();
+    if (page.file) {
+        page.file->SetPath(place.path);
+        if (auto const error = page.file->Keep()) throw CannotWrite(place.path, error);
+    } else {
+        Write(page.Form());
+    }
+    ++pages_;
+    return place;
+}
+
+void PageStore::Write(PageForm const& page) {
     if (!file_) {
         file_.emplace(NextPath());
         writer_ = options_.format->makeWriter();

@@ -10,10 +10,26 @@
 #include "desktop/OutputError.h"
 #include "desktop/PageFormat.h"
 
+/// What tells that a file cannot be written.
+OutputError CannotWrite(std::filesystem::path const& path, std::error_code const& error);
+
 /// What the names of an input's pages begin with: the input's file name without its ending.
 std::string PageStem(std::string const& input);
 /// The name of the file that page `page` of an input goes to.
 std::string PageFileName(RenderOptions const& options, std::string const& input, unsigned page);
+
+/// A page that a thread has made ready for its store: a file that lacks only its name, or what a document takes.
+struct StagedPage {
+    Scripting::Extent size;            ///< pixels
+    unsigned dpi = 0;                  ///< pixels per inch; 0 if that is not known
+    std::unique_ptr<AtomicFile> file;  ///< null for a document
+    std::string content;               ///< for a document
+
+    PageForm Form() const { return {size, dpi, content}; }
+};
+
+/// Writes a page into a file of its own, which `path` may be the name of: it gets one when it is kept.
+StagedPage StageFile(PageFormat const& format, std::filesystem::path path, Scripting::FinishedPage& page);
 
 /// Where the pages of one input go: a file each, or all into one document. A file has its name once it is whole, so
 /// that nobody ever sees half a page.
@@ -33,6 +49,10 @@ public:
     std::filesystem::path Prepare(Scripting::GraphicContext& target);
     /// Writes the page that was rendered on `target` as page `number` of the folder. Throws OutputError.
     Place Keep(Scripting::GraphicContext& target, unsigned number);
+    /// Makes a page ready on any thread; it is kept in its turn.
+    StagedPage Stage(Scripting::FinishedPage& page) const;
+    /// Keeps it as the next page. Throws OutputError.
+    Place Keep(StagedPage page);
     /// Ends the document, if there is one. Throws OutputError.
     void End();
 
@@ -40,8 +60,9 @@ public:
     std::filesystem::path NextPath() const;
 
 private:
-    void Write(Scripting::FinishedPage& page);
+    void Write(PageForm const& page);
     void EndFile();
+    Place NextPlace() const { return {NextPath(), isDocument_ ? pages_ + 1 : 0}; }
 
     RenderOptions const& options_;
     std::filesystem::path folder_;

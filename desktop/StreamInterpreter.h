@@ -17,6 +17,7 @@ struct FinishedLabel {
     unsigned number;       ///< from 1
     std::uint64_t format;  ///< where its format begins, in bytes
     std::uint64_t offset;  ///< where its last command begins, in bytes
+    std::size_t rest;      ///< of the stream behind it, in bytes
 };
 
 /// Runs one whole stream through the interpreter, and takes the reports about it for as long as it lives. A format with
@@ -27,18 +28,19 @@ public:
     /// Takes a label; false ends the stream.
     using TakeLabel = std::function<bool(FinishedLabel&)>;
 
+    /// Takes what is to be told, in the order of the stream.
+    using Tell = std::function<void(Telling)>;
+    using Detail = ZplCore::FieldMap::Detail;
+
     /// `detail`: of what labels tell of their fields.
-    StreamInterpreter(Desk& desk, std::string_view stream, Findings& findings,
-                      ZplCore::FieldMap::Detail detail = ZplCore::FieldMap::Detail::Ink)
-        : desk_(desk),
-          input_(stream),
-          findings_(findings),
-          detail_(detail),
-          sink_([this](LogTopic topic, std::string_view text) {
-              // Who draws looks at a file that cannot be written, and says which one it is.
-              if (stream_ && !stream_->Current().Target().FileError().empty()) return;
-              findings_.AddReport(topic, std::string(text), drawnFormat_ ? drawnFormat_ : Format(), Log::Place());
-          }) {}
+    StreamInterpreter(Desk& desk, std::string_view stream, Tell tell, Detail detail = Detail::Ink);
+    /// Tells it at once.
+    StreamInterpreter(Desk& desk, std::string_view stream, Findings& findings, Detail detail = Detail::Ink)
+        : StreamInterpreter(
+              desk, stream, [&findings](Telling const& telling) { telling(findings); }, detail) {}
+    ~StreamInterpreter();
+    StreamInterpreter(StreamInterpreter const&) = delete;
+    StreamInterpreter& operator=(StreamInterpreter const&) = delete;
 
     void Run(TakeLabel const& take);
 
@@ -51,14 +53,15 @@ public:
 
 private:
     std::unique_ptr<Zpl::Host::Session> MakeSession();
+    void TakeReport(LogTopic topic, std::string_view text, std::string_view subject);
     std::optional<std::uint64_t> Format() const {
         return stream_ && !hasEnded_ ? stream_->Current().FormatOffset() : std::nullopt;
     }
 
     Desk& desk_;
     std::string_view input_;
-    Findings& findings_;
-    ZplCore::FieldMap::Detail detail_;
+    Tell tell_;
+    Detail detail_;
     std::optional<Zpl::Host::PrintStream> stream_;
     unsigned labels_ = 0;
     std::optional<std::uint64_t> drawnFormat_;

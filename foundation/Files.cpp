@@ -97,12 +97,17 @@ std::error_code AtomicFile::Write(std::string_view content) {
     return error_;
 }
 
+void AtomicFile::Close() {
+    if (descriptor_ >= 0 && ::close(std::exchange(descriptor_, -1)) != 0 && !error_) error_ = LastError();
+}
+
 std::error_code AtomicFile::Keep(WholeAfter wholeAfter) {
-    if (error_) return error_;
     // The rename may reach the disk before the bytes do.
-    if (wholeAfter == WholeAfter::PowerLoss && ::fdatasync(descriptor_) != 0) return error_ = LastError();
-    if (::close(std::exchange(descriptor_, -1)) != 0 || ::rename(temporary_.c_str(), path_.c_str()) != 0)
-        return error_ = LastError();
+    bool const waits = !error_ && descriptor_ >= 0 && wholeAfter == WholeAfter::PowerLoss;
+    if (waits && ::fdatasync(descriptor_) != 0) error_ = LastError();
+    Close();
+    if (error_) return error_;
+    if (::rename(temporary_.c_str(), path_.c_str()) != 0) return error_ = LastError();
     temporary_.clear();
     return {};
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 /// The bytes of a regular file; empty if there is none of that path or it cannot be read.
 std::string ReadRegularFile(std::filesystem::path const& path);
@@ -34,6 +35,11 @@ public:
     std::error_code Write(std::string_view content);
     /// Bytes written so far.
     std::uint64_t Size() const { return size_; }
+    /// Ends the writing of a file that waits for its name, so that it takes none of the process's descriptors. Kept, it
+    /// is whole after an end of the process.
+    void Close();
+    /// Lets Keep give it another name in its folder.
+    void SetPath(std::filesystem::path path) { path_ = std::move(path); }
     /// Gives the file its name. The first error of all that was done, if there was one.
     std::error_code Keep(WholeAfter wholeAfter = WholeAfter::ProcessEnd);
     std::filesystem::path const& Path() const { return path_; }

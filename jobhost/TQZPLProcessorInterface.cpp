@@ -123,7 +123,8 @@ void TQZPLProcessorInterface::SetServerAgent(std::shared_ptr<PICLServerAgent> ag
     auto* const process = PrintProcessHandler::GetInstance();
     process->SetPrinterDPI(printerContext_->PrinterDpi().Value());
     process->SetupForPrinting(serverAgent_, model_->GetPropertyManager());
-    fontCache_.SetWarningReceiver([](std::string_view line) { DebugLog(Warning, std::string(line)); });
+    fontCache_.SetWarningReceiver(
+        [](std::string_view line, std::string_view) { DebugLog(Warning, std::string(line)); });
     process->SetPageReceiver(
         [](unsigned page) { DebugLog(PerformanceLogging, "page " + std::to_string(page) + " is rendered"); });
 }

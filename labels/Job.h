@@ -31,6 +31,7 @@ public:
     /// The job's folder; empty before Start.
     std::filesystem::path const& JobPath() const { return jobPath_; }
 
+    std::vector<Label> const& Labels() const { return labels_; }
     /// Number of pages, in 32-bit arithmetic.
     unsigned Quantity() const { return static_cast<unsigned>(pages_); }
     /// The page count after which printing pauses next, seen from `page`.

@@ -23,6 +23,24 @@ using namespace ZplContextKeys;
 Label::Label(ContextProcessor processor, CommandHandlerPool const& handlerPool)
     : processor_(std::move(processor)), pristineProcessor_(processor_.DeepClone()), handlerPool_(&handlerPool) {}
 
+void Label::MoveTo(std::shared_ptr<Scripting::GraphicContext> const& target,
+                   std::shared_ptr<Scripting::PrinterContextInterface> const& printer,
+                   std::shared_ptr<ZplCore::FieldMap> const& map) {
+    replay_.reset();
+    for (auto* const processor : {&processor_, &pristineProcessor_}) {
+        processor->SetGraphicContext(target);
+        processor->SetPrinterContext(printer);
+        processor->SetFieldMap(map);
+    }
+}
+
+bool Label::KeepsPicture() const { return !processor_.at(DoNotUseStoredImage); }
+
+bool Label::ReadsStore() const {
+    auto const& memory = processor_.at(SharedFormatMemory);
+    return memory && memory->readsStore;
+}
+
 unsigned Label::Quantity() const { return processor_.at(PrintQuantity); }
 
 bool Label::PauseAfterSet() const { return processor_.at(PauseAfterJob); }

@@ -26,6 +26,21 @@ public:
     /// the stream sets from now on does not reach it.
     void Freeze() { processor_ = processor_.DeepClone(); }
 
+    /// Draws on another target from now on, copy 0 anew, and notes its fields in `map`, which may be null. Behind
+    /// Freeze a label and what it is moved to may go to another thread: what it has in common with others then never
+    /// changes, or is locked.
+    void MoveTo(std::shared_ptr<Scripting::GraphicContext> const& target,
+                std::shared_ptr<Scripting::PrinterContextInterface> const& printer,
+                std::shared_ptr<ZplCore::FieldMap> const& map);
+    /// Whether the labels that follow begin with its picture, which its target keeps for them.
+    bool KeepsPicture() const;
+    /// Whether it reads stored pictures for each page, since there was no memory to freeze them with it.
+    bool ReadsStore() const;
+    /// Whether commands of stored formats are among its own.
+    bool HasRecalledCommands() const { return pristineProcessor_.GetFormatCommands().HasRecalled(); }
+    /// What its commands take in a stream, about.
+    std::size_t CommandBytes() const { return pristineProcessor_.GetFormatCommands().Bytes(); }
+
     /// How many copies are printed.
     unsigned Quantity() const;
     /// Whether printing pauses behind the last copy.

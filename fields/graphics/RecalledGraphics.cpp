@@ -59,6 +59,7 @@ std::shared_ptr<Picture const> Recall(ContextProcessor const& processor, std::st
 
     if (auto const kept = KeptPictures::Process().Keep(text, *picture))
         return recalled->emplace(text, kept).first->second;
+    memory->readsStore = true;
     return std::make_shared<Picture const>(std::move(*picture));
 }
 

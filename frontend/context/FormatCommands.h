@@ -83,6 +83,7 @@ public:
 
     /// Whether a limit was passed.
     bool IsRefused() const { return isRefused_; }
+    bool HasRecalled() const { return recalled_ != 0; }
     /// What the commands take in a stream, about.
     std::size_t Bytes() const { return bytes_; }
 

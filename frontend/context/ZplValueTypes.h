@@ -76,6 +76,8 @@ struct ISMetaData {
 struct FormatMemory {
     /// Stored pictures by the names that it recalls them by; null where nothing was stored.
     std::map<std::string, std::shared_ptr<ZplCore::Picture const>> pictures;
+    /// Whether one of them is not kept, and read anew for each page.
+    bool readsStore = false;
     /// Names of the pictures that have been sent back: each is sent once, however often the format asks.
     std::set<std::string> answered;
     std::size_t answerBytes = 0;  ///< of all these answers

@@ -209,6 +209,8 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
 
     Zpl::Label label = ProcessLabelCommands();
     popTwice();
+    // They are the label's from here on, which may be drawn by another thread.
+    contextProcessor_.ClearFormatCommands();
     // The clone travels to the job; the first replay uses the original up.
     Zpl::Label clone = label.DeepClone();
     std::optional<std::string> const text = label.ProcessLabel(0, false);

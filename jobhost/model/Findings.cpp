@@ -229,24 +229,23 @@ void Finding::WriteMembers(JsonWriter& writer) const {
     writer.Key("column").Int(static_cast<std::int64_t>(column));
 }
 
-void Findings::AddUnknownCommand(ZplCommand const& command, std::uint64_t offset, Format format) {
+Finding Findings::OfUnknownCommand(ZplCommand const& command, std::uint64_t offset) {
     std::string const name = (command.isControl ? '~' : '^') + PrintableLetters(command.command);
     std::string const shift = name == "^LS" ? ShiftMeaning(command.Parameter(0)) : std::string();
-    auto const add = [&](Finding::Kind kind, std::string const& rest) {
-        Add({kind, "command " + name + " is not known" + rest, 0, offset}, format);
+    auto const finding = [&](Finding::Kind kind, std::string const& rest) {
+        return Finding{kind, "command " + name + " is not known" + rest, 0, offset};
     };
-    if (auto const setup = Look(SetupCommands, name); !setup.empty()) {
-        add(Finding::Kind::SetupCommand, " (" + std::string(setup) + "): no effect on the page");
-    } else if (name == "^LS" && shift.empty()) {
-        add(Finding::Kind::SetupCommand, " (a shift of the page by no dots): no effect on the page");
-    } else if (auto const drawing = shift.empty() ? Look(DrawingCommands, name) : shift; !drawing.empty()) {
-        add(Finding::Kind::UnknownCommand,
-            ": on other printers it " + std::string(drawing) + ", so the page may differ");
-    } else if (std::find(TagCommands.begin(), TagCommands.end(), name) != TagCommands.end()) {
-        add(Finding::Kind::UnknownCommand, ": it takes a tag encoder, which --tag brings");
-    } else {
-        add(Finding::Kind::UnknownCommand, " and was left out");
+    if (auto const setup = Look(SetupCommands, name); !setup.empty())
+        return finding(Finding::Kind::SetupCommand, " (" + std::string(setup) + "): no effect on the page");
+    if (name == "^LS" && shift.empty())
+        return finding(Finding::Kind::SetupCommand, " (a shift of the page by no dots): no effect on the page");
+    if (auto const drawing = shift.empty() ? Look(DrawingCommands, name) : shift; !drawing.empty()) {
+        return finding(Finding::Kind::UnknownCommand,
+                       ": on other printers it " + std::string(drawing) + ", so the page may differ");
     }
+    if (std::find(TagCommands.begin(), TagCommands.end(), name) != TagCommands.end())
+        return finding(Finding::Kind::UnknownCommand, ": it takes a tag encoder, which --tag brings");
+    return finding(Finding::Kind::UnknownCommand, " and was left out");
 }
 
 void Findings::AddReport(LogTopic topic, std::string const& text, Format format, std::optional<std::uint64_t> offset) {
@@ -320,8 +319,8 @@ std::vector<Finding> Findings::ListBy(LineIndex const& lines) const {
         constexpr auto Behind = std::numeric_limits<std::uint64_t>::max();
         auto& placed = list.emplace_back(Placed{finding, finding.offset.value_or(Behind)});
         if (finding.offset) std::tie(placed.finding.line, placed.finding.column) = lines.PlaceOf(*finding.offset);
-        auto const number = format ? labels_.find(*format) : labels_.end();
-        if (number == labels_.end()) continue;
+        auto const number = std::lower_bound(labels_.begin(), labels_.end(), std::pair(format.value_or(0), 0U));
+        if (!format || number == labels_.end() || number->first != *format) continue;
         placed.finding.label = number->second;
         placed.group = *format;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -47,6 +48,11 @@ std::optional<Finding::Kind> KindNamed(std::string_view name);
 /// Text for a terminal: control characters as \xNN.
 std::string Printable(std::string_view text);
 
+class Findings;
+
+/// Tells the findings of a stream something. What threads find in parallel is told in the order of the stream.
+using Telling = std::function<void(Findings&)>;
+
 /// Collects what is to be told about one stream, each thing once.
 class Findings {
 public:
@@ -57,11 +63,16 @@ public:
     /// Without a `stream` the places are known to the caller, see Take.
     explicit Findings(std::string_view stream = {}) : stream_(stream) {}
 
-    void AddUnknownCommand(ZplCommand const& command, std::uint64_t offset, Format format);
+    void Add(Finding finding, Format format);
+    /// What is told of an unknown command.
+    static Finding OfUnknownCommand(ZplCommand const& command, std::uint64_t offset);
+    void AddUnknownCommand(ZplCommand const& command, std::uint64_t offset, Format format) {
+        Add(OfUnknownCommand(command, offset), format);
+    }
     void AddReport(LogTopic topic, std::string const& text, Format format, std::optional<std::uint64_t> offset = {});
     void AddNotice(std::string text, Format format, std::optional<std::uint64_t> offset = {});
     /// The format that begins there is the label of that number, from 1.
-    void NumberLabel(std::uint64_t format, unsigned number) { labels_[format] = number; }
+    void NumberLabel(std::uint64_t format, unsigned number) { labels_.emplace_back(format, number); }
 
     /// In the order of the stream, those of a label together, about its barcodes first. What has no place in the stream
     /// stands at the end of its label, or of all.
@@ -91,7 +102,6 @@ private:
 
     std::vector<Finding> ListBy(LineIndex const& lines) const;
     std::size_t& CountOf(Finding::Kind kind);
-    void Add(Finding finding, Format format);
     void AddCounted(Finding finding, Format format);
     std::optional<std::size_t> Append(Finding finding, Format format);
 
@@ -99,7 +109,7 @@ private:
     std::vector<Entry> list_;
     std::size_t faults_ = 0;
     std::size_t notices_ = 0;
-    std::map<std::uint64_t, unsigned> labels_;                                ///< numbers by format
+    std::vector<std::pair<std::uint64_t, unsigned>> labels_;                  ///< formats and their numbers, in order
     std::map<std::pair<Format, std::string>, std::set<std::uint64_t>> seen_;  ///< offsets by format and text
     std::map<std::string, Counted> counted_;                                  ///< by text
 };

@@ -20,7 +20,7 @@ protected:
     DeskFixture() {
         folder = std::filesystem::temp_directory_path() /
                  ("printengine-" + std::to_string(::getpid()) + "-" + std::to_string(++serial));
-        fonts.SetWarningReceiver([this](std::string_view line) { warnings.emplace_back(line); });
+        fonts.SetWarningReceiver([this](std::string_view line, std::string_view) { warnings.emplace_back(line); });
         Scripting::ScriptGraphicContext::InitializeFontManager(fonts, "/usr/share/fonts");
     }
     ~DeskFixture() override {

@@ -56,7 +56,7 @@ Face* FaceChain::At(std::size_t index) {
         if (link.file.empty()) link.file = store_.Files().Find(link.name);
         link.face = store_.Open(link.file);
         if (!link.face && index == 0)
-            store_.Warn("font " + font_ + ": " + link.name + " cannot be opened, another stands in");
+            store_.Warn("font " + font_ + ": " + link.name + " cannot be opened, another stands in", "file " + font_);
     }
     return link.face;
 }
@@ -88,7 +88,8 @@ FaceChain::Found FaceChain::Search(char32_t character) {
         if (glyph) return {face, glyph};
     }
     if (!hasWarned_)
-        store_.Warn("font " + font_ + ": no installed font has " + CodePoint(character) + ", a box stands for it");
+        store_.Warn("font " + font_ + ": no installed font has " + CodePoint(character) + ", a box stands for it",
+                    "characters " + font_);
     hasWarned_ = true;
     return {};
 }

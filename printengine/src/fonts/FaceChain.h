@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "PrintEngine/Printing/TrueTypeCacheCreator.h"
 #include "printengine/src/fonts/Face.h"
 #include "printengine/src/fonts/FontFiles.h"
 #include "printengine/src/fonts/Strike.h"
@@ -22,9 +23,11 @@ public:
     FaceStore& operator=(FaceStore const&) = delete;
 
     FontFiles& Files() { return files_; }
-    void SetWarningReceiver(std::function<void(std::string_view)> receiver) { receiver_ = std::move(receiver); }
-    void Warn(std::string const& line) const {
-        if (receiver_) receiver_(line);
+    void SetWarningReceiver(Printing::TrueTypeCacheCreator::WarningReceiver receiver) {
+        receiver_ = std::move(receiver);
+    }
+    void Warn(std::string const& line, std::string const& subject = {}) const {
+        if (receiver_) receiver_(line, subject);
     }
 
     /// Null if there is no such file or it is no font.
@@ -36,7 +39,7 @@ private:
     bool HasLibrary();
 
     FontFiles files_;
-    std::function<void(std::string_view)> receiver_;
+    Printing::TrueTypeCacheCreator::WarningReceiver receiver_;
     FT_LibraryRec_* library_ = nullptr;
     std::map<std::filesystem::path, std::unique_ptr<Face>> faces_;
     std::map<std::filesystem::path, std::unique_ptr<Strike>> strikes_;

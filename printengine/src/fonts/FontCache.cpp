@@ -40,7 +40,7 @@ void TrueTypeCacheCreator::SetFontFile(std::string font, std::filesystem::path f
     cache_->Files().SetFile(std::move(font), std::move(file));
 }
 
-void TrueTypeCacheCreator::SetWarningReceiver(std::function<void(std::string_view)> receiver) {
+void TrueTypeCacheCreator::SetWarningReceiver(WarningReceiver receiver) {
     cache_->SetWarningReceiver(std::move(receiver));
 }
 

@@ -32,9 +32,7 @@ public:
     Fonts::GlyphCache& Glyphs() { return glyphs_; }
     Fonts::FontFiles& Files() { return faces_.Files(); }
     /// See TrueTypeCacheCreator.
-    void SetWarningReceiver(std::function<void(std::string_view)> receiver) {
-        faces_.SetWarningReceiver(std::move(receiver));
-    }
+    void SetWarningReceiver(WarningReceiver receiver) { faces_.SetWarningReceiver(std::move(receiver)); }
     void Warn(std::string const& line) const { faces_.Warn(line); }
 
 private:

@@ -24,8 +24,10 @@ public:
     void SetFontFile(std::string font, std::filesystem::path file);
 
     /// Receives one line for each thing that a target had to leave out or replace (a font that is not there, a page
-    /// that cannot be written). Without a receiver the lines are dropped.
-    void SetWarningReceiver(std::function<void(std::string_view)> receiver);
+    /// that cannot be written). `subject` is what is told of only once, and empty for what is told each time: who draws
+    /// with several of these tells one of several lines of a subject. Without a receiver the lines are dropped.
+    using WarningReceiver = std::function<void(std::string_view line, std::string_view subject)>;
+    void SetWarningReceiver(WarningReceiver receiver);
 
     struct Cache;
     /// For the print engine itself.

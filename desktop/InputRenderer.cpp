@@ -1,0 +1,216 @@
+#include "desktop/InputRenderer.h"
+
+#include <algorithm>
+#include <thread>
+
+#include "desktop/Commands.h"
+
+ZplCore::FieldMap::Detail DetailOf(RenderOptions const& options) {
+    return options.json ? ZplCore::FieldMap::Detail::Everything : ZplCore::FieldMap::Detail::Ink;
+}
+
+std::optional<FieldsJson> FieldsJsonOf(RenderOptions const& options, std::string_view stream) {
+    return options.json ? std::optional<FieldsJson>(stream) : std::nullopt;
+}
+
+InputRenderer::InputRenderer(RenderOptions const& options, Desk& desk, std::string const& input,
+                             std::string_view stream, RenderReport& report)
+    : options_(options),
+      desk_(desk),
+      input_(input),
+      report_(report),
+      findings_(stream),
+      interpreter_(
+          desk, stream, [this](Telling telling) { Tell(std::move(telling)); }, DetailOf(options)),
+      fieldsJson_(FieldsJsonOf(options, stream)),
+      store_(options, input),
+      progress_(!options.json) {}
+
+ExitCode InputRenderer::Run() {
+    report_.StartInput(input_);
+    std::exception_ptr failure;
+    try {
+        RenderLabels();
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    threads_.reset();
+    try {
+        store_.End();
+    } catch (...) {
+        if (!failure) failure = std::current_exception();
+    }
+    // What was finished and found is told all the same.
+    progress_.Clear();
+    report_.EndInput(findings_, false);
+    if (failure) std::rethrow_exception(failure);
+    if (options_.strict && findings_.HasFaults()) return ExitCode::Findings;
+    return pages_ == 0 ? ExitCode::NoLabel : ExitCode::Success;
+}
+
+void InputRenderer::RenderLabels() {
+    interpreter_.Run([this](FinishedLabel& finished) {
+        if (failure_) std::rethrow_exception(failure_);
+        if (options_.keepJob) {
+            jobName_ = jobName_.empty() ? finished.text : jobName_;
+            jobFlag_ = jobFlag_ || finished.hasTagOperations;
+            kept_.push_back(std::move(finished.label));
+            keptFormats_.push_back(finished.format);
+        } else {
+            UseThreads();
+            auto const rest = finished.rest;
+            Draw(TaskOf(std::move(finished.label), finished.number, finished.format), rest);
+        }
+        return InterruptedBy() == 0;
+    });
+    if (failure_) std::rethrow_exception(failure_);
+    if (!kept_.empty()) RenderJob();
+    if (threads_) threads_->Settle(true);
+}
+
+void InputRenderer::RenderJob() {
+    Zpl::Job job(std::move(kept_), {}, jobFlag_);
+    StartJob(job);
+    // Pages of a job are drawn when all labels have been read, each on the picture that the one before it leaves.
+    bool const areTied = std::any_of(job.Labels().begin(), job.Labels().end(), [this](Zpl::Label const& label) {
+        return label.KeepsPicture() || AsksForSources(label);
+    });
+    if (!areTied) UseThreads();
+    unsigned page = 0;
+    for (std::size_t i = 0; i < job.Labels().size() && InterruptedBy() == 0; ++i) {
+        auto const& label = job.Labels()[i];
+        auto task = TaskOf(label, static_cast<unsigned>(i + 1), keptFormats_[i]);
+        task.firstPage = page;
+        task.lastPage = job.Quantity() - 1;
+        task.operations = label.GetRfidOperations();
+        page += task.quantity;
+        if (threads_) {
+            threads_->Add(std::move(task));
+            if (!threads_->Settle(false)) break;
+        } else {
+            DrawHere(std::move(task));
+        }
+    }
+    if (threads_) threads_->Settle(true);
+    job.End();
+    CheckFile(jobPath_);
+}
+
+void InputRenderer::StartJob(Zpl::Job& job) {
+    job.Start(jobName_);
+    jobPath_ = job.JobPath();
+    if (interpreter_.Target().FileError().empty()) return;
+    std::error_code ignored;
+    if (!jobPath_.empty()) std::filesystem::remove_all(jobPath_, ignored);
+    CheckFile(jobPath_.empty() ? std::filesystem::path(options_.outputFolder) : jobPath_);
+}
+
+LabelTask InputRenderer::TaskOf(Zpl::Label label, unsigned number, std::uint64_t format) {
+    unsigned const quantity = label.Quantity();
+    unsigned const copies = std::min(quantity, options_.mostCopies);
+    if (copies < quantity) {
+        Tell([text = "of " + std::to_string(quantity) + " copies " + std::to_string(copies) +
+                     " are drawn; --copies N draws more",
+              format](Findings& findings) { findings.AddNotice(text, format); });
+    }
+    return {std::move(label),
+            number,
+            format,
+            quantity,
+            copies,
+            0,
+            quantity - 1,
+            std::nullopt,
+            CommandCharacters::Of(desk_.Printer()),
+            fieldsJson_ ? &*fieldsJson_ : nullptr};
+}
+
+/// A label that has something in common with those before or behind it is drawn in its turn, by the thread that reads;
+/// and at once a label behind which little can follow, so that its page still stands from its first replay. `rest` is
+/// that of the stream, in bytes.
+void InputRenderer::Draw(LabelTask task, std::size_t rest) {
+    bool const keepsPicture = task.label.KeepsPicture();
+    bool const isTied = keepsPicture || pictureStands_ || task.label.ReadsStore() || AsksForSources(task.label);
+    bool const isLast = threads_ && threads_->IsEmpty() && rest <= DrawingThreads::LittleWork;
+    if (threads_ && !isTied && !isLast) {
+        threads_->Add(std::move(task));
+        threads_->Settle(false);
+        return;
+    }
+    if (threads_ && !threads_->Settle(true)) return;
+    unsigned const before = pages_;
+    DrawHere(std::move(task));
+    pictureStands_ = keepsPicture || (pictureStands_ && pages_ == before);
+}
+
+void InputRenderer::DrawHere(LabelTask task) {
+    auto& target = interpreter_.Target();
+    auto const folder = options_.keepJob ? jobPath_ : store_.Prepare(target);
+    interpreter_.SetDrawnFormat(task.format);
+    DrawCopies(
+        task, folder, options_.tag, [this](Telling const& telling) { telling(findings_); },
+        [&](DrawnCopy copy) {
+            interpreter_.SetDrawnFormat({});
+            unsigned const page = task.firstPage + copy.copy;
+            PageStore::Place place{folder / std::to_string(page)};
+            CheckFile(options_.keepJob ? place.path : store_.NextPath());
+            if (!options_.keepJob) place = store_.Keep(target, page);
+            Report(task, place, target.PageSize(), std::move(copy));
+            interpreter_.SetDrawnFormat(task.format);
+            return true;
+        });
+    interpreter_.SetDrawnFormat({});
+}
+
+/// What there is to tell waits for the labels that stand before it.
+void InputRenderer::Tell(Telling telling) {
+    if (failure_) return;
+    if (!threads_ || threads_->IsEmpty()) return telling(findings_);
+    try {
+        threads_->Tell(std::move(telling));
+    } catch (...) {
+        // Not from amid a label, which would be taken for what failed.
+        failure_ = std::current_exception();
+    }
+}
+
+void InputRenderer::UseThreads() {
+    unsigned const cores = std::clamp(std::thread::hardware_concurrency(), 1U, 64U);
+    unsigned const most = options_.mostThreads != 0 ? options_.mostThreads : cores;
+    if (threads_ || most == 1 || !Scripting::PageKeeper::Of(&interpreter_.Target())) return;
+    auto const stage = [this](Scripting::FinishedPage& page) {
+        return options_.keepJob ? StageFile(PageFormats[0], jobPath_ / "page", page) : store_.Stage(page);
+    };
+    threads_.emplace(DrawingThreads::Work{most, options_.tag, [this] { return desk_.MakeDrawer(DetailOf(options_)); },
+                                          stage, [this](LabelTask task) { DrawHere(std::move(task)); },
+                                          [this](Telling const& telling) { telling(findings_); },
+                                          [this](LabelTask const& task, StagedPage page, DrawnCopy copy) {
+                                              KeepDrawn(task, std::move(page), std::move(copy));
+                                          }});
+}
+
+void InputRenderer::KeepDrawn(LabelTask const& task, StagedPage page, DrawnCopy copy) {
+    auto const size = page.size;
+    PageStore::Place place;
+    if (options_.keepJob) {
+        place.path = jobPath_ / std::to_string(task.firstPage + copy.copy);
+        page.file->SetPath(place.path);
+        if (auto const error = page.file->Keep()) throw CannotWrite(place.path, error);
+    } else {
+        place = store_.Keep(std::move(page));
+    }
+    Report(task, place, size, std::move(copy));
+}
+
+void InputRenderer::CheckFile(std::filesystem::path const& what) {
+    auto const& error = interpreter_.Target().FileError();
+    if (!error.empty()) throw OutputError("cannot write " + what.string() + ": " + error);
+}
+
+void InputRenderer::Report(LabelTask const& task, PageStore::Place const& place, Scripting::Extent size,
+                           DrawnCopy copy) {
+    progress_.Clear();
+    report_.Page({place.path, place.page, static_cast<unsigned>(size.width), static_cast<unsigned>(size.height),
+                  task.number, copy.copy + 1, task.quantity, std::move(copy.operations), std::move(copy.fields)});
+    progress_.Page(++pages_);
+}

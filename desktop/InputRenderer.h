@@ -1,0 +1,63 @@
+#pragma once
+
+#include <exception>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "desktop/DrawingThreads.h"
+#include "desktop/PageStore.h"
+#include "desktop/Progress.h"
+#include "desktop/RenderReport.h"
+#include "desktop/StreamInterpreter.h"
+#include "labels/Job.h"
+
+/// Programs are told of each field; people, of what is wrong with one.
+ZplCore::FieldMap::Detail DetailOf(RenderOptions const& options);
+std::optional<FieldsJson> FieldsJsonOf(RenderOptions const& options, std::string_view stream);
+
+/// Renders the labels of one input, each as a job of its own the moment it is finished, so that memory does not grow
+/// with the stream; or, to keep the job folder, all of them as one job at the end. Where more threads than one may
+/// draw, the thread that reads the stream goes on while they do; pages, lines and findings come in the same order and
+/// are the same.
+class InputRenderer {
+public:
+    InputRenderer(RenderOptions const& options, Desk& desk, std::string const& input, std::string_view stream,
+                  RenderReport& report);
+
+    ExitCode Run();
+
+private:
+    void RenderLabels();
+    void RenderJob();
+    void StartJob(Zpl::Job& job);
+    LabelTask TaskOf(Zpl::Label label, unsigned number, std::uint64_t format);
+    void Draw(LabelTask task, std::size_t rest);
+    bool AsksForSources(Zpl::Label const& label) const { return fieldsJson_ && label.HasRecalledCommands(); }
+    void DrawHere(LabelTask task);
+    void Tell(Telling telling);
+    void UseThreads();
+    void KeepDrawn(LabelTask const& task, StagedPage page, DrawnCopy copy);
+    void CheckFile(std::filesystem::path const& what);
+    void Report(LabelTask const& task, PageStore::Place const& place, Scripting::Extent size, DrawnCopy copy);
+
+    RenderOptions const& options_;
+    Desk& desk_;
+    std::string const& input_;
+    RenderReport& report_;
+    Findings findings_;
+    StreamInterpreter interpreter_;
+    std::optional<FieldsJson> const fieldsJson_;
+    PageStore store_;
+    Progress progress_;
+    std::vector<Zpl::Label> kept_;
+    std::vector<std::uint64_t> keptFormats_;
+    std::string jobName_;
+    bool jobFlag_ = false;
+    std::filesystem::path jobPath_;  ///< empty while none is kept
+    unsigned pages_ = 0;
+    bool pictureStands_ = false;  ///< which the next label begins with
+    std::exception_ptr failure_;  ///< of what was done for a report, amid a label
+    std::optional<DrawingThreads> threads_;
+};
