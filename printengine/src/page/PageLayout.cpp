@@ -26,6 +26,7 @@ void Widen(std::span<Word const> source, std::size_t times, std::span<Word> row)
 void MirrorRow(std::span<Word> row, int width) {
     std::reverse(row.begin(), row.end());
     for (Word& word : row) word = Drawing::Reversed(word);
+    // What was white behind the page now stands in front of it, and is moved out on the left.
     auto const shift = static_cast<int>(row.size()) * WordBits - width;
     if (shift == 0) return;
     for (std::size_t i = 0; i < row.size(); ++i) {
@@ -48,6 +49,7 @@ inline std::span<Word const> PageComposer::Source(int row) const {
 }
 
 int PageComposer::EndOfLike(int row) const {
+    // Rows of an enlarged page, and white ones, are mostly the same words, which need no looking at.
     auto const isLikeWritten = [&](std::span<Word const> source) {
         if (source.size() != written_.size() || source.empty()) return source.size() == written_.size();
         return source.data() == written_.data() ||

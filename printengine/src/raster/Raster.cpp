@@ -118,6 +118,8 @@ void Raster::FillRow(int y, int left, int right) {
     int const last = (right - 1) / WordBits;
     Line* const line = Reach<Mode>(y, last);
     if (!line) return;
+    // The most significant bit of a word is its leftmost pixel: `head` has the pixels from `left` on, `tail` those in
+    // front of `right`.
     Word const head = ~Word{0} >> (left % WordBits);
     Word const tail = ~Word{0} << (WordBits - 1 - (right - 1) % WordBits);
     if (first == last) {
@@ -174,6 +176,7 @@ void Raster::Put(int x, int y, Word bits) {
         x = 0;
     }
     if (bits == 0 || x >= MaxWidth) return;
+    // The pixels lie across two words unless x is the start of one; a shift by a whole word is undefined.
     int const first = x / WordBits;
     int const shift = x % WordBits;
     Word const right = shift ? bits << (WordBits - shift) : 0;
@@ -227,6 +230,8 @@ void Raster::BlitInside(BitRows const& picture, int x, int y) {
         Line& line = lines_[static_cast<std::size_t>(y + row)];
         if constexpr (Mode != Ink::White) line.used = std::max(line.used, static_cast<std::uint32_t>(last) + 1);
         Word* const target = line.words + first;
+        // What a word of the picture leaves over, it hands on to the right. Shifted twice, as a shift by 64, where the
+        // words of both lie one above the other, is undefined.
         Word bits = picture.Fetch(row, 0);
         Apply<Mode>(target[0], bits >> shift);
         for (int i = 1; i < words; ++i) {
@@ -262,7 +267,8 @@ void Raster::BlitLevel(BitRows const& picture, int x, int y, bool upsideDown) {
     }
 }
 
-/// Turns blocks of 64 x 64 pixels.
+/// Turns blocks of 64 x 64 pixels: bits are gathered from 64 rows at once, and each word that is drawn goes into one
+/// row of the page. Blocks without ink, most of a letter's cell, cost their reading alone.
 template <Ink Mode>
 void Raster::BlitTurned(BitRows const& picture, int x, int y, bool clockwise) {
     int const columns = (picture.width + WordBits - 1) / WordBits;

@@ -16,6 +16,8 @@ ScaledPicture::ScaledPicture(BitRows const& source, int width, int height, Pixel
     auto const left = static_cast<std::size_t>(part.left);
     // Pixel i of the target shows what lies under its middle: the source pixel (2 i + 1) * source / (2 * target).
     auto const shownAt = [](std::int64_t i, int from, int to) { return (2 * i + 1) * from / (2 * std::int64_t{to}); };
+    // The other way round: the first pixel of the target that shows source pixel x or one behind it, the least i with
+    // (2 i + 1) * source >= 2 x * target.
     auto const firstShowing = [&](std::size_t x) {
         std::size_t const doubled = 2 * x * targetWidth;
         std::size_t const first =
