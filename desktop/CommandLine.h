@@ -45,7 +45,7 @@ struct RenderOptions {
     std::vector<std::pair<std::string, std::string>> fonts;     ///< font letter or object name, and file
     std::optional<std::chrono::system_clock::time_point> time;  ///< local wall time at which the clock stands still
     std::optional<VirtualTag> tag;  ///< that every label carries; without one the tag commands are unknown
-    unsigned mostThreads = 0;       ///< that draw pages; 1: none beside the one that reads, 0: one for each core
+    unsigned mostThreads = 1;       ///< that draw pages; 1: none beside the one that reads
     bool keepJob = false;
     bool json = false;
     bool strict = false;

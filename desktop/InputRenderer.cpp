@@ -1,7 +1,6 @@
 #include "desktop/InputRenderer.h"
 
 #include <algorithm>
-#include <thread>
 
 #include "desktop/Commands.h"
 
@@ -175,18 +174,16 @@ void InputRenderer::Tell(Telling telling) {
 }
 
 void InputRenderer::UseThreads() {
-    unsigned const cores = std::clamp(std::thread::hardware_concurrency(), 1U, 64U);
-    unsigned const most = options_.mostThreads != 0 ? options_.mostThreads : cores;
-    if (threads_ || most == 1 || !Scripting::PageKeeper::Of(&interpreter_.Target())) return;
+    if (threads_ || options_.mostThreads == 1 || !Scripting::PageKeeper::Of(&interpreter_.Target())) return;
     auto const stage = [this](Scripting::FinishedPage& page) {
         return options_.keepJob ? StageFile(PageFormats[0], jobPath_ / "page", page) : store_.Stage(page);
     };
-    threads_.emplace(DrawingThreads::Work{most, options_.tag, [this] { return desk_.MakeDrawer(DetailOf(options_)); },
-                                          stage, [this](LabelTask task) { DrawHere(std::move(task)); },
-                                          [this](Telling const& telling) { telling(findings_); },
-                                          [this](LabelTask const& task, StagedPage page, DrawnCopy copy) {
-                                              KeepDrawn(task, std::move(page), std::move(copy));
-                                          }});
+    threads_.emplace(DrawingThreads::Work{
+        options_.mostThreads, options_.tag, [this] { return desk_.MakeDrawer(DetailOf(options_)); }, stage,
+        [this](LabelTask task) { DrawHere(std::move(task)); }, [this](Telling const& telling) { telling(findings_); },
+        [this](LabelTask const& task, StagedPage page, DrawnCopy copy) {
+            KeepDrawn(task, std::move(page), std::move(copy));
+        }});
 }
 
 void InputRenderer::KeepDrawn(LabelTask const& task, StagedPage page, DrawnCopy copy) {
