@@ -5,7 +5,33 @@
 #include <rapidjson/writer.h>
 #include <utf8.h>
 
+#include <algorithm>
+#include <charconv>
 #include <iterator>
+
+namespace {
+
+/// Whether an escape of a low surrogate stands without that of a high one in front; what is read must be JSON. The
+/// library refuses only the other half alone.
+bool HasLoneLowSurrogate(std::string_view text) {
+    std::size_t behindHigh = text.npos;
+    for (auto at = text.find('\\'); at < text.size(); at = text.find('\\', at)) {
+        constexpr std::size_t Head = 2;
+        constexpr std::size_t Digits = 4;
+        unsigned unit = 0;
+        if (text.substr(at, Head) == "\\u") {
+            auto const* const digits = text.data() + at + Head;
+            std::from_chars(digits, std::min(digits + Digits, text.data() + text.size()), unit, 16);
+        }
+        bool const isHigh = unit >= 0xD800 && unit < 0xDC00;
+        if (unit >= 0xDC00 && unit < 0xE000 && at != behindHigh) return true;
+        at += unit == 0 ? Head : Head + Digits;
+        if (isHigh) behindHigh = at;
+    }
+    return false;
+}
+
+}  // namespace
 
 struct JsonWriter::State {
     rapidjson::StringBuffer buffer;
@@ -43,6 +69,12 @@ JsonWriter& JsonWriter::String(std::string_view text) {
 }
 
 std::string JsonWriter::Text() const { return {state_->buffer.GetString(), state_->buffer.GetSize()}; }
+
+bool ReadJson(std::string_view text, rapidjson::Document& document) {
+    // Iterative: a text of many brackets must not use up the stack.
+    document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag>(text.data(), text.size());
+    return !document.HasParseError() && !HasLoneLowSurrogate(text);
+}
 
 bool JsonDetail::ReadSettings(std::string_view text, TakeMember take, void* self) {
     rapidjson::Document document;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <rapidjson/fwd.h>
+
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -32,6 +34,10 @@ private:
     struct State;
     std::unique_ptr<State> state_;
 };
+
+/// Reads one JSON text that came from elsewhere. False if it is none, or if a text in it is no UTF-8 or holds half a
+/// surrogate pair, since such a text could not be written again as it is.
+bool ReadJson(std::string_view text, rapidjson::Document& document);
 
 /// Reads the members of one flat settings object `{"name": value, ...}`; calls `take(name, value)` for each member with
 /// the value as text (strings as they are, numbers and bools in JSON's words). False if the text is no JSON object.

@@ -51,9 +51,7 @@ std::string PiclMessage::Text() const {
 
 std::optional<PiclMessage> PiclMessage::Parse(std::string_view line) {
     rapidjson::Document document;
-    // Iterative: a line of many brackets must not use up the stack. What is no UTF-8 could not be passed on as it is.
-    document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag>(line.data(), line.size());
-    if (document.HasParseError() || !document.IsObject()) return std::nullopt;
+    if (!ReadJson(line, document) || !document.IsObject()) return std::nullopt;
     std::string name;
     if (!ReadText(document, "type", name)) return std::nullopt;
     auto const row = std::find_if(std::begin(Types), std::end(Types), [&](auto const& r) { return r.name == name; });

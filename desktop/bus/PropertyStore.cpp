@@ -121,8 +121,7 @@ void PropertyStore::ReadArchive() {
     std::string const text = ReadRegularFile(archive_);
     if (text.empty()) return;
     rapidjson::Document document;
-    document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag>(text.data(), text.size());
-    if (document.HasParseError() || !document.IsArray()) {
+    if (!ReadJson(text, document) || !document.IsArray()) {
         DebugLog(Error, archive_.string() + " is no archive of properties");
         return;
     }

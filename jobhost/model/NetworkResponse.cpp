@@ -15,8 +15,7 @@ std::string NetworkResponse::Create(Status status, std::optional<std::string> da
 
 std::optional<NetworkResponse> NetworkResponse::Parse(std::string const& text) {
     rapidjson::Document document;
-    document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag>(text.data(), text.size());
-    if (document.HasParseError() || !document.IsObject()) return std::nullopt;
+    if (!ReadJson(text, document) || !document.IsObject()) return std::nullopt;
     auto const state = document.FindMember("State");
     if (state == document.MemberEnd() || !state->value.IsInt()) return std::nullopt;
     NetworkResponse response{static_cast<Status>(state->value.GetInt()), std::nullopt};

@@ -38,7 +38,7 @@ std::optional<Packet> Packet::Parse(std::string const& text) {
     if (brace == std::string::npos) return std::nullopt;
 
     rapidjson::Document header;
-    // Iterative: a header of many brackets must not use up the stack.
+    // Iterative, as ever with what comes from elsewhere. Of its texts nothing is kept, so they may be of any bytes.
     header.Parse<rapidjson::kParseIterativeFlag>(bytes->data(), brace + 1);
     if (header.HasParseError() || !header.IsObject()) return std::nullopt;
     auto const session = LowByte(header, "SessionId");

@@ -6,8 +6,7 @@
 
 std::optional<std::vector<RfidReadResponse>> ParseRfidReadResponses(std::string_view text) {
     rapidjson::Document document;
-    document.Parse<rapidjson::kParseIterativeFlag>(text.data(), text.size());
-    if (document.HasParseError() || !document.IsArray()) return std::nullopt;
+    if (!ReadJson(text, document) || !document.IsArray()) return std::nullopt;
     std::vector<RfidReadResponse> responses;
     for (auto const& entry : document.GetArray()) {
         if (!entry.IsObject()) return std::nullopt;

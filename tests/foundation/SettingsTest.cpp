@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <rapidjson/document.h>
 
 #include "foundation/AppSettings.h"
 #include "foundation/Features.h"
@@ -34,6 +35,21 @@ TEST(Settings, FeaturesComeFromTheFileAndTheFolder) {
     EXPECT_TRUE(features.Has(FeatureNames::rfidEncoderSupport));
     EXPECT_FALSE(features.Has(FeatureNames::tracklessZplJobQueue));
     EXPECT_FALSE(Features(folder / "none", folder / "none").Has(FeatureNames::disablePausing));
+}
+
+TEST(Json, FromElsewhereIsReadOnlyIfItCanBeWrittenAgain) {
+    for (char const* const good :
+         {R"(["\uD83D\uDE00\ud83d\ude00"])", R"({"\\uDE00":"\uD7FF\uE000"})", "[\"\xED\x9F\xBF\"]"}) {
+        rapidjson::Document document;
+        EXPECT_TRUE(ReadJson(good, document)) << good;
+    }
+    for (std::string const& bad :
+         {std::string(R"(["\uDE00"])"), std::string(R"({"\uD83D\uDE00\udE00":1})"), std::string(R"(["\\\uDFFF"])"),
+          std::string(R"(["\uD83D"])"), std::string("[\"\xED\xB8\x80\"]"), std::string("[\"\xFF\"]"), std::string("[1"),
+          std::string(2'000'000, '[')}) {
+        rapidjson::Document document;
+        EXPECT_FALSE(ReadJson(bad, document)) << bad.substr(0, 80);
+    }
 }
 
 TEST(Json, WritesTextThatIsNoUtf8WithReplacements) {

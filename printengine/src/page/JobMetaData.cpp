@@ -76,8 +76,7 @@ std::string JobMetaData::Text() const {
 
 std::optional<JobMetaData> JobMetaData::Parse(std::string_view text) {
     rapidjson::Document document;
-    document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseValidateEncodingFlag>(text.data(), text.size());
-    if (document.HasParseError() || !document.IsObject()) return std::nullopt;
+    if (!ReadJson(text, document) || !document.IsObject()) return std::nullopt;
     JobMetaData data;
     data.tagOperations = ReadTagOperations(document);
     for (auto const& member : document.GetObject()) {
