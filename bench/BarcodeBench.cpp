@@ -11,8 +11,8 @@
 #include "Barcode/Encoder/QREncoder.h"
 #include "barcodes/frame/GraphicHelper.h"
 #include "barcodes/frame/Memoizer.h"
-#include "desktop/Desk.h"
 #include "labels/Job.h"
+#include "library/Desk.h"
 
 namespace {
 

@@ -4,21 +4,21 @@
 #include <fstream>
 #include <iterator>
 
-#include "desktop/Desk.h"
 #include "fields/graphics/GraphicData.h"
 #include "foundation/Base64.h"
+#include "library/Desk.h"
 
 namespace {
 
-RenderOptions At300Dpi() {
-    RenderOptions options;
+DeskSettings At300Dpi() {
+    DeskSettings options;
     options.designDpi = options.printerDpi = 300;
     return options;
 }
 
 /// The whole page of the shipping label, drawn for 300 dpi: 1200 x 1800 dots.
 ZplCore::Picture WholePage() {
-    RenderOptions options = At300Dpi();
+    DeskSettings options = At300Dpi();
     options.designDpi = 203;
     Desk desk(options);
     auto session = desk.MakeSession();

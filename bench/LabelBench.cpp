@@ -3,9 +3,9 @@
 #include <fstream>
 #include <iterator>
 
-#include "desktop/Desk.h"
-#include "desktop/FieldsJson.h"
 #include "labels/Job.h"
+#include "library/Desk.h"
+#include "library/FieldsJson.h"
 
 namespace {
 
@@ -14,8 +14,8 @@ std::string ShippingLabel() {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-RenderOptions At300Dpi() {
-    RenderOptions options;
+DeskSettings At300Dpi() {
+    DeskSettings options;
     options.designDpi = options.printerDpi = 300;
     return options;
 }

@@ -16,8 +16,8 @@ std::string TextPage() {
     return stream + "^XZ";
 }
 
-RenderOptions At300Dpi() {
-    RenderOptions options;
+DeskSettings At300Dpi() {
+    DeskSettings options;
     options.designDpi = options.printerDpi = 300;
     return options;
 }

@@ -1,15 +1,11 @@
 #pragma once
 
-#include <chrono>
-#include <optional>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "desktop/PageFormat.h"
-#include "desktop/VirtualTag.h"
-#include "foundation/MachineSettings.h"
+#include "library/DeskSettings.h"
+#include "library/PageFormat.h"
 
 /// What the exit code of the command line says.
 enum class ExitCode {
@@ -32,24 +28,15 @@ struct CompareOptions {
 };
 
 /// The options of `zpl render` and `zpl check`.
-struct RenderOptions {
+struct RenderOptions : DeskSettings {
     std::vector<std::string> inputs;  ///< file names; "-" is standard input
-    unsigned designDpi = 203;
-    unsigned printerDpi = 203;
-    double widthInches = 4;
-    double heightInches = 6;
     std::string outputFolder = ".";
     PageFormat const* format = &PageFormats[0];
-    bool isSplit = false;                                       ///< one file a page, also in a format of documents
-    unsigned mostCopies = 1000;                                 ///< copies of one label that are drawn
-    std::vector<std::pair<std::string, std::string>> fonts;     ///< font letter or object name, and file
-    std::optional<std::chrono::system_clock::time_point> time;  ///< local wall time at which the clock stands still
-    std::optional<VirtualTag> tag;  ///< that every label carries; without one the tag commands are unknown
-    unsigned mostThreads = 1;       ///< that draw pages; 1: none beside the one that reads
+    bool isSplit = false;        ///< one file a page, also in a format of documents
+    unsigned mostCopies = 1000;  ///< copies of one label that are drawn
+    unsigned mostThreads = 1;    ///< that draw pages; 1: none beside the one that reads
     bool keepJob = false;
     bool json = false;
     bool strict = false;
     bool help = false;
-    /// Without a formats folder, what streams store lasts as long as the desk.
-    MachineSettings machine;
 };

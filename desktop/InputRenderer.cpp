@@ -156,7 +156,7 @@ void InputRenderer::DrawHere(LabelTask task) {
             if (!options_.keepJob) place = store_.Keep(target, page);
             Report(task, place, target.PageSize(), std::move(copy));
             interpreter_.SetDrawnFormat(task.format);
-            return true;
+            return InterruptedBy() == 0;
         });
     interpreter_.SetDrawnFormat({});
 }
@@ -178,12 +178,13 @@ void InputRenderer::UseThreads() {
     auto const stage = [this](Scripting::FinishedPage& page) {
         return options_.keepJob ? StageFile(PageFormats[0], jobPath_ / "page", page) : store_.Stage(page);
     };
-    threads_.emplace(DrawingThreads::Work{
-        options_.mostThreads, options_.tag, [this] { return desk_.MakeDrawer(DetailOf(options_)); }, stage,
-        [this](LabelTask task) { DrawHere(std::move(task)); }, [this](Telling const& telling) { telling(findings_); },
-        [this](LabelTask const& task, StagedPage page, DrawnCopy copy) {
-            KeepDrawn(task, std::move(page), std::move(copy));
-        }});
+    threads_.emplace(DrawingThreads::Work{options_.mostThreads, options_.tag,
+                                          [this] { return std::make_unique<LabelDrawer>(desk_, DetailOf(options_)); },
+                                          stage, [this](LabelTask task) { DrawHere(std::move(task)); },
+                                          [this](Telling const& telling) { telling(findings_); },
+                                          [this](LabelTask const& task, StagedPage page, DrawnCopy copy) {
+                                              KeepDrawn(task, std::move(page), std::move(copy));
+                                          }});
 }
 
 void InputRenderer::KeepDrawn(LabelTask const& task, StagedPage page, DrawnCopy copy) {

@@ -10,8 +10,8 @@
 #include "desktop/PageStore.h"
 #include "desktop/Progress.h"
 #include "desktop/RenderReport.h"
-#include "desktop/StreamInterpreter.h"
 #include "labels/Job.h"
+#include "library/StreamInterpreter.h"
 
 /// Programs are told of each field; people, of what is wrong with one.
 ZplCore::FieldMap::Detail DetailOf(RenderOptions const& options);

@@ -12,51 +12,11 @@
 #include "PrintEngine/Printing/TrueTypeCacheCreator.h"
 #include "Scripting/PrinterContextInterface.h"
 #include "Scripting/ScriptGraphicContext.h"
-#include "desktop/FieldsJson.h"
 #include "desktop/PageStore.h"
-#include "desktop/VirtualTag.h"
 #include "foundation/Clock.h"
 #include "jobhost/model/Findings.h"
-#include "labels/Label.h"
-
-/// The characters that open and part commands: a field may ask for them while it is drawn.
-struct CommandCharacters {
-    char format = '^';
-    char control = '~';
-    char delimiter = ',';
-
-    static CommandCharacters Of(Scripting::PrinterContextInterface const& printer) {
-        return {printer.FormatPrefix(), printer.ControlPrefix(), printer.Delimiter()};
-    }
-};
-
-/// A label on its way to its pages.
-struct LabelTask {
-    Zpl::Label label;
-    unsigned number;       ///< among the labels of its stream, from 1
-    std::uint64_t format;  ///< where its format begins, in bytes
-    unsigned quantity;     ///< copies that were asked for
-    unsigned copies;       ///< copies that are drawn
-    unsigned firstPage;    ///< its pages are counted from here
-    unsigned lastPage;     ///< of its job
-    /// Of all copies alike; without it each copy has what it recorded.
-    std::optional<std::vector<RfidOperation>> operations;
-    CommandCharacters characters;  ///< as they were when its turn came
-    FieldsJson const* fieldsJson;  ///< lists the fields of its pages; may be null
-};
-
-/// A copy of a label that has been drawn on its target.
-struct DrawnCopy {
-    unsigned copy;  ///< from 0
-    std::vector<RfidOperation> operations;
-    std::optional<PageFields> fields;
-};
-
-/// Draws the copies of a label on its target, one after the other, as each goes on from the one before, and calls
-/// `take` behind each. A label that cannot be drawn is given up with a finding. False if the run is interrupted, or
-/// `take` gives false: there are no further copies then.
-bool DrawCopies(LabelTask& task, std::filesystem::path const& folder, std::optional<VirtualTag> const& tag,
-                std::function<void(Telling)> const& tell, std::function<bool(DrawnCopy)> const& take);
+#include "library/Desk.h"
+#include "library/DrawCopies.h"
 
 /// The printer as a label sees it that another thread draws than the one which reads the stream: nothing of it changes
 /// while the label is drawn, and nothing is asked of the machine.
@@ -118,11 +78,8 @@ class LabelDrawer {
 public:
     using Report = std::function<Telling(LogTopic, std::string_view text, std::string_view subject, Findings::Format)>;
 
-    /// `report` makes what there is to tell of a report.
-    LabelDrawer(std::filesystem::path const& fontsFolder, PrintEngine::PartManagement::LabelPart const& part,
-                ZplCore::FieldMap::Detail detail, std::shared_ptr<PrinterOfThread> printer, Report report);
-
-    PrintEngine::Printing::TrueTypeCacheCreator& Fonts() { return fonts_; }
+    /// Draws labels of sessions of this desk, which outlives it. Called by the desk's thread.
+    LabelDrawer(Desk& desk, ZplCore::FieldMap::Detail detail);
 
     /// Makes the pages of a label by `stage` and hands them on by `put`, the last time without a page. False if the run
     /// is interrupted, or `put` gives false.

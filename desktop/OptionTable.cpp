@@ -88,7 +88,7 @@ constexpr OptionRow OptionTable[] = {
     {"--tag", "T", "", Drawing | Serve,
      "every label carries a tag: blank, or its memory as epc=3034F1,tid=E280,user=00,afi=00; without a tag its "
      "commands are unknown",
-     [](Reading& r, Text, Text value) { r.serve.tag = r.render.tag = VirtualTag::Parse(value); }},
+     [](Reading& r, Text, Text value) { r.serve.tag = r.render.tag = OptionValues::Tag(value); }},
     {"--job", "", "", Render, "keeps all pages as one job folder, as the print driver takes it",
      [](Reading& r, Text, Text) { r.render.keepJob = true; }},
     {"--json", "", "", Drawing | Serve,

@@ -84,6 +84,14 @@ std::pair<std::string, std::string> Font(std::string_view text) {
     return {std::string(text.substr(0, equals)), std::string(text.substr(equals + 1))};
 }
 
+VirtualTag Tag(std::string_view text) {
+    try {
+        return VirtualTag::Parse(text);
+    } catch (std::invalid_argument const& error) {
+        throw UsageError(std::string("--tag ") + error.what());
+    }
+}
+
 PageFormat const& Format(std::string_view text) {
     // Of no other name, since these are the choices of the option.
     return *std::find_if(std::begin(PageFormats), std::end(PageFormats) - 1,

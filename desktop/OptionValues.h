@@ -19,6 +19,8 @@ std::pair<double, double> Inches(LabelSize const& size, unsigned dpi);
 std::chrono::system_clock::time_point Time(std::string const& text);
 /// `LETTER=FILE`.
 std::pair<std::string, std::string> Font(std::string_view text);
+/// As VirtualTag::Parse.
+VirtualTag Tag(std::string_view text);
 /// One of PageFormats, by its name.
 PageFormat const& Format(std::string_view text);
 /// `HOST:PORT`, or `PORT` for the host that is set already. An IPv6 address stands in brackets.

@@ -6,7 +6,6 @@
 #include <system_error>
 
 #include "desktop/PageFile.h"
-#include "foundation/Files.h"
 
 namespace {
 
@@ -34,8 +33,8 @@ StagedPage StageFile(PageFormat const& format, std::filesystem::path path, Scrip
     auto const form = format.FormOf(page);
     StagedPage staged{form.size, form.dpi, std::make_unique<AtomicFile>(std::move(path)), {}};
     auto const writer = format.makeWriter();
-    writer->Add(form, *staged.file);
-    writer->End(*staged.file);
+    staged.file->Write(writer->Add(form));
+    staged.file->Write(writer->End());
     staged.file->Close();
     return staged;
 }
@@ -59,7 +58,7 @@ std::filesystem::path PageStore::Prepare(Scripting::GraphicContext& target) {
         return {};
     }
     try {
-        if (!work_) work_.emplace(folder_, ".zpl-");
+        if (!work_) work_.emplace(folder_, ".zpl-").Make();
     } catch (std::system_error const& failure) {
         throw CannotWrite(folder_, failure.code());
     }
@@ -105,9 +104,9 @@ void PageStore::Write(PageForm const& page) {
         file_.emplace(NextPath());
         writer_ = options_.format->makeWriter();
     }
-    writer_->Add(page, *file_);
+    auto const error = file_->Write(writer_->Add(page));
     if (isDocument_) {
-        if (auto const error = file_->Write({})) throw CannotWrite(file_->Path(), error);
+        if (error) throw CannotWrite(file_->Path(), error);
     } else {
         EndFile();
     }
@@ -118,7 +117,7 @@ void PageStore::End() {
 }
 
 void PageStore::EndFile() {
-    writer_->End(*file_);
+    file_->Write(writer_->End());
     auto const error = file_->Keep();
     auto const path = file_->Path();
     file_.reset();

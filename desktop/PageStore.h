@@ -6,9 +6,10 @@
 #include <string>
 
 #include "desktop/CommandLine.h"
-#include "desktop/Desk.h"
-#include "desktop/OutputError.h"
-#include "desktop/PageFormat.h"
+#include "foundation/Files.h"
+#include "foundation/TemporaryFolder.h"
+#include "library/OutputError.h"
+#include "library/PageFormat.h"
 
 /// What tells that a file cannot be written.
 OutputError CannotWrite(std::filesystem::path const& path, std::error_code const& error);

@@ -10,8 +10,8 @@
 #include "desktop/InputRenderer.h"
 #include "desktop/PageStore.h"
 #include "desktop/RenderReport.h"
-#include "desktop/StreamInterpreter.h"
 #include "foundation/Files.h"
+#include "library/StreamInterpreter.h"
 
 namespace {
 

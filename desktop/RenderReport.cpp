@@ -89,13 +89,8 @@ void RenderReport::EndInput(Findings const& findings, bool everything) {
         return;
     }
     if (inList_) writer_.EndArray();
-    writer_.Key("findings").StartArray();
-    for (auto const& finding : findings.List()) {
-        writer_.StartObject();
-        finding.WriteMembers(writer_);
-        writer_.EndObject();
-    }
-    writer_.EndArray().EndObject();
+    WriteFindings(writer_.Key("findings"), findings.List());
+    writer_.EndObject();
 }
 
 void RenderReport::Error(std::string const& line) {

@@ -4,10 +4,10 @@
 #include <string>
 
 #include "desktop/CommandLine.h"
-#include "desktop/FieldsJson.h"
-#include "desktop/OutputError.h"
 #include "foundation/Json.h"
 #include "jobhost/model/Findings.h"
+#include "library/FieldsJson.h"
+#include "library/OutputError.h"
 
 /// One page as it was written.
 struct RenderedPage {

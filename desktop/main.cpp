@@ -43,6 +43,7 @@ int PrintManual(std::vector<std::string> const& names) {
 
 int Draw(CommandRow const& command, RenderOptions options) {
     options.machine = DeskMachine();
+    if (options.keepJob) options.machine.jobsFolder = options.outputFolder;
     int const code = static_cast<int>(command.name == "render" ? RunRender(options) : RunCheck(options));
     // As the shell says of a program that a signal has ended.
     constexpr int EndedBySignal = 128;

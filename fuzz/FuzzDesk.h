@@ -2,18 +2,18 @@
 
 #include <unistd.h>
 
-#include "desktop/Desk.h"
+#include "library/Desk.h"
 
 /// Where the pages of a run go; the next run writes over them.
 inline std::filesystem::path const& PageFolder() {
     static TemporaryFolder const folder(std::filesystem::temp_directory_path(), "fuzz-pages-");
-    return folder.Path();
+    return folder.Make();
 }
 
 /// A desk with labels of one inch and a clock that stands still, made once; nothing is stored on it when a run begins.
 inline Desk& EmptyDesk() {
     static Desk desk = [] {
-        RenderOptions options;
+        DeskSettings options;
         options.widthInches = 1;
         options.heightInches = 1;
         options.time = std::chrono::system_clock::time_point{};

@@ -2,11 +2,11 @@
 #include <string>
 #include <vector>
 
-#include "desktop/FieldsJson.h"
 #include "fuzz/Fuzz.h"
 #include "fuzz/FuzzDesk.h"
 #include "jobhost/model/PrintStream.h"
 #include "labels/Job.h"
+#include "library/FieldsJson.h"
 
 // A stream as the host takes it: cut anywhere it gives the same labels as in one piece, and whatever they hold, their
 // job is begun, the first pages are drawn and written, their fields are told with places that the stream has, and it is

@@ -1,9 +1,9 @@
 #include "desktop/compare/CompareCommand.h"
 
-#include "desktop/OutputError.h"
 #include "desktop/compare/CompareReport.h"
 #include "desktop/compare/ComparedPages.h"
 #include "desktop/compare/PictureFile.h"
+#include "library/OutputError.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include "Scripting/FinishedPage.h"
 #include "desktop/Commands.h"
 #include "desktop/PageFile.h"
-#include "desktop/StreamInterpreter.h"
 #include "desktop/compare/PictureFile.h"
+#include "library/StreamInterpreter.h"
 
 namespace {
 

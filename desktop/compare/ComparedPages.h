@@ -3,8 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "desktop/Desk.h"
+#include "desktop/CommandLine.h"
 #include "desktop/compare/PackedPage.h"
+#include "library/Desk.h"
 
 /// A page to compare, kept as a file of its picture, which is small.
 struct ComparedPage {

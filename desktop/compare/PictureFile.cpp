@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "desktop/OutputError.h"
 #include "foundation/Files.h"
+#include "library/OutputError.h"
 
 namespace {
 

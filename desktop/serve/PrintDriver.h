@@ -17,10 +17,10 @@
 #include <string>
 
 #include "PrintEngine/Printing/JobMetaData.h"
-#include "desktop/VirtualTag.h"
 #include "desktop/serve/BusComponent.h"
 #include "desktop/serve/PageNames.h"
 #include "desktop/serve/PrinterEvent.h"
+#include "library/VirtualTag.h"
 
 /// Consumes the pages of jobs as a printer does: one job after the other, page by page, each in the time that its
 /// length takes. Reports status, then path, then page, and keeps a copy of each page. The end of a job is reported when

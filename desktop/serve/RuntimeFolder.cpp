@@ -46,7 +46,7 @@ RuntimeFolder::RuntimeFolder() {
         // Another printer that starts at this moment may find the folder while nobody holds it, and remove it.
         if (lock_ >= 0) ::close(lock_);
         try {
-            folder_.emplace(parent, Prefix);
+            folder_.emplace(parent, Prefix).Make();
         } catch (std::system_error const& failure) {
             throw std::runtime_error("cannot write " + parent.string() + ": " + failure.code().message() +
                                      "; TMPDIR names another folder for temporary files");

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <optional>
 
-#include "desktop/Desk.h"
+#include "foundation/TemporaryFolder.h"
 
 /// The folder for temporary files of one printer, gone when the object goes. It is locked meanwhile; those that killed
 /// printers of this user have left, which nobody holds any more, are removed.

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "desktop/VirtualTag.h"
+#include "library/VirtualTag.h"
 
 /// The options of `zpl serve`.
 struct ServeOptions {

@@ -192,6 +192,16 @@ Finding::Kind KindOf(LogTopic topic) {
 
 }  // namespace
 
+void WriteFindings(JsonWriter& writer, std::vector<Finding> const& findings) {
+    writer.StartArray();
+    for (auto const& finding : findings) {
+        writer.StartObject();
+        finding.WriteMembers(writer);
+        writer.EndObject();
+    }
+    writer.EndArray();
+}
+
 std::string_view NameOf(Finding::Kind kind) {
     return std::find_if(KindNames.begin(), KindNames.end(), [kind](auto const& row) { return row.kind == kind; })->name;
 }

@@ -41,6 +41,9 @@ struct Finding {
     void WriteMembers(JsonWriter& writer) const;
 };
 
+/// Writes a JSON array of them.
+void WriteFindings(JsonWriter& writer, std::vector<Finding> const& findings);
+
 /// The kind in one word, for programs.
 std::string_view NameOf(Finding::Kind kind);
 std::optional<Finding::Kind> KindNamed(std::string_view name);

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "desktop/StreamInterpreter.h"
+#include "library/StreamInterpreter.h"
 
 // What goes wrong in a stream is told in a sentence with its place, and the next label still prints.
 
@@ -244,7 +244,7 @@ std::vector<BadRow> const Rows = {
 };
 
 TEST(BadInput, IsToldWithItsPlaceAndTheNextLabelPrints) {
-    Desk desk{RenderOptions{}};
+    Desk desk{DeskSettings{}};
     for (auto const& row : Rows) {
         SCOPED_TRACE(row.name);
         desk.StartStream();

@@ -4,10 +4,10 @@
 
 #include <array>
 
-#include "desktop/OutputError.h"
 #include "desktop/compare/CompareCommand.h"
 #include "desktop/compare/PictureFile.h"
 #include "foundation/Files.h"
+#include "library/OutputError.h"
 #include "tests/support/TemporaryDirectory.h"
 
 namespace {

@@ -6,9 +6,9 @@
 #include <random>
 #include <string>
 
-#include "desktop/Desk.h"
 #include "desktop/serve/HostAnswers.h"
 #include "jobhost/model/PrintStream.h"
+#include "library/Desk.h"
 
 namespace {
 
@@ -176,7 +176,7 @@ std::string RandomStream(std::mt19937& random) {
 TEST(StreamWatch, AgreesWithTheHost) {
     char const* const rounds = std::getenv("ZPL_WATCH_ROUNDS");
     std::mt19937 random(11);
-    Desk desk{RenderOptions()};
+    Desk desk{DeskSettings()};
     for (int round = 0, most = rounds ? std::atoi(rounds) : 60; round < most; ++round) {
         desk.StartStream();
         StreamState state;

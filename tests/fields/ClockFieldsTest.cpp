@@ -45,7 +45,7 @@ TEST(ClockFields, ShiftOnTheCalendar) {
 }
 
 TEST(ClockFields, InFieldData) {
-    RenderOptions options;
+    DeskSettings options;
     options.time = At(2026, 3, 9, 14, 5, 7);
     Desk desk(options);
     struct Row {

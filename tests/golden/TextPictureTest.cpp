@@ -136,7 +136,7 @@ TEST(TextPictures, FilesDrawLettersAndNames) {
     std::string const serif = "/usr/share/fonts/truetype/dejavu/DejaVuSerif.ttf";
     std::string const broken = "examples/shipping-label.zpl";
     auto const draw = [](std::string const& letter, std::string const& file, std::string const& font) {
-        RenderOptions options;
+        DeskSettings options;
         options.fonts = {{letter, file}};
         Desk desk(options);
         return DrawPages(desk, Page("^FO10,10" + font + "N,60,60^FDRag1^FS")).at(0);
@@ -153,7 +153,7 @@ TEST(TextPictures, FilesDrawLettersAndNames) {
 }
 
 TEST(TextPictures, SettingsNameFontFiles) {
-    RenderOptions options;
+    DeskSettings options;
     options.machine.fontFiles = "x;=y;SHOP.TTF=/usr/share/fonts/truetype/dejavu/DejaVuSerif.ttf";
     Desk desk(options);
     EXPECT_EQ(DrawPages(desk, Page("^FO10,10^A@N,60,60,E:SHOP.TTF^FDRag1^FS")),

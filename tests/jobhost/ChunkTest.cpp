@@ -36,7 +36,7 @@ std::vector<std::size_t> Cuts(std::size_t size) {
 }
 
 TEST(Chunks, OfAStreamMakeTheSameLabelsWhereverItIsCut) {
-    RenderOptions options;
+    DeskSettings options;
     options.widthInches = options.heightInches = 1;
     Desk desk(options);
     auto const streams = Streams();

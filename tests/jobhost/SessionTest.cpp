@@ -14,8 +14,8 @@ namespace {
 
 using namespace std::string_literals;
 
-RenderOptions OneInch() {
-    RenderOptions options;
+DeskSettings OneInch() {
+    DeskSettings options;
     options.widthInches = options.heightInches = 1;
     return options;
 }

@@ -15,7 +15,7 @@ namespace {
 class StoredFormats : public testing::Test {
 protected:
     StreamRun Start(std::string_view stream) {
-        RenderOptions options;
+        DeskSettings options;
         options.widthInches = options.heightInches = 2;
         options.machine.formatsFolder = storage_.Path();
         Desk desk(options);
@@ -151,7 +151,7 @@ TEST_F(StoredFormats, WhatALabelDrawsHasALimit) {
 }
 
 TEST_F(StoredFormats, PicturesAreThoseOfTheTimeWhenTheFormatEnded) {
-    Desk desk{RenderOptions{}};
+    Desk desk{DeskSettings{}};
     auto const session = desk.MakeSession();
     std::vector<Zpl::Label> labels;
     std::string const stream =
@@ -175,7 +175,7 @@ TEST_F(StoredFormats, PicturesAreThoseOfTheTimeWhenTheFormatEnded) {
 
 // A label that waits to be drawn shares what it has recalled with others.
 TEST_F(StoredFormats, StoredAnewAreRecalledAnew) {
-    Desk desk{RenderOptions{}};
+    Desk desk{DeskSettings{}};
     std::vector<Zpl::Label> waiting;
     std::string stream;
     for (char const* const text : {"a", "b", "b", "c"})

@@ -35,7 +35,7 @@ std::string Stream(std::string const& digits, std::string const& picture) {
     return stream;
 }
 
-Outcome Draw(RenderOptions const& options, std::string const& stream) {
+Outcome Draw(DeskSettings const& options, std::string const& stream) {
     Outcome outcome;
     Log::ScopedSink const sink([&](LogTopic, std::string_view line) {
         auto const place = Log::Place();
@@ -56,7 +56,7 @@ Outcome Draw(RenderOptions const& options, std::string const& stream) {
 
 TEST(TwoDesks, KeepStoresFontsFeaturesAndReportsApartInTwoThreads) {
     TemporaryDirectory const folder;
-    RenderOptions options[2];
+    DeskSettings options[2];
     for (int i = 0; i < 2; ++i) {
         options[i].widthInches = options[i].heightInches = 3;
         options[i].machine.formatsFolder = folder / ("store" + std::to_string(i));

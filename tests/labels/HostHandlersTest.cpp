@@ -63,7 +63,7 @@ class HostAnswers : public testing::Test {
 protected:
     /// Runs a stream and gives what was sent back, after the page and after the format of each label.
     std::string Run(std::string const& stream) {
-        Desk desk{RenderOptions{}};
+        Desk desk{DeskSettings{}};
         desk.SetHostReceiver([this](std::string_view data) { answers_ += data; });
         RunStream(desk, stream, [this](Zpl::Label& label, auto&) {
             for (unsigned copy = 0; copy < label.Quantity(); ++copy) {
@@ -139,7 +139,7 @@ TEST_F(HostAnswers, StatusComesAtOnceAndDisturbsNoFormat) {
 }
 
 TEST(HostStatus, FollowsThePrinter) {
-    Desk desk{RenderOptions{}};
+    Desk desk{DeskSettings{}};
     auto& model = desk.Model();
     std::string answer;
     desk.SetHostReceiver([&answer](std::string_view data) { answer = data; });

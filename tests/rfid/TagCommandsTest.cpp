@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "desktop/StreamInterpreter.h"
+#include "library/StreamInterpreter.h"
 #include "rfid/TagOperations.h"
 
 namespace {
@@ -8,7 +8,7 @@ namespace {
 /// Runs a stream on a desk whose labels carry a tag, as `zpl render` does, and writes down the operations of each copy,
 /// what the copies say, and what the printer answers.
 std::string Printed(std::string const& stream, std::string const& tag = "blank") {
-    RenderOptions options;
+    DeskSettings options;
     options.tag = VirtualTag::Parse(tag);
     Desk desk(options);
     TemporaryFolder const pages(std::filesystem::temp_directory_path(), "tags-");
@@ -24,7 +24,7 @@ std::string Printed(std::string const& stream, std::string const& tag = "blank")
                     label.SetRfidReadResponse(copy, VirtualTag(*options.tag).Perform(label.GetRfidOperations()));
             };
             readTag();
-            label.RenderLabel(pages.Path(), copy, copy, false);
+            label.RenderLabel(pages.Make(), copy, copy, false);
             label.LogTagOperations();
             readTag();
             for (auto const& operation : label.GetRfidOperations()) {
@@ -171,12 +171,12 @@ TEST(VirtualTag, PerformsWritesBeforeTheReadsBehindThem) {
     EXPECT_EQ(responses, (std::vector<RfidReadResponse>{{4, "1122FFFF55667788"}, {4, "0000"}}));
     EXPECT_EQ(tag.Bank("user"), "AABB");
     for (char const* const bad : {"epc", "epc=", "epc=1", "epc=xx", "bank=11", "epc=11,,", "", "epc=11,epc=22"})
-        EXPECT_THROW(VirtualTag::Parse(bad), UsageError) << bad;
+        EXPECT_THROW(VirtualTag::Parse(bad), std::invalid_argument) << bad;
 }
 
 TEST(VirtualTag, KeepsWhatIsLocked) {
     auto const after = [](std::string const& commands) {
-        RenderOptions options;
+        DeskSettings options;
         options.tag = VirtualTag::Parse("blank");
         Desk desk{options};
         auto const session = desk.MakeSession();

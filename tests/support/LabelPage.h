@@ -16,7 +16,7 @@ class LabelPage {
 public:
     /// The first label of `stream`.
     static LabelPage Draw(std::string_view stream, unsigned designDpi = 203, unsigned printerDpi = 0) {
-        RenderOptions options;
+        DeskSettings options;
         options.designDpi = designDpi;
         options.printerDpi = printerDpi ? printerDpi : designDpi;
         options.widthInches = 6;

@@ -4,8 +4,8 @@
 #include "tests/support/StreamRun.h"
 
 /// For pages that look the same on every machine and every day: 2026-01-02 03:04:05.
-inline RenderOptions StillOptions(unsigned dpi = 203) {
-    RenderOptions options;
+inline DeskSettings StillOptions(unsigned dpi = 203) {
+    DeskSettings options;
     options.designDpi = options.printerDpi = dpi;
     using namespace std::chrono_literals;
     auto const time = std::chrono::sys_days(std::chrono::year(2026) / 1 / 2) + 3h + 4min + 5s;

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "desktop/Desk.h"
 #include "jobhost/model/PrintStream.h"
+#include "library/Desk.h"
 
 /// What a stream makes of itself on a desk, in a form that tests compare.
 struct StreamRun {

@@ -7,12 +7,13 @@
 
 #include "Scripting/RfidOperation.h"
 
-/// A tag whose memory was given on the command line, and what an encoder's operations make of it. Each label of the
+/// A tag whose memory is given, and what an encoder's operations make of it. Each label of the
 /// media carries such a tag, so a copy is taken for every page.
 class VirtualTag {
 public:
     /// `blank`, or BANK=HEX with commas in between, each of the banks epc, tid, user, afi and reserved at most once;
-    /// what is not named is that of a blank tag. Throws UsageError.
+    /// what is not named is that of a blank tag. Throws std::invalid_argument, with a text to stand behind the name of
+    /// what was given.
     static VirtualTag Parse(std::string_view text);
 
     /// Performs operations in their order, and gives what was read. A write is left out as a whole if it reaches beyond

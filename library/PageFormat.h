@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "Scripting/FinishedPage.h"
-#include "foundation/Files.h"
 
 /// A page in the form that its format asks for.
 struct PageForm {
@@ -16,17 +15,17 @@ struct PageForm {
     std::string_view content;  ///< borrowed
 };
 
-/// Writes pages into one file.
+/// Makes the bytes of one file of pages, piece by piece; each is valid until the next is asked for.
 class PageWriter {
 public:
     virtual ~PageWriter() = default;
-    /// Writes a page; the file remembers what goes wrong.
-    virtual void Add(PageForm const& page, AtomicFile& file) = 0;
-    /// Writes what stands behind the last page.
-    virtual void End(AtomicFile&) {}
+    /// The bytes of a further page, which `page` may be a part of. Throws OutputError if the file cannot hold it.
+    virtual std::string_view Add(PageForm const& page) = 0;
+    /// What stands behind the last page.
+    virtual std::string_view End() { return {}; }
 };
 
-/// A format that pages are written in. All that the command line knows of it follows from its row.
+/// A format that pages are written in. All that is known of it follows from its row.
 struct PageFormat {
     std::string_view name;       ///< as it is asked for
     std::string_view extension;  ///< of its files, without a dot

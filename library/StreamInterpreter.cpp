@@ -1,4 +1,4 @@
-#include "desktop/StreamInterpreter.h"
+#include "library/StreamInterpreter.h"
 
 StreamInterpreter::StreamInterpreter(Desk& desk, std::string_view stream, Tell tell, Detail detail)
     : desk_(desk),

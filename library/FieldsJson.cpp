@@ -1,4 +1,4 @@
-#include "desktop/FieldsJson.h"
+#include "library/FieldsJson.h"
 
 #include <algorithm>
 

@@ -11,52 +11,21 @@
 #include <vector>
 
 #include "PrintEngine/Printing/TrueTypeCacheCreator.h"
-#include "desktop/CommandLine.h"
 #include "foundation/Clock.h"
+#include "foundation/TemporaryFolder.h"
 #include "frontend/handlers/CommandHandlerPool.h"
 #include "jobhost/model/Findings.h"
 #include "jobhost/model/PrinterContext.h"
 #include "jobhost/model/Session.h"
 #include "jobhost/model/ZPLProcessorInterface.h"
-
-class LabelDrawer;
-
-/// A folder of a name of its own, which goes with all that is in it when the object does.
-class TemporaryFolder {
-public:
-    /// Throws std::system_error if it cannot be made in `parent`.
-    TemporaryFolder(std::filesystem::path const& parent, std::string_view prefix);
-    ~TemporaryFolder();
-    TemporaryFolder(TemporaryFolder const&) = delete;
-    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
-
-    std::filesystem::path const& Path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
-
-/// The same of which only the name is made, one that nobody can guess and take. Most streams store nothing, and making
-/// a folder and removing it takes a disk longer than drawing a label.
-class TemporaryFolderName {
-public:
-    explicit TemporaryFolderName(std::filesystem::path const& parent);
-    ~TemporaryFolderName();
-    TemporaryFolderName(TemporaryFolderName const&) = delete;
-    TemporaryFolderName& operator=(TemporaryFolderName const&) = delete;
-
-    std::filesystem::path const& Path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
+#include "library/DeskSettings.h"
 
 /// What a printer gives to the streams that it is sent, within this process: the model with its properties, the
 /// handlers, the fonts, and a store for formats and graphics that lives as long as the desk. One thread at a time;
 /// other desks may work in other threads.
 class Desk {
 public:
-    explicit Desk(RenderOptions const& options);
+    explicit Desk(DeskSettings const& settings);
 
     /// A stream begins, with nothing left over from the one before but what is stored.
     void StartStream();
@@ -69,18 +38,17 @@ public:
     /// What there is to tell of a report that comes now, on this thread. Of several reports of one subject, if it is
     /// not empty, the first that is told counts. The desk outlives it.
     Telling Report(LogTopic topic, std::string_view text, std::string_view subject, Findings::Format format);
-    /// What another thread needs to draw the labels of sessions.
-    std::unique_ptr<LabelDrawer> MakeDrawer(ZplCore::FieldMap::Detail detail);
+    /// Makes fonts draw what the desk's own draw, for another thread that draws its labels.
+    void SetUpFonts(PrintEngine::Printing::TrueTypeCacheCreator& fonts) const;
     ZPLProcessorInterface& Model() { return *model_; }
     /// The printer of the stream under way.
     PrinterContext const& Printer() const { return *printerContext_; }
+    std::shared_ptr<Clock const> const& ClockOfPrinter() const { return clock_; }
     /// Where formats and graphics that streams store are kept.
     std::filesystem::path const& FormatsFolder() const { return machine_.formatsFolder; }
 
 private:
-    void SetUpFonts(PrintEngine::Printing::TrueTypeCacheCreator& fonts) const;
-
-    std::optional<TemporaryFolderName> storage_;
+    std::optional<TemporaryFolder> storage_;
     MachineSettings machine_;
     std::shared_ptr<ZPLProcessorInterface> model_;
     PrintEngine::Printing::TrueTypeCacheCreator fonts_;

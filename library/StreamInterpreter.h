@@ -4,10 +4,10 @@
 #include <optional>
 #include <string_view>
 
-#include "desktop/Desk.h"
 #include "foundation/Log.h"
 #include "jobhost/model/Findings.h"
 #include "jobhost/model/PrintStream.h"
+#include "library/Desk.h"
 
 /// A printable label as the stream gave it.
 struct FinishedLabel {

@@ -1,22 +1,24 @@
-#include "desktop/PageFormat.h"
+#include "library/PageFormat.h"
 
 #include <cstdio>
 #include <string>
 #include <vector>
 
-#include "desktop/OutputError.h"
+#include "library/OutputError.h"
 
 namespace {
 
 class PngWriter final : public PageWriter {
-    void Add(PageForm const& page, AtomicFile& file) override { file.Write(page.content); }
+    std::string_view Add(PageForm const& page) override { return page.content; }
 };
 
 class PbmWriter final : public PageWriter {
-    void Add(PageForm const& page, AtomicFile& file) override {
-        file.Write("P4\n" + std::to_string(page.size.width) + " " + std::to_string(page.size.height) + "\n");
-        file.Write(page.content);
+    std::string_view Add(PageForm const& page) override {
+        text_ = "P4\n" + std::to_string(page.size.width) + " " + std::to_string(page.size.height) + "\n";
+        return text_.append(page.content);
     }
+
+    std::string text_;
 };
 
 std::string Number(double value) {
@@ -30,13 +32,13 @@ class PdfWriter final : public PageWriter {
     enum : std::size_t { Catalog = 1, Pages, FirstOfPages };  // numbers of objects
     enum : std::size_t { Image, Drawing, Page, ObjectsOfPage };
 
-    void Add(PageForm const& page, AtomicFile& file) override {
+    std::string_view Add(PageForm const& page) override {
         constexpr double PointsPerInch = 72;
         auto const& [size, dpi, rows] = page;
         std::string const columns = std::to_string(size.width);
         std::size_t const first = FirstOfPages + offsets_.size();
         text_ = offsets_.empty() ? Header : "";
-        Begin(file);
+        Begin();
         text_ += "<</Type/XObject/Subtype/Image/Width " + columns + "/Height " + std::to_string(size.height) +
                  "/ColorSpace/DeviceGray/BitsPerComponent 1/Filter/FlateDecode/DecodeParms<</Predictor 15/Colors 1"
                  "/BitsPerComponent 1/Columns " +
@@ -47,32 +49,33 @@ class PdfWriter final : public PageWriter {
         std::string const width = Number(size.width * PointsPerInch / resolution);
         std::string const height = Number(size.height * PointsPerInch / resolution);
         std::string const drawing = "q " + width + " 0 0 " + height + " 0 0 cm /Page Do Q";
-        Begin(file);
+        Begin();
         text_ += "<</Length " + std::to_string(drawing.size()) + ">>stream\n" + drawing + "\nendstream\nendobj\n";
-        Begin(file);
+        Begin();
         text_ += "<</Type/Page/Parent 2 0 R/MediaBox[0 0 " + width + " " + height + "]/Resources<</XObject<</Page " +
                  Reference(first + Image) + ">>>>/Contents " + Reference(first + Drawing) + ">>\nendobj\n";
-        file.Write(text_);
+        size_ += text_.size();
+        return text_;
     }
 
-    void End(AtomicFile& file) override {
+    std::string_view End() override {
         std::size_t const pages = offsets_.size() / ObjectsOfPage;
         offsets_.resize(pages * ObjectsOfPage);  // without those of a page that was not written
         text_.clear();
-        std::uint64_t const catalog = file.Size();
+        std::uint64_t const catalog = size_;
         text_ += "1 0 obj<</Type/Catalog/Pages 2 0 R>>\nendobj\n";
-        std::uint64_t const tree = file.Size() + text_.size();
+        std::uint64_t const tree = size_ + text_.size();
         text_ += "2 0 obj<</Type/Pages/Count " + std::to_string(pages) + "/Kids[";
         for (std::size_t i = 0; i < pages; ++i) text_ += Reference(FirstOfPages + i * ObjectsOfPage + Page) + "\n";
         text_ += "]>>\nendobj\n";
-        std::uint64_t const table = file.Size() + text_.size();
+        std::uint64_t const table = size_ + text_.size();
         std::string const count = std::to_string(FirstOfPages + offsets_.size());
         text_ += "xref\n0 " + count + "\n0000000000 65535 f \n";
         AddToTable(catalog);
         AddToTable(tree);
         for (std::uint64_t const offset : offsets_) AddToTable(offset);
         text_ += "trailer<</Size " + count + "/Root 1 0 R>>\nstartxref\n" + std::to_string(table) + "\n%%EOF\n";
-        file.Write(text_);
+        return text_;
     }
 
     // Behind the version, bytes that say that the file is binary.
@@ -81,12 +84,12 @@ class PdfWriter final : public PageWriter {
     static std::string Reference(std::size_t object) { return std::to_string(object) + " 0 R"; }
 
     /// Begins the next object of a page; throws OutputError where the table cannot tell its place.
-    void Begin(AtomicFile const& file) {
+    void Begin() {
         constexpr std::uint64_t MostBytes = 9'999'999'999;
-        if (file.Size() + text_.size() > MostBytes)
-            throw OutputError("a PDF document holds at most 10 GB; --split makes a file of each page");
+        if (size_ + text_.size() > MostBytes)
+            throw OutputError("a PDF document holds at most 10 GB; make several, or a file of each page");
         std::string const number = std::to_string(FirstOfPages + offsets_.size());
-        offsets_.push_back(file.Size() + text_.size());
+        offsets_.push_back(size_ + text_.size());
         text_ += number + " 0 obj";
     }
 
@@ -97,7 +100,8 @@ class PdfWriter final : public PageWriter {
     }
 
     std::vector<std::uint64_t> offsets_;  ///< of the objects of the pages
-    std::string text_;                    ///< not written yet
+    std::uint64_t size_ = 0;              ///< of what was made before, in bytes
+    std::string text_;                    ///< made last
 };
 
 }  // namespace

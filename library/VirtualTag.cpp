@@ -1,10 +1,10 @@
-#include "desktop/VirtualTag.h"
+#include "library/VirtualTag.h"
 
 #include <algorithm>
 #include <array>
 #include <set>
+#include <stdexcept>
 
-#include "desktop/CommandLine.h"
 #include "rfid/TagData.h"
 #include "rfid/TagOperations.h"
 
@@ -60,8 +60,9 @@ VirtualTag VirtualTag::Parse(std::string_view text) {
     if (text == "blank") return tag;
     std::set<std::string_view> named;
     auto const bad = [text](std::string const& why) {
-        return UsageError("--tag is blank or BANK=HEX[,BANK=HEX...] with the banks epc, tid, user, afi and reserved; " +
-                          why + " in \"" + std::string(text) + "\"");
+        return std::invalid_argument(
+            "is blank or BANK=HEX[,BANK=HEX...] with the banks epc, tid, user, afi and reserved; " + why + " in \"" +
+            std::string(text) + "\"");
     };
     if (text.empty()) throw bad("there is none");
     for (std::string_view rest = text; !rest.empty();) {
