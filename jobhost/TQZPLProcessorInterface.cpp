@@ -173,7 +173,7 @@ void TQZPLProcessorInterface::Consume(QString zplToProcess) {
 }
 
 void TQZPLProcessorInterface::ConsumePacket(Zpl::Host::Packet const& packet, bool isLast) {
-    if (!stream_ && !packet.payload.empty()) stream_.emplace([this] { return MakeSession(); });
+    if (!stream_ && !packet.payload.empty()) StartStream();
     model_->SetNetworkResponseState(NetworkResponse::Status::Processing, std::nullopt);
     std::optional<Log::ScopedSink> sink;
     if (findings_) {
@@ -190,20 +190,23 @@ void TQZPLProcessorInterface::TellFindings() {
     findings_.emplace([this](std::string const& message) { model_->TellFinding(message); });
 }
 
-std::unique_ptr<Zpl::Host::Session> TQZPLProcessorInterface::MakeSession() {
-    auto session = std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fontCache_, printerContext_,
-                                                        handlerPool_, machine_);
-    if (!findings_) return session;
-    session->MapFields();
-    session->SetUnknownCommandObserver([this](ZplCommand const& command, std::uint64_t offset) {
-        findings_->Collected().AddUnknownCommand(command, offset, Format());
-    });
-    return session;
+void TQZPLProcessorInterface::StartStream() {
+    std::optional<Zpl::Host::PrintStream::Watch> watch;
+    if (findings_) {
+        watch.emplace().tell = [this](Finding finding, Findings::Format format) {
+            findings_->Collected().Add(std::move(finding), format);
+        };
+    }
+    auto const makeSession = [this] {
+        return std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fontCache_, printerContext_, handlerPool_,
+                                                    machine_);
+    };
+    stream_.emplace(makeSession, std::move(watch));
 }
 
 /// Where the format under way begins.
 std::optional<std::uint64_t> TQZPLProcessorInterface::Format() const {
-    return stream_ ? stream_->Current().FormatOffset() : std::nullopt;
+    return stream_ ? stream_->Format() : std::nullopt;
 }
 
 void TQZPLProcessorInterface::ConsumePayload(std::string_view payload, bool isLast) {

@@ -63,7 +63,7 @@ public Q_SLOTS:
 private:
     void ConsumePayload(std::string_view payload, bool isLast);
     void ConsumePacket(Zpl::Host::Packet const& packet, bool isLast);
-    std::unique_ptr<Zpl::Host::Session> MakeSession();
+    void StartStream();
     std::optional<std::uint64_t> Format() const;
     void FinishStream();
     void HandOverLabels();

@@ -1,29 +1,50 @@
 #include "library/DrawCopies.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "jobhost/model/PrintStream.h"
 
+LabelTask TaskOf(FinishedLabel finished, Scripting::PrinterContextInterface const& printer, unsigned mostCopies,
+                 FieldsJson const* fieldsJson) {
+    unsigned const quantity = finished.label.Quantity();
+    return {std::move(finished.label),
+            finished.number,
+            finished.format,
+            quantity,
+            std::min(quantity, mostCopies),
+            0,
+            quantity - 1,
+            std::nullopt,
+            CommandCharacters::Of(printer),
+            fieldsJson};
+}
+
+DrawnCopy DrawCopy(LabelTask& task, unsigned copy, std::filesystem::path const& folder,
+                   std::optional<VirtualTag> const& tag) {
+    auto& label = task.label;
+    auto const operations = [&] { return task.operations ? *task.operations : label.GetRfidOperations(); };
+    unsigned const page = task.firstPage + copy;
+    if (tag && label.IsWaitingOnRfidReadResponse(copy))
+        label.SetRfidReadResponse(copy, VirtualTag(*tag).Perform(operations()));
+    label.RenderLabel(folder, copy, page, page >= task.lastPage);
+    DrawnCopy drawn{copy, operations(), {}};
+    if (auto const& map = label.Fields(); task.fieldsJson && map) drawn.fields = task.fieldsJson->Of(*map);
+    return drawn;
+}
+
 bool DrawCopies(LabelTask& task, std::filesystem::path const& folder, std::optional<VirtualTag> const& tag,
                 std::function<void(Telling)> const& tell, std::function<bool(DrawnCopy)> const& take) {
-    auto& label = task.label;
-    auto const fields = [&] {
-        auto const& map = label.Fields();
-        return task.fieldsJson && map ? std::optional(task.fieldsJson->Of(*map)) : std::nullopt;
-    };
-    auto const operations = [&] { return task.operations ? *task.operations : label.GetRfidOperations(); };
     for (unsigned copy = 0; copy < task.copies; ++copy) {
-        unsigned const page = task.firstPage + copy;
+        DrawnCopy drawn;
         try {
-            if (tag && label.IsWaitingOnRfidReadResponse(copy))
-                label.SetRfidReadResponse(copy, VirtualTag(*tag).Perform(operations()));
-            label.RenderLabel(folder, copy, page, page >= task.lastPage);
+            drawn = DrawCopy(task, copy, folder, tag);
         } catch (std::exception const& error) {
             tell([text = Zpl::Host::Explain(error) + "; its pages from here on are dropped",
                   format = task.format](Findings& findings) { findings.AddNotice(text, format); });
             return true;
         }
-        if (!take({copy, operations(), fields()})) return false;
+        if (!take(std::move(drawn))) return false;
     }
     return true;
 }

@@ -9,6 +9,7 @@
 #include "jobhost/model/Findings.h"
 #include "labels/Label.h"
 #include "library/FieldsJson.h"
+#include "library/StreamReader.h"
 #include "library/VirtualTag.h"
 
 /// The characters that open and part commands: a field may ask for them while it is drawn.
@@ -37,15 +38,23 @@ struct LabelTask {
     FieldsJson const* fieldsJson;  ///< lists the fields of its pages; may be null
 };
 
+/// The task of a label that is a job of its own. At most `mostCopies` copies are drawn.
+LabelTask TaskOf(FinishedLabel finished, Scripting::PrinterContextInterface const& printer, unsigned mostCopies,
+                 FieldsJson const* fieldsJson = nullptr);
+
 /// A copy of a label that has been drawn on its target.
 struct DrawnCopy {
-    unsigned copy;  ///< from 0
+    unsigned copy = 0;  ///< from 0
     std::vector<RfidOperation> operations;
     std::optional<PageFields> fields;
 };
 
-/// Draws the copies of a label on its target, one after the other, as each goes on from the one before, and calls
-/// `take` behind each. A label that cannot be drawn is given up with a finding. False if `take` gives false: there are
-/// no further copies then.
+/// Draws a copy of a label on its target. The first one starts from what the format has left, each other goes on from
+/// the one before. Throws what drawing throws: Zpl::Host::Explain tells what it means.
+DrawnCopy DrawCopy(LabelTask& task, unsigned copy, std::filesystem::path const& folder,
+                   std::optional<VirtualTag> const& tag);
+
+/// Draws the copies of a label on its target, one after the other, and calls `take` behind each. A label that cannot be
+/// drawn is given up with a finding. False if `take` gives false: there are no further copies then.
 bool DrawCopies(LabelTask& task, std::filesystem::path const& folder, std::optional<VirtualTag> const& tag,
                 std::function<void(Telling)> const& tell, std::function<bool(DrawnCopy)> const& take);

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "fields/map/FieldMap.h"
 #include "foundation/Json.h"
@@ -23,7 +24,12 @@ struct PageFields {
 class FieldsJson {
 public:
     explicit FieldsJson(std::string_view stream) { lines_.Append(stream); }
+    /// The stream goes by; see Append.
+    explicit FieldsJson(LineIndex lines) : lines_(std::move(lines)) {}
 
+    /// Bytes that follow in the stream.
+    void Append(std::string_view bytes) { lines_.Append(bytes); }
+    LineIndex const& Lines() const { return lines_; }
     /// Of the page that was noted last.
     PageFields Of(ZplCore::FieldMap const& map) const;
 

@@ -7,47 +7,32 @@
 #include "desktop/Commands.h"
 #include "desktop/PageFile.h"
 #include "desktop/compare/PictureFile.h"
+#include "library/DrawCopies.h"
 #include "library/StreamInterpreter.h"
 
 namespace {
 
 std::string PageName(std::string const& input, std::size_t page) { return input + " page " + std::to_string(page); }
 
-class StreamPages {
-public:
-    StreamPages(RenderOptions const& options, Desk& desk, std::string const& input, std::string_view stream)
-        : options_(options), input_(input), findings_(stream), interpreter_(desk, stream, findings_) {}
-
-    std::vector<ComparedPage> Draw() {
-        interpreter_.Run([this](FinishedLabel& finished) {
-            unsigned const quantity = finished.label.Quantity();
-            for (unsigned copy = 0; copy < std::min(quantity, options_.mostCopies); ++copy)
-                DrawCopy(finished, copy, copy + 1 == quantity);
-            return true;
-        });
-        return std::move(pages_);
-    }
-
-private:
-    void DrawCopy(FinishedLabel& finished, unsigned copy, bool isLast) {
-        auto* const keeper = Scripting::PageKeeper::Of(&interpreter_.Target());
+std::vector<ComparedPage> StreamPages(RenderOptions const& options, Desk& desk, std::string const& input,
+                                      std::string_view stream) {
+    std::vector<ComparedPage> pages;
+    Findings findings(stream);
+    StreamInterpreter interpreter(desk, stream, findings);
+    interpreter.Run([&](FinishedLabel& finished) {
+        auto* const keeper = Scripting::PageKeeper::Of(&interpreter.Target());
         if (!keeper)
             throw UsageError("this print engine hands out no pages; draw them by zpl render, and compare files");
         keeper->KeepPages();
-        if (options_.tag && finished.label.IsWaitingOnRfidReadResponse(copy)) {
-            finished.label.SetRfidReadResponse(copy,
-                                               VirtualTag(*options_.tag).Perform(finished.label.GetRfidOperations()));
+        auto task = TaskOf(std::move(finished), desk.Printer(), options.mostCopies);
+        for (unsigned copy = 0; copy < task.copies; ++copy) {
+            DrawCopy(task, copy, {}, options.tag);
+            pages.push_back({PageName(input, pages.size() + 1), std::string(keeper->PngFile())});
         }
-        finished.label.RenderLabel({}, copy, copy, isLast);
-        pages_.push_back({PageName(input_, pages_.size() + 1), std::string(keeper->PngFile())});
-    }
-
-    RenderOptions const& options_;
-    std::string const& input_;
-    Findings findings_;
-    StreamInterpreter interpreter_;
-    std::vector<ComparedPage> pages_;
-};
+        return true;
+    });
+    return pages;
+}
 
 std::vector<ComparedPage> PicturesOf(std::filesystem::path const& folder) {
     std::vector<std::string> names;
@@ -80,7 +65,7 @@ std::vector<ComparedPage> ReadPages(RenderOptions const& options, Desk& desk, st
     if (content.starts_with("%PDF"))
         throw UsageError("cannot compare the document " + input + "; give the stream, or pictures of its pages");
     desk.StartStream();
-    auto pages = StreamPages(options, desk, input, content).Draw();
+    auto pages = StreamPages(options, desk, input, content);
     if (pages.empty()) throw UsageError("no page to compare: " + input + " holds no printable label");
     return pages;
 }

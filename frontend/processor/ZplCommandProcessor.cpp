@@ -57,7 +57,8 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
     // Who goes on with the stream has drawn the label that came last, or draws it anew.
     replay_.reset();
     std::size_t position = 0;
-    while (position < input.size() && !result.label) {
+    bool isOpen = flushAtEnd && input.empty();  // a command that came with the input before
+    while ((position < input.size() || std::exchange(isOpen, false)) && !result.label) {
         if (!IsInFormat()) formatOffset_.reset();
         auto const command = NextCommand(input, position, flushAtEnd);
         if (!command) break;

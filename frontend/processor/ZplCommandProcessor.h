@@ -73,7 +73,7 @@ public:
 
     /// Reads `input` up to the end of the next printable label, or to its end. The caller goes on with `remaining`
     /// until that is empty. With `controlCommandsOnly` nothing is recorded; with `flushAtEnd` the end of `input`
-    /// completes a command that is still open.
+    /// completes a command that is still open, also one that came with the input before.
     ProcessResult ProcessString(std::string_view input, bool controlCommandsOnly, bool flushAtEnd);
 
     /// Whether a format has begun and not ended.

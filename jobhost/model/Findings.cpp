@@ -310,11 +310,11 @@ std::optional<std::size_t> Findings::Append(Finding finding, Format format) {
 std::vector<Finding> Findings::List() const {
     LineIndex lines;
     if (!list_.empty()) lines.Append(stream_);
-    return ListBy(lines);
+    return List(lines);
 }
 
 std::vector<Finding> Findings::Take(LineIndex const& lines) {
-    auto findings = ListBy(lines);
+    auto findings = List(lines);
     list_.clear();
     labels_.clear();
     // What was told for the whole stream is not told again.
@@ -323,7 +323,7 @@ std::vector<Finding> Findings::Take(LineIndex const& lines) {
     return findings;
 }
 
-std::vector<Finding> Findings::ListBy(LineIndex const& lines) const {
+std::vector<Finding> Findings::List(LineIndex const& lines) const {
     std::vector<Placed> list;
     for (auto const& [finding, format] : list_) {
         constexpr auto Behind = std::numeric_limits<std::uint64_t>::max();

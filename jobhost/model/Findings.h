@@ -80,8 +80,9 @@ public:
     /// In the order of the stream, those of a label together, about its barcodes first. What has no place in the stream
     /// stands at the end of its label, or of all.
     std::vector<Finding> List() const;
-    /// The same for what was added since the last call, where the stream goes by and its lines are counted by
-    /// `lines`. All formats that have begun are taken to have ended.
+    /// The same where the stream goes by and its lines are counted by `lines`.
+    std::vector<Finding> List(LineIndex const& lines) const;
+    /// The same for what was added since the last call. All formats that have begun are taken to have ended.
     std::vector<Finding> Take(LineIndex const& lines);
     /// Whether strictness forbids what was found.
     bool HasFaults() const { return faults_ != 0; }
@@ -103,7 +104,6 @@ private:
         std::uint64_t group;
     };
 
-    std::vector<Finding> ListBy(LineIndex const& lines) const;
     std::size_t& CountOf(Finding::Kind kind);
     void AddCounted(Finding finding, Format format);
     std::optional<std::size_t> Append(Finding finding, Format format);

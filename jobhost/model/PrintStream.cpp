@@ -24,6 +24,16 @@ std::string Explain(std::exception const& error) {
     return error.what();
 }
 
+std::unique_ptr<Session> PrintStream::OpenSession() {
+    auto session = makeSession_();
+    if (!watch_) return session;
+    session->MapFields(watch_->detail);
+    session->SetUnknownCommandObserver([this](ZplCommand const& command, std::uint64_t offset) {
+        watch_->tell(Findings::OfUnknownCommand(command, offset), Format());
+    });
+    return session;
+}
+
 ZplCommandProcessor::ProcessResult PrintStream::Consume(std::string_view input, bool controlCommandsOnly,
                                                         bool flushAtEnd) {
     auto const before = session_->ConsumedBytes();
@@ -37,7 +47,7 @@ ZplCommandProcessor::ProcessResult PrintStream::Consume(std::string_view input, 
         // At least the byte that the memory ran out at, so that the run comes to an end.
         auto const read = std::max<std::uint64_t>(rest.tokenizer.ConsumedBytes() - before, 1);
         rest.tokenizer.StartAt(before + read);
-        auto fresh = makeSession_();
+        auto fresh = OpenSession();
         fresh->GoOnFrom(*session_, std::move(rest));
         session_ = std::move(fresh);
         ZplCommandProcessor::ProcessResult result;

@@ -3,9 +3,11 @@
 #include <exception>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "jobhost/model/Findings.h"
 #include "jobhost/model/Session.h"
 
 namespace Zpl::Host {
@@ -20,7 +22,17 @@ class PrintStream {
 public:
     using MakeSession = std::function<std::unique_ptr<Session>()>;
 
-    explicit PrintStream(MakeSession makeSession) : makeSession_(std::move(makeSession)), session_(makeSession_()) {}
+    /// Who is told of the stream: of its labels what `detail` says, and of unknown commands.
+    struct Watch {
+        ZplCore::FieldMap::Detail detail = ZplCore::FieldMap::Detail::Ink;
+        std::function<void(Finding, Findings::Format)> tell;
+    };
+
+    /// Without a watch no fields are noted, and unknown commands are told to nobody.
+    explicit PrintStream(MakeSession makeSession, std::optional<Watch> watch = {})
+        : makeSession_(std::move(makeSession)), watch_(std::move(watch)), session_(OpenSession()) {}
+    PrintStream(PrintStream const&) = delete;
+    PrintStream& operator=(PrintStream const&) = delete;
 
     /// As Session::Consume, but throws only if there is not even memory for a fresh session.
     ZplCommandProcessor::ProcessResult Consume(std::string_view input, bool controlCommandsOnly, bool flushAtEnd);
@@ -28,9 +40,14 @@ public:
     /// The session under way.
     Session& Current() { return *session_; }
     Session const& Current() const { return *session_; }
+    /// Where the format under way begins, see ZplCommandProcessor.
+    Findings::Format Format() const { return session_->FormatOffset(); }
 
 private:
+    std::unique_ptr<Session> OpenSession();
+
     MakeSession makeSession_;
+    std::optional<Watch> watch_;
     std::unique_ptr<Session> session_;
 };
 
