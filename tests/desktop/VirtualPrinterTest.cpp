@@ -275,13 +275,26 @@ TEST(VirtualPrinter, NoJobStaysWhenTheServerDiesAtItsEnd) {
 
 TEST(VirtualPrinter, TellsHostsHowManyFormatsWait) {
     constexpr unsigned FormatsInBuffer = 4;
-    VirtualPrinterProcess printer({"--speed", "0", "--pause-on-start"});
-    for (int i = 0; i < 3; ++i) printer.Print(Label("waits"));
+    VirtualPrinterProcess printer({"--speed", "10", "--pause-on-start"});
+    for (unsigned const copies : {1000U, 1U, 1U}) printer.Print(Label("waits", copies));
     ASSERT_TRUE(printer.Until([&] { return printer.Jobs().size() == 3; }));
     EXPECT_EQ(HostStatus(printer, FormatsInBuffer), "003");
-    printer.Type("resume");
+    printer.Print("~PS");
+    ASSERT_TRUE(printer.Until([&] { return !printer.Kept().empty(); }));
+    EXPECT_TRUE(printer.Until([&] { return HostStatus(printer, FormatsInBuffer) == "002"; })) << "one prints";
+    printer.Type("cancel-all");
     EXPECT_TRUE(printer.Until([&] { return printer.Jobs().empty() && HostStatus(printer, FormatsInBuffer) == "000"; }));
-    EXPECT_EQ(printer.Kept().size(), 3U);
+}
+
+TEST(VirtualPrinter, DrawsInTheResolutionThatItsArchiveHas) {
+    TemporaryDirectory const folder;
+    std::filesystem::create_directories(folder / "state/zplhost");
+    WriteFileAtomically(folder / "state/zplhost/ZplHostArchive.json",
+                        "{\"" + std::string(PropertyNames::ZPLEmulatedDpi) + "\":\"600\"}");
+    VirtualPrinterProcess printer({"--speed", "0", "--dpi", "300"}, folder.Path());
+    printer.Print("^XA^PW100^LL60^FDx^FS^XZ");
+    ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() == 1; }));
+    EXPECT_EQ(ReadRegularFile(printer.Kept().front()).substr(16, 8), std::string("\0\0\0\62\0\0\0\36", 8)) << "50 x 30";
 }
 
 // Every page waits for its tag, also the one that printing goes on from.
