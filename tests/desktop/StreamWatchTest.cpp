@@ -120,6 +120,10 @@ TEST(StreamWatch, TellsWhatOutlastsAStream) {
     EXPECT_EQ(Watched("^XA^HH^XZ^XA^FX^HH^XZ^XA^HH^FDa^XZ", 3).Labels(), 1U) << "questions in formats are no labels";
     EXPECT_EQ(lasting("^CC/").formatPrefix, '/');
     EXPECT_EQ(lasting("^CD;^CT,").controlPrefix, ',');
+    for (auto const* const taken : {"^CC~", "^CC,", "^CT^", "^CT,", "^CD^", "^CD~", "^CD\x07"}) {
+        auto const state = lasting(taken);
+        EXPECT_EQ((std::string{state.formatPrefix, state.controlPrefix, state.delimiter}), "^~,") << taken;
+    }
 }
 
 /// A stream of pieces that matter to where formats begin and end.
