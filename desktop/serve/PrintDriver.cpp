@@ -98,6 +98,8 @@ void PrintDriver::PublishProperties() {
     resumeFrom_ = driver_.Own<UInt32Property>(ResumePrintingFromPageNumber, Group::PrintOperations, 0U);
     resume_ = driver_.Own<BoolProperty>(ResumePrinting, Group::PrintOperations, false);
     pausePrinting_ = driver_.Own<BoolProperty>(PropertyNames::PausePrinting, Group::PrintOperations, false);
+    // Who asks to go on may mean a pause that was not asked for by it.
+    pausePrinting_->SetEveryDeliveryCounts();
     apps_.Own<BoolProperty>(PrintOnDemandToggle, Group::PrintingPreferences, false);
     apps_.Own<UInt32Property>(PrintStyle, Group::PrintingPreferences, 0U);
     apps_.Own<UInt32Property>(PrintingUnPaused, Group::PrintOperations, 0U);

@@ -31,6 +31,7 @@ Item {
 
     Flickable {
         id: flickable
+        objectName: "scroll"
         anchors.fill: parent
         contentWidth: Math.max(width, view.contentSize.width)
         contentHeight: Math.max(height, view.contentSize.height)

@@ -6,7 +6,6 @@
 
 #include "../support/FieldBench.h"
 #include "barcodes/frame/BarcodeArithmetic.h"
-#include "barcodes/frame/BarcodeError.h"
 #include "barcodes/frame/SymbolFrame.h"
 
 using namespace ZplCore;
@@ -45,6 +44,10 @@ std::string Draw(FieldBench& bench, std::string const& stream, bool above = fals
     return bench.Run(stream + "^FS");
 }
 
+ZplContextKeys::RenderFunction const RenderSimple = [](ContextProcessor& processor) {
+    RenderSimpleBarcode(processor, std::vector<std::uint8_t>(3 * 16), 24, 16, 24);
+};
+
 TEST(BarcodeFrame, DrawsTheSymbolAndItsLine) {
     FieldBench bench;
     // 3 narrow bars of 2 and 2 wide spaces of 6 dots; the line of 3 characters of 10, magnified by 2.
@@ -67,6 +70,8 @@ TEST(BarcodeFrame, TellsTheTargetWhatIsVariableAndReversed) {
     EXPECT_EQ(Draw(bench, "^BY2,3,50^FR^FO100,40^FV12"),
               "image 100,40 18x50 from 18x50 pixels reverse variable\ntext 79,96 '127' A 2x2 reverse variable\n");
     EXPECT_EQ(Draw(bench, "^FO100,40^FD12", false, OnlyDigits, false), "image 100,40 18x50 from 18x50 pixels\n");
+    bench.processor.set(ContextProcessor::ElementContext, ZplContextKeys::FieldRenderFunction, RenderSimple);
+    EXPECT_EQ(bench.Run("^FO100,40^FVx^FS"), "image 100,40 24x16 from 24x16 pixels variable\n");
 }
 
 TEST(BarcodeFrame, TurnsTheSymbolWithItsLine) {
@@ -106,32 +111,6 @@ TEST(BarcodeFrame, DrawsTheErrorWithValidation) {
     EXPECT_EQ(bench.reports.size(), 3U);
 }
 
-TEST(BarcodeFrame, ForcedErrorsNeedNoValidation) {
-    FieldBench bench;
-    HandleBarcodeError(bench.processor, " INVALID - P ", false);
-    EXPECT_EQ(bench.target->Take(), "");
-    HandleBarcodeError(bench.processor, " INVALID - P ", true);
-    EXPECT_EQ(bench.target->calls.size(), 2U);
-}
-
-TEST(BarcodeFrame, SimpleSymbols) {
-    FieldBench bench;
-    std::vector<std::uint8_t> const bitmap(16 * 2);
-    auto const draw = [&](std::string const& stream) {
-        ZplContextKeys::RenderFunction const render = [&bitmap](ContextProcessor& processor) {
-            RenderSimpleBarcode(processor, bitmap, 16, 16, 16);
-        };
-        bench.processor.set(ContextProcessor::ElementContext, ZplContextKeys::FieldRenderFunction, render);
-        std::string const drawn = bench.Run(stream + "^FS");
-        return drawn + bench.Next();
-    };
-    EXPECT_EQ(draw("^FO100,40^FVx"), "image 100,40 16x16 from 16x16 pixels variable\n116,55");
-    EXPECT_EQ(draw("^FO100,40"), "image 100,40 16x16 from 16x16 pixels\n116,55");
-    EXPECT_EQ(draw("^FT100,40"), "image 100,25 16x16 from 16x16 pixels\n116,40");
-    EXPECT_EQ(draw("^FO100,40,1"), "image 84,40 16x16 from 16x16 pixels\n84,55");
-    EXPECT_EQ(draw("^FWI^FO100,40"), "image 100,40 16x16 from 16x16 pixels turned 180\n100,40");
-}
-
 /// The places of what was drawn, and that of the next field.
 std::string Places(FieldBench const& bench, std::string const& drawn) {
     std::istringstream calls(drawn);
@@ -163,27 +142,15 @@ TEST(BarcodeFrame, PlacesInEveryOrientation) {
         {"^FWI^FT500,400,1", "500,400 480,354 next 518,400", "500,400 next 524,400"},
         {"^FWB^FT500,400,1", "451,400 507,380 next 500,418", "485,400 next 500,424"},
     };
-    std::vector<std::uint8_t> const bitmap(3 * 16);
-    ZplContextKeys::RenderFunction const render = [&bitmap](ContextProcessor& processor) {
-        RenderSimpleBarcode(processor, bitmap, 24, 16, 24);
-    };
     for (auto const& [origin, linear, simple] : rows) {
         FieldBench bench;
         std::string const drawn = Draw(bench, "^BY2,3,50" + std::string(origin) + "^FD12");
         EXPECT_EQ(Places(bench, drawn), linear) << origin;
         FieldBench other;
-        other.processor.set(ContextProcessor::ElementContext, ZplContextKeys::FieldRenderFunction, render);
+        other.processor.set(ContextProcessor::ElementContext, ZplContextKeys::FieldRenderFunction, RenderSimple);
         std::string const image = other.Run(std::string(origin) + "^FS");
         EXPECT_EQ(Places(other, image), simple) << origin;
     }
-}
-
-TEST(BarcodeFrame, ErrorMessages) {
-    EXPECT_EQ(GetBarcodeErrorMessage(BarcodeStatus::Valid), std::nullopt);
-    EXPECT_EQ(GetBarcodeErrorMessage(BarcodeStatus::InvalidCheckDigit), " INVALID - E ");
-    EXPECT_EQ(GetBarcodeErrorMessage(BarcodeStatus::InvalidParameter), " INVALID - P ");
-    EXPECT_EQ(GetBarcodeErrorMessage(static_cast<BarcodeStatus>(6)), std::nullopt);
-    EXPECT_EQ(GetBarcodeErrorMessage(static_cast<BarcodeStatus>(-1)), std::nullopt);
 }
 
 TEST(BarcodeFrame, WideBars) {
@@ -218,32 +185,6 @@ TEST(BarcodeFrame, Magnifications) {
 TEST(BarcodeFrame, GuardsAndCheckDigit) {
     EXPECT_EQ(AddGuardsAndAppendCheckDigit(true, '*', '+', ConvertToUpper)("ab1", "Z"), "*AB1Z+");
     EXPECT_EQ(AddGuardsAndAppendCheckDigit(false, '*', '*', {})("ab1", "Z"), "*ab1*");
-}
-
-TEST(BarcodeDefaults, SurviveTheFieldAndItsBounds) {
-    struct Row {
-        char const* stream;
-        unsigned width;
-        float ratio;
-        unsigned height;
-    };
-    constexpr Row rows[] = {
-        {"", 2, 3.0F, 10},
-        {"^BY3,2.567,50", 3, 2.5F, 50},
-        {"^BY,3.01", 2, 3.0F, 10},
-        {"^BY,2.5^BY,3.5", 2, 2.5F, 10},
-        {"^BY,2.5^BY,abc", 2, 2.5F, 10},
-        {"^BY0", 0, 3.0F, 10},
-        {"^BY,,0", 2, 3.0F, 1},
-        {"^BY5^FS^BY,,7^FS", 5, 3.0F, 7},
-    };
-    for (auto const& row : rows) {
-        FieldBench bench;
-        bench.Run(row.stream);
-        EXPECT_EQ(bench.processor.at(ZplContextKeys::BarcodeModuleWidth), row.width) << row.stream;
-        EXPECT_FLOAT_EQ(bench.processor.at(ZplContextKeys::BarcodeRatio), row.ratio) << row.stream;
-        EXPECT_EQ(bench.processor.at(ZplContextKeys::BarcodeHeight), row.height) << row.stream;
-    }
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "../support/Code128Names.h"
 #include "../support/FieldBench.h"
-#include "Barcode/Algorithm/MODX.h"
 #include "barcodes/linear/Code128Text.h"
 
 using namespace ZplCore;
@@ -10,12 +10,11 @@ namespace {
 
 /// Converted text with the control bytes as names in angle brackets, and other unprintable bytes as numbers.
 std::string Dump(std::string const& text) {
-    constexpr char const* Names[] = {"FNC3", "FNC2", "SHIFT", "C", "B", "A", "FNC1", "startA", "startB", "startC"};
     std::string dump;
     for (char const c : text) {
         auto const byte = static_cast<unsigned char>(c);
-        if (byte >= Code128::Fnc3 && byte <= Code128::StartC) {
-            dump += std::string("<") + Names[byte - Code128::Fnc3] + ">";
+        if (byte >= FirstCode128Byte && byte - FirstCode128Byte < std::size(Code128Names)) {
+            dump += Code128Names[byte - FirstCode128Byte];
         } else if (byte < 32 || byte > 126) {
             dump += "<" + std::to_string(byte) + ">";
         } else {
@@ -127,13 +126,6 @@ TEST(Code128ModeD, Gs1Data) {
     EXPECT_EQ(Code128::ModeD::TransformInput("10A\0B"s), "10A");
 }
 
-TEST(Code128, CheckDigits) {
-    using Barcode::Algorithm::MODX::GenerateUPCCheckDigit;
-    EXPECT_EQ(GenerateUPCCheckDigit("03600029145"), '2');
-    EXPECT_EQ(GenerateUPCCheckDigit("400638133393"), '1');
-    EXPECT_EQ(GenerateUPCCheckDigit(""), '0');
-}
-
 // Code 128: 11 modules a character, with start, check character and 13 modules of stop.
 constexpr DrawRow Drawings[] = {
     {"mode N", "^FO10,20^BCN,40^FDAB^FS", "image 10,20 114x40 from 114x40 pixels\ntext 47,66 'AB' A 2x2\n"},
@@ -162,17 +154,6 @@ TEST(Code128, NothingLeftToDrawIsTold) {
     bench.Run("^FO10,20^BCN,50^FD\xE9^FS");
     EXPECT_EQ(bench.reports, std::vector<std::string>{"no barcode can be made of the data \"\xE9\": the symbology has "
                                                       "none of their characters"});
-}
-
-TEST(Barcodes, EveryCommandHasItsHandler) {
-    for (char const* letters :
-         {"B0", "B1", "B2", "B3", "B4", "B5", "B7", "B8", "B9", "BA", "BB", "BC", "BD", "BE", "BF", "BI",
-          "BJ", "BK", "BL", "BM", "BO", "BP", "BQ", "BR", "BS", "BT", "BU", "BX", "BY", "BZ", "CV"}) {
-        auto const* handler = FieldBench::Handlers().GetCommandHandler(letters);
-        ASSERT_NE(handler, nullptr) << letters;
-        EXPECT_EQ(handler->GetCommandId(), CommandId(letters));
-        EXPECT_EQ(handler->GetProcessingType(), ProcessingType::Deferred);
-    }
 }
 
 }  // namespace

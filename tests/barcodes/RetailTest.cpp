@@ -10,58 +10,19 @@ using Barcode::Encoder::ValidationStatus;
 
 namespace {
 
-struct StatusRow {
-    ValidationStatus (*validate)(std::string_view);
-    char const* data;
-    ValidationStatus status;
-};
-
-constexpr auto Valid = ValidationStatus::Valid;
-constexpr auto Character = ValidationStatus::InvalidCharacter;
-constexpr auto CheckDigit = ValidationStatus::InvalidCheckDigit;
-constexpr auto TooLong = ValidationStatus::TooLong;
-constexpr auto TooShort = ValidationStatus::TooShort;
-
-constexpr StatusRow Statuses[] = {
-    {EAN13::Validate, "400638133393", Valid},
-    {EAN13::Validate, "4006381333931", Valid},
-    {EAN13::Validate, "4006381333932", CheckDigit},
-    {EAN13::Validate, "40063813339x", Character},
-    {EAN13::Validate, "40063813339", TooShort},
-    {EAN13::Validate, "40063813339311", TooLong},
-    {UPCA::Validate, "03600029145", Valid},
-    {UPCA::Validate, "036000291452", Valid},
-    {UPCA::Validate, "036000291453", CheckDigit},
-    {UPCA::Validate, "0360002914", TooShort},
-    {UPCA::Validate, "0360002914522", TooLong},
-    {EAN8::Validate, "123456", TooShort},
-    {EAN8::Validate, "12345x7", Character},
-    {EAN8::Validate, "9638507", Valid},
-    {EAN8::Validate, "96385074", Valid},
-    {EAN8::Validate, "96385075", CheckDigit},
-    {EAN8::Validate, "963850745", TooShort},
-    {EAN8::Validate, "96385074501", TooShort},
-    {EAN8::Validate, "963850745012", Character},
-    // The check digit of the seven digits from the sixth on.
-    {EAN8::Validate, "0000096385074", Character},
-    {EAN8::Validate, "0000096385075", CheckDigit},
-    {EAN8::Validate, "00000963850741", TooLong},
-    {UPCE::Validate, "12345", TooShort},
-    {UPCE::Validate, "123456", Valid},
-    {UPCE::Validate, "0123456", Valid},
-    {UPCE::Validate, "2123456", Character},
-    {UPCE::Validate, "01234565", Valid},
-    {UPCE::Validate, "01234566", CheckDigit},
-    {UPCE::Validate, "11234565", Character},
-    {UPCE::Validate, "123456789", Character},
-    {UPCE::Validate, "1230000064", Valid},
-    {UPCE::Validate, "1234567890", Character},
-    {UPCE::Validate, "12345678901", Character},
-    {UPCE::Validate, "123456789012", TooLong},
-};
-
-TEST(Retail, Validates) {
-    for (auto const& row : Statuses) EXPECT_EQ(row.validate(row.data), row.status) << row.data;
+// What they refuse stands among bad barcodes.
+TEST(Retail, TakesDataWithAndWithoutTheirCheckDigit) {
+    struct {
+        ValidationStatus (*validate)(std::string_view);
+        char const* data;
+    } const rows[] = {{EAN13::Validate, "400638133393 4006381333931"},
+                      {UPCA::Validate, "03600029145 036000291452"},
+                      {EAN8::Validate, "9638507 96385074"},
+                      {UPCE::Validate, "123456 0123456 01234565 1230000064"}};
+    for (auto const& [validate, data] : rows) {
+        std::istringstream texts(data);
+        for (std::string text; texts >> text;) EXPECT_EQ(validate(text), ValidationStatus::Valid) << text;
+    }
 }
 
 TEST(Retail, Repairs) {
@@ -149,6 +110,7 @@ std::string Places(std::string const& field, std::string const& data) {
     return places;
 }
 
+// The typeset origin moves symbol and digits together, which one symbology shows for all.
 TEST(Retail, PlacesInEveryOrientation) {
     struct {
         char const* field;
@@ -166,10 +128,6 @@ TEST(Retail, PlacesInEveryOrientation) {
         {"^FO500,400^B8R", "500,400 469,394 469,460; above 581,392 581,458; next 500,534"},
         {"^FO500,400^B8I", "500,400 561,369 495,369; above 563,481 497,481; next 500,400"},
         {"^FO500,400^B8B", "500,400 564,461 564,395; above 452,463 452,397; next 572,400"},
-        {"^FT500,400^B8N", "500,327 494,391 560,391; above 492,279 558,279; next 634,400"},
-        {"^FT500,400^B8R", "500,400 469,394 469,460; above 581,392 581,458; next 500,534"},
-        {"^FT500,400^B8I", "366,400 427,369 361,369; above 429,481 363,481; next 366,400"},
-        {"^FT500,400^B8B", "427,266 491,327 491,261; above 379,329 379,263; next 500,266"},
         {"^FO500,400^BUN",
          "500,400 482,464 506,464 584,464 696,464; above 480,352 504,352 582,352 694,352; next 690,472"},
         {"^FO500,400^BUR",
@@ -178,22 +136,10 @@ TEST(Retail, PlacesInEveryOrientation) {
          "500,400 689,369 585,369 507,369 475,369; above 691,481 587,481 509,481 477,481; next 500,400"},
         {"^FO500,400^BUB",
          "500,400 564,589 564,485 564,407 564,375; above 452,591 452,487 452,409 452,377; next 572,400"},
-        {"^FT500,400^BUN",
-         "500,327 482,391 506,391 584,391 696,391; above 480,279 504,279 582,279 694,279; next 690,400"},
-        {"^FT500,400^BUR",
-         "500,400 469,382 469,406 469,484 469,596; above 581,380 581,404 581,482 581,594; next 500,590"},
-        {"^FT500,400^BUI",
-         "310,400 499,369 395,369 317,369 285,369; above 501,481 397,481 319,481 287,481; next 310,400"},
-        {"^FT500,400^BUB",
-         "427,210 491,399 491,295 491,217 491,185; above 379,401 379,297 379,219 379,187; next 500,210"},
         {"^FO500,400^B9N", "500,400 482,464 489,464 608,464; above 480,352 487,352 606,352; next 602,472"},
         {"^FO500,400^B9R", "500,400 469,382 469,389 469,508; above 581,380 581,387 581,506; next 500,502"},
         {"^FO500,400^B9I", "500,400 601,369 494,369 475,369; above 603,481 496,481 477,481; next 500,400"},
         {"^FO500,400^B9B", "500,400 564,501 564,394 564,375; above 452,503 452,396 452,377; next 572,400"},
-        {"^FT500,400^B9N", "500,327 482,391 489,391 608,391; above 480,279 487,279 606,279; next 602,400"},
-        {"^FT500,400^B9R", "500,400 469,382 469,389 469,508; above 581,380 581,387 581,506; next 500,502"},
-        {"^FT500,400^B9I", "398,400 499,369 392,369 373,369; above 501,481 394,481 375,481; next 398,400"},
-        {"^FT500,400^B9B", "427,298 491,399 491,292 491,273; above 379,401 379,294 379,275; next 500,298"},
     };
     for (auto const& [field, places] : rows) {
         char const symbology = std::string_view(field)[std::string_view(field).size() - 2];

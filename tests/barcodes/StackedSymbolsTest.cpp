@@ -49,9 +49,7 @@ TEST(StackedSymbols, CodablockFIsTheLibrarysSymbol) {
         {"12345678901234567890", {4, 3}},
         {"AB", {4, 3}},
         {"ABCDEFGHIJ", {0, 1}},
-        {"A\xE9"
-         "BC",
-         {4, 2}},
+        {"A\351BC", {4, 2}},
         {"ABCDEFGHIJKLMNOPQRSTUVWXYZABCDEFGHIJKLMNOPQRSTUVWXYZ", {15, 44}},
     };
     for (auto const& [text, layout] : rows) {
@@ -123,29 +121,9 @@ TEST(StackedSymbols, CodablockIsReadBack) {
         std::size_t rows;
     } const cases[] = {
         {"CODABLOCK 123456 text", {9, 0}, true, "<1>CODABLOCK 123456 text", 3},
-        {"\x80"
-         "0112345678901231",
-         {6, 0},
-         true,
-         "<1>0112345678901231",
-         2},
-        {"A\x80"
-         "B\x81"
-         "C\x82"
-         "D",
-         {4, 3},
-         false,
-         "A<1>B<2>C<3>D",
-         3},
-        {"abc\x01"
-         "de\x02\x03\x04"
-         "12345",
-         {5, 0},
-         false,
-         "abc\x01"
-         "de\x02\x03\x04"
-         "12345",
-         4},
+        {"\2000112345678901231", {6, 0}, true, "<1>0112345678901231", 2},
+        {"A\200B\201C\202D", {4, 3}, false, "A<1>B<2>C<3>D", 3},
+        {"abc\001de\x02\x03\00412345", {5, 0}, false, "abc\001de\x02\x03\00412345", 4},
         {std::string("a\x84") + "b", {4, 2}, false, std::string("a\0b", 3), 2},
         {"\xE1\xE2\xE3\xE4", {5, 0}, false, "<4>a<4>b<4>c<4>d", 3},
         {"12345A6789B", {0, 3}, false, "12345A6789B", 3},

@@ -4,7 +4,7 @@
 #include <unistd.h>
 
 #include <atomic>
-#include <condition_variable>
+#include <future>
 #include <thread>
 
 #include "foundation/DebugZones.h"
@@ -262,6 +262,27 @@ TEST_F(PropertyLinkTest, ANewLinkBeginsWithAWholeLineAndRepeatsWhatWasNotTaken) 
     EXPECT_LT(again.find("second"), again.find("third"));
     server.Send({.type = PiclMessage::Type::Changed, .address = {"X", "G", "after"}, .value = "1"});
     EXPECT_TRUE(agent->WaitUntilAvailable({"X", "G", "after"}, 10s));
+}
+
+TEST_F(PropertyLinkTest, WhatADyingServerHasSaidLastIsHeard) {
+    BareServer server(folder_ / "socket");
+    Peer peer(folder_.Path(), "A");
+    server.Accept();
+    auto const follow = [&](char const* property) {
+        return peer.properties->Follow<StringProperty>("X", ExternalAppRegistration::Plain, {property, "", "G"}, "");
+    };
+    auto const first = follow("first"), last = follow("last");
+    std::promise<void> begun, dead;
+    first->AddCallback([&](auto const&) { begun.set_value(), dead.get_future().wait(); });
+    server.Send({.type = PiclMessage::Type::Changed, .address = {"X", "G", "first"}, .value = "1"});
+    begun.get_future().wait();
+    // While the link is not listening: more than it reads at a time, with more to be written than anybody takes.
+    peer.link.GetServerAgent()->SetProperty("X", "G", "long", std::string(8 << 20, 'x'));
+    server.Send({.type = PiclMessage::Type::Changed, .address = {"X", "G", "more"}, .value = std::string(80'000, 'x')});
+    server.Send({.type = PiclMessage::Type::Changed, .address = {"X", "G", "last"}, .value = "heard"});
+    server.Lose();
+    dead.set_value();
+    EXPECT_TRUE(Becomes(last, "heard"));
 }
 
 TEST_F(PropertyLinkTest, AValueThatIsTooLongKeepsNoOthersOut) {

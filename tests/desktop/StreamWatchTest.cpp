@@ -9,6 +9,9 @@
 #include "desktop/serve/HostAnswers.h"
 #include "jobhost/model/PrintStream.h"
 #include "library/Desk.h"
+#include "tests/support/Texts.h"
+
+using namespace std::string_view_literals;
 
 namespace {
 
@@ -117,55 +120,18 @@ TEST(StreamWatch, TellsWhatOutlastsAStream) {
     EXPECT_EQ(Watched("^XA^HH^XZ^XA^FX^HH^XZ^XA^HH^FDa^XZ", 3).Labels(), 1U) << "questions in formats are no labels";
     EXPECT_EQ(lasting("^CC/").formatPrefix, '/');
     EXPECT_EQ(lasting("^CD;^CT,").controlPrefix, ',');
+    for (auto const* const taken : {"^CC~", "^CC,", "^CT^", "^CT,", "^CD^", "^CD~", "^CD\x07"}) {
+        auto const state = lasting(taken);
+        EXPECT_EQ((std::string{state.formatPrefix, state.controlPrefix, state.delimiter}), "^~,") << taken;
+    }
 }
 
 /// A stream of pieces that matter to where formats begin and end.
 std::string RandomStream(std::mt19937& random) {
-    static std::vector<std::string> const pieces = {
-        "^XA",
-        "^XZ",
-        "^FDa",
-        "^FS",
-        "~HS",
-        "^CI28",
-        "^CI0",
-        "^CC/",
-        "/CC^",
-        "^CT!",
-        "!CT~",
-        "^CD;",
-        "^CC",
-        "^",
-        "~",
-        "\xEF\xBB\xBF",
-        "\xFF\xFE",
-        "\xFE\xFF",
-        "\xC3\xBC",
-        "\xFC",
-        "\r\n",
-        "^GFB,3,3,1,",
-        "XA",
-        "XZ",
-        "~JR",
-        "~JX",
-        "^DFR:A",
-        "^PQ2",
-        "^FO.",
-        "^PQ99999999999",
-        "^CI99999999999",
-        "^CI28,99999999999,1",
-        "/XA",
-        "/XZ",
-        "~XZ",
-        "^xa",
-        "^xz",
-        "~SD1",
-        "~SD10",
-        ",",
-        std::string("^\0X\0Z\0", 6),
-        std::string("\0^\0X\0A", 6),
-        std::string("\0", 1),
-    };
+    static auto const pieces = Parts(
+        "^XA|^XZ|^FDa|^FS|~HS|^CI28|^CI0|^CC/|/CC^|^CT!|!CT~|^CD;|^CC|^|~|\xEF\xBB\xBF|\xFF\xFE|\xFE\xFF|"
+        "\xC3\xBC|\xFC|\r\n|^GFB,3,3,1,|XA|XZ|~JR|~JX|^DFR:A|^PQ2|^FO.|^PQ99999999999|^CI99999999999|"
+        "^CI28,99999999999,1|/XA|/XZ|~XZ|^xa|^xz|~SD1|~SD10|,|^\0X\0Z\0|\0^\0X\0A|\0"sv);
     std::string stream;
     for (unsigned i = 0, most = 1 + random() % 25; i < most; ++i) stream += pieces[random() % pieces.size()];
     return stream;

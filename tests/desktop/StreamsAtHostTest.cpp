@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/eventfd.h>
+#include <sys/socket.h>
 
 #include <QtCore/QCoreApplication>
 
@@ -51,15 +52,34 @@ TEST_F(StreamsAtHostTest, TheEncodingIsThatBehindTheLastStreamThatHasEnded) {
     EXPECT_EQ(Repeated(), "c");
 }
 
-TEST(Connections, WhoWasPutOffFirstHasTheFirstTurn) {
-    int argc = 0;
-    QCoreApplication const application(argc, nullptr);
-    Connections connections;
+class ConnectionsTest : public testing::Test {
+protected:
+    int argc_ = 0;
+    QCoreApplication application_{argc_, nullptr};
+    Connections connections_;
+};
+
+TEST_F(ConnectionsTest, WhoWasPutOffFirstHasTheFirstTurn) {
     std::vector<ClientConnection*> clients;
-    for (int i = 0; i < 3; ++i) clients.push_back(&connections.Add(::eventfd(0, EFD_CLOEXEC), {}));
-    for (std::size_t const i : {1U, 0U, 2U, 1U}) connections.PutOff(*clients[i]);
-    for (std::size_t const i : {1U, 0U, 2U}) EXPECT_EQ(connections.NextPutOff().get(), clients[i]);
-    EXPECT_EQ(connections.NextPutOff(), nullptr);
+    for (int i = 0; i < 3; ++i) clients.push_back(&connections_.Add(::eventfd(0, EFD_CLOEXEC), {}));
+    for (std::size_t const i : {1U, 0U, 2U, 1U}) connections_.PutOff(*clients[i]);
+    for (std::size_t const i : {1U, 0U, 2U}) EXPECT_EQ(connections_.NextPutOff().get(), clients[i]);
+    EXPECT_EQ(connections_.NextPutOff(), nullptr);
+}
+
+TEST_F(ConnectionsTest, LargeAnswersAreDroppedWhileTooMuchWaitsForClientsThatDoNotRead) {
+    std::string const large(Connections::MostUnsent / 2 + (1 << 20), 'x');
+    for (int i = 0; i < 3; ++i) {
+        int ends[2];
+        ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0, ends), 0);
+        auto& client = connections_.Add(ends[0], {});
+        connections_.Answer(client, large);
+        EXPECT_EQ(client.UnsentBytes() > 0, i < 2);
+        if (i < 2) continue;
+        connections_.Answer(client, "small");
+        char answer[6] = "";
+        EXPECT_EQ(::recv(ends[1], answer, sizeof answer, 0), 5) << "of one who reads";
+    }
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "foundation/Json.h"
 #include "propertybus/PropertyIdentifiers.h"
+#include "tests/support/Texts.h"
 #include "tests/support/VirtualPrinterProcess.h"
 
 // The printer with its three processes, as a user runs it.
@@ -29,7 +30,7 @@ TEST(VirtualPrinter, FollowsAJobOf300Pages) {
     EXPECT_GE(most, 90U);
 
     printer.Type("pause");
-    ASSERT_TRUE(printer.Until([&] { return printer.Log().find("paused before page") != std::string::npos; }));
+    ASSERT_TRUE(printer.Says("paused before page"));
     EXPECT_TRUE(printer.Until([&] { return printer.Pages() <= 2; })) << "only the preview's pages are left";
     std::size_t const kept = printer.Kept().size();
     printer.Type("resume");
@@ -55,7 +56,7 @@ TEST(VirtualPrinter, CancelsJobs) {
     printer.Type("cancel-all");
     ASSERT_TRUE(printer.Until([&] { return printer.Jobs().empty(); }));
     printer.Print(Label("after"));
-    EXPECT_TRUE(printer.Until([&] { return printer.Log().find("/after-") != std::string::npos; }));
+    EXPECT_TRUE(printer.Says("/after-"));
     EXPECT_EQ(printer.Log().find("/waits-"), std::string::npos) << printer.Log();
     EXPECT_EQ(printer.Log().find("Error"), std::string::npos) << printer.Log();
 }
@@ -67,7 +68,7 @@ TEST(VirtualPrinter, CancelsAJobThatIsDrawnAheadInSilence) {
     printer.Type("cancel");
     EXPECT_TRUE(printer.Until([&] { return printer.Jobs().empty(); }));
     printer.Type("cancel");
-    EXPECT_TRUE(printer.Until([&] { return printer.Log().find("\nidle\n") != std::string::npos; }));
+    EXPECT_TRUE(printer.Says("\nidle\n"));
     EXPECT_NE(printer.Log().find("\ncancelled\n"), std::string::npos);
     EXPECT_EQ(printer.Log().find("Warning"), std::string::npos) << "pages have nowhere to be written to";
 }
@@ -89,7 +90,7 @@ TEST(VirtualPrinter, AStreamCancelsOnlyWhatCameBeforeIt) {
         return jobs.size() == 1 && jobs.front().filename().string().starts_with("stays");
     }));
     printer.Type("resume");
-    EXPECT_TRUE(printer.Until([&] { return printer.Log().find("/stays-1-1.png") != std::string::npos; }));
+    EXPECT_TRUE(printer.Says("/stays-1-1.png"));
 }
 
 TEST(VirtualPrinter, TakesStreamsHoweverTheyAreSent) {
@@ -190,13 +191,9 @@ TEST(VirtualPrinter, AJobGoesOnWhereTheHostLeftIt) {
     }
     ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() == 62; })) << printer.Log();
     printer.KillChild("zplhost");
-    auto const paused = [&] {
-        std::string const log = printer.Log();
-        return log.rfind("paused before page 63") != log.find("paused before page 63");
-    };
-    ASSERT_TRUE(printer.Until(paused)) << "it pauses again: " << printer.Log();
+    ASSERT_TRUE(printer.Until([&] { return CountOf("paused before page 63", printer.Log()) == 2; })) << printer.Log();
     printer.Type("resume");
-    EXPECT_TRUE(printer.Until([&] { return printer.Log().find("/waits-") != std::string::npos; })) << printer.Log();
+    EXPECT_TRUE(printer.Says("/waits-"));
     EXPECT_TRUE(printer.Until([&] { return printer.Jobs().empty(); }));
     EXPECT_EQ(printer.Kept().size(), 64U) << "each page once";
 }
@@ -218,7 +215,7 @@ TEST(VirtualPrinter, TellsProgramsWhatHappensAndWhatCheckTells) {
         "^XA^PQ2\n^QQ^FO150,20^A0N,80^FDis cut^FS^XZ\n^XA^FDz^FB99999999999^FS^XZ\n~HS";
     VirtualPrinterProcess printer({"--speed", "0", "--json"});
     printer.Print(stream);
-    ASSERT_TRUE(printer.Until([&] { return printer.Log().find("\"done\"") != std::string::npos; })) << printer.Log();
+    ASSERT_TRUE(printer.Says("\"done\""));
 
     std::map<std::string, std::vector<std::string>> events;
     std::istringstream log(printer.Log());
@@ -278,30 +275,36 @@ TEST(VirtualPrinter, NoJobStaysWhenTheServerDiesAtItsEnd) {
 
 TEST(VirtualPrinter, TellsHostsHowManyFormatsWait) {
     constexpr unsigned FormatsInBuffer = 4;
-    VirtualPrinterProcess printer({"--speed", "0", "--pause-on-start"});
-    for (int i = 0; i < 3; ++i) printer.Print(Label("waits"));
+    VirtualPrinterProcess printer({"--speed", "10", "--pause-on-start"});
+    for (unsigned const copies : {1000U, 1U, 1U}) printer.Print(Label("waits", copies));
     ASSERT_TRUE(printer.Until([&] { return printer.Jobs().size() == 3; }));
     EXPECT_EQ(HostStatus(printer, FormatsInBuffer), "003");
-    printer.Type("resume");
+    printer.Print("~PS");
+    ASSERT_TRUE(printer.Until([&] { return !printer.Kept().empty(); }));
+    EXPECT_TRUE(printer.Until([&] { return HostStatus(printer, FormatsInBuffer) == "002"; })) << "one prints";
+    printer.Type("cancel-all");
     EXPECT_TRUE(printer.Until([&] { return printer.Jobs().empty() && HostStatus(printer, FormatsInBuffer) == "000"; }));
-    EXPECT_EQ(printer.Kept().size(), 3U);
+}
+
+TEST(VirtualPrinter, DrawsInTheResolutionThatItsArchiveHas) {
+    TemporaryDirectory const folder;
+    std::filesystem::create_directories(folder / "state/zplhost");
+    WriteFileAtomically(folder / "state/zplhost/ZplHostArchive.json",
+                        "{\"" + std::string(PropertyNames::ZPLEmulatedDpi) + "\":\"600\"}");
+    VirtualPrinterProcess printer({"--speed", "0", "--dpi", "300"}, folder.Path());
+    printer.Print("^XA^PW100^LL60^FDx^FS^XZ");
+    ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() == 1; }));
+    EXPECT_EQ(ReadRegularFile(printer.Kept().front()).substr(16, 8), std::string("\0\0\0\62\0\0\0\36", 8)) << "50 x 30";
 }
 
 // Every page waits for its tag, also the one that printing goes on from.
 TEST(VirtualPrinter, PlaysATagForEveryPage) {
     VirtualPrinterProcess printer({"--speed", "0", "--tag", "epc=30AB"});
     printer.Print("^XA^PQ4,2^FO9,9^A0N,40^FN1^FS^RFR,H,0,2^FN1^FS^FO9,80^A0N,40^FDtag^FS^XZ");
-    ASSERT_TRUE(printer.Until([&] { return printer.Log().find("type resume") != std::string::npos; }));
+    ASSERT_TRUE(printer.Says("type resume"));
     EXPECT_EQ(printer.Kept().size(), 2U);
     printer.Type("resume");
-    auto const tags = [&] {
-        std::string const log = printer.Log();
-        std::size_t count = 0;
-        for (auto at = log.find("tag read,E,0,30AB"); at != log.npos; at = log.find("tag read,E,0,30AB", at + 1))
-            ++count;
-        return count;
-    };
-    EXPECT_TRUE(printer.Until([&] { return tags() == 4; }));
+    EXPECT_TRUE(printer.Until([&] { return CountOf("tag read,E,0,30AB", printer.Log()) == 4; }));
     EXPECT_EQ(printer.Kept().size(), 4U);
 }
 

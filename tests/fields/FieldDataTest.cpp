@@ -135,12 +135,6 @@ TEST(FieldElement, EveryLabelHomeMovesTheFieldsBehindIt) {
     EXPECT_EQ(bench.Run("^FO1,2^FDb^FS^FN1^FDc^FS"), "text 1,2 'b' A 1x1 home 30,40\ntext 3,4 'c' A 1x1 home 10,20\n");
 }
 
-TEST(FieldTemplates, AreFilledInTheCharacterSetOfTheData) {
-    FieldBench bench;
-    bench.Run("^FO1,2^FN1^FS^CI28");
-    EXPECT_EQ(bench.Run("^FN1^FD\xC3\xA4^FS"), "text 1,2 '\xC3\xA4' A 1x1\n");
-}
-
 TEST(FieldElement, TemplatesDoNotHoldEachOther) {
     FieldBench bench;
     bench.Run("^FO1,1^FN1^FS^FO2,2^FN2^FS^FO3,3^FN3^FS");
@@ -159,12 +153,6 @@ TEST(FieldElement, KeepsALimitedNumberOfTemplates) {
     EXPECT_EQ(bench.reports.size(), 1U);
     bench.Run("^FO5,5^FN3^FS");  // an old number is still filled
     EXPECT_EQ(bench.Run("^FN3^FDx^FS"), "text 1,1 'x' A 1x1\n");
-}
-
-TEST(FieldElement, NotesTheDataOfAField) {
-    FieldBench bench;
-    ZplCore::InvokeSavedFieldRenderFunction(bench.processor, 7, "tag");
-    EXPECT_EQ(bench.processor.at(ZplContextKeys::FieldNumberValues).at(7), "tag");
 }
 
 TEST(FieldElement, SerialFunctionIsCalledWithItsIndex) {

@@ -100,17 +100,6 @@ TEST(Fonts, TrueTypeByObjectName) {
               "truetype 0,30 40x20 'abcd' ARIAL.TTF turned 90\n");
 }
 
-TEST(TrueTypeUtils, ScalesFont0) {
-    auto const info = TrueTypeUtils::ScaleZPLFont('0', 40, 30, Scripting::Dpi(203));
-    EXPECT_DOUBLE_EQ(info.pointSize, (0.2192 * 40 + 0.0955) * 1.5);
-    EXPECT_DOUBLE_EQ(info.widthPercent, 75);
-    EXPECT_EQ(info.cellHeight, 40);
-    EXPECT_EQ(info.descent, 12);
-    EXPECT_EQ(info.cellWidth, 30);
-    EXPECT_EQ(info.fourthMetric, 0);
-    EXPECT_DOUBLE_EQ(TrueTypeUtils::ScaleZPLFont('0', 40, 30, Scripting::Dpi(600)).pointSize, info.pointSize / 2);
-}
-
 TEST(TrueTypeUtils, ScalesStepFonts) {
     auto const info = TrueTypeUtils::ScaleZPLFont('R', 88, 10, Scripting::Dpi(203));
     EXPECT_DOUBLE_EQ(info.pointSize, (0.2192 * 88 + 0.0955) * 1.5);

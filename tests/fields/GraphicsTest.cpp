@@ -121,14 +121,4 @@ TEST(StoredGraphics, ADeviceFillsUp) {
     EXPECT_FALSE(ZplCore::StoreGraphic(bench.folder, name("E:C"), picture));
 }
 
-TEST(StoredGraphics, ImageSaveNamesThePictureOfTheLabel) {
-    FieldBench bench;
-    bench.Run("^ISE:label.grf,N");
-    auto const& save = bench.processor.at(ZplContextKeys::ImageSave);
-    EXPECT_EQ(save.path, "E:LABEL.GRF");
-    EXPECT_FALSE(save.print);
-    bench.Run("^IS");
-    EXPECT_EQ(bench.processor.at(ZplContextKeys::ImageSave), (ZplContextKeys::ISMetaData{"R:UNKNOWN.GRF", true}));
-}
-
 }  // namespace

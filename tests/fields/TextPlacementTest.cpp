@@ -38,13 +38,4 @@ TEST(TextPlacement, TheCaseThatStandsByItsLabelHome) {
     EXPECT_EQ(bench.Run("^FO100,50^FPR^ABI,33,21^FDab^FS"), "text 1040,50 'ab' B 3x3 flow 2 home 1000,0 turned 180\n");
 }
 
-TEST(TextPlacement, InvalidTextDrawsReplacements) {
-    FieldBench bench;
-    ZplCodePageConverter utf8(28);
-    bench.processor.set(ContextProcessor::SystemContext, ZplContextKeys::CodePageConverter, utf8);
-    EXPECT_EQ(bench.Run("^FO0,0^FH^FDa_C3_A9_FFb^FS"),
-              "text 0,0 'a\xC3\xA9\xEF\xBF\xBD"
-              "b' A 1x1\n");
-}
-
 }  // namespace

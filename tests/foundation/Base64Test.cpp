@@ -8,16 +8,11 @@ namespace {
 
 TEST(Base64, ReadsThePublishedExamples) {
     // RFC 4648, section 10.
-    for (auto const& [bytes, text] :
-         std::initializer_list<std::pair<std::string, std::string>>{{"", ""},
-                                                                    {"f", "Zg=="},
-                                                                    {"fo", "Zm8="},
-                                                                    {"foo", "Zm9v"},
-                                                                    {"foob", "Zm9vYg=="},
-                                                                    {"fooba", "Zm9vYmE="},
-                                                                    {"foobar", "Zm9vYmFy"}}) {
+    std::string bytes = "foobar";
+    for (char const* const text : {"Zm9vYmFy", "Zm9vYmE=", "Zm9vYg==", "Zm9v", "Zm8=", "Zg==", ""}) {
         EXPECT_EQ(Base64::Encode(bytes), text);
         EXPECT_EQ(Base64::Decode(text), bytes);
+        if (!bytes.empty()) bytes.pop_back();
     }
 }
 

@@ -80,27 +80,6 @@ TEST(FormatCommands, PastALimitAreNone) {
     }
 }
 
-TEST(Context, MakesEntriesFromTheDefault) {
-    Context context("name");
-    EXPECT_EQ(context.Find(Number), nullptr);
-    EXPECT_TRUE(context.IsEmpty());
-    EXPECT_EQ(context[Number], 7);
-    context[Number] = 8;
-    EXPECT_EQ(*context.Find(Number), 8);
-    EXPECT_FALSE(context.HasValue(Word));
-    context.Clear();
-    EXPECT_FALSE(context.HasValue(Number));
-}
-
-TEST(Context, CopiesEveryValue) {
-    Context context("name");
-    context[Word] = "first";
-    Context const copy = context;
-    context[Word] = "second";
-    EXPECT_EQ(copy.GetContextName(), "name");
-    EXPECT_EQ(*copy.Find(Word), "first");
-}
-
 TEST(ContextProcessor, TheValueSetLastIsSeen) {
     auto const& format = ContextProcessor::FormatContext;
     auto const& element = ContextProcessor::ElementContext;
@@ -137,17 +116,6 @@ TEST(ContextProcessor, IgnoresContextsThatAreNotThere) {
     EXPECT_EQ(processor.GetContext(ContextProcessor::ElementContext), nullptr);
 }
 
-TEST(ContextProcessor, TheStackEndsInTheSystemContext) {
-    ContextProcessor processor = MakeProcessor();
-    EXPECT_EQ(processor.GetCurrentContext().GetContextName(), ContextProcessor::ElementContext);
-    for (int i = 0; i < 4; ++i) processor.PopCurrentContext();
-    EXPECT_EQ(&processor.GetCurrentContext(), processor.GetSystemContext().get());
-
-    // A context that exists already comes back as it stands, and pops with its first name.
-    processor.CreateContext("A")[Number] = 1;
-    EXPECT_EQ(processor.CreateContext("A")[Number], 1);
-}
-
 TEST(ContextProcessor, CopiesShareOnlyTheSystemContext) {
     ContextProcessor processor = MakeProcessor();
     processor.set(ContextProcessor::FormatContext, Number, 1);
@@ -169,28 +137,6 @@ TEST(ContextProcessor, CopiesShareOnlyTheSystemContext) {
     EXPECT_EQ(Dump(copy.GetFormatCommands()), "^XA");
     EXPECT_EQ(Dump(processor.GetFormatCommands()), "^XA^FS");
     EXPECT_EQ(copy.CurrentLabelNumber(), 3U);
-}
-
-TEST(ContextProcessor, StoresSettingsWhereTheyAreSeen) {
-    ContextProcessor processor = MakeProcessor();
-    processor.set(ContextProcessor::FormatContext, Number, 1);
-    processor.set(processor.GetCurrentContext(), Number, 2);
-    EXPECT_EQ(processor.at(Number), 2);
-
-    Context foreign(ContextProcessor::ElementContext);
-    processor.set(foreign, Number, 3);
-    EXPECT_EQ(processor.at(Number), 2);
-    EXPECT_EQ(foreign[Number], 3);
-}
-
-TEST(ContextProcessor, StartsAndEndsFormats) {
-    ContextProcessor processor = MakeProcessor();
-    processor.AddFormatCommand({"XA", false, {}});
-    processor.EndFormat();
-    EXPECT_TRUE(processor.IsFormatComplete());
-    processor.StartFormat();
-    EXPECT_FALSE(processor.IsFormatComplete());
-    EXPECT_TRUE(processor.GetFormatCommands().empty());
 }
 
 TEST(ContextProcessor, RecallsStoredFormats) {

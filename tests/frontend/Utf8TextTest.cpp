@@ -15,24 +15,12 @@ TEST(Utf8Text, MendsInvalidSequences) {
     Row const rows[] = {
         {"valid text stays", "a\xC3\xA4\xE9\x85\x8D\xF0\x9F\x98\x80", "a\xC3\xA4\xE9\x85\x8D\xF0\x9F\x98\x80"},
         {"empty", "", ""},
-        {"a continuation byte alone",
-         "a\x80"
-         "b",
-         "a?b"},
-        {"no first byte of anything",
-         "\xFF\xFE"
-         "b",
-         "??b"},
+        {"a continuation byte alone", "a\200b", "a?b"},
+        {"no first byte of anything", "\xFF\376b", "??b"},
         {"cut off at the end", "ab\xE9\x85", "ab?"},
-        {"as long as the first byte says",
-         "\xE4"
-         "bcde",
-         "?de"},
+        {"as long as the first byte says", "\344bcde", "?de"},
         {"two bytes", "\xC3(x", "?x"},
-        {"four bytes",
-         "\xF0"
-         "abcd",
-         "?d"},
+        {"four bytes", "\360abcd", "?d"},
         {"overlong", "\xC0\x80z", "?z"},
         {"surrogates", "\xED\xA0\xBD\xED\xB8\x80", "??"},
         {"beyond Unicode", "\xF7\xBF\xBF\xBFz", "?z"},

@@ -23,8 +23,8 @@ struct Row {
     char const* expected;  // "-": no value
 };
 
-template <typename T>
-void Expect(std::initializer_list<Row> rows) {
+template <typename T, typename Rows = std::initializer_list<Row>>
+void Expect(Rows const& rows) {
     for (auto const& [text, expected] : rows) {
         auto const result = ZplParse<T>(std::string(text));
         EXPECT_EQ(result ? Text(*result) : "-", expected) << typeid(T).name() << " from '" << text << "'";
@@ -40,36 +40,25 @@ TEST(ZplParse, ReadsText) {
 }
 
 TEST(ZplParse, FindsNumbersAnywhere) {
-    Expect<unsigned>({{"", "-"},
-                      {"x", "-"},
-                      {"12AB", "12"},
-                      {"AB12", "12"},
-                      {"abc12x3", "12"},
-                      {"-5", "5"},
-                      {"+5", "5"},
-                      {"1.5", "1"},
-                      {"007", "7"},
-                      {"2147483647", "2147483647"}});
-    Expect<int>({{"", "-"},
-                 {"-", "-"},
-                 {"-5", "-5"},
-                 {"- 5", "5"},
-                 {"--5", "-5"},
-                 {"+5", "5"},
-                 {"3-5", "3"},
-                 {"x-12y", "-12"},
-                 {"-2147483648", "-2147483648"}});
+    constexpr Row Unsigned[] = {{"", "-"},   {"x", "-"},  {"12AB", "12"}, {"AB12", "12"}, {"abc12x3", "12"},
+                                {"-5", "5"}, {"+5", "5"}, {"1.5", "1"},   {"007", "7"},   {"2147483647", "2147483647"}};
+    Expect<unsigned>(Unsigned);
+    constexpr Row Signed[] = {{"", "-"},    {"-", "-"},       {"-5", "-5"},
+                              {"- 5", "5"}, {"--5", "-5"},    {"+5", "5"},
+                              {"3-5", "3"}, {"x-12y", "-12"}, {"-2147483648", "-2147483648"}};
+    Expect<int>(Signed);
     Expect<unsigned char>({{"", "-"}, {"300", "44"}, {"255", "255"}, {"-1", "1"}});
     Expect<std::optional<int>>({{"", "nothing"}, {"x", "nothing"}, {"-7", "-7"}});
-    Expect<double>({{"", "-"},
-                    {"x", "-"},
-                    {"-", "-"},
-                    {"2.5", "2.500000"},
-                    {"-1.5", "1.500000"},
-                    {"x.5y", "0.500000"},
-                    {"3.0,1", "3.000000"},
-                    {"1.2.3", "1.200000"},
-                    {"1e2", "100.000000"}});
+    constexpr Row Fractions[] = {{"", "-"},
+                                 {"x", "-"},
+                                 {"-", "-"},
+                                 {"2.5", "2.500000"},
+                                 {"-1.5", "1.500000"},
+                                 {"x.5y", "0.500000"},
+                                 {"3.0,1", "3.000000"},
+                                 {"1.2.3", "1.200000"},
+                                 {"1e2", "100.000000"}};
+    Expect<double>(Fractions);
 }
 
 TEST(ZplParse, ThrowsBeyondTheRange) {

@@ -8,7 +8,7 @@
 
 #include "tests/support/CommandDump.h"
 
-using namespace std::string_literals;
+using namespace std::literals;
 
 namespace {
 
@@ -193,13 +193,36 @@ TEST(ZplTokenizer, DecodesUnicode) {
         {
             {"two to four bytes", "^FD\xC3\xA4\xE9\x85\x8D\xF0\x9F\x98\x80^", "^FD[C3 A4 E9 85 8D F0 9F 98 80]"},
             {"a stray byte costs what follows", "^FD\xE4 abcd^FS^", "^FD[ d] ^FS"},
+            {"a cut sequence too", "^FD\342\202abcdef^", "^FD[aef]"},
+            {"and surrogates", "^FD\xED\xA0\200abcde^", "^FD[ae]"},
             {"binary runs pass through the decoder", "^GFB,1,2,1,\xC3\xA4^XZ", "^GF[B][1][2][1][E4 5E]"},
+            {"and may hold a mark", "^GFB,1,1,1,\xEF\xBB\xBF^XZ", "^GF[B][1][1][1][FF] ^XZ"},
+            {"the mark of the encoding in force", "^FD\xEF\xBB\xBFz^", "^FD[C2 BF 7A]"},
+            {"another mark", "^FD\xFE\xFF" + Utf16(u"Ł^", true), "^FD[C3 BF C5 81]"},
         },
         Encoding::Utf8);
     ExpectAtEveryCut(
-        {{"surrogates are characters of their own", Utf16(u"^FD\xD83D\xDE00^", true), "^FD[ED A0 BD ED B8 80]"},
-         {"half a UTF-8 mark stops all", Utf16(u"^FD\xEFBB^FS^", true), ""}},
+        {
+            {"surrogates are characters of their own", Utf16(u"^FD\xD83D\xDE00^", true), "^FD[ED A0 BD ED B8 80]"},
+            {"half a UTF-8 mark stops all", Utf16(u"^FD\xEFBB^FS^", true), ""},
+            {"up to another mark", Utf16(u"^FD\xEFBB^F\xFEFFŁ^", true), "^FD[C3 BF C5 81]"},
+            {"a whole one ends UTF-16", Utf16(u"^FD", true) + "\xEF\xBB\xBFz^", "^FD[C2 BF 7A]"},
+        },
         Encoding::Utf16Be);
+    ExpectAtEveryCut({{"a mark is no text", Utf16(u"^FD\xFEFFŁ^", false), "^FD[C3 BE C5 81]"}}, Encoding::Utf16Le);
+}
+
+TEST(ZplTokenizer, ForgetsHeldBytesWhenTheCallerChangesTheEncoding) {
+    ZplTokenizer tokenizer;
+    std::string dump;
+    for (auto const& [bytes, encoding] :
+         {std::pair("^FD\xEF\xBB"sv, Encoding::SingleByte), {"\xBF", Encoding::Utf8}, {"Q^", Encoding::SingleByte}}) {
+        for (std::size_t position = 0; position < bytes.size();) {
+            auto const command = tokenizer.TokenizeString(bytes, position, '^', '~', ',', false, encoding).second;
+            if (command) dump += Dump(*command);
+        }
+    }
+    EXPECT_EQ(dump, "^FD[EF BB 51]");
 }
 
 TEST(ZplTokenizer, FlushesAtTheEnd) {

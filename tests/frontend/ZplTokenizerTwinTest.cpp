@@ -8,6 +8,7 @@
 
 #include "frontend/stream/ZplTokenizer.h"
 #include "tests/support/CommandDump.h"
+#include "tests/support/Texts.h"
 
 // The tokenizer takes runs of bytes in one piece. Its twin here gives every byte to the two state machines; both must
 // deliver the same, whatever the stream and however it is cut.
@@ -38,41 +39,10 @@ private:
 };
 
 std::string RandomStream(std::mt19937& random, std::size_t pieces) {
-    std::vector<std::string> const words = {
-        "^",
-        "^",
-        "~",
-        ",",
-        ",",
-        "^FO10,20",
-        "^FDSome text",
-        "^XA",
-        "^XZ",
-        "~HS",
-        "~SD15.5",
-        "~RVabc",
-        "^CC",
-        "~CT",
-        "^GFB,1,9,1,",
-        "^GFB,1,40,1,",
-        "^GFA,1,9,1,",
-        "^gf",
-        "\r\n",
-        "\xEF\xBB",
-        "\xEF\xBB\xBF",
-        "\xFF\xFE",
-        "\xFE\xFF",
-        "\xC3\xA4",
-        "\xE9\x85\x8D",
-        "+",
-        ";",
-        "B",
-        "7",
-        "\xE4",
-        "\xBF",
-        "\xFF",
-        "long text without any prefix in it",
-    };
+    static auto const words = Parts(
+        "^|^|~|,|,|^FO10,20|^FDSome text|^XA|^XZ|~HS|~SD15.5|~RVabc|^CC|~CT|^GFB,1,9,1,|^GFB,1,40,1,|"
+        "^GFA,1,9,1,|^gf|\r\n|\xEF\xBB|\xEF\xBB\xBF|\xFF\xFE|\xFE\xFF|\xC3\xA4|\xE9\x85\x8D|+|;|B|7|\xE4|"
+        "\xBF|\xFF|long text without any prefix in it");
     std::string stream;
     for (std::size_t i = 0; i < pieces; ++i) {
         if (random() % 8 == 0) {

@@ -1,7 +1,6 @@
 zpl_add_test(frontend/CommandTableTest)
 zpl_add_test(frontend/ContextProcessorTest)
 zpl_add_test(frontend/ObjectNameTest)
-zpl_add_test(frontend/UtfStateMachineTest)
 zpl_add_test(frontend/Utf8TextTest)
 zpl_add_test(frontend/ZplCodePageConverterTest)
 zpl_add_test(frontend/ZplParseTest)

@@ -5,6 +5,7 @@
 
 #include "foundation/Files.h"
 #include "tests/support/PagePictures.h"
+#include "tests/support/PngPicture.h"
 #include "tests/support/TemporaryDirectory.h"
 
 // Each tests/golden/AREA/NAME.zpl has its pages beside it as NAME.png, dot for dot. tools/update-goldens writes the
@@ -46,19 +47,6 @@ void WritePage(fs::path const& file, Picture const& page) {
     WritePng(file, pixels, page.width, page.height, false);
 }
 
-/// Empty if there is no such picture.
-Picture ReadPage(fs::path const& file) {
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    if (!png_image_begin_read_from_file(&image, file.c_str())) return {};
-    image.format = PNG_FORMAT_GRAY;
-    std::vector<std::uint8_t> pixels(PNG_IMAGE_SIZE(image));
-    png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr);
-    Picture page(static_cast<int>(image.width), static_cast<int>(image.height));
-    std::transform(pixels.begin(), pixels.end(), page.dots.begin(), [](std::uint8_t pixel) { return pixel < 128; });
-    return page;
-}
-
 /// Every copy of every label as the print driver gets it, one below the other.
 Picture DrawStream(fs::path const& stream) {
     TemporaryDirectory const folder;
@@ -69,7 +57,7 @@ Picture DrawStream(fs::path const& stream) {
     RunStream(*desk, bytes, [&](Zpl::Label& label, auto&) {
         for (unsigned copy = 0; copy < label.Quantity(); ++copy) {
             label.RenderLabel(folder.Path(), copy, 0, false);
-            pages.push_back(ReadPage(folder / "0"));
+            pages.push_back(ReadPng(folder / "0"));
         }
     });
     Picture all;
@@ -110,10 +98,10 @@ TEST(GoldenPages, AreDrawnDotForDot) {
         fs::path picture = stream;
         picture.replace_extension(".png");
         if (isUpdate) {
-            if (ReadPage(picture) != actual) WritePage(picture, actual);
+            if (ReadPng(picture) != actual) WritePage(picture, actual);
             continue;
         }
-        Picture const expected = ReadPage(picture);
+        Picture const expected = ReadPng(picture);
         if (actual == expected) continue;
         fs::path const left = fs::path(ZPL_GOLDEN_OUTPUT) / stream.stem();
         fs::create_directories(ZPL_GOLDEN_OUTPUT);

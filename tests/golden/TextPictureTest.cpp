@@ -75,24 +75,6 @@ TEST(TextPictures, Font0EndsWhereItsStringLengthSays) {
     }
 }
 
-// Ink that the geometry's box does not hold would be cut by a page that ends there.
-TEST(TextPictures, TurningKeepsInkInItsBox) {
-    auto const desk = MakeStillDesk();
-    for (char const orientation : {'N', 'R', 'I', 'B'}) {
-        std::string field = "^FO300,300^A0#,60,60^FDHXE^FS";
-        field[field.find('#')] = orientation;
-        auto const page = DrawPages(*desk, Page(field)).at(0);
-        auto const box = page.InkBox();
-        bool const isUpright = orientation == 'N' || orientation == 'I';
-        auto const expected = TrueTypeUtils::CreateFont0ExpectedWidths(60);
-        int const length = static_cast<int>(expected('H') + expected('X') + expected('E'));
-        EXPECT_GE(box[0], 300) << orientation;
-        EXPECT_GE(box[1], 300) << orientation;
-        EXPECT_LE(box[2], 300 + (isUpright ? length : 60)) << orientation;
-        EXPECT_LE(box[3], 300 + (isUpright ? 60 : length)) << orientation;
-    }
-}
-
 TEST(TextPictures, BadTextDrawsWhatItCan) {
     auto const desk = MakeStillDesk();
     std::string const many(100'000, 'W');

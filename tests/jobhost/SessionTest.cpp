@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <functional>
-#include <numeric>
 
 #include "foundation/Files.h"
 #include "labels/Job.h"
@@ -126,23 +125,6 @@ TEST_F(SessionTest, ANumberOutOfRangeLeavesAsAnException) {
     auto const session = desk_.MakeSession();
     EXPECT_THROW(session->Consume("^XA^FO10,10^FB2147483648^FDa^FS^XZ", false, true), std::out_of_range);
     EXPECT_THROW(desk_.MakeSession()->Consume("^XA^PQ2147483648", false, true), std::out_of_range);
-}
-
-TEST_F(SessionTest, LaterCopiesGoOnAndTheFirstStartsAnew) {
-    auto const session = desk_.MakeSession();
-    std::string const stream = "^XA^PQ3^FO10,10^A0N,40,40^FDa^FS^XZ";
-    auto result = session->Consume(stream, false, true);
-    Zpl::Label label = std::get<1>(*result.label);
-    unsigned width = 0;
-    unsigned height = 0;
-    std::vector<std::vector<std::uint8_t>> pages;
-    for (unsigned const copy : {0U, 1U, 2U, 0U}) {
-        label.RenderLabel("", copy, copy, false);
-        pages.push_back(session->Target().GetPageBitmap(width, height));
-    }
-    EXPECT_EQ(pages[0], pages[3]);
-    EXPECT_EQ(pages[0], pages[1]);
-    EXPECT_GT(std::accumulate(pages[0].begin(), pages[0].end(), 0U), 0U);
 }
 
 TEST_F(SessionTest, SerialFieldsFollowTheCopyWhateverTheOrder) {

@@ -8,6 +8,7 @@
 #include "labels/Job.h"
 #include "tests/support/StreamRun.h"
 #include "tests/support/TemporaryDirectory.h"
+#include "tests/support/Texts.h"
 
 namespace {
 
@@ -134,15 +135,10 @@ TEST_F(StoredFormats, OfAKeptFolderAreThereAtOnceAndGetTheirNamesTogether) {
 TEST_F(StoredFormats, WhatALabelDrawsHasALimit) {
     std::string reports;
     Log::ScopedSink const sink([&](LogTopic, std::string_view text) { reports += std::string(text) + '\n'; });
-    auto const times = [](unsigned count, std::string_view text) {
-        std::string all;
-        for (unsigned i = 0; i < count; ++i) all += text;
-        return all;
-    };
     for (auto const& [stream, report] : std::initializer_list<std::pair<std::string, char const*>>{
-             {times(100, "^FO1,1^GB32000,32000,32000^FS"), "256 times over"},
-             {times(30, "^FO1,1^A0N,9999,9999^FDWWWW^FS"), "256 times over"},
-             {times(500, "^FO1,1^FN1^FS") + "^FN1^FD" + std::string(20000, 'x') + "^FS", "drawn everywhere"},
+             {Repeated(100, "^FO1,1^GB32000,32000,32000^FS"), "256 times over"},
+             {Repeated(30, "^FO1,1^A0N,9999,9999^FDWWWW^FS"), "256 times over"},
+             {Repeated(500, "^FO1,1^FN1^FS") + "^FN1^FD" + std::string(20000, 'x') + "^FS", "drawn everywhere"},
          }) {
         reports.clear();
         EXPECT_EQ(Start("^XA" + stream + "^XZ^XA^FDafter^FS^XZ").labels.size(), 2U);
@@ -199,11 +195,7 @@ TEST_F(StoredFormats, AThousandStandBesideEachOther) {
 }
 
 TEST_F(StoredFormats, OneThatRecallsItselfEndsAtALimit) {
-    std::string grow = "^XA^DFE:S^FO9,9^FDa^FS";
-    for (int i = 0; i < 10; ++i) grow += "^XFE:S";
-    std::string stream;
-    for (int i = 0; i < 8; ++i) stream += grow + "^XZ";
-    Start(stream);
+    Start(Repeated(8, "^XA^DFE:S^FO9,9^FDa^FS" + Repeated(10, "^XFE:S") + "^XZ"));
     EXPECT_GT(reports_, 0U);
     EXPECT_EQ(Texts(Start("^XA^XFE:S^XZ^XA^FDnext^FS^XZ")).back(), "next");
 }

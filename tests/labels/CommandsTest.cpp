@@ -1,5 +1,6 @@
 #include <filesystem>
 #include <set>
+#include <sstream>
 
 #include "foundation/Files.h"
 #include "frontend/processor/CreateHandlers.h"
@@ -13,6 +14,7 @@ namespace {
 using namespace ZplContextKeys;
 
 std::string Text(std::string const& value) { return value; }
+std::string Text(float value) { return (std::ostringstream() << value).str(); }
 std::string Text(bool value) { return value ? "yes" : "no"; }
 std::string Text(ZplCodePageConverter const& value) { return std::to_string(value.CodePage()); }
 std::string Text(ISMetaData const& value) { return value.path + (value.print ? " printed" : ""); }
@@ -154,6 +156,7 @@ std::vector<CommandRow> const Rows = {
     {"DF", "^DFE:A.ZPL", Values<SavedFormatPath>, "E/A.ZPL", {"^DFE:../B", "^DFE:B.GRF", "^DFE:B.PNG", "^DFQ:B"}},
     {"DF", "^DFR:T.TXT", Values<SavedFormatPath>, "R/T.TXT", {}},
     {"IS", "^ISE:a.grf,N", Values<ImageSave>, "E:A.GRF", {"^ISE:../B", "^ISQ:B"}},
+    {"IS", "^IS", Values<ImageSave>, "R:UNKNOWN.GRF printed", {}},
     {"HS", "~HS", Sent, "\x02" "030,0,0,0000,000,0,0,1,000,0,0,0\x03\r\n\x02" "000,0,0,0,0,3,0,0,00000000,1,000\x03\r\n\x02" "0000,0\x03\r\n", {}},
     {"HV", "^FN3^FS^FN3^FDabc^FS^HV3,2,<,>", Answers, "<ab>|", {}},
     {"HV", "^FN3^FS^FN3^FDabc^FS^HVx,y,,,L", Answers, "|-", {}},
@@ -171,6 +174,8 @@ std::vector<CommandRow> const Rows = {
     {"SN", "^FO1,2^SN^FS", Drawn, "text 1,2 '1' A 1x1\n", {"^FO1,2^SN,x,y^FS", "^FO1,2^SN1,0^FS"}},
     {"SF", "^FO1,2^FDa9^SF^FS", Drawn, "text 1,2 'a9' A 1x1\n", {"^FO1,2^FDa9^SF,1^FS", "^FO1,2^FDa9^SF%%,9^FS", "^FO1,2^FDa9^SFdddddddd,^FS"}},
     {"FW", "^FWB,1", Values<FieldOrientation, FieldJustification>, "270 1", {"^FW", "^FWX,9", "^FW,x"}},
+    {"BY", "^BY3,2.567,50", Values<BarcodeModuleWidth, BarcodeRatio, BarcodeHeight>, "3 2.5 50", {"^BY", "^BYx,abc,y", "^BY,3.5^FS"}},
+    {"BY", "^BY0,3.01,0", Values<BarcodeModuleWidth, BarcodeRatio, BarcodeHeight>, "0 3 1", {}},
     {"CV", "^CVY", Values<EnableBarcodeValidation>, "yes", {}},
     {"CW", "^CWQ,E:BOLD.TTF", Values<FontSubstitute>, "C=D Q=BOLD.TTF ", {"^CW", "^CW,E:X.TTF", "^CW?,E:X.TTF", "^CWQ", "^CWQ,E:"}},
     {"FC", "^FO1,2^FC^FD%Y^FS", Drawn, "text 1,2 '2024' A 1x1\n", {"^FO1,2^FC,,^FD%Y^FS", "^FO1,2^FC%^FD%Y^FS"}},

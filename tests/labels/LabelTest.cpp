@@ -8,6 +8,7 @@
 #include "labels/Job.h"
 #include "tests/support/FakePrinterContext.h"
 #include "tests/support/RecordingGraphicContext.h"
+#include "tests/support/Texts.h"
 
 namespace {
 
@@ -83,7 +84,7 @@ TEST_F(LabelTest, AsksForCuts) {
         bool cuts;
         std::optional<unsigned> interval;
         bool pageEnd;
-        std::vector<int> cutsPerCopy;
+        std::vector<unsigned> cutsPerCopy;
     };
     for (auto const& row : std::vector<Row>{
              {"no cutter", "^PQ3", false, {}, false, {0, 0, 0}},
@@ -98,13 +99,10 @@ TEST_F(LabelTest, AsksForCuts) {
         printer_->cutsAfterLabel = row.cuts;
         printer_->cutInterval = row.interval;
         auto labels = Labels("^XA" + std::string(row.quantity) + "^FDa^FS^XZ");
-        std::vector<int> cuts;
+        std::vector<unsigned> cuts;
         for (unsigned copy = 0; copy < row.cutsPerCopy.size(); ++copy) {
             labels.at(0).ProcessLabel(copy, row.pageEnd);
-            std::string const calls = Take();
-            int count = 0;
-            for (std::size_t at = calls.find("cut1"); at != std::string::npos; at = calls.find("cut1", at + 1)) ++count;
-            cuts.push_back(count);
+            cuts.push_back(CountOf("cut1", Take()));
         }
         EXPECT_EQ(cuts, row.cutsPerCopy);
     }

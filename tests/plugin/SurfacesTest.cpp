@@ -1,126 +1,14 @@
 #include <gtest/gtest.h>
 
-#include <QtCore/QFile>
-#include <QtGui/QGuiApplication>
-#include <QtGui/QImage>
-#include <QtQml/QQmlApplicationEngine>
-#include <QtQml/QQmlComponent>
-#include <QtQuick/QQuickItem>
-#include <QtQuick/QQuickWindow>
-#include <array>
 #include <fstream>
 
 #include "PrintEngine/Printing/JobMetaData.h"
-#include "plugin/LabelRenderPlugin.h"
 #include "propertybus/PropertyIdentifiers.h"
-#include "propertybus/PublishingPropertyManager.h"
+#include "tests/plugin/Surface.h"
 #include "tests/support/TemporaryDirectory.h"
 
 // The surfaces as the platform's user interface loads them: by the engine that the plugin was handed.
 namespace {
-
-QStringList messages;
-
-struct Host {
-    Host() {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        qInstallMessageHandler(
-            [](QtMsgType, QMessageLogContext const&, QString const& text) { messages.append(text); });
-        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-        application = std::make_unique<QGuiApplication>(argc, argv.data());
-        engine = std::make_shared<QQmlApplicationEngine>();
-        plugin.Create(QString(), engine);
-        plugin.Init(properties, nullptr);
-        messages.clear();
-    }
-    template <typename T, typename V>
-    void Set(char const* identifier, V value) {
-        std::dynamic_pointer_cast<T>(properties->Find(identifier))->Set(value);
-    }
-
-    std::array<char, 5> name{"test"};
-    std::array<char*, 2> argv{name.data(), nullptr};
-    int argc = 1;
-    std::unique_ptr<QGuiApplication> application;
-    std::shared_ptr<QQmlApplicationEngine> engine;
-    LabelRenderPlugin plugin;
-    std::shared_ptr<PublishingPropertyManager> properties = std::make_shared<PublishingPropertyManager>();
-};
-
-std::unique_ptr<Host> theHost;
-
-/// Made by the first test that needs it, and gone before the process begins to end.
-Host& TheHost() {
-    if (!theHost) theHost = std::make_unique<Host>();
-    return *theHost;
-}
-
-struct EndOfHost : testing::Environment {
-    void TearDown() override { theHost.reset(); }
-};
-[[maybe_unused]] auto* const endOfHost = testing::AddGlobalTestEnvironment(new EndOfHost);
-
-/// A surface in a window of its own.
-class Surface {
-public:
-    explicit Surface(QString const& name, QSize size = {400, 300}) {
-        QQmlComponent component(TheHost().engine.get());
-        component.setData("import TCPrintEngine\n" + name.toLatin1() + " {}", QUrl());
-        object_.reset(component.create());
-        EXPECT_TRUE(object_) << component.errorString().toStdString();
-        item_ = qobject_cast<QQuickItem*>(object_.get());
-        if (!item_) return;
-        item_->setParentItem(window_.contentItem());
-        item_->setSize(size);
-        window_.resize(size);
-        window_.show();
-        Settle();
-    }
-    Surface(Surface const&) = delete;
-    Surface& operator=(Surface const&) = delete;
-    /// What the scene puts off is done while there is a scene, and not left over at the end of the process.
-    ~Surface() {
-        object_.reset();
-        Settle();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    static void Settle() {
-        for (int i = 0; i < 5; ++i) QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-    }
-    QImage Grab() {
-        Settle();
-        return window_.grabWindow().convertToFormat(QImage::Format_Grayscale8);
-    }
-    QVariant Value(char const* property) {
-        Settle();
-        return item_->property(property);
-    }
-    void Set(char const* property, QVariant const& value) { item_->setProperty(property, value); }
-    template <typename... Args>
-    void Call(char const* method, Args... args) {
-        EXPECT_TRUE(QMetaObject::invokeMethod(item_, method, Q_ARG(QVariant, QVariant(args))...)) << method;
-    }
-    /// Of an item of the surface, found by its name.
-    std::string TextOf(char const* name) {
-        Settle();
-        QQuickItem const* child = Find(*item_, QString::fromLatin1(name));
-        return child ? child->property("text").toString().toStdString() : "no such item";
-    }
-    bool IsReadOnly(char const* name) { return Find(*item_, QString::fromLatin1(name))->property("readOnly").toBool(); }
-
-private:
-    static QQuickItem const* Find(QQuickItem const& parent, QString const& name) {
-        for (auto const* child : parent.childItems()) {
-            if (child->objectName() == name) return child;
-            if (auto const* found = Find(*child, name)) return found;
-        }
-        return nullptr;
-    }
-
-    QQuickWindow window_;
-    std::unique_ptr<QObject> object_;
-    QQuickItem* item_ = nullptr;
-};
 
 class SurfaceTest : public testing::TestWithParam<char const*> {};
 
@@ -151,7 +39,7 @@ TEST(Surfaces, ShowTheFieldsOfTheLabelPartReadOnly) {
         EXPECT_EQ(surface.TextOf("Width"), "4 in") << name;
         EXPECT_EQ(surface.TextOf("Height"), "6 in") << name;
         EXPECT_EQ(surface.TextOf("Dots"), "812 x 1218") << name;
-        EXPECT_TRUE(surface.IsReadOnly("Width")) << name;
+        EXPECT_TRUE(surface.Item("Width").property("readOnly").toBool()) << name;
     }
 }
 
@@ -384,6 +272,11 @@ TEST_F(PreviewTest, ALargePageFitsItsWindow) {
     Surface surface(QStringLiteral("PrintPreviewSurface"));
     EXPECT_NEAR(surface.Value("shownZoom").toDouble(), (400 - 32) / 2000.0, 0.001);
     EXPECT_EQ(BlackRows(surface), 184);
+    surface.Set("zoom", 1);
+    for (auto const& [scrolled, rows] : {std::pair(0, 300 - 16), {100, 300}, {1032 - 300, 300 - 16}}) {
+        surface.Item("scroll").setProperty("contentY", scrolled);
+        EXPECT_EQ(BlackRows(surface), rows) << scrolled;
+    }
 }
 
 TEST_F(PreviewTest, LeavesOutWhatIsNoPage) {

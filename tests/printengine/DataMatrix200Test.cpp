@@ -42,10 +42,7 @@ TEST(DataMatrix200, ElementStringsOfGs1) {
             for (auto& c : value) c = "0123456789ABCDE"[random() % 15];
             elements += "[10]" + value;
             sent += "~110" + value;
-            read += (read.empty() ? "10"
-                                  : "\x1D"
-                                    "10") +
-                    value;
+            read += (read.empty() ? "10" : "\03510") + value;
         }
         auto const model = DataMatrix200Encoder::Encode(sent, {}, Escape, 1);
         ASSERT_LE(model.GetCells().size(), LibrarySide(elements, true)) << sent;

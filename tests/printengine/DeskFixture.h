@@ -1,7 +1,5 @@
 #pragma once
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -13,19 +11,14 @@
 #include "Scripting/ScriptGraphicContext.h"
 #include "tests/printengine/Picture.h"
 #include "tests/support/FakePrinterContext.h"
+#include "tests/support/TemporaryDirectory.h"
 
 /// A drawing target with a small label, a folder for its jobs and the warnings that it gave.
 class DeskFixture : public ::testing::Test {
 protected:
     DeskFixture() {
-        folder = std::filesystem::temp_directory_path() /
-                 ("printengine-" + std::to_string(::getpid()) + "-" + std::to_string(++serial));
         fonts.SetWarningReceiver([this](std::string_view line, std::string_view) { warnings.emplace_back(line); });
         Scripting::ScriptGraphicContext::InitializeFontManager(fonts, "/usr/share/fonts");
-    }
-    ~DeskFixture() override {
-        std::error_code error;
-        std::filesystem::remove_all(folder, error);
     }
 
     std::unique_ptr<Scripting::ScriptGraphicContext> Target(double widthInches, double heightInches,
@@ -58,10 +51,8 @@ protected:
 
     static constexpr auto Left = Scripting::ScriptTextJustification::Left;
 
-    std::filesystem::path folder;
+    TemporaryDirectory temporary;
+    std::filesystem::path folder = temporary / "desk";
     std::vector<std::string> warnings;
     PrintEngine::Printing::TrueTypeCacheCreator fonts;
-
-private:
-    static inline int serial = 0;
 };

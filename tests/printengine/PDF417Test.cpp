@@ -44,9 +44,7 @@ TEST(PDF417, TakesTheFewestCodewords) {
         std::size_t codewords;
     } const rows[] = {
         {"ABCDEF", 3},
-        {"ABCDE\xE9"
-         "F",
-         6},  // a latch, and a byte of its own for each
+        {"ABCDE\351F", 6},  // a latch, and a byte of its own for each
         {"ABCDEFGHIJ\xE9"
          "KLMNOPQRST",
          12},  // a byte between texts

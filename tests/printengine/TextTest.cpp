@@ -148,9 +148,7 @@ TEST_F(TextTest, MeasuresAdvancesTimesMagnificationAndUnmagnifiedSpacing) {
     EXPECT_EQ(target->MeasureText("G", "\xC3\xA4\xE2\x82\xAC", 1, 0, true), 2 * 48);
     EXPECT_EQ(target->MeasureText("A", "a\xFF\xC3", 1, 0, true), 3 * 6);
     EXPECT_EQ(target->MeasureText("A", "a\n\x01", 1, 0, true), 6);
-    std::string text =
-        "a\n\xC2\x85"
-        "b";
+    std::string text = "a\n\xC2\205b";
     target->PrepareText("A", text);
     EXPECT_EQ(text, "ab");
 }

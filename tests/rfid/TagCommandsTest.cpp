@@ -2,6 +2,7 @@
 
 #include "library/StreamInterpreter.h"
 #include "rfid/TagOperations.h"
+#include "tests/support/Texts.h"
 
 namespace {
 
@@ -118,9 +119,7 @@ TEST(TagCommands, ReportAndLogWhatWasDone) {
 }
 
 TEST(TagCommands, ALongLogBeginsWithAWholeLine) {
-    std::string stream = "^XA^PQ30";
-    for (int i = 0; i < 200; ++i) stream += "^RI1";
-    std::string const log = Printed(stream + "^XZ~HL", "tid=E2");
+    std::string const log = Printed("^XA^PQ30" + Repeated(200, "^RI1") + "^XZ~HL", "tid=E2");
     auto const start = log.find("host \x02");
     EXPECT_EQ(log.substr(start, 19), "host \x02read,2,0,E2\r\n");
     EXPECT_NEAR(static_cast<double>(log.find('\x03') - start), 64 << 10, 20);
@@ -131,29 +130,21 @@ TEST(TagCommands, OfEachCopyAreItsOwn) {
 }
 
 TEST(TagCommands, KeepALimitedNumberOfOperations) {
-    auto const repeated = [](int count, std::string const& command) {
-        std::string stream = "^XA";
-        for (int i = 0; i < count; ++i) stream += command;
-        return stream + "^XZ";
-    };
     // The data of such a write are 8192 digits.
     std::string const large = "^RFW,H,0,4096^FD0^FS";
-    for (auto const& [stream, taken, isAll] : {std::tuple(repeated(200, "^RI1"), 200, true),
-                                               {repeated(201, "^RI1"), 200, false},
-                                               {repeated(7, large), 7, true},
-                                               {repeated(8, large), 7, false}}) {
-        std::string const log = Printed(stream);
-        int operations = 0;
-        for (auto at = log.find(" Bank="); at != log.npos; at = log.find(" Bank=", at + 1)) ++operations;
-        EXPECT_EQ(operations, taken);
+    for (auto const& [stream, taken, isAll] : {std::tuple(Repeated(200, "^RI1"), 200U, true),
+                                               {Repeated(201, "^RI1"), 200U, false},
+                                               {Repeated(7, large), 7U, true},
+                                               {Repeated(8, large), 7U, false}}) {
+        std::string const log = Printed("^XA" + stream + "^XZ");
+        EXPECT_EQ(CountOf(" Bank=", log), taken);
         EXPECT_EQ(log.find("more tag operations than") == log.npos, isAll);
     }
 }
 
 // Templates hold no copy of what the label has collected: this would take gigabytes.
 TEST(TagCommands, AreNotKeptByTemplates) {
-    std::string stream = "^XA^FN1^FS^FN1^FD" + std::string(100'000, 'x') + "^FS";
-    for (int i = 0; i < 8; ++i) stream += "^RFW,H,0,4096^FD0^FS";
+    std::string stream = "^XA^FN1^FS^FN1^FD" + std::string(100'000, 'x') + "^FS" + Repeated(8, "^RFW,H,0,4096^FD0^FS");
     for (int i = 2; i < 9000; ++i) stream += "^FN" + std::to_string(i) + "^FS";
     EXPECT_NE(Printed(stream + "^RFW^FN9999^FS^FN9999^FDAA^FS^XZ").find("Data=AA00"), std::string::npos);
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <filesystem>
 #include <memory>
 #include <span>
@@ -9,7 +8,6 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "FakePrinterContext.h"
 #include "RecordingGraphicContext.h"
@@ -17,6 +15,7 @@
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/processor/CreateHandlers.h"
 #include "frontend/stream/ZplTokenizer.h"
+#include "tests/support/TemporaryDirectory.h"
 
 /// Runs the commands of a format one after the other against a format's contexts, as a label does when it is drawn, and
 /// writes down what is drawn.
@@ -35,11 +34,7 @@ public:
     }
     FieldBench(FieldBench const&) = delete;
     FieldBench& operator=(FieldBench const&) = delete;
-    ~FieldBench() {
-        Log::SetSink({});
-        std::error_code ignored;
-        std::filesystem::remove_all(folder, ignored);
-    }
+    ~FieldBench() { Log::SetSink({}); }
 
     /// Runs `stream`; gives what it drew, a line a call.
     std::string Run(std::string_view stream) {
@@ -68,15 +63,12 @@ public:
         return pool;
     }
 
-    std::filesystem::path folder = std::filesystem::temp_directory_path() /
-                                   ("fields-" + std::to_string(::getpid()) + "-" + std::to_string(++serial_));
+    TemporaryDirectory temporary;
+    std::filesystem::path folder = temporary / "objects";
     ContextProcessor processor{folder};
     std::shared_ptr<RecordingGraphicContext> target = std::make_shared<RecordingGraphicContext>();
     std::shared_ptr<FakePrinterContext> printer;
     std::vector<std::string> reports;
-
-private:
-    static inline std::atomic<unsigned> serial_{0};
 };
 
 /// A stream, and the calls on the drawing target that it makes.

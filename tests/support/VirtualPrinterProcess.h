@@ -1,6 +1,5 @@
 #pragma once
 
-#include <arpa/inet.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -19,6 +18,7 @@
 
 #include "foundation/Files.h"
 #include "tests/support/Sanitizers.h"
+#include "tests/support/TcpClient.h"
 #include "tests/support/TemporaryDirectory.h"
 
 inline std::string Label(std::string const& text, unsigned copies = 1) {
@@ -102,15 +102,7 @@ public:
         std::string const line = word + '\n';
         EXPECT_EQ(::write(terminal_, line.data(), line.size()), static_cast<ssize_t>(line.size()));
     }
-    int Connect() const {
-        int const client = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<std::uint16_t>(port_));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        EXPECT_EQ(::connect(client, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-        return client;
-    }
+    int Connect() const { return ConnectTo(static_cast<unsigned>(port_)); }
     static void Write(int client, std::string const& bytes) {
         EXPECT_EQ(::send(client, bytes.data(), bytes.size(), MSG_NOSIGNAL), static_cast<ssize_t>(bytes.size()));
     }
@@ -120,6 +112,10 @@ public:
         ::close(client);
     }
 
+    /// Waits until its log holds a text.
+    testing::AssertionResult Says(std::string const& text) const {
+        return Until([&] { return Log().find(text) != std::string::npos; }) << Log();
+    }
     std::string Log() const { return ReadRegularFile(folder_ / "log"); }
     std::filesystem::path Folder() const { return folder_; }
     /// The folder in which bus and jobs are.

@@ -1,0 +1,121 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QtGui/QGuiApplication>
+#include <QtGui/QImage>
+#include <QtQml/QQmlApplicationEngine>
+#include <QtQml/QQmlComponent>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <array>
+
+#include "plugin/LabelRenderPlugin.h"
+#include "propertybus/PublishingPropertyManager.h"
+
+inline QStringList messages;  ///< of Qt since they were cleared
+
+/// The plugin, with the engine of a user interface.
+struct Host {
+    Host() {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qInstallMessageHandler(
+            [](QtMsgType, QMessageLogContext const&, QString const& text) { messages.append(text); });
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+        application = std::make_unique<QGuiApplication>(argc, argv.data());
+        engine = std::make_shared<QQmlApplicationEngine>();
+        plugin.Create(QString(), engine);
+        plugin.Init(properties, nullptr);
+        messages.clear();
+    }
+    template <typename T, typename V>
+    void Set(char const* identifier, V value) {
+        std::dynamic_pointer_cast<T>(properties->Find(identifier))->Set(value);
+    }
+
+    std::array<char, 5> name{"test"};
+    std::array<char*, 2> argv{name.data(), nullptr};
+    int argc = 1;
+    std::unique_ptr<QGuiApplication> application;
+    std::shared_ptr<QQmlApplicationEngine> engine;
+    LabelRenderPlugin plugin;
+    std::shared_ptr<PublishingPropertyManager> properties = std::make_shared<PublishingPropertyManager>();
+};
+
+inline std::unique_ptr<Host> theHost;
+
+/// Made by the first test that needs it, and gone before the process begins to end.
+inline Host& TheHost() {
+    if (!theHost) theHost = std::make_unique<Host>();
+    return *theHost;
+}
+
+struct EndOfHost : testing::Environment {
+    void TearDown() override { theHost.reset(); }
+};
+[[maybe_unused]] inline auto* const endOfHost = testing::AddGlobalTestEnvironment(new EndOfHost);
+
+/// A surface in a window of its own.
+class Surface {
+public:
+    explicit Surface(QString const& name, QSize size = {400, 300}) {
+        QQmlComponent component(TheHost().engine.get());
+        component.setData("import TCPrintEngine\n" + name.toLatin1() + " {}", QUrl());
+        object_.reset(component.create());
+        EXPECT_TRUE(object_) << component.errorString().toStdString();
+        item_ = qobject_cast<QQuickItem*>(object_.get());
+        if (!item_) return;
+        item_->setParentItem(window_.contentItem());
+        item_->setSize(size);
+        window_.resize(size);
+        window_.show();
+        Settle();
+    }
+    Surface(Surface const&) = delete;
+    Surface& operator=(Surface const&) = delete;
+    /// What the scene puts off is done while there is a scene, and not left over at the end of the process.
+    ~Surface() {
+        object_.reset();
+        Settle();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    static void Settle() {
+        for (int i = 0; i < 5; ++i) QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+    }
+    QImage Grab() {
+        Settle();
+        return window_.grabWindow().convertToFormat(QImage::Format_Grayscale8);
+    }
+    QVariant Value(char const* property) {
+        Settle();
+        return item_->property(property);
+    }
+    void Set(char const* property, QVariant const& value) { item_->setProperty(property, value); }
+    template <typename... Args>
+    void Call(char const* method, Args... args) {
+        EXPECT_TRUE(QMetaObject::invokeMethod(item_, method, Q_ARG(QVariant, QVariant(args))...)) << method;
+    }
+    /// An item of the surface, by its name.
+    QQuickItem& Item(char const* name) {
+        auto* const found = Find(*item_, QString::fromLatin1(name));
+        if (!found) throw std::runtime_error(std::string("there is no ") + name);
+        return *found;
+    }
+    std::string TextOf(char const* name) {
+        Settle();
+        return Item(name).property("text").toString().toStdString();
+    }
+
+private:
+    static QQuickItem* Find(QQuickItem const& parent, QString const& name) {
+        for (auto* child : parent.childItems()) {
+            if (child->objectName() == name) return child;
+            if (auto* const found = Find(*child, name)) return found;
+        }
+        return nullptr;
+    }
+
+    QQuickWindow window_;
+    std::unique_ptr<QObject> object_;
+    QQuickItem* item_ = nullptr;
+};
