@@ -5,12 +5,23 @@
 #include "foundation/Log.h"
 #include "frontend/stream/Ascii.h"
 
+namespace {
+
+bool IsWide(Encoding encoding) { return encoding == Encoding::Utf16Le || encoding == Encoding::Utf16Be; }
+
+bool IsBlank(char32_t character) {
+    return character == U' ' || character == U'\t' || character == U'\r' || character == U'\n';
+}
+
+}  // namespace
+
 std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(std::string_view input,
                                                                               std::size_t& position, char formatPrefix,
                                                                               char controlPrefix, char delimiter,
                                                                               bool flushAtEnd, Encoding encoding) {
     Syntax const syntax{static_cast<unsigned char>(formatPrefix), static_cast<unsigned char>(controlPrefix),
                         static_cast<unsigned char>(delimiter)};
+    NoteEncoding(encoding);
     while (position < input.size()) {
         auto const start = position;
         bool const singleByte = encoding == Encoding::SingleByte;
@@ -45,18 +56,13 @@ std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(st
 
 std::uint64_t ZplTokenizer::TrimmedEnd(std::string_view input, std::size_t position, std::uint64_t end,
                                        Encoding encoding) const {
+    // Two bytes of one character may be in two chunks, and a stream may end amid one.
+    if (IsWide(encoding)) return end == openOffset_ ? wideEndBeforePrefix_ : wideEnd_;
     std::uint64_t const start = consumed_ - position;
     // The chunk before may have ended amid the character that ends the command.
     if (end <= start) return std::min(chunkEnd_, end);
-    std::size_t const unit = encoding == Encoding::Utf16Le || encoding == Encoding::Utf16Be ? 2 : 1;
-    std::size_t const low = encoding == Encoding::Utf16Be ? 1 : 0;
-    auto const isBlank = [&](std::size_t at) {
-        bool const isHighZero = unit == 1 || input[at + 1 - low] == '\0';
-        char const byte = input[at + low];
-        return isHighZero && (byte == ' ' || byte == '\t' || byte == '\r' || byte == '\n');
-    };
     auto at = static_cast<std::size_t>(end - start);
-    while (at >= unit && isBlank(at - unit)) at -= unit;
+    while (at > 0 && IsBlank(static_cast<unsigned char>(input[at - 1]))) --at;
     return at == 0 ? chunkEnd_ : start + at;
 }
 
@@ -76,12 +82,23 @@ void ReportMark(Encoding encoding, std::uint64_t lastByte) {
 
 }  // namespace
 
+void ZplTokenizer::NoteEncoding(Encoding encoding) {
+    if (encoding == encoding_) return;
+    encoding_ = encoding;
+    wideEnd_ = consumed_;
+}
+
 std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeByte(char byte, Syntax const& syntax, Encoding& encoding) {
     auto const result = utf_.Consume(byte, encoding, machine_.IsInBinaryMode());
     if (result.encoding != encoding) ReportMark(result.encoding, consumed_);
     encoding = result.encoding;
+    NoteEncoding(encoding);
     if (!result.complete) return nullptr;
-    return ConsumeCharacter(result.character, consumed_ + 1 - result.bytesBack, syntax, encoding);
+    auto const offset = consumed_ + 1 - result.bytesBack;
+    auto command = ConsumeCharacter(result.character, offset, syntax, encoding);
+    if (openOffset_ == offset) wideEndBeforePrefix_ = wideEnd_;
+    if (!IsBlank(result.character)) wideEnd_ = consumed_ + 1;
+    return command;
 }
 
 // A 7-bit byte ends no byte order mark, and is a character where no other bytes wait before it. So a run of them needs

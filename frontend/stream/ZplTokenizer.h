@@ -52,6 +52,7 @@ private:
         char32_t delimiter;
     };
 
+    void NoteEncoding(Encoding encoding);
     std::unique_ptr<ZplCommand> ConsumeByte(char byte, Syntax const& syntax, Encoding& encoding);
     std::unique_ptr<ZplCommand> ConsumeAscii(std::string_view input, std::size_t& position, Syntax const& syntax,
                                              Encoding encoding);
@@ -69,4 +70,9 @@ private:
     std::uint64_t openOffset_ = 0;
     std::uint64_t deliveredOffset_ = 0;
     std::uint64_t chunkEnd_ = 0;  // of the chunks before, without what is trimmed
+    // Where the last character that is no blank ends, in the encodings of two bytes, and where it did before the prefix
+    // that was read last.
+    std::uint64_t wideEnd_ = 0;
+    std::uint64_t wideEndBeforePrefix_ = 0;
+    Encoding encoding_ = Encoding::SingleByte;  // in force at present
 };
