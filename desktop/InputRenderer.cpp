@@ -208,7 +208,6 @@ void InputRenderer::CheckFile(std::filesystem::path const& what) {
 void InputRenderer::Report(LabelTask const& task, PageStore::Place const& place, Scripting::Extent size,
                            DrawnCopy copy) {
     progress_.Clear();
-    report_.Page({place.path, place.page, static_cast<unsigned>(size.width), static_cast<unsigned>(size.height),
-                  task.number, copy.copy + 1, task.quantity, std::move(copy.operations), std::move(copy.fields)});
+    report_.Page({place.path, place.page, ReportOf(task, size, std::move(copy))});
     progress_.Page(++pages_);
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <iterator>
 
 namespace OptionValues {
@@ -11,8 +10,6 @@ namespace OptionValues {
 namespace {
 
 constexpr double MillimetersPerInch = 25.4;
-constexpr double SmallestSide = 0.1;  // inches
-constexpr double LargestSide = 200;   // inches
 
 /// The number that the whole text is, if it is one from `low` to `high`.
 template <typename T>
@@ -53,35 +50,19 @@ LabelSize Size(std::string_view text) {
 std::pair<double, double> Inches(LabelSize const& size, unsigned dpi) {
     double const perInch = size.unit == "in" ? 1 : size.unit == "mm" ? MillimetersPerInch : dpi;
     std::pair const inches{size.width / perInch, size.height / perInch};
-    auto const fits = [](double side) { return side >= SmallestSide && side <= LargestSide; };
-    if (!fits(inches.first) || !fits(inches.second)) throw UsageError("--size is from 0.1 to 200 inches on a side");
+    if (!IsLabelSide(inches.first) || !IsLabelSide(inches.second))
+        throw UsageError("--size is from 0.1 to 200 inches on a side");
     return inches;
 }
 
 std::chrono::system_clock::time_point Time(std::string const& text) {
-    using namespace std::chrono;
-    int y = 0;
-    unsigned mo = 0;
-    unsigned d = 0;
-    unsigned h = 0;
-    unsigned mi = 0;
-    unsigned s = 0;
-    int length = 0;
-    bool const read = std::sscanf(text.c_str(), "%4d-%2u-%2uT%2u:%2u:%2u%n", &y, &mo, &d, &h, &mi, &s, &length) == 6;
-    year_month_day const date{year(y), month(mo), day(d)};
-    bool const whole = read && static_cast<std::size_t>(length) == text.size();
-    if (!whole || !date.ok() || y < 1900 || y > 2200 || h > 23 || mi > 59 || s > 59) {
-        throw UsageError("--time is YEAR-MONTH-DAYTHOUR:MINUTE:SECOND, as 2026-03-31T14:05:00; not \"" + text + "\"");
-    }
-    return sys_days(date) + hours(h) + minutes(mi) + seconds(s);
+    if (auto const time = ReadTime(text)) return *time;
+    throw UsageError("--time is YEAR-MONTH-DAYTHOUR:MINUTE:SECOND, as 2026-03-31T14:05:00; not \"" + text + "\"");
 }
 
 std::pair<std::string, std::string> Font(std::string_view text) {
-    auto const equals = text.find('=');
-    if (equals == std::string_view::npos || equals == 0 || equals + 1 == text.size()) {
-        throw UsageError("--font is LETTER=FILE.ttf, not \"" + std::string(text) + "\"");
-    }
-    return {std::string(text.substr(0, equals)), std::string(text.substr(equals + 1))};
+    if (auto font = ReadFont(text)) return *std::move(font);
+    throw UsageError("--font is LETTER=FILE.ttf, not \"" + std::string(text) + "\"");
 }
 
 VirtualTag Tag(std::string_view text) {

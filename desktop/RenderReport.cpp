@@ -8,17 +8,6 @@ namespace {
 
 constexpr std::string_view OutputLost = "standard output cannot be written";
 
-void WriteTagOperations(JsonWriter& writer, std::vector<RfidOperation> const& operations) {
-    writer.Key("tagOperations").StartArray();
-    for (auto const& operation : operations) {
-        writer.StartObject().Key("operation").String(TagOperations::NameOf(operation.type));
-        writer.Key("arguments").StartObject();
-        for (auto const& [name, value] : operation.arguments) writer.Key(name).String(value);
-        writer.EndObject().EndObject();
-    }
-    writer.EndArray();
-}
-
 }  // namespace
 
 RenderReport::RenderReport(bool json, bool hasSeveralInputs) : json_(json), hasSeveralInputs_(hasSeveralInputs) {
@@ -34,10 +23,11 @@ void RenderReport::StartInput(std::string const& name) {
 
 void RenderReport::Page(RenderedPage const& page) {
     if (!json_) {
+        auto const& report = page.report;
         std::string const place = page.page != 0 ? " page " + std::to_string(page.page) : "";
-        std::printf("%s%s  %u x %u  copy %u of %u\n", page.path.c_str(), place.c_str(), page.width, page.height,
-                    page.copy, page.copies);
-        for (auto const& operation : page.tagOperations) {
+        std::printf("%s%s  %u x %u  copy %u of %u\n", page.path.c_str(), place.c_str(), report.width, report.height,
+                    report.copy, report.copies);
+        for (auto const& operation : report.tagOperations) {
             std::printf("  tag %s", std::string(TagOperations::NameOf(operation.type)).c_str());
             for (auto const& [name, value] : operation.arguments)
                 std::printf(" %s=%s", name.c_str(), Printable(value).c_str());
@@ -49,10 +39,7 @@ void RenderReport::Page(RenderedPage const& page) {
     inList_ = true;
     writer_.StartObject().Key("path").String(page.path.string());
     if (page.page != 0) writer_.Key("page").Int(page.page);
-    writer_.Key("width").Int(page.width).Key("height").Int(page.height);
-    writer_.Key("label").Int(page.label).Key("copy").Int(page.copy).Key("copies").Int(page.copies);
-    if (!page.tagOperations.empty()) WriteTagOperations(writer_, page.tagOperations);
-    if (page.fields) page.fields->WriteMembers(writer_);
+    page.report.WriteMembers(writer_);
     writer_.EndObject();
 }
 

@@ -6,20 +6,14 @@
 #include "desktop/CommandLine.h"
 #include "foundation/Json.h"
 #include "jobhost/model/Findings.h"
-#include "library/FieldsJson.h"
 #include "library/OutputError.h"
+#include "library/PageReport.h"
 
 /// One page as it was written.
 struct RenderedPage {
     std::filesystem::path path;
-    unsigned page;    ///< in a file of several, from 1; 0 in a file of its own
-    unsigned width;   ///< dots of the printer
-    unsigned height;  ///< dots of the printer
-    unsigned label;   ///< from 1
-    unsigned copy;    ///< from 1
-    unsigned copies;
-    std::vector<RfidOperation> tagOperations = {};
-    std::optional<PageFields> fields = {};  ///< for programs
+    unsigned page;  ///< in a file of several, from 1; 0 in a file of its own
+    PageReport report;
 };
 
 /// What is said about a run: lines for a person, or one JSON object for a program. Where there are several inputs, a

@@ -6,6 +6,7 @@
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/processor/CreateHandlers.h"
+#include "library/WarmFonts.h"
 #include "propertybus/PublishingPropertyManager.h"
 
 namespace {
@@ -30,9 +31,22 @@ Desk::Desk(DeskSettings const& settings)
         machine_.formatsFolder = storage_.emplace(std::filesystem::temp_directory_path(), "zpl-").Path();
     model_->PartManager().SetInstalledPart({settings.widthInches, settings.heightInches});
     PrintEngine::Printing::PrintProcessHandler::GetInstance()->InitializeOffscreenDrawing();
-    SetUpFonts(fonts_);
+    fonts_ = WarmFonts::Take(FontSettings());
+    if (!fonts_) SetUpFonts(*(fonts_ = std::make_unique<PrintEngine::Printing::TrueTypeCacheCreator>()));
     SetFontReceiver({});
     StartStream();
+}
+
+Desk::~Desk() {
+    fonts_->SetWarningReceiver({});
+    if (!fontsLackSomething_) WarmFonts::Keep(FontSettings(), std::move(fonts_));
+}
+
+/// All that says which file draws which font.
+std::string Desk::FontSettings() const {
+    std::string text = machine_.fontsFolder.string() + '\0' + machine_.fontFiles;
+    for (auto const& [font, file] : fontFiles_) text.append(1, '\0').append(font).append(1, '=').append(file);
+    return text;
 }
 
 void Desk::StartStream() {
@@ -50,7 +64,7 @@ void Desk::SetHostReceiver(std::function<void(std::string_view)> receiver) {
 }
 
 std::unique_ptr<Zpl::Host::Session> Desk::MakeSession() {
-    return std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fonts_, printerContext_, handlers_, machine_);
+    return std::make_unique<Zpl::Host::Session>(*model_, systemContext_, *fonts_, printerContext_, handlers_, machine_);
 }
 
 void Desk::SetUpFonts(PrintEngine::Printing::TrueTypeCacheCreator& fonts) const {
@@ -60,8 +74,11 @@ void Desk::SetUpFonts(PrintEngine::Printing::TrueTypeCacheCreator& fonts) const 
 }
 
 void Desk::SetFontReceiver(PrintEngine::Printing::TrueTypeCacheCreator::WarningReceiver receiver) {
-    auto const report = [](std::string_view line, std::string_view) { Log::Report(LogTopic::Font, std::string(line)); };
-    fonts_.SetWarningReceiver(receiver ? std::move(receiver) : report);
+    fonts_->SetWarningReceiver([this, receiver = std::move(receiver)](std::string_view line, std::string_view subject) {
+        fontsLackSomething_ = fontsLackSomething_ || !subject.empty();
+        if (receiver) return receiver(line, subject);
+        Log::Report(LogTopic::Font, std::string(line));
+    });
 }
 
 Telling Desk::Report(LogTopic topic, std::string_view text, std::string_view subject, Findings::Format format) {

@@ -26,6 +26,9 @@
 class Desk {
 public:
     explicit Desk(DeskSettings const& settings);
+    ~Desk();
+    Desk(Desk const&) = delete;
+    Desk& operator=(Desk const&) = delete;
 
     /// A stream begins, with nothing left over from the one before but what is stored.
     void StartStream();
@@ -43,15 +46,19 @@ public:
     ZPLProcessorInterface& Model() { return *model_; }
     /// The printer of the stream under way.
     PrinterContext const& Printer() const { return *printerContext_; }
+    PrinterContext& Printer() { return *printerContext_; }
     std::shared_ptr<Clock const> const& ClockOfPrinter() const { return clock_; }
     /// Where formats and graphics that streams store are kept.
     std::filesystem::path const& FormatsFolder() const { return machine_.formatsFolder; }
 
 private:
+    std::string FontSettings() const;
+
     std::optional<TemporaryFolder> storage_;
     MachineSettings machine_;
     std::shared_ptr<ZPLProcessorInterface> model_;
-    PrintEngine::Printing::TrueTypeCacheCreator fonts_;
+    std::unique_ptr<PrintEngine::Printing::TrueTypeCacheCreator> fonts_;
+    bool fontsLackSomething_ = false;  ///< and have told so
     std::set<std::string> toldSubjects_;
     CommandHandlerPool handlers_;
     std::vector<std::pair<std::string, std::string>> fontFiles_;  ///< font letter or object name, and file

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -21,3 +22,15 @@ struct DeskSettings {
     /// Without a formats folder, what streams store lasts as long as the desk.
     MachineSettings machine;
 };
+
+/// Whether there are printers of that resolution, in dots per inch.
+constexpr bool IsPrinterDpi(unsigned dpi) { return dpi == 203 || dpi == 300 || dpi == 600; }
+
+/// Whether a label part may be so long or wide, in inches.
+constexpr bool IsLabelSide(double side) { return side >= 0.1 && side <= 200; }
+
+/// The time of a clock that stands still, as 2026-03-31T14:05:00; nothing if the text is none.
+std::optional<std::chrono::system_clock::time_point> ReadTime(std::string const& text);
+
+/// A font and the file that draws it, as NAME=FILE; nothing if the text is no such pair.
+std::optional<std::pair<std::string, std::string>> ReadFont(std::string_view text);

@@ -20,6 +20,16 @@ LabelTask TaskOf(FinishedLabel finished, Scripting::PrinterContextInterface cons
             fieldsJson};
 }
 
+PageReport ReportOf(LabelTask const& task, Scripting::Extent size, DrawnCopy copy) {
+    return {static_cast<unsigned>(size.width),
+            static_cast<unsigned>(size.height),
+            task.number,
+            copy.copy + 1,
+            task.quantity,
+            std::move(copy.operations),
+            std::move(copy.fields)};
+}
+
 DrawnCopy DrawCopy(LabelTask& task, unsigned copy, std::filesystem::path const& folder,
                    std::optional<VirtualTag> const& tag) {
     auto& label = task.label;

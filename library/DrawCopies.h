@@ -9,6 +9,7 @@
 #include "jobhost/model/Findings.h"
 #include "labels/Label.h"
 #include "library/FieldsJson.h"
+#include "library/PageReport.h"
 #include "library/StreamReader.h"
 #include "library/VirtualTag.h"
 
@@ -21,6 +22,8 @@ struct CommandCharacters {
     static CommandCharacters Of(Scripting::PrinterContextInterface const& printer) {
         return {printer.FormatPrefix(), printer.ControlPrefix(), printer.Delimiter()};
     }
+
+    friend bool operator==(CommandCharacters const&, CommandCharacters const&) = default;
 };
 
 /// A label on its way to its pages.
@@ -48,6 +51,9 @@ struct DrawnCopy {
     std::vector<RfidOperation> operations;
     std::optional<PageFields> fields;
 };
+
+/// What is told of it. `size`: of its page, in pixels.
+PageReport ReportOf(LabelTask const& task, Scripting::Extent size, DrawnCopy copy);
 
 /// Draws a copy of a label on its target. The first one starts from what the format has left, each other goes on from
 /// the one before. Throws what drawing throws: Zpl::Host::Explain tells what it means.

@@ -9,6 +9,7 @@
 #include "foundation/Files.h"
 #include "printengine/src/ScriptGraphicContextState.h"
 #include "printengine/src/page/JobFolder.h"
+#include "printengine/src/page/KeptPage.h"
 #include "printengine/src/page/PngWriter.h"
 
 namespace Scripting {
@@ -204,6 +205,10 @@ std::vector<std::uint8_t> ScriptGraphicContext::GetPageBitmap(unsigned& width, u
 void ScriptGraphicContext::KeepPages() { state_->keepsPages = true; }
 
 std::uint64_t ScriptGraphicContext::DrawnLabel() const { return state_->holdsLabel ? state_->labels : 0; }
+
+std::unique_ptr<FinishedPage> ScriptGraphicContext::TakePage() {
+    return std::make_unique<PrintEngine::Pages::KeptPage>(state_->raster, state_->layout, PageDpi());
+}
 
 Extent ScriptGraphicContext::PageSize() const { return state_->pageSize; }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 #include "Scripting/Api.h"
@@ -37,6 +38,8 @@ public:
     virtual void KeepPages() = 0;
     /// Which label the target holds as it was drawn, not rendered as a page yet: another number for each. 0 for none.
     virtual std::uint64_t DrawnLabel() const = 0;
+    /// Hands the page out as a value of its own, which outlives the target. The target holds none then.
+    virtual std::unique_ptr<FinishedPage> TakePage() = 0;
 };
 
 }  // namespace Scripting

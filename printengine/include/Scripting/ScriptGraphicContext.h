@@ -99,6 +99,7 @@ public:
     bool IsPageBlank() const override;
     void KeepPages() override;
     std::uint64_t DrawnLabel() const override;
+    std::unique_ptr<FinishedPage> TakePage() override;
     Extent PageSize() const override;
     unsigned PageDpi() const override;
     std::string_view PngFile() override;
