@@ -79,7 +79,7 @@ std::chrono::system_clock::time_point Time(std::string const& text) {
 std::pair<std::string, std::string> Font(std::string_view text) {
     auto const equals = text.find('=');
     if (equals == std::string_view::npos || equals == 0 || equals + 1 == text.size()) {
-        throw UsageError("--font is LETTER=FILE.ttf, not \"" + std::string(text) + "\"");
+        throw UsageError("--font is LETTER=FILE, not \"" + std::string(text) + "\"");
     }
     return {std::string(text.substr(0, equals)), std::string(text.substr(equals + 1))};
 }
