@@ -16,6 +16,19 @@ std::string TextPage() {
     return stream + "^XZ";
 }
 
+/// 300 fields of Arabic, each of its own, in four sizes, some of them with numbers.
+std::string ArabicPage() {
+    std::string stream = "^XA^CI28^PW1200^LL1800^LH0,0";
+    for (int i = 0; i < 300; ++i) {
+        std::string const place = std::to_string(10 + i % 4 * 290) + "," + std::to_string(5 + i / 4 * 23);
+        stream += "^FO" + place + "^A0N," + std::to_string(18 + i % 4) + "^FD\u0627\u0644\u0648\u0632\u0646 ";
+        // The number in letters, so that no word comes again.
+        for (int rest = i + 100; rest > 0; rest /= 10) stream += {'\xD8', static_cast<char>(0xA8 + rest % 10)};
+        stream += " " + std::to_string(i) + "^FS";
+    }
+    return stream + "^XZ";
+}
+
 DeskSettings At300Dpi() {
     DeskSettings options;
     options.designDpi = options.printerDpi = 300;
@@ -42,5 +55,26 @@ void FirstThreeHundredTexts(benchmark::State& state) {
     }
 }
 BENCHMARK(FirstThreeHundredTexts)->Unit(benchmark::kMicrosecond);
+
+/// From the recorded label to the drawn page, as often as the texts come again.
+void DrawThreeHundredArabicTexts(benchmark::State& state) {
+    Desk desk(At300Dpi());
+    auto const session = desk.MakeSession();
+    std::string const stream = ArabicPage();
+    auto result = session->Consume(stream, false, true);
+    Zpl::Label label = std::get<1>(*result.label);
+    for (auto _ : state) benchmark::DoNotOptimize(label.ProcessLabel(0, false));
+}
+BENCHMARK(DrawThreeHundredArabicTexts)->Unit(benchmark::kMicrosecond);
+
+/// From the bytes of the stream to the drawn page, with no font open, nothing shaped and no glyph drawn.
+void FirstThreeHundredArabicTexts(benchmark::State& state) {
+    std::string const stream = ArabicPage();
+    for (auto _ : state) {
+        Desk desk(At300Dpi());
+        benchmark::DoNotOptimize(RunStream(desk, stream).labels.size());
+    }
+}
+BENCHMARK(FirstThreeHundredArabicTexts)->Unit(benchmark::kMicrosecond);
 
 }  // namespace

@@ -79,7 +79,7 @@ constexpr OptionRow OptionTable[] = {
      [](Reading& r, Text name, Text value) { r.render.mostCopies = OptionValues::Number(name, value, 1, 99'999'999); }},
     {"--threads", "N", "", Render, "draws pages on N threads (default 1: on the one that reads the stream)",
      [](Reading& r, Text name, Text value) { r.render.mostThreads = OptionValues::Number(name, value, 1, 64); }},
-    {"--font", "L=FILE.ttf", "", Drawing, "draws font letter L, or a named font, with this TrueType file",
+    {"--font", "L=FILE", "", Drawing, "draws font letter L, or a named font, with this font file (.ttf, .otf, .ttc)",
      [](Reading& r, Text, Text value) { r.render.fonts.push_back(OptionValues::Font(value)); }},
     {"--time", "T", "", Drawing, "lets the clock stand still at T, as 2026-03-31T14:05:00",
      [](Reading& r, Text, Text value) { r.render.time = OptionValues::Time(value); }},

@@ -62,7 +62,7 @@ std::chrono::system_clock::time_point Time(std::string const& text) {
 
 std::pair<std::string, std::string> Font(std::string_view text) {
     if (auto font = ReadFont(text)) return *std::move(font);
-    throw UsageError("--font is LETTER=FILE.ttf, not \"" + std::string(text) + "\"");
+    throw UsageError("--font is LETTER=FILE, not \"" + std::string(text) + "\"");
 }
 
 VirtualTag Tag(std::string_view text) {

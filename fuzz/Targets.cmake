@@ -6,6 +6,7 @@ set(ZPL_FUZZ_TARGETS
     FuzzImageData
     FuzzPackets
     FuzzPageWriter
+    FuzzScripts
     FuzzSession
     FuzzStoredObjects
     FuzzStreamWatch

@@ -29,13 +29,24 @@ char const* LikelySet(std::uint8_t byte) {
     return byte <= LastLetterOf850 ? "^CI13 stands for code page 850" : "^CI27 stands for the characters of Windows";
 }
 
+/// Takes out what a byte order mark amid a stream leaves in the data: its first bytes, and its last as a character.
+std::string WithoutByteOrderMarks(std::string_view data) {
+    constexpr std::string_view Left = "\xEF\xBB\xC2\xBF";
+    std::string text;
+    for (auto at = data.find(Left); at != data.npos; at = data.find(Left)) {
+        text += data.substr(0, at);
+        data.remove_prefix(at + Left.size());
+    }
+    return text += data;
+}
+
 }  // namespace
 
 std::string FieldText(std::string_view data, ContextProcessor const& processor) {
     auto const& converter = processor.at(ZplContextKeys::CodePageConverter);
     std::string text;
     if (converter.GetEncoding() != Encoding::SingleByte) {
-        text = HandleInvalidUTF8(data, false);
+        text = HandleInvalidUTF8(WithoutByteOrderMarks(data), false);
     } else if (IsPlainTextInPairs(data, converter)) {
         text = data;
     } else {
@@ -53,12 +64,13 @@ void ReportMisread(std::string_view data, ContextProcessor const& processor) {
                                         "^CI28 stands for UTF-8");
     }
     if (converter.GetEncoding() == Encoding::SingleByte) return;
-    auto const invalid = utf8::find_invalid(data.begin(), data.end());
-    if (invalid == data.end()) return;
+    std::string const text = WithoutByteOrderMarks(data);
+    auto const invalid = utf8::find_invalid(text.begin(), text.end());
+    if (invalid == text.end()) return;
     auto const byte = static_cast<std::uint8_t>(*invalid);
     char digits[3];
     std::snprintf(digits, sizeof digits, "%02X", unsigned{byte});
-    Log::Report(LogTopic::Data, "the data " + Quoted(HandleInvalidUTF8(data)) +
+    Log::Report(LogTopic::Data, "the data " + Quoted(HandleInvalidUTF8(text)) +
                                     " are read as UTF-8, in which the byte " + digits + " makes no character; " +
                                     LikelySet(byte));
 }

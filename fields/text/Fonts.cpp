@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "Scripting/GraphicContext.h"
+#include "Scripting/TextGauge.h"
 #include "fields/placement/UnitConversion.h"
 #include "fields/text/TrueTypeUtils.h"
 #include "foundation/Log.h"
@@ -41,6 +43,13 @@ constexpr ResidentFont ResidentFonts[] = {
     {"OCRA", "H"},     {"OCR-A", "H"},  // reading fonts
     {"OCRB", "E"},     {"OCR-B", "E"},
 };
+
+/// Whether an object name in upper case is that of a file, and not of a resident font.
+bool IsFontFile(std::string_view name) {
+    constexpr std::string_view Extensions[] = {".TTF", ".OTF", ".TTC", ".OTC", ".TTE"};
+    return std::any_of(std::begin(Extensions), std::end(Extensions),
+                       [name](std::string_view extension) { return name.ends_with(extension); });
+}
 
 bool IsOneOf(FontName const& name, std::string_view letters) {
     return name.size() == 1 && letters.find(name[0]) != std::string_view::npos;
@@ -135,15 +144,20 @@ bool IsFont0(FontName const& name) { return name == "0"; }
 bool IsTrueTypeFont(FontName const& name, ContextProcessor const& processor) {
     auto const& fonts = processor.at(ZplContextKeys::TrueTypeFonts);
     auto const isSameLetter = [](char a, char b) { return ToAsciiUpper(a) == ToAsciiUpper(b); };
-    return std::any_of(fonts.begin(), fonts.end(), [&](std::string const& font) {
+    bool const isListed = std::any_of(fonts.begin(), fonts.end(), [&](std::string const& font) {
         return font.size() == name.size() && std::equal(font.begin(), font.end(), name.begin(), isSameLetter);
     });
+    if (isListed || !IsFontFile(name)) return isListed;
+    auto const* const gauge = Scripting::TextGauge::Of(processor.GetGraphicContext().get());
+    return gauge && gauge->HasFontFile(name);
 }
 
 FontName ToFontName(std::string_view objectName) {
     if (ObjectName::NamesDevice(objectName)) objectName.remove_prefix(2);
     FontName const name = ToAsciiUpper(objectName);
     std::string const stem = name.substr(0, name.find('.'));
+    // A file is a font of its own, however short its name is.
+    if (stem.size() == 1 && IsFontFile(name)) return name;
     for (auto const& resident : ResidentFonts) {
         if (stem == resident.stem) return FontName(resident.font);
     }

@@ -23,20 +23,23 @@ LineRange FindLine(std::u32string_view text, std::size_t begin, std::int64_t ava
     for (std::size_t i = begin; i < text.size(); ++i) {
         char32_t const c = text[i];
         if (c == U'\n') return {begin, i, i + 1, false, true};
-        std::int64_t const gap = isFirst ? 0 : shape.spacing;
+        std::int64_t const advance = shape.advances.empty() ? shape.advance(c) : shape.advances[i];
+        // What sits on the character before it takes no room of its own, and none between.
+        std::int64_t const gap = isFirst || (advance == 0 && !shape.advances.empty()) ? 0 : shape.spacing;
+        if (!isFirst && !shape.breaks.empty() && shape.breaks[i]) best = {begin, i, i, false, false};
         if (c == SoftHyphen) {
             if (width + gap + shape.advance(U'-') <= available) best = {begin, i, i + 1, true, false};
             continue;
         }
         if (c == U' ') {
             best = {begin, i, i + 1, false, false};
-        } else if (width + gap + shape.advance(c) > available) {
+        } else if (width + gap + advance > available) {
             if (best.next != 0) return best;
             // No place to end a line: the word is cut, and a character wider than the block stands alone.
             std::size_t const end = isFirst ? i + 1 : i;
             return {begin, end, end, false, end == text.size()};
         }
-        width += gap + shape.advance(c);
+        width += gap + advance;
         isFirst = false;
     }
     return {begin, text.size(), text.size(), false, true};
@@ -58,15 +61,18 @@ BlockLine MakeLine(std::u32string_view text, LineRange const& range) {
 void BreakIntoLines(std::u32string_view text, BlockShape const& shape,
                     std::function<bool(BlockLine const&)> const& emit) {
     bool beginsParagraph = true;
+    std::size_t paragraph = 0;
     for (std::size_t i = 0; i < text.size();) {
         while (i < text.size() && text[i] == U' ') ++i;
         if (i == text.size()) return;
         auto const range = FindLine(text, i, shape.width - (beginsParagraph ? 0 : shape.indent), shape);
         BlockLine line = MakeLine(text, range);
         line.beginsParagraph = beginsParagraph;
+        line.paragraph = paragraph;
         if (!emit(line)) return;
         i = range.next;
         beginsParagraph = line.endsParagraph;
+        if (beginsParagraph) paragraph = i;
     }
 }
 

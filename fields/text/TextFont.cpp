@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "Scripting/TextGauge.h"
 #include "fields/text/Fonts.h"
 #include "fields/text/TrueTypeUtils.h"
 #include "frontend/context/Utf8Text.h"
@@ -14,9 +15,29 @@ namespace {
 
 constexpr double TrueTypeDescentOfHeight = 0.37;
 
-std::int64_t WidestCharacter(Scripting::GraphicContext const& target, TextFont const& font, std::u32string_view text) {
+/// The advances of a text by its clusters, in dots at magnification 1; empty if each character is one.
+std::vector<int> ClusterAdvances(Scripting::GraphicContext const& target, TextFont const& font,
+                                 std::u32string_view text) {
+    auto const* const gauge = Scripting::TextGauge::Of(&target);
+    return gauge ? gauge->FindAdvances({font.drawName, font.pointSize, font.widthPercent}, text) : std::vector<int>();
+}
+
+/// Leaves out what sits on the character before it.
+std::u32string WithoutMarks(std::u32string text, std::vector<int> const& advances) {
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < advances.size(); ++i) {
+        if (advances[i] != 0) text[kept++] = text[i];
+    }
+    if (!advances.empty()) text.resize(kept);
+    return text;
+}
+
+std::int64_t WidestCharacter(Scripting::GraphicContext const& target, TextFont const& font, std::u32string_view text,
+                             std::vector<int> const& advances) {
     int widest = 0;
-    for (char32_t const c : text) widest = std::max(widest, target.GetCharacterWidth(font.drawName, c));
+    for (int const advance : advances) widest = std::max(widest, advance);
+    for (char32_t const c : advances.empty() ? text : std::u32string_view())
+        widest = std::max(widest, target.GetCharacterWidth(font.drawName, c));
     return std::int64_t{widest} * font.magnificationX;
 }
 
@@ -44,9 +65,10 @@ TextMeasures MeasureBitmapText(Scripting::GraphicContext const& target, TextFont
     TextMeasures m = MeasureBitmapLine(target, font);
     if (run.direction == Direction::Vertical) {
         auto const codePoints = ToCodePoints(text);
-        m.averageWidth = WidestCharacter(target, font, codePoints);
+        auto const advances = ClusterAdvances(target, font, codePoints);
+        m.averageWidth = WidestCharacter(target, font, codePoints, advances);
         m.width = m.averageWidth;
-        m.height = StackedHeight(target, font, codePoints, run.spacing);
+        m.height = StackedHeight(target, font, WithoutMarks(codePoints, advances), run.spacing);
         return m;
     }
     int const unspaced = target.MeasureText(font.drawName, text, font.magnificationX, 0, true);
@@ -66,7 +88,7 @@ TextMeasures MeasureTrueTypeText(Scripting::GraphicContext const& target, TextFo
     auto const first = measure(text.substr(0, static_cast<std::size_t>(firstEnd - text.begin())));
     // Characters that stand above each other are measured as they are drawn, line by line.
     bool const stacked = run.direction == Direction::Vertical;
-    auto const whole = stacked ? measure(ModifyTrueTypeText(text, run.direction)) : measure(text);
+    auto const whole = stacked ? measure(ModifyTrueTypeText(target, font, text, run.direction)) : measure(text);
     TextMeasures m;
     m.averageWidth = first.width;
     m.descent = std::lround(TrueTypeDescentOfHeight * first.height);
@@ -119,7 +141,7 @@ void DrawTrueType(Scripting::GraphicContext& target, ContextProcessor const& pro
                             ZplPoint(static_cast<int>(offset.x), static_cast<int>(offset.y));
     target.SetRotation(static_cast<int>(orientation));
     target.DrawTrueTypeText(font.drawName, origin.x, origin.y, static_cast<int>(m.width), static_cast<int>(m.height),
-                            ModifyTrueTypeText(placed.text, placed.run.direction),
+                            ModifyTrueTypeText(target, font, placed.text, placed.run.direction),
                             placed.run.direction == Direction::Vertical, font.pointSize, font.widthPercent, 0,
                             processor.at(ZplContextKeys::TextBlockJustification), placed.run.HorizontalSpacing());
 }
@@ -157,16 +179,26 @@ TextMeasures MeasureLine(Scripting::GraphicContext const& target, TextFont const
     return font.isBitmap ? MeasureBitmapLine(target, font) : MeasureTrueTypeText(target, font, "X", {});
 }
 
-std::string ModifyTrueTypeText(std::string_view text, Direction direction) {
+std::string ModifyTrueTypeText(Scripting::GraphicContext const& target, TextFont const& font, std::string_view text,
+                               Direction direction) {
     if (direction == Direction::Horizontal) return std::string(text);
-    auto codePoints = ToCodePoints(text);
-    if (direction == Direction::Reverse) {
-        std::reverse(codePoints.begin(), codePoints.end());
-        return FromCodePoints(codePoints);
+    auto const codePoints = ToCodePoints(text);
+    auto const advances = ClusterAdvances(target, font, codePoints);
+    bool const isReverse = direction == Direction::Reverse;
+    // What is written from right to left runs so by itself.
+    if (isReverse && !advances.empty() && Scripting::TextGauge::Of(&target)->RunsRightToLeft(codePoints))
+        return std::string(text);
+    std::u32string modified;
+    for (std::size_t begin = 0, end = 0; begin < codePoints.size(); begin = end) {
+        for (end = begin + 1; end < advances.size() && advances[end] == 0;) ++end;
+        std::u32string cluster = codePoints.substr(begin, end - begin);
+        // Turned twice, it keeps its own order.
+        if (isReverse) std::reverse(cluster.begin(), cluster.end());
+        modified += cluster;
+        if (!isReverse) modified += U'\n';
     }
-    std::u32string stacked;
-    for (char32_t const c : codePoints) (stacked += c) += U'\n';
-    return FromCodePoints(stacked);
+    if (isReverse) std::reverse(modified.begin(), modified.end());
+    return FromCodePoints(modified);
 }
 
 void DrawPlacedText(Scripting::GraphicContext& target, ContextProcessor const& processor, TextFont const& font,

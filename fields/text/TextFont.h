@@ -49,8 +49,10 @@ TextMeasures MeasureTextField(Scripting::GraphicContext const& target, TextFont 
 /// Height, ascent and descent of any line in the font.
 TextMeasures MeasureLine(Scripting::GraphicContext const& target, TextFont const& font);
 
-/// What a TrueType target needs to draw a text as it runs: characters that stand above each other are lines.
-std::string ModifyTrueTypeText(std::string_view text, Direction direction);
+/// What a TrueType target needs to draw a text as it runs: characters with what sits on them that
+/// stand above each other are lines.
+std::string ModifyTrueTypeText(Scripting::GraphicContext const& target, TextFont const& font, std::string_view text,
+                               Direction direction);
 
 /// A text whose unturned box's corner (0, 0) lands on `point`.
 struct PlacedText {

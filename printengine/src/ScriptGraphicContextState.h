@@ -112,6 +112,7 @@ struct ScriptGraphicContext::State {
     unsigned color = 0;
     std::string font = "A";
     PrintEngine::Text::TextStyle textStyle;
+    PrintEngine::Text::TextLayout textLayout;
 };
 
 }  // namespace Scripting

@@ -8,6 +8,7 @@
 
 namespace Scripting {
 
+using PrintEngine::Fonts::BoundedTrueTypeEm;
 using PrintEngine::Fonts::Typeface;
 using PrintEngine::Text::TakeCharacter;
 using PrintEngine::Text::TextFrame;
@@ -18,12 +19,6 @@ namespace {
 /// Of a label's text, so much names its job.
 constexpr std::size_t MaxLabelText = 64;
 
-/// An em of a TrueType font in dots, at every resolution; at most far more than a page.
-double TrueTypeEm(double pointSize) {
-    double const em = PrintEngine::Fonts::TrueTypeEm(pointSize);
-    return em > 0 ? std::min(em, 1e6) : 0;
-}
-
 /// The size of a TrueType line: the same for all texts of a font and size.
 struct TrueTypeLine {
     int height = 0;
@@ -32,7 +27,7 @@ struct TrueTypeLine {
 
 TrueTypeLine LineOf(double lineHeight, double pointSize) {
     TrueTypeLine line;
-    line.height = static_cast<int>(std::lround(lineHeight * TrueTypeEm(pointSize)));
+    line.height = static_cast<int>(std::lround(lineHeight * BoundedTrueTypeEm(pointSize)));
     line.ascent = line.height - static_cast<int>(std::lround(0.37 * line.height));
     return line;
 }
@@ -76,7 +71,7 @@ void ScriptGraphicContext::State::PaintText(Paint paint) {
     bool const isInverting = Ink() == PrintEngine::Drawing::Ink::Invert;
     bool hasLeftOut = false;
     OnRasters([&](PrintEngine::Drawing::Raster& page) {
-        TextPainter painter(isInverting ? scratch : page, scale, fonts.Glyphs(),
+        TextPainter painter(isInverting ? scratch : page, scale, fonts.Glyphs(), textLayout,
                             isInverting ? PrintEngine::Drawing::Ink::Black : Ink());
         painter.CountInk(Counted(&FieldInk::text));
         if (isInverting) scratch.Reset(layout.width, layout.height);
@@ -119,11 +114,16 @@ SpaceMetrics ScriptGraphicContext::GetSpaceMetrics(std::string_view font) const 
 bool ScriptGraphicContext::NeedsGlyphAdjustment(std::string_view) const { return false; }
 
 void ScriptGraphicContext::PrepareText(std::string_view, std::string& text) {
-    // Control characters are not drawn, and would spoil the average width of the rest.
+    // Characters that are not drawn would spoil the average width of the rest. Joiners and the like say how letters
+    // beside them are drawn, and soft hyphens where a line may end.
+    constexpr char32_t SoftHyphen = 0xAD;
+    bool const needsJoiners = PrintEngine::Scripts::NeedsLayout(text);
     std::string printable;
     for (std::string_view rest = text; !rest.empty();) {
         std::string_view const before = rest;
-        if (!PrintEngine::Fonts::IsControl(TakeCharacter(rest)))
+        char32_t const character = TakeCharacter(rest);
+        bool const isJoiner = needsJoiners && PrintEngine::Scripts::IsInvisible(character);
+        if (isJoiner || character == SoftHyphen || !PrintEngine::Fonts::IsControl(character))
             printable += before.substr(0, before.size() - rest.size());
     }
     text = std::move(printable);
@@ -131,18 +131,19 @@ void ScriptGraphicContext::PrepareText(std::string_view, std::string& text) {
 
 int ScriptGraphicContext::MeasureText(std::string_view font, std::string_view text, unsigned magnificationX,
                                       int spacing, bool) const {
-    return PrintEngine::Text::MeasureWidth(state_->fonts.Find(font), text, magnificationX, spacing);
+    return PrintEngine::Text::MeasureWidth(state_->fonts.Find(font), state_->textLayout, text, magnificationX, spacing);
 }
 
 Extent ScriptGraphicContext::MeasureTrueTypeText(std::string_view font, std::string_view text, int, double pointSize,
                                                  double widthPercent) const {
-    double const em = TrueTypeEm(pointSize);
+    double const em = BoundedTrueTypeEm(pointSize);
     int const lineHeight = LineOf(state_->fonts.TrueTypeLineHeight(font), pointSize).height;
     Typeface& typeface = state_->fonts.TrueType(font, em * widthPercent / 100, em);
     Extent extent;
     std::int64_t height = 0;
     ForLines(text, [&](std::string_view line, int) {
-        extent.width = std::max(extent.width, PrintEngine::Text::MeasureWidth(typeface, line, 1, 0));
+        extent.width =
+            std::max(extent.width, PrintEngine::Text::MeasureWidth(typeface, state_->textLayout, line, 1, 0));
         height += lineHeight;
     });
     extent.height = static_cast<int>(std::min<std::int64_t>(height, 1 << 28));
@@ -158,7 +159,8 @@ void ScriptGraphicContext::DrawText(int x, int y, std::string_view text, ScriptT
     state.NoteContent(state.color == 1 ? std::string_view() : text);
     Typeface& typeface = state.fonts.Find(state.font);
     state.textStyle.spacing = spacing;
-    std::int64_t const width = PrintEngine::Text::MeasureWidth(typeface, text, state.textStyle.magnificationX, spacing);
+    std::int64_t const width =
+        PrintEngine::Text::MeasureWidth(typeface, state.textLayout, text, state.textStyle.magnificationX, spacing);
     std::int64_t const height = std::int64_t{typeface.Height()} * state.textStyle.magnificationY;
     if (!state.Spend(width, height, text.size())) return;
     TextFrame frame{state.originX + x, state.originY + y, state.degrees};
@@ -175,7 +177,7 @@ void ScriptGraphicContext::DrawTrueTypeText(std::string_view font, int x, int y,
     State& state = *state_;
     if (text.empty()) return;
     state.NoteContent(text);
-    double const em = TrueTypeEm(pointSize);
+    double const em = BoundedTrueTypeEm(pointSize);
     TrueTypeLine const line = LineOf(state.fonts.TrueTypeLineHeight(font), pointSize);
     Typeface& typeface = state.fonts.TrueType(font, em * widthPercent / 100, em);
     if (!state.Spend(width, height, text.size())) return;
@@ -196,7 +198,8 @@ void ScriptGraphicContext::DrawTrueTypeText(std::string_view font, int x, int y,
     PrintEngine::Text::TextStyle const style{1, 1, spacing, ScriptTextFlow::Horizontal};
     std::string_view const first = text.substr(0, text.find('\n'));
     if (state.ink)
-        state.CountBaseline(frame, PrintEngine::Text::MeasureWidth(typeface, first, 1, spacing), moved + line.ascent);
+        state.CountBaseline(frame, PrintEngine::Text::MeasureWidth(typeface, state.textLayout, first, 1, spacing),
+                            moved + line.ascent);
     state.PaintText([&](TextPainter& painter) {
         ForLines(text, [&](std::string_view lineText, int index) {
             std::int64_t const baseline = moved + line.ascent + std::int64_t{index} * line.height;

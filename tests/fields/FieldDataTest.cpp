@@ -104,6 +104,10 @@ TEST(FieldData, TellsWhatIsPlainlyMeantOtherwise) {
               "the data \"caf\uFFFD\" are read as UTF-8, in which the byte E9 makes no character; ^CI27"},
              {"^CI28", "^FH^FO1,2^FB90,2^FDcaf_82\\&b^FS", "text 1,2 'caf\uFFFD' A 1x1\ntext 1,22 'b' A 1x1\n",
               "the data \"caf\uFFFD\\&b\" are read as UTF-8, in which the byte 82 makes no character; ^CI13"},
+             {"^CI28",
+              "^FO1,2^FDa\xEF\xBB\xBF"
+              "b^FS",
+              "text 1,2 'ab' A 1x1\n", ""},  // a byte order mark
              {"^CI28", "^FO1,2^FDcaf\u00E9^FS", "text 1,2 'caf\u00E9' A 1x1\n", ""},
              {"^CI17", "^FO1,2^FDHel\tlo^FS", "text 1,2 'Hel lo' A 1x1\n",
               "the data \"Hel\tlo\" are plain text and drawn so"},
@@ -112,6 +116,9 @@ TEST(FieldData, TellsWhatIsPlainlyMeantOtherwise) {
              {"^CI17", "^FH^FO1,2^FD_00A_4E_2D^FS", "text 1,2 'A\u4E2D' A 1x1\n", ""},
              {"^CI17", "^FH^FO1,2^FB90,2^FD_00A_5C_26_00B^FS", "text 1,2 'A\u5C26B' A 1x1\n", ""},
              {"^CI15", "^FH^FO1,2^FB90,2^FD_95_5C\\&A^FS", "text 1,2 '\u8868' A 1x1\ntext 1,22 'A' A 1x1\n", ""},
+             {"^CI14", "^FH^FO1,2^FB90,2^FD_97_5C\\&A^FS", "text 1,2 '\u688A' A 1x1\ntext 1,22 'A' A 1x1\n", ""},
+             {"^CI26", "^FH^FO1,2^FB90,2^FD_97_5C&_81_5C-\\\\^FS", "text 1,2 '\u688A&\u4E57-\\' A 1x1\n", ""},
+             {"^CI26", "^FH^FO1,2^TBN,90,20^FD_97_5C&^FS", "text 1,2 '\u688A&' A 1x1\n", ""},
          }) {
         FieldBench bench;
         bench.Run(row.set);

@@ -96,6 +96,12 @@ TEST(Fonts, TrueTypeByObjectName) {
     EXPECT_EQ(bench.Run("^FO10,20^FPV^A@N,40,20,E:ARIAL.TTF^FDab^FS"),
               "truetype 10,12 10x40 'a\nb\n' ARIAL.TTF vertical\n");
     EXPECT_EQ(bench.Run("^FO100,20^FPR^A@N,40,20,E:ARIAL.TTF^FDab^FS"), "truetype 90,12 20x20 'ba' ARIAL.TTF\n");
+    // A file of a short name is no font letter.
+    bench.target->trueTypeFont = "D.TTF";
+    bench.processor.set(ContextProcessor::SystemContext, ZplContextKeys::TrueTypeFonts,
+                        std::vector<std::string>{"ARIAL.TTF", "D.TTF"});
+    EXPECT_EQ(bench.Run("^FO10,20^A@N,40,20,E:D.TTF^FDab^FS"), "truetype 10,12 20x20 'ab' D.TTF\n");
+    bench.target->trueTypeFont = "ARIAL.TTF";
     EXPECT_EQ(bench.Run("^FO10,20^A@R,40,20,E:ARIAL.TTF^FDabcd^FS"),
               "truetype 0,30 40x20 'abcd' ARIAL.TTF turned 90\n");
 }

@@ -43,6 +43,13 @@ TEST(TextBlockLayout, BreaksLines) {
         {"no room for the hyphen", U"abc\u00ADcd", {3, 0, 0, {}}, "abc|cd#"},
         {"the later of blank and hyphen", U"a b\u00ADcd", {4, 0, 0, {}}, "a b-|cd#"},
         {"spacing counts between characters", U"ab cd", {5, 0, 2, {}}, "ab|cd#"},
+        {"a place to end without a blank", U"abcd", {3, 0, 0, {}, {}, {false, false, true, false}}, "ab|cd#"},
+        {"the later of blank and such a place",
+         U"a bcd",
+         {4, 0, 0, {}, {}, {false, false, true, true, false}},
+         "a b|cd#"},
+        {"clusters stay whole", U"abcd", {1, 0, 0, {}, {1, 0, 1, 0}}, "ab|cd#"},
+        {"and have no spacing inside", U"abcd", {4, 0, 2, {}, {1, 0, 1, 0}}, "abcd#"},
         {"nothing", U"", {5, 0, 0, {}}, ""},
         {"only blanks", U"   ", {5, 0, 0, {}}, ""},
     };

@@ -36,8 +36,15 @@ TEST_F(FontTest, MissingCharactersComeFromAnotherFontOrShowAsABox) {
     EXPECT_TRUE(warnings.empty());
     Picture const box = Draw(*target, font, "\xF4\x8F\xBF\xBD");  // U+10FFFD, which no font has
     EXPECT_GT(box.CountBlack(), 0);
-    Draw(*target, font, "\xF4\x8F\xBF\xBC");
-    EXPECT_EQ(warnings.size(), 1u);
+    Draw(*target, font, "\xF4\x8F\xBF\xBD");
+    Draw(*target, "A", "\xF4\x8F\xBF\xBD\xF0\x9E\x93\x90");  // U+1E4D0, of the year 2022
+    ASSERT_EQ(warnings.size(), 2u) << "each character once";
+    EXPECT_EQ(warnings[0], "font 0: no installed font has U+10FFFD, a box stands for it");
+    EXPECT_EQ(warnings[1],
+              "font A: no installed font has U+1E4D0 NAG MUNDARI LETTER O, a box stands for it; the package "
+              "fonts-noto-core may have it");
+    for (char third = '\x80'; third < '\xBF'; ++third) Draw(*target, font, std::string("\xF4\x8F\xBE") + third);
+    EXPECT_EQ(warnings.size(), 21u) << "but not for ever";
 }
 
 TEST_F(FontTest, FontFilesCanBeSet) {

@@ -11,6 +11,7 @@ zpl_add_test(printengine/PageTest)
 zpl_add_test(printengine/PageWriterTest)
 zpl_add_test(printengine/PDF417Test)
 zpl_add_test(printengine/RasterTest)
+zpl_add_test(printengine/ScriptsTest)
 zpl_add_test(printengine/ShapesTest)
 zpl_add_test(printengine/TextTest)
 # These tests look behind the public headers, so they hold the engine's objects and leave the library out.

@@ -11,6 +11,7 @@
 #include "Scripting/GraphicContext.h"
 #include "Scripting/InkGauge.h"
 #include "Scripting/PrinterContextInterface.h"
+#include "Scripting/TextGauge.h"
 
 namespace Scripting {
 
@@ -20,7 +21,10 @@ namespace Scripting {
 ///
 /// The raster covers the print width and label length where these are given, else the label part. It is at most 64 Mi
 /// dots; a longer page is refused with a warning and drawn as far as that.
-class PRINTENGINE_API ScriptGraphicContext : public GraphicContext, public InkGauge, public PageKeeper {
+class PRINTENGINE_API ScriptGraphicContext : public GraphicContext,
+                                             public InkGauge,
+                                             public PageKeeper,
+                                             public TextGauge {
 public:
     /// Tells where the targets that are made with `fonts` look for font files. Opens none: a font is opened when it is
     /// first used.
@@ -97,6 +101,11 @@ public:
     PixelBox PrintArea() const override;
     double PixelsPerDot() const override;
     bool IsPageBlank() const override;
+    bool HasFontFile(std::string_view name) const override;
+    std::vector<int> FindAdvances(SizedFont const& font, std::u32string_view text) const override;
+    std::vector<bool> FindBreaks(std::u32string_view text) const override;
+    bool RunsRightToLeft(std::u32string_view paragraph) const override;
+    std::vector<TextPiece> FindPieces(std::u32string_view line, bool isRightToLeft) const override;
     void KeepPages() override;
     std::uint64_t DrawnLabel() const override;
     std::unique_ptr<FinishedPage> TakePage() override;

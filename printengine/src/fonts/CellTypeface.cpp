@@ -120,11 +120,32 @@ CellTypeface::CellTypeface(CellFont const& cell, FaceChain& faces, Strike* strik
 
 int CellTypeface::Advance(char32_t character) { return IsControl(character) ? 0 : cell_.width + cell_.gap; }
 
+EmDots CellTypeface::EmOf(Face const& face) const {
+    // What is shaped does not keep to cells, but to the ratio of width to height that they have.
+    double const height = cell_.ascent / face.CapitalHeight();
+    return {cell_.emHeight > 0 ? height * cell_.emWidth / cell_.emHeight : height, height};
+}
+
+bool CellTypeface::HasItself(char32_t character) {
+    if (strike_ && strike_->Has(character)) return true;
+    Face* const primary = faces_.Primary();
+    return primary && primary->GlyphIndex(character) != 0;
+}
+
+GlyphBitmap CellTypeface::DrawGlyph(char32_t picture) {
+    Face& face = faces_.FaceOf(picture);
+    unsigned const glyph = Picture::GlyphOf(picture);
+    EmDots const em = EmOf(face);
+    GlyphBitmap bitmap;
+    face.Render(glyph, em.width * StretchOf(face.Advance(glyph), em), em.height, bitmap);
+    return bitmap;
+}
+
 GlyphBitmap const& CellTypeface::Cell(char32_t character) {
-    if (cell_.capitalsOnly) character = Capital(character);
+    if (cell_.capitalsOnly && !Picture::IsGlyph(character)) character = Capital(character);
     if (auto const known = cells_.find(character); known != cells_.end()) return known->second;
     if (cells_.size() >= MaxRememberedCells) cells_.clear();
-    return cells_[character] = DrawCell(character);
+    return cells_[character] = Picture::IsGlyph(character) ? DrawGlyph(character) : DrawCell(character);
 }
 
 GlyphBitmap CellTypeface::DrawCell(char32_t character) {
@@ -176,7 +197,7 @@ GlyphBitmap CellTypeface::DrawInCell(Face& face, unsigned glyph, double emWidth,
 }
 
 bool CellTypeface::Draw(char32_t character, double pixelsX, double pixelsY, GlyphBitmap& bitmap) {
-    if (IsControl(character)) return true;
+    if (!Picture::IsGlyph(character) && IsControl(character)) return true;
     // Beyond this no page shows a whole glyph.
     if (pixelsX > 512 || pixelsY > 512) return false;
     bitmap = Magnify(Cell(character), pixelsX, pixelsY);

@@ -34,10 +34,15 @@ public:
     int Ascent() const override { return cell_.ascent; }
     int Descent() const override { return cell_.height - cell_.ascent; }
     int Advance(char32_t character) override;
-    bool Draw(char32_t character, double pixelsX, double pixelsY, GlyphBitmap& bitmap) override;
+    FaceChain& Faces() override { return faces_; }
+    EmDots EmOf(Face const& face) const override;
+    bool HasItself(char32_t character) override;
+    bool StandsOnDots() const override { return true; }
+    bool Draw(char32_t picture, double pixelsX, double pixelsY, GlyphBitmap& bitmap) override;
 
 private:
-    GlyphBitmap const& Cell(char32_t character);
+    GlyphBitmap const& Cell(char32_t picture);
+    GlyphBitmap DrawGlyph(char32_t picture);
     GlyphBitmap DrawCell(char32_t character);
     GlyphBitmap DrawInCell(Face& face, unsigned glyph, double emWidth, double emHeight);
 

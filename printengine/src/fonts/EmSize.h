@@ -12,6 +12,11 @@ inline constexpr char const* Font0Supplement = "RobotoCondensed-Bold.ttf";
 
 /// An em in dots of a TrueType font.
 inline double TrueTypeEm(double pointSize) { return pointSize / 0.331; }
+/// The same, at most far more than a page; 0 for no size.
+inline double BoundedTrueTypeEm(double pointSize) {
+    double const em = TrueTypeEm(pointSize);
+    return em > 0 ? std::min(em, 1e6) : 0;
+}
 /// An em in dots of a prepared font, which is given half the points at 600 dpi.
 inline double PreparedEm(double pointSize, unsigned designDpi) {
     return TrueTypeEm(pointSize) * (designDpi == 600 ? 2 : 1);

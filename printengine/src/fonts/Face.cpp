@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+#include "printengine/src/scripts/Modules.h"
+
 namespace PrintEngine::Fonts {
 
 namespace {
@@ -44,7 +46,7 @@ struct Face::Design {
 std::unique_ptr<Face> Face::Open(FT_LibraryRec_* library, std::filesystem::path const& file) {
     FT_Face face = nullptr;
     if (FT_New_Face(library, file.c_str(), 0, &face) != 0) return nullptr;
-    std::unique_ptr<Face> result(new Face(library, face));
+    std::unique_ptr<Face> result(new Face(library, face, file));
     if (!FT_IS_SCALABLE(face) || face->units_per_EM == 0) return nullptr;
     FT_Select_Charmap(face, FT_ENCODING_UNICODE);
     result->lineHeight_ = static_cast<double>(face->ascender - face->descender) / face->units_per_EM;
@@ -53,9 +55,21 @@ std::unique_ptr<Face> Face::Open(FT_LibraryRec_* library, std::filesystem::path 
     return result;
 }
 
-Face::Face(FT_LibraryRec_* library, FT_FaceRec_* face) : library_(library), face_(face) {}
+Face::Face(FT_LibraryRec_* library, FT_FaceRec_* face, std::filesystem::path file)
+    : library_(library), face_(face), file_(std::move(file)) {}
 
-Face::~Face() { FT_Done_Face(face_); }
+Face::~Face() {
+    if (shaping_) Scripts::ScriptsModule()->closeFace(shaping_);
+    FT_Done_Face(face_);
+}
+
+void* Face::ForShaping() {
+    if (!isShapingTried_) {
+        isShapingTried_ = true;
+        if (auto const* const module = Scripts::ScriptsModule()) shaping_ = module->openFace(file_.c_str());
+    }
+    return shaping_;
+}
 
 unsigned Face::GlyphIndex(char32_t character) const { return FT_Get_Char_Index(face_, character); }
 

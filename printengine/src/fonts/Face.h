@@ -38,8 +38,14 @@ public:
     Face(Face const&) = delete;
     Face& operator=(Face const&) = delete;
 
+    /// Where it stands among the faces of its store.
+    unsigned Number() const { return number_; }
+    void SetNumber(unsigned number) { number_ = number; }
+
     /// 0 if the font lacks the character.
     unsigned GlyphIndex(char32_t character) const;
+    /// The same file for the module of scripts, opened when it is first asked for; null if it cannot be.
+    void* ForShaping();
     /// Height of an unaccented capital.
     double CapitalHeight() const { return capitalHeight_; }
     double LowerCaseHeight() const { return lowerCaseHeight_; }
@@ -61,7 +67,7 @@ public:
     bool Paint(FT_Outline_& outline, GlyphBitmap& bitmap);
 
 private:
-    Face(FT_LibraryRec_* library, FT_FaceRec_* face);
+    Face(FT_LibraryRec_* library, FT_FaceRec_* face, std::filesystem::path file);
 
     struct Design;
 
@@ -70,6 +76,10 @@ private:
 
     FT_LibraryRec_* library_;
     FT_FaceRec_* face_;
+    std::filesystem::path file_;
+    unsigned number_ = 0;
+    void* shaping_ = nullptr;
+    bool isShapingTried_ = false;
     /// Glyphs as the file holds them: a label shows the same letters in many sizes, and reading one from its file takes
     /// longer than painting it.
     std::unordered_map<unsigned, std::unique_ptr<Design const>> designs_;

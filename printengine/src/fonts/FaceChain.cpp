@@ -3,7 +3,11 @@
 #include <ft2build.h>
 #include FT_FREETYPE_H
 
+#include <algorithm>
 #include <cstdio>
+
+#include "printengine/src/fonts/Typeface.h"
+#include "printengine/src/scripts/Modules.h"
 
 namespace PrintEngine::Fonts {
 
@@ -12,10 +16,77 @@ namespace {
 // More distinct missing characters than this come only from a stream that is not text.
 constexpr std::size_t MaxRemembered = 16384;
 
-std::string CodePoint(char32_t character) {
-    char text[16];
+constexpr std::size_t LongestWord = 64;
+constexpr std::size_t MostTold = 20;
+
+/// The code point of a character, and its name where that is known.
+std::string Described(char32_t character) {
+    char text[128];
     std::snprintf(text, sizeof text, "U+%04X", static_cast<unsigned>(character));
-    return text;
+    std::string described(text);
+    if (auto const* const module = Scripts::BreaksModule()) {
+        std::size_t const length = module->name(character, text, sizeof text);
+        if (length != 0) described.append(" ").append(text, length);
+    }
+    return described;
+}
+
+/// The package whose fonts have most characters of a range.
+struct PackageOfRange {
+    char32_t first;
+    char32_t last;
+    char const* package;
+};
+constexpr PackageOfRange Packages[] = {
+    {0x0000, 0x2DFF, "fonts-noto-core"},    {0x2E80, 0x2FFF, "fonts-noto-cjk"},
+    {0x3000, 0x9FFF, "fonts-wqy-microhei"}, {0xA000, 0xABFF, "fonts-noto-core"},
+    {0xAC00, 0xD7FF, "fonts-wqy-microhei"}, {0xF900, 0xFAFF, "fonts-noto-cjk"},
+    {0xFB00, 0xFDFF, "fonts-noto-core"},    {0xFE30, 0xFE4F, "fonts-noto-cjk"},
+    {0xFE70, 0xFEFF, "fonts-noto-core"},    {0xFF00, 0xFFEF, "fonts-wqy-microhei"},
+    {0x10000, 0x1EFFF, "fonts-noto-core"},  {0x1F000, 0x1FAFF, "fonts-symbola"},
+    {0x20000, 0x2FFFF, "fonts-hanazono"},
+};
+
+char const* PackageOf(char32_t character) {
+    auto const* const row = std::find_if(std::begin(Packages), std::end(Packages), [=](PackageOfRange const& range) {
+        return range.first <= character && character <= range.last;
+    });
+    return row == std::end(Packages) ? nullptr : row->package;
+}
+
+/// The faces for scripts that are shaped, by the beginning of the names of their files.
+struct FaceOfScript {
+    Scripts::Script script;
+    char const* name;
+};
+constexpr FaceOfScript FacesOfScripts[] = {
+    {Scripts::Script::Arabic, "NotoSansArabicUI"},
+    {Scripts::Script::Bengali, "NotoSansBengaliUI"},
+    {Scripts::Script::Devanagari, "NotoSansDevanagariUI"},
+    {Scripts::Script::Gujarati, "NotoSansGujaratiUI"},
+    {Scripts::Script::Gurmukhi, "NotoSansGurmukhiUI"},
+    {Scripts::Script::Kannada, "NotoSansKannadaUI"},
+    {Scripts::Script::Khmer, "NotoSansKhmerUI"},
+    {Scripts::Script::Lao, "NotoSansLaoUI"},
+    {Scripts::Script::Malayalam, "NotoSansMalayalamUI"},
+    {Scripts::Script::Myanmar, "NotoSansMyanmarUI"},
+    {Scripts::Script::Oriya, "NotoSansOriyaUI"},
+    {Scripts::Script::Sinhala, "NotoSansSinhalaUI"},
+    {Scripts::Script::Tamil, "NotoSansTamilUI"},
+    {Scripts::Script::Telugu, "NotoSansTeluguUI"},
+    {Scripts::Script::Thai, "NotoSansThaiUI"},
+};
+
+std::string FileOf(Scripts::Script script, bool isBold) {
+    auto const* const row = std::find_if(std::begin(FacesOfScripts), std::end(FacesOfScripts),
+                                         [=](FaceOfScript const& face) { return face.script == script; });
+    if (row == std::end(FacesOfScripts)) return {};
+    return std::string(row->name) + (isBold ? "-Bold.ttf" : "-Regular.ttf");
+}
+
+bool HasAll(Face const& face, std::u32string const& characters) {
+    return std::all_of(characters.begin(), characters.end(),
+                       [&](char32_t c) { return Scripts::IsInvisible(c) || face.GlyphIndex(c) != 0; });
 }
 
 }  // namespace
@@ -29,7 +100,11 @@ FaceStore::~FaceStore() {
 Face* FaceStore::Open(std::filesystem::path const& file) {
     if (file.empty() || !HasLibrary()) return nullptr;
     auto const [at, isNew] = faces_.try_emplace(file);
-    if (isNew) at->second = Face::Open(library_, file);
+    if (!isNew || numbered_.size() >= Picture::MostFaces) return at->second.get();
+    at->second = Face::Open(library_, file);
+    if (!at->second) return nullptr;
+    at->second->SetNumber(static_cast<unsigned>(numbered_.size()));
+    numbered_.push_back(at->second.get());
     return at->second.get();
 }
 
@@ -40,20 +115,37 @@ Strike* FaceStore::OpenStrike(std::filesystem::path const& file) {
     return at->second.get();
 }
 
+void FaceStore::WarnOfMissing(std::string const& font, char32_t character) {
+    if (missing_.size() > MostTold || !missing_.insert(character).second) return;
+    if (missing_.size() > MostTold) {
+        Warn("boxes stand for further characters that no installed font has", "further characters");
+        return;
+    }
+    std::string const described = Described(character);
+    std::string line = "font " + font + ": no installed font has " + described + ", a box stands for it";
+    if (char const* const package = PackageOf(character))
+        line += std::string("; the package ") + package + " may have it";
+    Warn(line, "character " + described);
+}
+
 bool FaceStore::HasLibrary() { return library_ || FT_Init_FreeType(&library_) == 0; }
 
 FaceChain::FaceChain(FaceStore& store, std::string font, std::filesystem::path const& file,
-                     std::vector<std::string> fileNames)
-    : store_(store), font_(std::move(font)) {
+                     std::vector<std::string> fileNames, bool isBold)
+    : store_(store), font_(std::move(font)), isBold_(isBold) {
     if (!file.empty()) links_.push_back({file, file.filename().string()});
-    for (std::string& name : fileNames) links_.push_back({{}, std::move(name)});
+    for (std::string& name : fileNames) {
+        bool const isOptional = name.starts_with('?');
+        links_.push_back({{}, isOptional ? name.substr(1) : std::move(name), isOptional});
+    }
 }
 
 Face* FaceChain::At(std::size_t index) {
     Link& link = links_[index];
     if (!link.isTried) {
         link.isTried = true;
-        if (link.file.empty()) link.file = store_.Files().Find(link.name);
+        auto& files = store_.Files();
+        if (link.file.empty()) link.file = link.isOptional ? files.FindUsual(link.name) : files.FindAnywhere(link.name);
         link.face = store_.Open(link.file);
         if (!link.face && index == 0)
             store_.Warn("font " + font_ + ": " + link.name + " cannot be opened, another stands in", "file " + font_);
@@ -87,11 +179,39 @@ FaceChain::Found FaceChain::Search(char32_t character) {
         unsigned const glyph = face ? face->GlyphIndex(character) : 0;
         if (glyph) return {face, glyph};
     }
-    if (!hasWarned_)
-        store_.Warn("font " + font_ + ": no installed font has " + CodePoint(character) + ", a box stands for it",
-                    "characters " + font_);
-    hasWarned_ = true;
+    auto& files = store_.Files();
+    for (bool const isOfMachine : {false, true}) {
+        Face* const face =
+            store_.Open(isOfMachine ? files.FindOfMachine({&character, 1}, isBold_)
+                                    : files.FindUsual(FileOf(Scripts::TraitsOf(character).script, isBold_)));
+        unsigned const glyph = face ? face->GlyphIndex(character) : 0;
+        if (glyph) return {face, glyph};
+    }
+    store_.WarnOfMissing(font_, character);
     return {};
 }
+
+Face* FaceChain::FindFor(std::u32string const& characters, Scripts::Script script) {
+    Face* const primary = Primary();
+    if (!primary || HasAll(*primary, characters)) return primary;
+    if (characters.size() > LongestWord) return SearchFor(characters, script);
+    if (auto const known = words_.find(characters); known != words_.end()) return known->second;
+    if (words_.size() >= MaxRemembered) words_.clear();
+    return words_[characters] = SearchFor(characters, script);
+}
+
+Face* FaceChain::SearchFor(std::u32string const& characters, Scripts::Script script) {
+    auto& files = store_.Files();
+    Face* const ofScript = store_.Open(files.FindUsual(FileOf(script, isBold_)));
+    if (ofScript && HasAll(*ofScript, characters)) return ofScript;
+    for (std::size_t i = 1; i < links_.size(); ++i) {
+        Face* const face = At(i);
+        if (face && HasAll(*face, characters)) return face;
+    }
+    Face* const ofMachine = store_.Open(files.FindOfMachine(characters, isBold_));
+    return ofMachine && HasAll(*ofMachine, characters) ? ofMachine : nullptr;
+}
+
+Face& FaceChain::FaceOf(char32_t picture) { return store_.At(Picture::FaceOf(picture)); }
 
 }  // namespace PrintEngine::Fonts

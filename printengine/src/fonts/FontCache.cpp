@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <span>
 
 #include "printengine/src/fonts/CellTypeface.h"
 #include "printengine/src/fonts/EmSize.h"
@@ -16,7 +17,9 @@ namespace {
 constexpr std::size_t MaxPrepared = 512;
 constexpr std::size_t MaxTrueType = 256;
 
-constexpr char const* AnyIdeographs = "NotoSansCJK*";
+/// What draws Chinese, Japanese and Korean: the large fonts where they are installed, else a small one.
+constexpr char const* Ideographs[] = {"?NotoSansCJK-Regular.ttc", "wqy-microhei.ttc"};
+constexpr char const* BoldIdeographs[] = {"?NotoSansCJK-Bold.ttc", "?NotoSansCJK-Regular.ttc", "wqy-microhei.ttc"};
 
 /// No em is larger than this, in dots: far more than a page, and small enough to be counted with.
 constexpr double MaxEm = 1e6;
@@ -58,24 +61,26 @@ void TrueTypeCacheCreator::Cache::DropIfFontFilesChanged() {
     chains_.clear();
 }
 
-Fonts::FaceChain& TrueTypeCacheCreator::Cache::Chain(std::string_view font, std::vector<std::string> fileNames) {
+Fonts::FaceChain& TrueTypeCacheCreator::Cache::Chain(std::string_view font, std::vector<std::string> fileNames,
+                                                     bool isBold) {
     auto const known = chains_.find(font);
     if (known != chains_.end()) return *known->second;
-    auto chain =
-        std::make_unique<Fonts::FaceChain>(faces_, std::string(font), Files().FileSetFor(font), std::move(fileNames));
+    auto const ideographs = isBold ? std::span<char const* const>(BoldIdeographs) : Ideographs;
+    fileNames.insert(fileNames.end(), ideographs.begin(), ideographs.end());
+    auto chain = std::make_unique<Fonts::FaceChain>(faces_, std::string(font), Files().FileSetFor(font),
+                                                    std::move(fileNames), isBold);
     return *chains_.emplace(font, std::move(chain)).first->second;
 }
 
 Fonts::FaceChain& TrueTypeCacheCreator::Cache::ScalableChain(std::string_view font) {
     // All scalable letters are drawn by the font of letter 0, unless their own name has a file.
     std::string_view const name = Files().FileSetFor(font).empty() ? "0" : font;
-    return Chain(name,
-                 {Fonts::Font0File, Fonts::Font0Supplement, "DejaVuSans-Bold.ttf", "DejaVuSans.ttf", AnyIdeographs});
+    return Chain(name, {Fonts::Font0File, Fonts::Font0Supplement, "DejaVuSans-Bold.ttf", "DejaVuSans.ttf"}, true);
 }
 
 Fonts::FaceChain& TrueTypeCacheCreator::Cache::TrueTypeChain(std::string_view font) {
     // Names of built-in fonts have one character, so they and file names never meet in the map of chains.
-    return Chain(font, {std::string(font), "Roboto-Regular.ttf", "DejaVuSans.ttf", AnyIdeographs});
+    return Chain(font, {std::string(font), "Roboto-Regular.ttf", "DejaVuSans.ttf"}, false);
 }
 
 Fonts::Typeface& TrueTypeCacheCreator::Cache::Find(std::string_view font) {
@@ -91,7 +96,7 @@ Fonts::Typeface& TrueTypeCacheCreator::Cache::Find(std::string_view font) {
     std::unique_ptr<Fonts::Typeface>& typeface = cells_[cell->letter];
     if (!typeface) {
         Fonts::FaceChain& faces =
-            Chain({&cell->letter, 1}, {cell->file, "DejaVuSansMono.ttf", "DejaVuSans.ttf", AnyIdeographs});
+            Chain({&cell->letter, 1}, {cell->file, "DejaVuSansMono.ttf", "DejaVuSans.ttf"}, false);
         // A file that somebody has set for the letter draws all of it.
         bool const isSet = !Files().FileSetFor({&cell->letter, 1}).empty();
         Fonts::Strike* const strike = cell->strike && !isSet ? faces_.OpenStrike(Files().Find(cell->strike)) : nullptr;

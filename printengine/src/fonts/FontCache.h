@@ -37,7 +37,7 @@ public:
 
 private:
     void DropIfFontFilesChanged();
-    Fonts::FaceChain& Chain(std::string_view font, std::vector<std::string> fileNames);
+    Fonts::FaceChain& Chain(std::string_view font, std::vector<std::string> fileNames, bool isBold);
     Fonts::FaceChain& ScalableChain(std::string_view font);
     Fonts::FaceChain& TrueTypeChain(std::string_view font);
 

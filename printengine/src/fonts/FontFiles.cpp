@@ -2,6 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <iterator>
+#include <span>
+
+#include "printengine/src/scripts/CharacterKinds.h"
+#include "printengine/src/scripts/Modules.h"
 
 namespace PrintEngine::Fonts {
 
@@ -26,6 +32,16 @@ constexpr std::array<std::string_view, 14> UsualPlaces{
     "X11/misc/6x12.pcf.gz",
 };
 
+/// Where fonts for characters that those lack lie.
+constexpr std::array<std::string_view, 3> UsualPlacesOfOthers{
+    "opentype/noto/NotoSansCJK-Bold.ttc",
+    "opentype/noto/NotoSansCJK-Regular.ttc",
+    "truetype/wqy/wqy-microhei.ttc",
+};
+constexpr std::string_view ScriptsFolder = "truetype/noto/";
+
+constexpr std::size_t LongestPath = 4096;
+
 std::string LowerCase(std::string_view text) {
     std::string result(text);
     for (char& c : result) {
@@ -37,7 +53,8 @@ std::string LowerCase(std::string_view text) {
 std::string_view FileNameOf(std::string_view path) { return path.substr(path.rfind('/') + 1); }
 
 bool IsFontFileName(std::string_view lowerCaseName) {
-    return lowerCaseName.ends_with(".ttf") || lowerCaseName.ends_with(".otf") || lowerCaseName.ends_with(".ttc");
+    return lowerCaseName.ends_with(".ttf") || lowerCaseName.ends_with(".otf") || lowerCaseName.ends_with(".ttc") ||
+           lowerCaseName.ends_with(".otc");
 }
 
 }  // namespace
@@ -47,6 +64,7 @@ void FontFiles::SetFolder(std::filesystem::path const& folder) {
     folder_ = folder;
     walked_.clear();
     isWalked_ = false;
+    isOfMachine_.reset();
     ++version_;
 }
 
@@ -64,37 +82,79 @@ std::filesystem::path FontFiles::FileSetFor(std::string_view font) const {
     return found == set_.end() ? std::filesystem::path{} : found->second;
 }
 
-std::filesystem::path FontFiles::Find(std::string_view fileName) {
+std::filesystem::path FontFiles::FindUsual(std::string_view fileName) const {
     // Font names come from streams: one that holds a path is nobody's name.
     if (fileName.empty() || folder_.empty() || fileName.find('/') != fileName.npos) return {};
     std::string const name = LowerCase(fileName);
-    for (std::string_view const place : UsualPlaces) {
-        if (LowerCase(FileNameOf(place)) != name) continue;
+    auto const there = [](std::filesystem::path path) {
         std::error_code error;
-        std::filesystem::path path = folder_ / place;
-        if (std::filesystem::is_regular_file(path, error)) return path;
+        return std::filesystem::is_regular_file(path, error) ? path : std::filesystem::path{};
+    };
+    for (auto const& places : {std::span<std::string_view const>(UsualPlaces), {UsualPlacesOfOthers}}) {
+        for (std::string_view const place : places) {
+            if (LowerCase(FileNameOf(place)) == name) return there(folder_ / place);
+        }
     }
-
-    bool const isPrefix = name.ends_with('*');
-    if (!isPrefix && !IsFontFileName(name)) return {};
-    if (!isWalked_) WalkFolder();
-    if (!isPrefix) {
-        auto const found = walked_.find(name);
-        return found == walked_.end() ? std::filesystem::path{} : found->second;
-    }
-    std::string_view const prefix = std::string_view(name).substr(0, name.size() - 1);
-    auto const found = walked_.lower_bound(prefix);
-    return found != walked_.end() && found->first.starts_with(prefix) ? found->second : std::filesystem::path{};
+    if (!name.starts_with("notosans")) return {};
+    return there(folder_ / ScriptsFolder / fileName);
 }
 
-void FontFiles::WalkFolder() {
+std::filesystem::path FontFiles::Find(std::string_view fileName) {
+    if (auto usual = FindUsual(fileName); !usual.empty()) return usual;
+    std::string const name = LowerCase(fileName);
+    if (folder_.empty() || fileName.find('/') != fileName.npos || !IsFontFileName(name)) return {};
+    if (!isWalked_) WalkFolders();
+    auto const found = walked_.find(name);
+    return found == walked_.end() ? std::filesystem::path{} : found->second;
+}
+
+std::filesystem::path FontFiles::FindAnywhere(std::string_view fileName) {
+    if (auto found = Find(fileName); !found.empty()) return found;
+    std::string const name(fileName);
+    char path[LongestPath];
+    bool const isName = IsFontFileName(LowerCase(name)) && name.find('/') == name.npos;
+    if (!isName || !IsOfMachine()) return {};
+    return Scripts::ScriptsModule()->findFile(name.c_str(), path, sizeof path) ? path : "";
+}
+
+std::filesystem::path FontFiles::FindOfMachine(std::u32string_view characters, bool isBold) {
+    std::u32string visible;
+    std::remove_copy_if(characters.begin(), characters.end(), std::back_inserter(visible), Scripts::IsInvisible);
+    char path[LongestPath];
+    if (visible.empty() || !IsOfMachine()) return {};
+    auto const count = static_cast<std::uint32_t>(visible.size());
+    return Scripts::ScriptsModule()->findFace(visible.data(), count, isBold, path, sizeof path) ? path : "";
+}
+
+bool FontFiles::IsOfMachine() {
+    if (!isOfMachine_) {
+        auto const* const module = folder_.empty() ? nullptr : Scripts::ScriptsModule();
+        std::string folder = folder_.string();
+        while (folder.size() > 1 && folder.ends_with('/')) folder.pop_back();
+        isOfMachine_ = module && module->holdsFonts(folder.c_str());
+    }
+    return *isOfMachine_;
+}
+
+void FontFiles::WalkFolders() {
     isWalked_ = true;
-    std::error_code error;
-    using Walk = std::filesystem::recursive_directory_iterator;
-    for (Walk at(folder_, std::filesystem::directory_options::skip_permission_denied, error), end; !error && at != end;
-         at.increment(error)) {
-        std::string name = LowerCase(at->path().filename().string());
-        if (IsFontFileName(name)) walked_.emplace(std::move(name), at->path());
+    std::vector<std::filesystem::path> folders{folder_};
+    // Beside the fonts of the system stand those that its keeper and its user have added.
+    if (folder_ == "/usr/share/fonts") {
+        folders.emplace_back("/usr/local/share/fonts");
+        if (char const* const home = std::getenv("HOME"); home && *home) {
+            folders.push_back(std::filesystem::path(home) / ".local/share/fonts");
+            folders.push_back(std::filesystem::path(home) / ".fonts");
+        }
+    }
+    for (auto const& folder : folders) {
+        std::error_code error;
+        using Walk = std::filesystem::recursive_directory_iterator;
+        for (Walk at(folder, std::filesystem::directory_options::skip_permission_denied, error), end;
+             !error && at != end; at.increment(error)) {
+            std::string name = LowerCase(at->path().filename().string());
+            if (IsFontFileName(name)) walked_.emplace(std::move(name), at->path());
+        }
     }
 }
 

@@ -19,6 +19,16 @@ constexpr double BoxWidth = 0.5;
 
 }  // namespace
 
+int GlyphAdvance(double partOfEm, EmDots const& em) {
+    if (partOfEm <= 0) return 0;
+    return std::max(1, AdvanceInDots(partOfEm, em.width));
+}
+
+double StretchOf(double partOfEm, EmDots const& em) {
+    double const dots = partOfEm * em.width;
+    return dots > 0 ? GlyphAdvance(partOfEm, em) / dots : 1;
+}
+
 OutlineTypeface::OutlineTypeface(FaceChain& faces, OutlineSize const& size,
                                  std::function<unsigned(char32_t)> expectedWidth)
     : faces_(faces), size_(size), expectedWidth_(std::move(expectedWidth)) {
@@ -48,7 +58,27 @@ int OutlineTypeface::MeasureAdvance(char32_t character) {
     return AdvanceInDots(face ? face->Advance(glyph) : BoxAdvance, size_.emWidth);
 }
 
+bool OutlineTypeface::HasItself(char32_t character) {
+    Face* const primary = faces_.Primary();
+    return primary && primary->GlyphIndex(character) != 0;
+}
+
+bool OutlineTypeface::DrawGlyph(char32_t picture, double pixelsX, double pixelsY, GlyphBitmap& bitmap) {
+    Face& face = faces_.FaceOf(picture);
+    unsigned const glyph = Picture::GlyphOf(picture);
+    EmDots const em = EmOf(face);
+    double const partOfEm = face.Advance(glyph);
+    if (!Picture::IsFitted(picture))
+        return face.Render(glyph, em.width * pixelsX * StretchOf(partOfEm, em), em.height * pixelsY, bitmap);
+    double const pixels = std::floor(GlyphAdvance(partOfEm, em) * pixelsX);
+    auto const fit = [pixels](FT_Outline_& outline, double ownAdvance) {
+        FitToPixels(outline, U'\0', static_cast<int>(std::min(pixels, 1e6)), ownAdvance);
+    };
+    return face.Render(glyph, em.width * pixelsX, em.height * pixelsY, bitmap, fit);
+}
+
 bool OutlineTypeface::Draw(char32_t character, double pixelsX, double pixelsY, GlyphBitmap& bitmap) {
+    if (Picture::IsGlyph(character)) return DrawGlyph(character, pixelsX, pixelsY, bitmap);
     if (IsControl(character)) return true;
     auto const [face, glyph] = faces_.Find(character);
     if (!face) {

@@ -27,11 +27,16 @@ public:
     int Ascent() const override { return size_.ascent; }
     int Descent() const override { return size_.descent; }
     int Advance(char32_t character) override;
-    bool Draw(char32_t character, double pixelsX, double pixelsY, GlyphBitmap& bitmap) override;
+    FaceChain& Faces() override { return faces_; }
+    EmDots EmOf(Face const& face) const override { return {size_.emWidth, EmHeight(&face)}; }
+    bool HasItself(char32_t character) override;
+    bool StandsOnDots() const override { return false; }
+    bool Draw(char32_t picture, double pixelsX, double pixelsY, GlyphBitmap& bitmap) override;
 
 private:
     double EmHeight(Face const* face) const;
     int MeasureAdvance(char32_t character);
+    bool DrawGlyph(char32_t picture, double pixelsX, double pixelsY, GlyphBitmap& bitmap);
     GlyphBitmap MissingBox(double pixelsX, double pixelsY) const;
 
     FaceChain& faces_;

@@ -19,6 +19,8 @@ std::unique_ptr<Strike> Strike::Open(FT_LibraryRec_* library, std::filesystem::p
 
 Strike::~Strike() { FT_Done_Face(face_); }
 
+bool Strike::Has(char32_t character) const { return FT_Get_Char_Index(face_, character) != 0; }
+
 bool Strike::Load(char32_t character, GlyphBitmap& bitmap) {
     unsigned const glyph = FT_Get_Char_Index(face_, character);
     if (glyph == 0 || FT_Load_Glyph(face_, glyph, FT_LOAD_RENDER | FT_LOAD_MONOCHROME) != 0) return false;

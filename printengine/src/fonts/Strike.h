@@ -16,6 +16,7 @@ public:
     Strike(Strike const&) = delete;
     Strike& operator=(Strike const&) = delete;
 
+    bool Has(char32_t character) const;
     /// The picture of a character, one pixel a dot; false if the font lacks it.
     bool Load(char32_t character, GlyphBitmap& bitmap);
 
