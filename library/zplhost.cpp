@@ -101,7 +101,7 @@ void TakeResolutions(zpl_settings const& settings, DeskSettings& desk) {
 void TakeFonts(char const* const* fonts, DeskSettings& desk) {
     for (; fonts && *fonts; ++fonts) {
         auto font = ReadFont(*fonts);
-        if (!font) throw Misuse("a font is LETTER=FILE.ttf, not \"" + std::string(*fonts) + "\"");
+        if (!font) throw Misuse("a font is LETTER=FILE, not \"" + std::string(*fonts) + "\"");
         if (::access(font->second.c_str(), R_OK) != 0)
             throw Misuse("cannot read the font " + font->second + ": " + std::generic_category().message(errno));
         desk.fonts.push_back(*std::move(font));

@@ -70,7 +70,7 @@ typedef struct zpl_settings {
     double height_inches;        /* 6 */
     const char *storage_folder;  /* of stored formats and graphics; NULL (default): they last as long as the desk */
     const char *fonts_folder;    /* font files are below; NULL (default): where the system has them */
-    const char *const *fonts;    /* "L=FILE.ttf", ended by NULL: draws font L, or a named font, with a file; or NULL */
+    const char *const *fonts;    /* "L=FILE", ended by NULL: draws font L, or a named font, with a file; or NULL */
     const char *time;            /* "2026-03-31T14:05:00": lets the clock stand still; NULL (default): local time */
     const char *tag;             /* "blank" or "epc=...,user=...": every label carries a tag; NULL (default): none does */
     int maps_fields;             /* notes what stands where on each page, see zpl_page_fields; 0 by default */
