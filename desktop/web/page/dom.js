@@ -10,9 +10,15 @@ export function h(tag, attributes = {}, ...children) {
         if (name.startsWith('on')) element.addEventListener(name.slice(2), value);
         else element.setAttribute(name, value === true ? '' : value);
     }
-    element.append(...children.filter((child) => child !== null && child !== undefined && child !== false));
+    element.append(...children.filter(isChild));
     return element;
 }
+
+const isChild = (child) => child !== null && child !== undefined && child !== false && child !== '';
+
+export const fill = (element, ...children) => element.replaceChildren(...children.filter(isChild));
+
+export const counted = (count, word) => `${count} ${word}${count === 1 ? '' : 's'}`;
 
 /// Sets a text or an attribute only where it differs, since the table and the boxes are told anew with each key.
 export function setText(element, text) {

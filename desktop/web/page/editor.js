@@ -10,9 +10,7 @@ import {Newest, picture} from './drawing.js';
 import {levelOf, marksOf, showFindings} from './findings.js';
 import {Mover} from './move.js';
 import {dotsPer} from './rulers.js';
-import {wireTools} from './tools.js';
-
-const EMPTY = '^XA\n^FO50,50^A0N,60,60^FDHello^FS\n^FO50,130^BY3^BCN,120,Y,N,N^FD12345678^FS\n^XZ\n';
+import {NEW_LABEL, wireTools} from './tools.js';
 
 export class Editor {
     constructor() {
@@ -38,7 +36,7 @@ export class Editor {
     async start() {
         const last = memory.get('stream', null);
         if (last) this.open(last.text, last.encoding, last.name);
-        else this.open(EMPTY, 'utf-8', 'label');
+        else await doors.readExample('shipping-label').then((bytes) => this.openBytes(bytes, 'shipping-label'), () => this.open(NEW_LABEL, 'utf-8', 'label'));
         try {
             learn(await doors.readCommands());
             this.source.editor.setOption('mode', 'labels');

@@ -1,14 +1,14 @@
 /// What the printer tells, in a list that can be filtered, and what it has answered.
-import {$, h} from './dom.js';
+import {$, counted, h} from './dom.js';
 
 const KINDS = ['job', 'page', 'done', 'finding', 'answer', 'notice'];
 const MOST = 2000;
 
 const sentences = {
     ready: (e) => `ready at ${e.address}`,
-    job: (e) => `${e.job} begins: ${e.pages} pages`,
+    job: (e) => `${e.job} begins: ${counted(e.pages, 'page')}`,
     page: (e) => `${e.job}, page ${e.page}`,
-    done: (e) => `${e.job} ends: ${e.printed} of ${e.pages} pages printed`,
+    done: (e) => `${e.job} ends: ${e.printed} of ${counted(e.pages, 'page')} printed`,
     finding: (e) => `${e.job ? `${e.job}: ` : ''}${e.line ? `line ${e.line}, column ${e.column}: ` : ''}${e.text}`,
     answer: (e) => e.text,
 };

@@ -1,5 +1,5 @@
 /// The formats and pictures that the printer has stored.
-import {$, h, say} from './dom.js';
+import {$, fill, h, say} from './dom.js';
 import * as doors from './doors.js';
 
 export class Objects {
@@ -13,8 +13,8 @@ export class Objects {
         try {
             const objects = await doors.readObjects();
             const reset = h('button', {onclick: () => this.reset(), class: 'danger'}, 'Reset printer');
-            panel.replaceChildren(...objects.map((object) => this.row(object)),
-                objects.length ? '' : h('p', {class: 'quiet pad'}, 'Nothing is stored.'), h('div', {class: 'bar'}, h('span', {class: 'space'}), reset));
+            fill(panel, ...objects.map((object) => this.row(object)),
+                !objects.length && h('p', {class: 'quiet pad'}, 'Nothing is stored.'), h('div', {class: 'bar'}, h('span', {class: 'space'}), reset));
         } catch (error) {
             panel.replaceChildren(h('p', {class: 'quiet pad'}, error.message));
         }
@@ -24,7 +24,7 @@ export class Objects {
         const {device, name, kind, bytes} = object;
         const picture = kind === 'picture' && h('img', {src: `${doors.objectPath(object)}?format=png`, alt: '', loading: 'lazy'});
         const look = async () => this.open(await doors.readObject(object), name.replace(/\.[^.]*$/, ''));
-        return h('div', {class: 'object'}, h('span', {class: 'thumb'}, picture || kind), h('span', {class: 'grow'}, h('b', {}, `${device}:${name}`),
+        return h('div', {class: 'object'}, h('span', {class: 'thumb'}, picture || (kind === 'picture' ? '' : kind)), h('span', {class: 'grow'}, h('b', {}, `${device}:${name}`),
             h('span', {class: 'quiet'}, `${kind}, ${bytes.toLocaleString('en')} bytes`)),
         kind === 'format' && h('button', {onclick: look}, 'Open'),
         h('button', {onclick: () => this.remove(object), 'aria-label': `Delete ${device}:${name}`}, 'Delete'));

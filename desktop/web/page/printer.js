@@ -1,5 +1,5 @@
 /// The view of the printer: jobs as they come, their pages, and what is told and stored.
-import {$, h, say, setText} from './dom.js';
+import {$, counted, fill, h, say, setText} from './dom.js';
 import * as doors from './doors.js';
 import {decode} from './bytes.js';
 import {listFindings} from './findings.js';
@@ -131,7 +131,7 @@ export class Printer {
         };
         return h('button', {class: 'row job', 'data-job': job.id, 'aria-pressed': String(job.id === this.chosen), onclick: choose},
             h('span', {class: `lamp ${job.state}`, title: job.state}), h('span', {class: 'ellipsis name'}, job.id),
-            findings > 0 && h('span', {class: 'count', title: `${findings} findings`}, String(findings)),
+            findings > 0 && h('span', {class: 'count', title: counted(findings, 'finding')}, String(findings)),
             h('span', {class: 'quiet number'}, `${job.printed} / ${job.pages}`), h('span', {class: 'quiet time'}, (job.time || '').slice(11, 19)));
     }
 
@@ -147,7 +147,7 @@ export class Printer {
         const key = [job.id, job.state, job.findings.length, job.answers.length].join();
         if (this.shownKey === key) return;
         this.shownKey = key;
-        $('job-head').replaceChildren(h('h2', {}, job.id), h('span', {class: 'quiet'}, job.state), h('span', {class: 'space'}),
+        fill($('job-head'), h('h2', {}, job.id), h('span', {class: 'quiet'}, job.state), h('span', {class: 'space'}),
             job.stream && h('button', {id: 'open-job', onclick: () => this.openJob(job)}, 'Open in editor'));
         this.showDetail(job);
     }

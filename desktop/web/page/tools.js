@@ -2,6 +2,8 @@
 import {$, h, keep, memory} from './dom.js';
 import {ZOOMS} from './label.js';
 
+export const NEW_LABEL = '^XA\n^FO50,50^A0N,60,60^FDHello^FS\n^FO50,130^BY3^BCN,120,Y,N,N^FD12345678^FS\n^XZ\n';
+
 export function wireTools(view) {
     wireFiles(view);
     wireSettings(view);
@@ -20,6 +22,7 @@ function wireFiles(view) {
         chooser.value = '';
     });
     $('open').onclick = () => chooser.click();
+    $('new').onclick = () => view.open(NEW_LABEL, 'utf-8', 'label');
     $('save').onclick = () => keep(new Blob([view.source.bytes]), `${view.name}.zpl`);
     $('undo').onclick = () => editor.undo();
     $('redo').onclick = () => editor.redo();
