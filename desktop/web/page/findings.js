@@ -39,4 +39,4 @@ export function showFindings(findings, go) {
 }
 
 /// The same for a job of the printer, where there is nothing to go to.
-export const listFindings = (findings) => h('ul', {class: 'findings'}, ...findings.map((finding) => h('li', {class: 'row'}, ...words(finding))));
+export const listFindings = (findings) => h('ul', {class: 'told'}, ...findings.map((finding) => h('li', {class: 'row'}, ...words(finding))));

@@ -1,0 +1,168 @@
+"""A virtual printer with its page, a browser before it, and hands for both."""
+import atexit
+import os
+import pathlib
+import shutil
+import signal
+import socket
+import subprocess
+import tempfile
+import time
+import unittest
+import urllib.request
+
+from selenium import webdriver
+from selenium.webdriver.common.action_chains import ActionChains
+from selenium.webdriver.common.keys import Keys
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+PATIENCE = 20
+
+
+def free_port():
+    with socket.create_server(('127.0.0.1', 0)) as server:
+        return server.getsockname()[1]
+
+
+def until(condition, what='it'):
+    """The first true value of a condition; a browser needs a moment for all that it does."""
+    end = time.monotonic() + PATIENCE
+    while True:
+        value = condition()
+        if value or time.monotonic() > end:
+            break
+        time.sleep(0.02)
+    if not value:
+        raise AssertionError(f'{what} did not come')
+    return value
+
+
+class Printer:
+    def __init__(self):
+        self.folder = tempfile.mkdtemp(prefix='zpl-web-test-')
+        self.web, self.raw = free_port(), free_port()
+        self.address = f'http://127.0.0.1:{self.web}/'
+        program = os.environ.get('ZPL', ROOT / 'build/release/bin/zpl')
+        self.process = subprocess.Popen(
+            [program, 'serve', '--web', f'127.0.0.1:{self.web}', '--listen', f'127.0.0.1:{self.raw}', '--speed', '10',
+             '--out', f'{self.folder}/pages', '--state', f'{self.folder}/state'],
+            stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
+        atexit.register(self.end)
+        until(self.answers, 'the page')
+
+    def answers(self):
+        try:
+            return urllib.request.urlopen(self.address + 'printer').status == 200
+        except OSError:
+            return False
+
+    def send(self, stream):
+        with socket.create_connection(('127.0.0.1', self.raw)) as client:
+            client.sendall(stream.encode())
+
+    def ask(self, question):
+        with socket.create_connection(('127.0.0.1', self.raw)) as client:
+            client.sendall(question.encode())
+            return client.recv(1000)
+
+    def end(self):
+        self.process.send_signal(signal.SIGTERM)
+        self.process.wait(PATIENCE)
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+
+def start_browser():
+    options = webdriver.ChromeOptions()
+    for argument in ('--headless=new', '--no-sandbox', '--disable-gpu', '--disable-dev-shm-usage', '--window-size=1440,900'):
+        options.add_argument(argument)
+    options.set_capability('goog:loggingPrefs', {'browser': 'ALL', 'performance': 'ALL'})
+    browser = webdriver.Chrome(options=options)
+    atexit.register(browser.quit)
+    return browser
+
+
+class PageTest(unittest.TestCase):
+    """Each test gets the page anew, and fails if the page has complained or asked anybody else for anything."""
+    printer = browser = None
+
+    @classmethod
+    def setUpClass(cls):
+        if not PageTest.browser:
+            PageTest.printer = Printer()
+            PageTest.browser = start_browser()
+
+    def setUp(self):
+        self.go('')
+        self.js('localStorage.clear()')
+        self.go('')
+        self.browser.refresh()
+        self.drawn()
+
+    def tearDown(self):
+        complaints = [entry['message'] for entry in self.browser.get_log('browser') if entry['level'] != 'INFO']
+        self.assertEqual(complaints, [])
+        asked = [entry['message'] for entry in self.browser.get_log('performance') if '"Network.requestWillBeSent"' in entry['message']]
+        self.assertTrue(asked)
+        own = ('"url":"' + self.printer.address, '"url":"data:', '"url":"blob:')
+        self.assertEqual([one for one in asked if not any(address in one for address in own)], [])
+
+    def go(self, view):
+        self.browser.get(f'{self.printer.address}#{view}')
+
+    def js(self, script, *arguments):
+        return self.browser.execute_script(script, *arguments)
+
+    def find(self, selector):
+        return until(lambda: self.js('return document.querySelector(arguments[0])', selector), selector)
+
+    def shown(self, selector):
+        return self.js('return document.querySelector(arguments[0])?.innerText ?? ""', selector)
+
+    # The editor.
+
+    def editor(self, script, *arguments):
+        return self.js("const editor = document.querySelector('.CodeMirror').CodeMirror; " + script, *arguments)
+
+    def text(self):
+        return self.editor('return editor.getValue()')
+
+    def drawings(self):
+        return int(self.js("return document.getElementById('status').dataset.drawn || 0"))
+
+    def drawn(self, before=0):
+        until(lambda: self.drawings() > before, 'the drawing')
+        self.js('return new Promise((done) => setTimeout(done, 50))')  # what the page shows a moment later
+
+    def write(self, text):
+        before = self.drawings()
+        self.editor('editor.setValue(arguments[0]); editor.setCursor(0, 0)', text)
+        self.drawn(before)
+
+    def type(self, *keys, shift=False):
+        actions = ActionChains(self.browser)
+        (actions.key_down(Keys.SHIFT).send_keys(*keys).key_up(Keys.SHIFT) if shift else actions.send_keys(*keys)).perform()
+
+    def undo(self):
+        ActionChains(self.browser).key_down(Keys.CONTROL).send_keys('z').key_up(Keys.CONTROL).perform()
+
+    def box(self, index):
+        """The middle of a field on the screen."""
+        return self.js('''const box = document.querySelectorAll('#boxes rect')[arguments[0]].getBoundingClientRect();
+            return [box.left + box.width / 2, box.top + box.height / 2].map(Math.round)''', index)
+
+    def scale(self):
+        """Pixels of the screen for one of the page."""
+        return self.js("return document.getElementById('paper').getBoundingClientRect().width / document.getElementById('paper').width")
+
+    def pull(self, start, *steps):
+        """Presses at a place, moves by steps, and lets go."""
+        actions = ActionChains(self.browser, duration=0)
+        pointer = actions.w3c_actions.pointer_action
+        x, y = start
+        pointer.move_to_location(x, y)
+        pointer.pointer_down()
+        for right, down in steps:
+            x, y = x + right, y + down
+            pointer.move_to_location(x, y)
+        pointer.pointer_up()
+        actions.perform()
