@@ -45,6 +45,8 @@ class EditorTest(PageTest):
         until(lambda: self.editor('editor.setCursor(7, editor.getCursor().ch ^ 1); return true') and self.ink() == 100, 'the second label')
         self.find('#previous').click()
         until(lambda: self.ink() == 5000, 'the first label')
+        self.js('return new Promise((done) => setTimeout(done, 400))')
+        self.assertEqual(self.ink(), 5000)
 
     def test_moves_fields(self):
         box = '^GB80,60,60^FS'

@@ -28,6 +28,7 @@ function route() {
 addEventListener('hashchange', route);
 editor.start();
 printer.start().then((isThere) => {
+    editor.printer = printer.state;
     $('print').hidden = !isThere;
     document.querySelector('nav a[href="#printer"]').hidden = !isThere;
     if (!isThere && location.hash.startsWith('#printer')) location.hash = '#editor';

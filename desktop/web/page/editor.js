@@ -14,12 +14,12 @@ import {NEW_LABEL, wireTools} from './tools.js';
 
 export class Editor {
     constructor() {
-        this.settings = memory.get('settings', {dpi: 203, size: '4x6in', unit: 'mm'});
+        this.settings = {dpi: 203, size: '4x6in', unit: 'mm', ...memory.get('settings', {})};
         this.name = 'label';
         this.page = 1;
         this.total = 0;
         this.report = {page: null, findings: []};
-        this.source = new Source({change: () => this.changed(), cursor: () => this.cursorMoved(), refuse: (text) => say(text, true)});
+        this.source = new Source({change: () => this.changed(), cursor: () => this.cursorMoved(true), refuse: (text) => say(text, true)});
         this.label = new Label({
             select: (index) => this.choose(index), hover: (index) => this.hover(index), place: (at) => this.place(at),
             zoom: (step, x, y) => this.zoomBy(step, x, y), begin: (index) => this.mover.begin(index),
@@ -167,6 +167,15 @@ export class Editor {
         this.redraw();
     }
 
+    /// Takes the commands of the selected field out of the stream.
+    remove() {
+        const field = this.isFresh && this.report.page && this.report.page.fields[this.label.selected];
+        if (!field || !field.commands) return;
+        const {from, to} = this.source.range(field.commands);
+        this.source.editor.replaceRange('', from, to);
+        this.select(-1);
+    }
+
     /// A field that was pressed on the label or in the table: its commands are selected.
     choose(index, isFromTable = false) {
         const field = this.report.page && this.report.page.fields[index];
@@ -180,6 +189,13 @@ export class Editor {
         this.source.light(field.definition && field.definition.commands ? [field.definition.commands] : []);
     }
 
+    /// The next field of the table, or the one before, around its ends.
+    chooseNext(step) {
+        const count = this.report.page ? this.report.page.fields.length : 0;
+        const at = this.label.selected < 0 && step < 0 ? 0 : this.label.selected;
+        if (count) this.choose((at + step + count) % count, true);
+    }
+
     select(index) {
         this.label.select(index);
         this.fields.select(index, true);
@@ -188,7 +204,7 @@ export class Editor {
     }
 
     /// The field whose commands the cursor is in lights up, on its own label.
-    cursorMoved() {
+    cursorMoved(isByHand = false) {
         if (this.isChoosing || !this.isFresh || !this.report.page || this.mover.isMoving) return;
         const byte = this.source.byte();
         const holds = (place) => place && byte >= place.offset && byte < place.offset + place.length;
@@ -197,7 +213,7 @@ export class Editor {
         if (index < 0) index = fields.findIndex((field) => field.definition && holds(field.definition.commands));
         this.select(index);
         this.source.light(index >= 0 && fields[index].commands ? [fields[index].commands] : []);
-        if (index < 0 && this.labels && this.labels.length === this.total) this.followLabel(byte);
+        if (isByHand && index < 0 && this.labels && this.labels.length === this.total) this.followLabel(byte);
     }
 
     followLabel(byte) {
@@ -240,7 +256,8 @@ export class Editor {
     async print() {
         try {
             await doors.printStream(this.source.bytes);
-            say('Sent to the printer.');
+            const {dpi} = this.printer || {};
+            say(dpi && dpi !== Number(this.settings.dpi) ? `Sent to the printer, which has ${dpi} dpi.` : 'Sent to the printer.');
         } catch (error) {
             say(error.message, true);
         }

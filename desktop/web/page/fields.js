@@ -19,7 +19,10 @@ export class Fields {
     key(event, on) {
         const step = {ArrowDown: 1, ArrowUp: -1}[event.key];
         const index = this.indexOf(event.target);
-        if (event.key === 'Enter' || event.key === ' ') on.select(index);
+        if (event.key === 'Enter' || event.key === ' ') {
+            on.select(index);
+            $('stage').focus();
+        }
         else if (step && this.rows.children[index + step]) this.rows.children[index + step].focus();
         else return;
         event.preventDefault();

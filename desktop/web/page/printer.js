@@ -3,6 +3,7 @@ import {$, counted, fill, h, say, setText} from './dom.js';
 import * as doors from './doors.js';
 import {decode} from './bytes.js';
 import {listFindings} from './findings.js';
+import {Newest} from './drawing.js';
 import {Log} from './log.js';
 import {Objects} from './objects.js';
 
@@ -10,12 +11,17 @@ const WORDS = {
     'pause': 'Pause', 'resume': 'Resume', 'cancel': 'Cancel', 'cancel-all': 'Cancel all', 'feed': 'Feed', 'calibrate': 'Calibrate',
 };
 const SHOWN_STREAM = 200000;
+const MOST_PAGES = 500;
+/// In place of a job: all of them.
+const ALL = '';
 
 export class Printer {
     constructor(open) {
         this.open = open;
         this.jobs = [];
-        this.chosen = '';
+        this.chosen = ALL;
+        this.isFollowing = true;
+        this.reading = new Newest(() => this.read());
         this.log = new Log();
         this.objects = new Objects(open);
         $('viewer-close').onclick = () => $('viewer').close();
@@ -42,14 +48,8 @@ export class Printer {
     }
 
     async readAgain() {
-        try {
-            [this.state, this.jobs] = await Promise.all([doors.readPrinter(), doors.readJobs()]);
-            this.log.reset(await doors.readLog().catch(() => []));
-        } catch (error) {
-            this.isCut = true;
-            say(error.message, true);
-        }
-        this.show();
+        this.reading.ask();
+        this.log.reset(await doors.readLog().catch(() => []));
     }
 
     /// Events say that something has changed; what it is now, the printer's doors say, not more often than a person can see.
@@ -60,26 +60,29 @@ export class Printer {
             this.showState();
         }
         if (event.event === 'page') this.grown(event);
-        if (this.timer) return;
-        this.timer = setTimeout(async () => {
-            this.timer = 0;
-            await Promise.all([doors.readPrinter(), doors.readJobs()])
-                .then(([state, jobs]) => { [this.state, this.jobs] = [state, jobs]; this.show(); }, () => {});
-        }, 120);
+        this.reading.ask();
+    }
+
+    async read() {
+        try {
+            [this.state, this.jobs] = await Promise.all([doors.readPrinter(), doors.readJobs()]);
+            this.show();
+        } catch { /* the events will tell when it is back */ }
+        await new Promise((resolve) => { setTimeout(resolve, 60); });
     }
 
     grown({job, page}) {
         const known = this.jobs.find((one) => one.id === job);
         if (!known) return;
         known.printed = Math.max(known.printed, page);
-        if (known.id === this.shownJob) this.showPages(known);
+        if (known.id === this.chosen) this.showPages([known]);
+        if (this.chosen === ALL) this.showPages(this.jobs);
     }
 
     show() {
         this.showState();
+        if (this.isFollowing && this.jobs[0]) this.chosen = this.jobs[0].id;
         this.showJobs();
-        if (!this.jobs.some((job) => job.id === this.chosen)) this.isFollowing = true;
-        if (this.isFollowing !== false && this.jobs[0]) this.chosen = this.jobs[0].id;
         this.showJob(this.jobs.find((job) => job.id === this.chosen));
     }
 
@@ -115,61 +118,68 @@ export class Printer {
 
     showJobs() {
         const list = $('jobs');
-        const focused = list.contains(document.activeElement) ? document.activeElement.dataset.job : '';
-        list.replaceChildren(...this.jobs.map((job) => this.jobRow(job)));
+        const focused = list.contains(document.activeElement) ? document.activeElement.dataset.job : null;
+        const all = h('button', {class: 'row job', 'data-job': ALL, 'aria-pressed': String(this.chosen === ALL), onclick: () => this.choose(ALL)}, 'All pages');
+        fill(list, this.jobs.length > 0 && all, ...this.jobs.map((job) => this.jobRow(job)));
         if (!this.jobs.length) list.append(h('p', {class: 'quiet pad'}, `Nothing has printed yet. Send a stream to ${this.state.address}, or press Print in the editor.`));
-        const again = focused && [...list.children].find((row) => row.dataset.job === focused);
+        const again = focused !== null && [...list.children].find((row) => row.dataset.job === focused);
         if (again) again.focus();
+    }
+
+    /// Who looks at the newest job goes on to the next one when it comes.
+    choose(id) {
+        this.chosen = id;
+        this.isFollowing = id === this.jobs[0].id;
+        this.show();
     }
 
     jobRow(job) {
         const findings = job.findings.length;
-        const choose = () => {
-            this.chosen = job.id;
-            this.isFollowing = job.id === this.jobs[0].id;
-            this.show();
-        };
-        return h('button', {class: 'row job', 'data-job': job.id, 'aria-pressed': String(job.id === this.chosen), onclick: choose},
+        return h('button', {class: 'row job', 'data-job': job.id, 'aria-pressed': String(job.id === this.chosen), onclick: () => this.choose(job.id)},
             h('span', {class: `lamp ${job.state}`, title: job.state}), h('span', {class: 'ellipsis name'}, job.id),
             findings > 0 && h('span', {class: 'count', title: counted(findings, 'finding')}, String(findings)),
             h('span', {class: 'quiet number'}, `${job.printed} / ${job.pages}`), h('span', {class: 'quiet time'}, (job.time || '').slice(11, 19)));
     }
 
     showJob(job) {
-        if (!job) {
-            $('job-head').replaceChildren();
-            $('gallery').replaceChildren();
-            $('job-detail').replaceChildren();
-            this.shownJob = '';
-            return;
-        }
-        this.showPages(job);
-        const key = [job.id, job.state, job.findings.length, job.answers.length].join();
+        const key = job ? [job.id, job.state, job.findings.length, job.answers.length].join() : '';
+        this.showPages(job ? [job] : this.jobs);
         if (this.shownKey === key) return;
         this.shownKey = key;
-        fill($('job-head'), h('h2', {}, job.id), h('span', {class: 'quiet'}, job.state), h('span', {class: 'space'}),
-            job.stream && h('button', {id: 'open-job', onclick: () => this.openJob(job)}, 'Open in editor'));
-        this.showDetail(job);
+        if (job) {
+            fill($('job-head'), h('h2', {}, job.id), h('span', {class: 'quiet'}, job.state), h('span', {class: 'space'}),
+                job.stream && h('button', {id: 'open-job', onclick: () => this.openJob(job)}, 'Open in editor'));
+            this.showDetail(job);
+        } else {
+            fill($('job-head'), this.jobs.length > 0 && h('h2', {}, 'All pages'));
+            fill($('job-detail'));
+        }
     }
 
-    /// The pages that are printed, of which those that are there already stay.
-    showPages(job) {
+    /// The pages that have printed; those that are shown already stay as they are.
+    showPages(jobs) {
         const gallery = $('gallery');
-        if (this.shownJob !== job.id) gallery.replaceChildren();
-        this.shownJob = job.id;
-        for (let page = gallery.childElementCount + 1; page <= Math.min(job.printed, 500); ++page) gallery.append(this.pageOf(job, page));
+        const known = new Map([...gallery.children].map((page) => [page.title, page]));
+        const pages = [];
+        for (const job of jobs) {
+            for (let page = 1; page <= job.printed && pages.length < MOST_PAGES; ++page) {
+                const name = `${job.id}, page ${page}`;
+                pages.push(known.get(name) || this.pageOf(job, page, name));
+            }
+        }
+        if (pages.length !== known.size || pages.some((page, i) => gallery.children[i] !== page)) fill(gallery, ...pages);
+        gallery.classList.toggle('single', jobs.length === 1 && pages.length === 1);
     }
 
-    pageOf(job, page) {
+    pageOf(job, page, name) {
         const source = doors.pagePath(job.id, page);
-        const name = `${job.id}, page ${page}`;
         const look = () => {
             setText($('viewer-name'), name);
             $('viewer-picture').src = source;
             $('viewer-picture').alt = name;
             $('viewer').showModal();
         };
-        return h('button', {class: 'page', title: name, onclick: look}, h('img', {src: source, alt: name, loading: 'lazy'}), h('span', {class: 'quiet'}, String(page)));
+        return h('button', {class: 'page', title: name, onclick: look}, h('img', {src: source, alt: name, loading: 'lazy'}), h('span', {class: 'quiet ellipsis'}, name));
     }
 
     async showDetail(job) {
@@ -179,7 +189,7 @@ export class Printer {
         $('job-detail').replaceChildren(...parts);
         if (!job.stream) return;
         const bytes = await doors.readJobStream(job.id).catch(() => null);
-        if (!bytes || this.shownJob !== job.id) return;
+        if (!bytes || this.chosen !== job.id) return;
         const {text} = decode(bytes);
         const cut = text.length > SHOWN_STREAM ? `${text.slice(0, SHOWN_STREAM)}\n…` : text;
         $('job-detail').replaceChildren(...parts, h('h3', {}, 'Stream'), h('pre', {class: 'stream', tabindex: '0'}, cut));

@@ -45,9 +45,17 @@ export class Source {
 
     load(text, encoding) {
         this.encoding = encoding;
-        this.editor.setValue(text);
+        // Folded before it is first shown: a long line of dots would take long to lay out.
+        this.editor.operation(() => {
+            this.editor.setValue(text);
+            this.forget();
+            this.fold();
+        });
         this.editor.clearHistory();
-        this.fold();
+    }
+
+    forget() {
+        this.value = this.byteOffsets = this.allCommands = null;
     }
 
     allow(change) {
@@ -57,7 +65,7 @@ export class Source {
     }
 
     changed(changes) {
-        this.value = this.byteOffsets = this.allCommands = null;
+        this.forget();
         this.help();
         this.on.change();
         const last = changes[changes.length - 1];

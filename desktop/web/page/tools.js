@@ -67,6 +67,7 @@ function wireKeys(view) {
     const keys = {
         '+': () => view.zoomBy(1), '=': () => view.zoomBy(1), '-': () => view.zoomBy(-1), '0': () => view.setZoom('fit'),
         '1': () => view.setZoom(1), 'r': () => $('rotate').click(), 'Escape': () => view.choose(-1),
+        'n': () => view.chooseNext(1), 'p': () => view.chooseNext(-1), 'Delete': () => view.remove(), '?': () => $('keys').showModal(),
         'PageUp': () => view.turnTo(view.page - 1), 'PageDown': () => view.turnTo(view.page + 1),
     };
     $('stage').addEventListener('keydown', (event) => {
@@ -81,6 +82,8 @@ function wireKeys(view) {
         else return;
         event.preventDefault();
     });
+    $('keys-open').onclick = () => $('keys').showModal();
+    $('keys-close').onclick = () => $('keys').close();
     document.addEventListener('keydown', (event) => {
         if (event.key !== 'Enter' || !event.ctrlKey || $('editor').hidden || $('print').hidden) return;
         event.preventDefault();
