@@ -22,6 +22,9 @@ class PrinterTest(PageTest):
     def whole_pictures(self):
         return self.js("return [...document.querySelectorAll('#gallery img')].filter((one) => one.complete && one.naturalWidth === 200).length")
 
+    def state(self):
+        return self.js("return document.getElementById('printer-state').dataset.state")
+
     def press(self, word):
         self.find(f'[data-word="{word}"]').click()
 
@@ -46,9 +49,9 @@ class PrinterTest(PageTest):
         until(lambda: (self.row('edited-1') or [''])[-2:-1] == ['2 / 2'], 'the job')
 
     def test_pauses_and_goes_on_and_cancels(self):
-        until(lambda: self.shown('#printer-state') == 'Printer ready', 'the printer')
+        until(lambda: self.state() == 'ready', 'the printer')
         self.press('pause')
-        until(lambda: self.shown('#printer-state') == 'Printer paused', 'the pause')
+        until(lambda: self.state() == 'paused', 'the pause')
         self.printer.send(labels(4, 'waiting'))
         self.press('resume')
         until(lambda: (self.row('waiting-1') or [''])[-2:-1] == ['4 / 4'], 'its pages')

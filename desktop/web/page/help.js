@@ -49,6 +49,10 @@ export function showHelp(line, text, commands, index) {
     }
     const row = table.get(command.name);
     const name = h('b', {}, text.slice(command.at, command.body));
+    if (!row && command.name.length < 3) {
+        line.append(name, ' ', h('span', {class: 'quiet'}, 'two letters name a command'));
+        return;
+    }
     if (!row) {
         line.append(name, ' ', h('span', {class: 'quiet'}, table.size ? 'is not known: it is left out' : ''));
         return;

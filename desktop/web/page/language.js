@@ -118,7 +118,8 @@ function readParameter(stream, state) {
 }
 
 function readUntilPrefix(stream, state) {
-    while (!stream.eol() && stream.peek() !== state.caret && stream.peek() !== state.tilde) stream.next();
+    const ends = [state.caret, state.tilde].map((prefix) => stream.string.indexOf(prefix, stream.pos)).filter((at) => at >= 0);
+    stream.pos = Math.min(stream.string.length, ...ends);
 }
 
 function readRaw(stream, state) {

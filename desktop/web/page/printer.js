@@ -1,5 +1,5 @@
 /// The view of the printer: jobs as they come, their pages, and what is told and stored.
-import {$, counted, fill, h, say, setText} from './dom.js';
+import {$, counted, fill, h, say, setAttribute, setText} from './dom.js';
 import * as doors from './doors.js';
 import {decode} from './bytes.js';
 import {listFindings} from './findings.js';
@@ -92,7 +92,8 @@ export class Printer {
         const link = $('printer-state');
         link.hidden = false;
         link.dataset.state = word.replace(' ', '-');
-        setText(link, `Printer ${word}`);
+        if (link.title !== word) fill(link, h('span', {}, 'Printer '), word);
+        link.title = word;
         const about = [address, `${dpi} dpi`, size, speed && `speed ${speed}`, tag && `tags ${tag}`, out && `pages in ${out}`];
         setText($('printer-about'), about.filter(Boolean).join('  ·  '));
         this.showWords(paused);
@@ -116,14 +117,24 @@ export class Printer {
         }
     }
 
+    /// A row for each job. Rows stay the same elements as long as their jobs are there, so that a press in the middle of a
+    /// change is not lost.
     showJobs() {
         const list = $('jobs');
-        const focused = list.contains(document.activeElement) ? document.activeElement.dataset.job : null;
-        const all = h('button', {class: 'row job', 'data-job': ALL, 'aria-pressed': String(this.chosen === ALL), onclick: () => this.choose(ALL)}, 'All pages');
-        fill(list, this.jobs.length > 0 && all, ...this.jobs.map((job) => this.jobRow(job)));
-        if (!this.jobs.length) list.append(h('p', {class: 'quiet pad'}, `Nothing has printed yet. Send a stream to ${this.state.address}, or press Print in the editor.`));
-        const again = focused !== null && [...list.children].find((row) => row.dataset.job === focused);
-        if (again) again.focus();
+        const known = new Map([...list.querySelectorAll('[data-job]')].map((row) => [row.dataset.job, row]));
+        const rowOf = (id) => known.get(id) || h('button', {class: 'row job', 'data-job': id, onclick: () => this.choose(id)});
+        const all = rowOf(ALL);
+        setText(all, 'All pages');
+        const rows = [all, ...this.jobs.map((job) => this.fillRow(rowOf(job.id), job))];
+        rows.forEach((row) => setAttribute(row, 'aria-pressed', row.dataset.job === this.chosen));
+        if (rows.length !== list.childElementCount || rows.some((row, i) => list.children[i] !== row)) this.placeRows(list, rows);
+    }
+
+    placeRows(list, rows) {
+        const focused = list.contains(document.activeElement) ? document.activeElement : null;
+        const hint = h('p', {class: 'quiet pad'}, `Nothing has printed yet. Send a stream to ${this.state.address}, or press Print in the editor.`);
+        fill(list, ...(rows.length > 1 ? rows : [hint]));
+        if (focused) focused.focus();
     }
 
     /// Who looks at the newest job goes on to the next one when it comes.
@@ -133,12 +144,15 @@ export class Printer {
         this.show();
     }
 
-    jobRow(job) {
+    fillRow(row, job) {
+        const key = [job.state, job.findings.length, job.printed, job.pages].join();
+        if (row.dataset.key === key) return row;
+        row.dataset.key = key;
         const findings = job.findings.length;
-        return h('button', {class: 'row job', 'data-job': job.id, 'aria-pressed': String(job.id === this.chosen), onclick: () => this.choose(job.id)},
-            h('span', {class: `lamp ${job.state}`, title: job.state}), h('span', {class: 'ellipsis name'}, job.id),
+        fill(row, h('span', {class: `lamp ${job.state}`, title: job.state}), h('span', {class: 'ellipsis name'}, job.id),
             findings > 0 && h('span', {class: 'count', title: counted(findings, 'finding')}, String(findings)),
             h('span', {class: 'quiet number'}, `${job.printed} / ${job.pages}`), h('span', {class: 'quiet time'}, (job.time || '').slice(11, 19)));
+        return row;
     }
 
     showJob(job) {

@@ -4,7 +4,8 @@ import {$} from './dom.js';
 /// Ticks stand apart by so many pixels of the screen at least, and words by so many.
 const TICK = 5;
 const WORD = 48;
-const STEPS = {mm: [0.1, 0.5, 1, 5, 10, 50, 100], in: [0.0625, 0.125, 0.25, 0.5, 1, 5], dots: [1, 5, 10, 50, 100, 500, 1000]};
+const STEPS = {mm: [0.1, 0.5, 1, 5, 10, 50, 100, 500, 1000], in: [0.0625, 0.125, 0.25, 0.5, 1, 5, 10, 50],
+    dots: [1, 5, 10, 50, 100, 500, 1000, 5000, 10000]};
 
 export const dotsPer = {mm: (dpi) => dpi / 25.4, in: (dpi) => dpi, dots: () => 1};
 
@@ -35,7 +36,7 @@ function draw(canvas, start, scale, pixels, label, isDown) {
     context.font = `10px ${style.fontFamily}`;
     const steps = STEPS[label.unit];
     const tick = steps.find((step) => step * scale >= TICK) || steps[steps.length - 1];
-    const word = steps.find((step) => step * scale >= WORD && isWhole(step / tick)) || tick;
+    const word = steps.find((step) => step * scale >= WORD && isWhole(step / tick)) || steps[steps.length - 1];
     const last = Math.floor((long - start) / scale / tick);
     for (let i = Math.floor(-start / scale / tick); i <= last; ++i) {
         const at = Math.round(start + i * tick * scale) + 0.5;

@@ -15,7 +15,7 @@ export class Source {
         this.shown = [];
         defineMode(CodeMirror, isKnown);
         this.editor = CodeMirror($('source'), {
-            mode: 'labels', theme: 'labels', lineNumbers: true, lineWrapping: true, lineSeparator: '\n', undoDepth: 1000, tabindex: 0,
+            mode: 'labels', theme: 'labels', lineNumbers: true, lineWrapping: true, lineSeparator: '\n', undoDepth: 1000, maxHighlightLength: Infinity, tabindex: 0,
             gutters: ['CodeMirror-linenumbers', 'marks'], inputStyle: 'textarea', cursorScrollMargin: 40,
             specialCharPlaceholder: placeholder, screenReaderLabel: 'Stream', spellcheck: false,
             extraKeys: {
