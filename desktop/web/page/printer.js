@@ -64,10 +64,10 @@ export class Printer {
     }
 
     async read() {
-        try {
-            [this.state, this.jobs] = await Promise.all([doors.readPrinter(), doors.readJobs()]);
-            this.show();
-        } catch { /* the events will tell when it is back */ }
+        const now = await Promise.all([doors.readPrinter(), doors.readJobs()]).catch(() => null);  // events tell when it is back
+        if (!now) return;
+        [this.state, this.jobs] = now;
+        this.show();
         await new Promise((resolve) => { setTimeout(resolve, 60); });
     }
 
