@@ -34,7 +34,8 @@ export async function drawPage(stream, {dpi, size, page}) {
     const total = Number(answer.headers.get('X-Total-Count') || 0);
     const report = await answer.json();
     const input = report.inputs[0];
-    return {total, page: (input.pages || [])[0] || null, findings: input.findings || [], error: input.error || ''};
+    const first = (input.pages || [])[0] || null;
+    return {total: total || (first ? 1 : 0), page: first, findings: input.findings || [], error: input.error || ''};
 }
 
 export const checkStream = async (stream, {dpi, size}) => (await (await post(`check?${query({dpi, size})}`, stream)).json()).inputs[0];

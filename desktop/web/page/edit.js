@@ -16,6 +16,9 @@ export function placeOfLook(field) {
     return field.commands || null;
 }
 
+/// What to select in the stream for a field: where its data come from, else where its look is defined.
+export const placeToSelect = (field) => field.commands || placeOfLook(field);
+
 /// What moves a field: where its numbers stand in the text, and how they are written. Null if the stream does not hold them.
 export function mover(text, commands, offsets, field, dpi) {
     const place = placeOfLook(field);

@@ -8,6 +8,7 @@ import {Label, ZOOMS} from './label.js';
 import {Fields} from './fields.js';
 import {Newest, picture} from './drawing.js';
 import {levelOf, marksOf, showFindings} from './findings.js';
+import {placeToSelect} from './edit.js';
 import {Mover} from './move.js';
 import {dotsPer} from './rulers.js';
 import {NEW_LABEL, wireTools} from './tools.js';
@@ -170,8 +171,9 @@ export class Editor {
     /// Takes the commands of the selected field out of the stream.
     remove() {
         const field = this.isFresh && this.report.page && this.report.page.fields[this.label.selected];
-        if (!field || !field.commands) return;
-        const {from, to} = this.source.range(field.commands);
+        const place = field && placeToSelect(field);
+        if (!place) return;
+        const {from, to} = this.source.range(place);
         this.source.editor.replaceRange('', from, to);
         this.select(-1);
     }
@@ -182,9 +184,10 @@ export class Editor {
         this.select(field ? index : -1);
         if (!field) return;
         if (isFromTable) this.label.reveal(index);
-        if (!this.isFresh || !field.commands) return;
+        const place = placeToSelect(field);
+        if (!this.isFresh || !place) return;
         this.isChoosing = true;
-        this.source.select(field.commands);
+        this.source.select(place);
         this.isChoosing = false;
         this.source.light(field.definition && field.definition.commands ? [field.definition.commands] : []);
     }
@@ -212,7 +215,8 @@ export class Editor {
         let index = fields.findIndex((field) => holds(field.commands));
         if (index < 0) index = fields.findIndex((field) => field.definition && holds(field.definition.commands));
         this.select(index);
-        this.source.light(index >= 0 && fields[index].commands ? [fields[index].commands] : []);
+        const place = index >= 0 && placeToSelect(fields[index]);
+        this.source.light(place ? [place] : []);
         if (isByHand && index < 0 && this.labels && this.labels.length === this.total) this.followLabel(byte);
     }
 

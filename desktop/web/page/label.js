@@ -140,11 +140,12 @@ export class Label {
     down(event) {
         if (event.button !== 0 || !this.width) return;
         const index = hit(this, this.toPage(event.clientX, event.clientY));
+        const wasSelected = index === this.selected;
         this.on.select(index);
-        if (index < 0 || event.pointerType === 'touch' && index !== this.touched) {
-            this.touched = index;
-            return;
-        }
+        // A finger scrolls, but for the field that it has selected.
+        const isTouch = event.pointerType === 'touch';
+        setClass($('stage'), 'held', isTouch && index >= 0);
+        if (index < 0 || (isTouch && !wasSelected)) return;
         $('stage').setPointerCapture(event.pointerId);
         this.held = {index, x: event.clientX, y: event.clientY, moved: false};
     }

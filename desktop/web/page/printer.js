@@ -35,12 +35,18 @@ export class Printer {
             return false;
         }
         this.showState();
+        this.connect();
+        // A browser has few connections for one address: tabs that nobody looks at give theirs back.
+        document.addEventListener('visibilitychange', () => document.hidden ? this.events.close() : this.connect());
+        return true;
+    }
+
+    connect() {
         this.events = doors.printerEvents();
         this.events.onmessage = (event) => this.told(JSON.parse(event.data));
         this.events.addEventListener('lost', () => this.readAgain());
         this.events.onopen = () => { this.isCut = false; this.readAgain(); };
         this.events.onerror = () => { this.isCut = true; this.showState(); };
-        return true;
     }
 
     enter() {
