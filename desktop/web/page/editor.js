@@ -70,6 +70,7 @@ export class Editor {
     }
 
     changed() {
+        this.isFresh = false;
         this.keyTime = performance.now();
         this.redraw();
         clearTimeout(this.keepTimer);
@@ -89,7 +90,11 @@ export class Editor {
         const {source} = this;
         const generation = source.editor.changeGeneration();
         try {
-            const report = await doors.drawPage(source.bytes, {...this.settings, page: this.page});
+            let report = await doors.drawPage(source.bytes, {...this.settings, page: this.page});
+            if (!report.page && report.total > 0) {  // the stream has fewer labels now
+                this.page = report.total;
+                report = await doors.drawPage(source.bytes, {...this.settings, page: this.page});
+            }
             const image = report.page && report.page.picture ? await picture(report.page.picture) : null;
             this.show(report, image, source.editor.isClean(generation));
             setText($('status'), report.page ? `${report.page.width} × ${report.page.height} dots, ${Math.round(performance.now() - asked)} ms` : '');
@@ -104,7 +109,6 @@ export class Editor {
         this.report = report;
         this.isFresh = isFresh;
         this.total = report.total;
-        this.page = Math.min(this.page, Math.max(report.total, 1));
         const page = report.page;
         if (page) this.label.show(image, page, marksOf(page.fields, report.findings, page.label));
         else this.label.clear();

@@ -37,6 +37,6 @@ export class Examples {
             }
         };
         return h('button', {class: 'card', onclick: press}, h('span', {class: 'thumb'}, picture), h('b', {}, example.title),
-            h('span', {class: 'quiet'}, example.about), h('span', {class: 'quiet small'}, `${size.replace('x', ' × ')}, ${dpi} dpi`));
+            h('span', {class: 'quiet'}, example.about), h('span', {class: 'quiet small'}, `${size.replace('x', ' × ').replace(/([0-9])([a-z])/, '$1 $2')}, ${dpi} dpi`));
     }
 }
