@@ -1,5 +1,6 @@
 """A virtual printer with its page, a browser before it, and hands for both."""
 import atexit
+import contextlib
 import os
 import pathlib
 import shutil
@@ -27,14 +28,12 @@ def free_port():
 def until(condition, what='it'):
     """The first true value of a condition; a browser needs a moment for all that it does."""
     end = time.monotonic() + PATIENCE
-    while True:
+    while time.monotonic() < end:
         value = condition()
-        if value or time.monotonic() > end:
-            break
+        if value:
+            return value
         time.sleep(0.02)
-    if not value:
-        raise AssertionError(f'{what} did not come')
-    return value
+    raise AssertionError(f'{what} did not come')
 
 
 class Printer:
@@ -51,34 +50,18 @@ class Printer:
         until(self.answers, 'the page')
 
     def answers(self):
-        try:
+        with contextlib.suppress(OSError):
             return urllib.request.urlopen(self.address + 'printer').status == 200
-        except OSError:
-            return False
 
-    def send(self, stream):
+    def send(self, stream, is_question=False):
         with socket.create_connection(('127.0.0.1', self.raw)) as client:
             client.sendall(stream.encode())
-
-    def ask(self, question):
-        with socket.create_connection(('127.0.0.1', self.raw)) as client:
-            client.sendall(question.encode())
-            return client.recv(1000)
+            return is_question and client.recv(1000)
 
     def end(self):
         self.process.send_signal(signal.SIGTERM)
         self.process.wait(PATIENCE)
         shutil.rmtree(self.folder, ignore_errors=True)
-
-
-def start_browser():
-    options = webdriver.ChromeOptions()
-    for argument in ('--headless=new', '--no-sandbox', '--disable-gpu', '--disable-dev-shm-usage', '--window-size=1440,900'):
-        options.add_argument(argument)
-    options.set_capability('goog:loggingPrefs', {'browser': 'ALL', 'performance': 'ALL'})
-    browser = webdriver.Chrome(options=options)
-    atexit.register(browser.quit)
-    return browser
 
 
 class PageTest(unittest.TestCase):
@@ -87,9 +70,15 @@ class PageTest(unittest.TestCase):
 
     @classmethod
     def setUpClass(cls):
-        if not PageTest.browser:
-            PageTest.printer = Printer()
-            PageTest.browser = start_browser()
+        if PageTest.browser:
+            return
+        PageTest.printer = Printer()
+        options = webdriver.ChromeOptions()
+        for argument in ('headless=new', 'no-sandbox', 'disable-gpu', 'disable-dev-shm-usage', 'window-size=1440,900'):
+            options.add_argument(f'--{argument}')
+        options.set_capability('goog:loggingPrefs', {'browser': 'ALL', 'performance': 'ALL'})
+        PageTest.browser = webdriver.Chrome(options=options)
+        atexit.register(PageTest.browser.quit)
 
     def setUp(self):
         self.go('')
@@ -103,7 +92,7 @@ class PageTest(unittest.TestCase):
         self.assertEqual(complaints, [])
         asked = [entry['message'] for entry in self.browser.get_log('performance') if '"Network.requestWillBeSent"' in entry['message']]
         self.assertTrue(asked)
-        own = ('"url":"' + self.printer.address, '"url":"data:', '"url":"blob:')
+        own = [f'"url":"{address}' for address in (self.printer.address, 'data:', 'blob:')]
         self.assertEqual([one for one in asked if not any(address in one for address in own)], [])
 
     def go(self, view):
@@ -118,8 +107,6 @@ class PageTest(unittest.TestCase):
     def shown(self, selector):
         return self.js('return document.querySelector(arguments[0])?.innerText ?? ""', selector)
 
-    # The editor.
-
     def editor(self, script, *arguments):
         return self.js("const editor = document.querySelector('.CodeMirror').CodeMirror; " + script, *arguments)
 
@@ -127,7 +114,7 @@ class PageTest(unittest.TestCase):
         return self.editor('return editor.getValue()')
 
     def drawings(self):
-        return int(self.js("return document.getElementById('status').dataset.drawn || 0"))
+        return self.js("return Number(document.getElementById('status').dataset.drawn)") or 0
 
     def drawn(self, before=0):
         until(lambda: self.drawings() > before, 'the drawing')
@@ -149,10 +136,6 @@ class PageTest(unittest.TestCase):
         """The middle of a field on the screen."""
         return self.js('''const box = document.querySelectorAll('#boxes rect')[arguments[0]].getBoundingClientRect();
             return [box.left + box.width / 2, box.top + box.height / 2].map(Math.round)''', index)
-
-    def scale(self):
-        """Pixels of the screen for one of the page."""
-        return self.js("return document.getElementById('paper').getBoundingClientRect().width / document.getElementById('paper').width")
 
     def pull(self, start, *steps):
         """Presses at a place, moves by steps, and lets go."""

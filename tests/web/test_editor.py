@@ -1,6 +1,4 @@
 """Labels written in the browser."""
-import unittest
-
 from selenium.webdriver.common.keys import Keys
 
 from desk import PageTest, until
@@ -33,8 +31,7 @@ class EditorTest(PageTest):
         self.assertEqual(self.shown('#fields tr.selected td'), '2')
         self.editor('editor.setCursor(3, 3)')
         until(lambda: self.shown('#fields tr.selected td') == '1', 'the field at the cursor')
-        self.assertEqual(self.js("return [...document.querySelectorAll('#boxes rect')].map((box) => box.classList.contains('selected'))"),
-                         [True, False])
+        self.assertEqual(self.js("return [...document.querySelectorAll('#boxes rect')].map((box) => box.matches('.selected'))"), [True, False])
         self.find('#fields tbody tr:nth-child(2)').click()
         self.assertEqual(self.editor('return editor.getSelection()'), lines[2])
 
@@ -90,8 +87,7 @@ class EditorTest(PageTest):
 
     def test_outlines_what_will_not_scan(self):
         self.write(label('^FO20,20^A0N,40^FDfine^FS', '^FO100,100^BEN,80^FD12345^FS', '^FO500,200^BCN,80^FDtoo wide for it^FS', '^XY'))
-        bad = self.js('''return [...document.querySelectorAll('#fields tbody tr')].filter((row) => row.classList.contains('bad'))
-            .map((row) => row.title)''')
+        bad = self.js("return [...document.querySelectorAll('#fields tr.bad')].map((row) => row.title)")
         self.assertEqual(len(bad), 2)
         self.assertIn('no barcode can be made of the data "12345"', bad[0])
         self.assertIn('is cut', bad[1])
@@ -104,7 +100,7 @@ class EditorTest(PageTest):
         self.editor("editor.focus(); editor.setCursor(1, '^FO20,'.length)")
         until(lambda: 'field origin' in self.shown('#help'), 'the help')
         self.assertEqual(self.shown('#help .current'), 'y [0]')
-        self.editor("editor.setCursor(1, 99)")
+        self.editor('editor.setCursor(1, 99)')
         self.type('^G', 'B')
         until(lambda: self.shown('.CodeMirror-hint').startswith('^GB'), 'the completion')
         self.type(Keys.ENTER)
@@ -140,6 +136,3 @@ class EditorTest(PageTest):
             }, (error) => done(String(error)));''')
         self.assertEqual(wrong, [])
 
-
-if __name__ == '__main__':
-    unittest.main()

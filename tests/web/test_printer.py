@@ -1,6 +1,4 @@
 """The virtual printer, seen in the browser."""
-import unittest
-
 from desk import PageTest, until
 
 
@@ -65,7 +63,7 @@ class PrinterTest(PageTest):
         words = '<img src=x onerror="document.title=1">'
         self.printer.send(f'^XA^FO20,20^BEN,50^FD{words}^FS^FO20,100^A0N,30^FDodd one^FS^XZ')
         until(lambda: words in self.shown('#job-detail .told'), 'the finding')
-        self.printer.ask('~HS')
+        self.printer.send('~HS', is_question=True)
         self.find('#tab-answers').click()
         until(lambda: '030,0,0,' in self.shown('#answers'), 'the answer')
         self.find('#tab-log').click()
@@ -84,6 +82,3 @@ class PrinterTest(PageTest):
         self.find('[aria-label="Delete R:DOTS.GRF"]').click()
         until(lambda: 'DOTS' not in self.shown('#panel-objects'), 'the end of the picture')
 
-
-if __name__ == '__main__':
-    unittest.main()
