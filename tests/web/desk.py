@@ -4,7 +4,6 @@ import contextlib
 import os
 import pathlib
 import shutil
-import signal
 import socket
 import subprocess
 import tempfile
@@ -59,7 +58,7 @@ class Printer:
             return is_question and client.recv(1000)
 
     def end(self):
-        self.process.send_signal(signal.SIGTERM)
+        self.process.terminate()
         self.process.wait(PATIENCE)
         shutil.rmtree(self.folder, ignore_errors=True)
 

@@ -24,6 +24,4 @@ class Pictures(PageTest):
 
 
 Pictures.setUpClass()
-test = Pictures()
-test.setUp()
-test.runTest()
+Pictures().debug()
