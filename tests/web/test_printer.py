@@ -56,7 +56,7 @@ class PrinterTest(PageTest):
         self.printer.send(labels(300, 'dropped'))
         until(lambda: self.row('dropped-1'), 'the job')
         self.press('cancel')
-        self.find('[data-job="dropped-1"] .lamp.cancelled')
+        self.find('[data-job="dropped-1"] .lamp.given-up')
         self.assertRegex(self.row('dropped-1')[-2], r'^\d\d? / 300$')
 
     def test_tells_findings_and_answers_and_filters_the_log(self):
@@ -73,12 +73,12 @@ class PrinterTest(PageTest):
         self.assertEqual(self.js("return document.querySelectorAll('main img[src=x]').length"), 0)
 
     def test_shows_and_deletes_what_is_stored(self):
-        self.printer.send('~DGR:DOTS.GRF,8,1,FF818181818181FF^XA^DFR:FORM.ZPL^FS^FO9,9^A0N,30^FN1^FS^XZ')
+        self.printer.send('~DGR:DOTS.GRF,8,1,FF818181818181FF^XA^DFR:FORM.ZPL^FS^FO9,9^GB30,30,3^FS^XZ')
         self.printer.send(labels(1, 'behind'))
         until(lambda: self.row('behind-1'), 'the job')
         self.find('#tab-objects').click()
         until(lambda: 'R:FORM.ZPL' in self.shown('#panel-objects'), 'the format')
-        until(lambda: self.js("return document.querySelector('#panel-objects img')?.naturalHeight") == 8, 'the picture')
+        until(lambda: self.js("return document.querySelector('[alt*=DOTS]')?.naturalHeight") == 8, 'the picture')
         self.find('[aria-label="Delete R:DOTS.GRF"]').click()
         until(lambda: 'DOTS' not in self.shown('#panel-objects'), 'the end of the picture')
 

@@ -22,12 +22,24 @@ export class Objects {
 
     row(object) {
         const {device, name, kind, bytes} = object;
-        const picture = kind === 'picture' && h('img', {src: `${doors.objectPath(object)}?format=png`, alt: '', loading: 'lazy'});
-        const look = async () => this.open(await doors.readObject(object), name.replace(/\.[^.]*$/, ''));
-        return h('div', {class: 'object'}, h('span', {class: 'thumb'}, picture || (kind === 'picture' ? '' : kind)), h('span', {class: 'grow'}, h('b', {}, `${device}:${name}`),
+        const isSeen = kind === 'picture' || kind === 'format';
+        const picture = isSeen && h('img', {src: `${doors.objectPath(object)}?format=png`, alt: `${device}:${name}`, loading: 'lazy'});
+        if (picture) picture.addEventListener('error', () => picture.replaceWith(kind));
+        return h('div', {class: 'object'}, h('span', {class: 'thumb'}, picture || kind), h('span', {class: 'grow'}, h('b', {}, `${device}:${name}`),
             h('span', {class: 'quiet'}, `${kind}, ${bytes.toLocaleString('en')} bytes`)),
-        kind === 'format' && h('button', {onclick: look}, 'Open'),
+        kind === 'format' && h('button', {onclick: () => this.look(object)}, 'Open'),
         h('button', {onclick: () => this.remove(object), 'aria-label': `Delete ${device}:${name}`}, 'Delete'));
+    }
+
+    /// A stored format in the editor: the stream that stores it and recalls it once.
+    async look(object) {
+        const name = `${object.device}:${object.name}`;
+        try {
+            const blob = new Blob([`^XA\n^DF${name}`, await doors.readObject(object), `\n^XZ\n^XA\n^XF${name}^FS\n^XZ\n`]);
+            this.open(await blob.arrayBuffer(), object.name.replace(/\.[^.]*$/, ''));
+        } catch (error) {
+            say(error.message, true);
+        }
     }
 
     async remove(object) {

@@ -10,6 +10,7 @@ import {Objects} from './objects.js';
 const WORDS = {
     'pause': 'Pause', 'resume': 'Resume', 'cancel': 'Cancel', 'cancel-all': 'Cancel all', 'feed': 'Feed', 'calibrate': 'Calibrate',
 };
+const SPEEDS = ['0', '2', '4', '6', '8', '10', '12', '14'];
 const SHOWN_STREAM = 200000;
 const MOST_PAGES = 500;
 /// In place of a job: all of them.
@@ -100,9 +101,21 @@ export class Printer {
         link.dataset.state = word.replace(' ', '-');
         if (link.title !== word) fill(link, h('span', {}, 'Printer '), word);
         link.title = word;
-        const about = [address, `${dpi} dpi`, size, speed && `speed ${speed}`, tag && `tags ${tag}`, out && `pages in ${out}`];
+        const about = [address, `${dpi} dpi`, size, tag && `tags with ${tag}`, out && `pages in ${out}`];
         setText($('printer-about'), about.filter(Boolean).join('  ·  '));
         this.showWords(paused);
+        this.showSpeed(String(speed));
+    }
+
+    showSpeed(speed) {
+        const select = $('printer-speed');
+        select.parentElement.hidden = !this.state.words.includes('speed');
+        const speeds = SPEEDS.includes(speed) ? SPEEDS : [...SPEEDS, speed];
+        if (select.options.length !== speeds.length) {
+            fill(select, ...speeds.map((one) => h('option', {value: one}, one === '0' ? 'as fast as it goes' : `${one} in/s`)));
+            select.onchange = () => this.command(`speed ${select.value}`);
+        }
+        if (document.activeElement !== select) select.value = speed;
     }
 
     showWords(paused) {
@@ -155,7 +168,7 @@ export class Printer {
         if (row.dataset.key === key) return row;
         row.dataset.key = key;
         const findings = job.findings.length;
-        fill(row, h('span', {class: `lamp ${job.state}`, title: job.state}), h('span', {class: 'ellipsis name'}, job.id),
+        fill(row, h('span', {class: `lamp ${job.state.replace(' ', '-')}`, title: job.state}), h('span', {class: 'ellipsis name'}, job.id),
             findings > 0 && h('span', {class: 'count', title: counted(findings, 'finding')}, String(findings)),
             h('span', {class: 'quiet number'}, `${job.printed} / ${job.pages}`), h('span', {class: 'quiet time'}, (job.time || '').slice(11, 19)));
         return row;
