@@ -112,7 +112,7 @@ export class Printer {
         select.parentElement.hidden = !this.state.words.includes('speed');
         const speeds = SPEEDS.includes(speed) ? SPEEDS : [...SPEEDS, speed];
         if (select.options.length !== speeds.length) {
-            fill(select, ...speeds.map((one) => h('option', {value: one}, one === '0' ? 'as fast as it goes' : `${one} in/s`)));
+            fill(select, ...speeds.map((one) => h('option', {value: one}, one === '0' ? 'fastest' : `${one} in/s`)));
             select.onchange = () => this.command(`speed ${select.value}`);
         }
         if (document.activeElement !== select) select.value = speed;
