@@ -1,5 +1,5 @@
 /// The view that writes labels: the stream at the left, the label at the right, and what ties them together.
-import {$, h, keep, memory, say, setText} from './dom.js';
+import {$, h, keep, memory, say, setClass, setText} from './dom.js';
 import {decode} from './bytes.js';
 import * as doors from './doors.js';
 import {learn} from './help.js';
@@ -207,7 +207,9 @@ export class Editor {
         this.label.select(index);
         this.fields.select(index, true);
         const field = this.report.page && this.report.page.fields[index];
-        setText($('where'), field ? `${index + 1}: ${field.description}` : '');
+        const mark = this.label.marks.get(index);
+        setText($('where'), field ? `${index + 1}: ${mark || field.description}` : '');
+        setClass($('where'), 'wrong', Boolean(field && mark));
     }
 
     /// The field whose commands the cursor is in lights up, on its own label.

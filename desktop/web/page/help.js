@@ -15,8 +15,6 @@ export function learn(commands) {
         const parameters = row.parameters.map((name) => (row.symbology && SHORT[name.replace(/ \[.*/, '')]) || name);
         for (const name of row.names) table.set(name, {...row, parameters, title: titleOf(name, row)});
     }
-    // These are in the table as one row without parts.
-    if (table.has('^BY')) table.get('^BY').parameters = ['module width in dots', 'ratio 2.0-3.0', 'height in dots'];
 }
 
 function titleOf(name, row) {
