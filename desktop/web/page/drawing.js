@@ -13,11 +13,14 @@ export class Newest {
 
     async run(input) {
         this.isBusy = true;
-        for (let next = {input}; next; next = this.waiting) {
-            this.waiting = null;
-            await this.work(next.input);
+        try {
+            for (let next = {input}; next; next = this.waiting) {
+                this.waiting = null;
+                await this.work(next.input);
+            }
+        } finally {
+            this.isBusy = false;
         }
-        this.isBusy = false;
     }
 }
 

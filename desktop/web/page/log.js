@@ -59,10 +59,9 @@ export class Log {
         const time = event.time || new Date().toTimeString();
         const row = h('li', {'data-kind': event.event}, h('time', {}, time.slice(time.indexOf('T') + 1).slice(0, 8)),
             h('span', {class: 'kind'}, event.event), h('span', {class: 'what'}, sentence));
-        const isAtEnd = this.hides(row);
+        row.hidden = this.hides(row);
         const log = $('log');
         log.prepend(row);
-        row.hidden = isAtEnd;
         if (log.childElementCount > MOST) log.lastChild.remove();
         if (event.event === 'answer') this.answered(event.text, event.time);
     }

@@ -38,7 +38,10 @@ export class Printer {
         this.showState();
         this.connect();
         // A browser has few connections for one address: tabs that nobody looks at give theirs back.
-        document.addEventListener('visibilitychange', () => document.hidden ? this.events.close() : this.connect());
+        document.addEventListener('visibilitychange', () => {
+            this.events.close();
+            if (!document.hidden) this.connect();
+        });
         return true;
     }
 
@@ -47,7 +50,14 @@ export class Printer {
         this.events.onmessage = (event) => this.told(JSON.parse(event.data));
         this.events.addEventListener('lost', () => this.readAgain());
         this.events.onopen = () => { this.isCut = false; this.readAgain(); };
-        this.events.onerror = () => { this.isCut = true; this.showState(); };
+        this.events.onerror = () => this.lost();
+    }
+
+    /// The browser asks again by itself, but not where it was refused.
+    lost() {
+        this.isCut = true;
+        this.showState();
+        if (this.events.readyState === EventSource.CLOSED) setTimeout(() => this.connect(), 3000);
     }
 
     enter() {
@@ -67,6 +77,7 @@ export class Printer {
             this.showState();
         }
         if (event.event === 'page') this.grown(event);
+        if (event.event === 'done' && !$('panel-objects').hidden) this.objects.read();
         this.reading.ask();
     }
 
