@@ -124,12 +124,9 @@ class PageTest(unittest.TestCase):
         self.editor('editor.setValue(arguments[0]); editor.setCursor(0, 0)', text)
         self.drawn(before)
 
-    def type(self, *keys, shift=False):
+    def type(self, *keys, held=()):
         actions = ActionChains(self.browser)
-        (actions.key_down(Keys.SHIFT).send_keys(*keys).key_up(Keys.SHIFT) if shift else actions.send_keys(*keys)).perform()
-
-    def undo(self):
-        ActionChains(self.browser).key_down(Keys.CONTROL).send_keys('z').key_up(Keys.CONTROL).perform()
+        (actions.key_down(held).send_keys(*keys).key_up(held) if held else actions.send_keys(*keys)).perform()
 
     def box(self, index):
         """The middle of a field on the screen."""

@@ -24,21 +24,20 @@ class EditorTest(PageTest):
         until(lambda: self.ink() == 200 * 60 - 160 * 20, 'the wider box')
 
     def test_shows_where_the_pointer_and_the_cursor_are(self):
-        lines = ['^CI28', '^FO20,20^A0N,40,40^FDÄÖÜ €𝄞^FS', '^FO300,200^GB120,60,60^FS']
-        self.write(label(*lines))
+        box = '^FO300,200^GB120,60,60^FS'
+        self.write(label('^CI28', '^FO20,20^A0N,40,40^FDÄÖÜ €𝄞^FS', box))
         self.pull(self.box(1))
-        self.assertEqual(self.editor('return editor.getSelection()'), lines[2])
+        self.assertEqual(self.editor('return editor.getSelection()'), box)
         self.assertEqual(self.shown('#fields tr.selected td'), '2')
         self.editor('editor.setCursor(3, 3)')
         until(lambda: self.shown('#fields tr.selected td') == '1', 'the field at the cursor')
         self.assertEqual(self.js("return [...document.querySelectorAll('#boxes rect')].map((box) => box.matches('.selected'))"), [True, False])
         self.find('#fields tbody tr:nth-child(2)').click()
-        self.assertEqual(self.editor('return editor.getSelection()'), lines[2])
+        self.assertEqual(self.editor('return editor.getSelection()'), box)
 
     def test_follows_the_cursor_from_label_to_label(self):
         self.write(label('^FO20,20^GB100,50,50^FS') + label('^FO20,20^GB10,10,10^FS', '^FX second'))
         until(lambda: self.js("return document.getElementById('page').options.length") == 2, 'the list of labels')
-        self.drawn()
         until(lambda: self.editor('editor.setCursor(7, editor.getCursor().ch ^ 1); return true') and self.ink() == 100, 'the second label')
         self.find('#previous').click()
         until(lambda: self.ink() == 5000, 'the first label')
@@ -74,7 +73,7 @@ class EditorTest(PageTest):
                 until(lambda: self.text() != label(commands), 'the change')
                 self.drawn(before)
                 self.assertEqual(self.text(), label(wanted))
-                self.undo()
+                self.type('z', held=Keys.CONTROL)
                 self.assertEqual(self.text(), label(commands))
 
     def test_moves_by_arrow_keys_on_a_turned_view(self):
@@ -82,7 +81,7 @@ class EditorTest(PageTest):
         self.find('#rotate').click()
         self.pull(self.box(0))
         self.type(Keys.ARROW_RIGHT, Keys.ARROW_RIGHT)
-        self.type(Keys.ARROW_DOWN, shift=True)
+        self.type(Keys.ARROW_DOWN, held=Keys.SHIFT)
         self.assertEqual(self.text(), label('^FO50,58^GB80,60,60^FS'))
 
     def test_outlines_what_will_not_scan(self):
@@ -105,6 +104,12 @@ class EditorTest(PageTest):
         until(lambda: self.shown('.CodeMirror-hint').startswith('^GB'), 'the completion')
         self.type(Keys.ENTER)
         self.assertIn('^FO20,20^GB\n', self.text())
+
+    def test_opens_examples(self):
+        self.go('examples')
+        until(lambda: self.js("return [...document.querySelectorAll('.card img')].filter((one) => one.naturalWidth > 100).length") == 7, 'pictures')
+        self.find('.card:nth-child(2)').click()
+        until(lambda: 'Rye crispbread' in self.text(), 'the example')
 
     def test_shows_hostile_text_as_text(self):
         words = '<img src=x onerror="document.title=\'taken\'"><script>document.title="taken"</script>'

@@ -47,7 +47,6 @@ class PrinterTest(PageTest):
         until(lambda: (self.row('edited-1') or [''])[-2:-1] == ['2 / 2'], 'the job')
 
     def test_pauses_and_goes_on_and_cancels(self):
-        until(lambda: self.state() == 'ready', 'the printer')
         self.press('pause')
         until(lambda: self.state() == 'paused', 'the pause')
         self.printer.send(labels(4, 'waiting'))

@@ -26,7 +26,7 @@ async function ask(path, options = {}) {
 
 const bytes = {'Content-Type': 'application/octet-stream'};
 const post = (path, body, headers = bytes) => ask(path, {method: 'POST', body, headers});
-const query = (values) => new URLSearchParams(Object.entries(values).filter(([, value]) => value !== '' && value !== null));
+const query = (values) => new URLSearchParams(Object.entries(values).filter(([, value]) => value !== '' && value !== undefined));
 
 /// The report of one page with its picture, and how many pages the stream has.
 export async function drawPage(stream, {dpi, size, page}) {

@@ -8,7 +8,7 @@ import {Label, ZOOMS} from './label.js';
 import {Fields} from './fields.js';
 import {Newest, picture} from './drawing.js';
 import {levelOf, marksOf, showFindings} from './findings.js';
-import {placeToSelect} from './edit.js';
+import {placeOfLook, placeToSelect} from './edit.js';
 import {Mover} from './move.js';
 import {dotsPer} from './rulers.js';
 import {NEW_LABEL, wireTools} from './tools.js';
@@ -221,8 +221,7 @@ export class Editor {
         let index = fields.findIndex((field) => holds(field.commands));
         if (index < 0) index = fields.findIndex((field) => field.definition && holds(field.definition.commands));
         this.select(index);
-        const place = index >= 0 && placeToSelect(fields[index]);
-        this.source.light(place ? [place] : []);
+        this.source.light(index < 0 ? [] : [fields[index].commands, placeOfLook(fields[index])].filter(Boolean));
         if (isByHand && index < 0 && this.labels && this.labels.length === this.total) this.followLabel(byte);
     }
 
