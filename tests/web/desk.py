@@ -82,7 +82,6 @@ class PageTest(unittest.TestCase):
     def setUp(self):
         self.go('')
         self.js('localStorage.clear()')
-        self.go('')
         self.browser.refresh()
         self.drawn()
 

@@ -86,7 +86,7 @@ export class Printer {
         if (!now) return;
         [this.state, this.jobs] = now;
         this.show();
-        await new Promise((resolve) => { setTimeout(resolve, 60); });
+        await new Promise((resolve) => { setTimeout(resolve, 150); });
     }
 
     grown({job, page}) {
