@@ -95,6 +95,9 @@ constexpr OptionRow OptionTable[] = {
     {"--json", "", "", Drawing | Serve,
      "prints JSON for programs instead of lines: zpl serve one object a line for each event, the others one in all",
      [](Reading& r, Text, Text) { r.serve.json = r.render.json = true; }},
+    {"--scan", "", "", Render | Check,
+     "reads each barcode back from its page, as a scanner would, and tells what it does not read or reads otherwise",
+     [](Reading& r, Text, Text) { r.render.readsSymbols = true; }},
     {"--strict", "", "", Render | Check,
      "ends with 3 if a command that may change the page is unknown, a format was dropped, or a barcode was refused, is "
      "not whole on its page or cannot be scanned",

@@ -14,6 +14,7 @@ enum class LogTopic {
     BarcodeCut,         ///< a barcode that is not, or not whole, on its page
     BarcodeUnreadable,  ///< a barcode that no scanner reads as it is drawn
     BarcodeDoubtful,    ///< a barcode that is not as its symbology asks
+    BarcodeNotRead,     ///< a barcode that was to be read back, which its reader cannot do
     OffPage,            ///< anything else that is not, or not whole, on its page
     NotDrawn,           ///< something that the stream asks for and the system does not draw
     Limit,              ///< something past a limit, refused as a whole

@@ -6,6 +6,7 @@
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/processor/CreateHandlers.h"
+#include "library/LoadedReader.h"
 #include "propertybus/PublishingPropertyManager.h"
 
 namespace {
@@ -30,6 +31,7 @@ Desk::Desk(DeskSettings const& settings)
         machine_.formatsFolder = storage_.emplace(std::filesystem::temp_directory_path(), "zpl-").Path();
     model_->PartManager().SetInstalledPart({settings.widthInches, settings.heightInches});
     PrintEngine::Printing::PrintProcessHandler::GetInstance()->InitializeOffscreenDrawing();
+    if (settings.readsSymbols) reader_ = LoadSymbolReader();
     SetUpFonts(fonts_);
     SetFontReceiver({});
     StartStream();
@@ -50,7 +52,10 @@ void Desk::SetHostReceiver(std::function<void(std::string_view)> receiver) {
 }
 
 std::unique_ptr<Zpl::Host::Session> Desk::MakeSession() {
-    return std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fonts_, printerContext_, handlers_, machine_);
+    auto session =
+        std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fonts_, printerContext_, handlers_, machine_);
+    session->SetSymbolReader(reader_);
+    return session;
 }
 
 void Desk::SetUpFonts(PrintEngine::Printing::TrueTypeCacheCreator& fonts) const {

@@ -13,6 +13,7 @@
 #include "Scripting/InkGauge.h"
 #include "fields/map/FieldNotes.h"
 #include "fields/map/FieldPlaces.h"
+#include "fields/map/SymbolReader.h"
 #include "frontend/context/ContextProcessor.h"
 #include "frontend/stream/ZplTypes.h"
 
@@ -123,6 +124,9 @@ public:
     void DropField() { gauge_.EndField(); }
 
     bool WantsSymbols() const { return detail_ != Detail::Ink; }
+    /// Symbols are also read by this one; null: they are not.
+    void SetReader(std::shared_ptr<SymbolReader const> reader) { reader_ = std::move(reader); }
+    SymbolReader const* Reader() const { return reader_.get(); }
     bool WantsDetails() const { return detail_ == Detail::Everything; }
 
     // The calls from here on are for maps with details alone.
@@ -154,6 +158,7 @@ private:
 
     Scripting::InkGauge& gauge_;
     Detail detail_;
+    std::shared_ptr<SymbolReader const> reader_;
     std::vector<MappedField> fields_;
     std::vector<Scripting::PixelBox> boxesBefore_;  ///< of what was noted before, as far as its last barcode
     std::string_view symbology_;                    ///< of the field under way; empty if it is no barcode

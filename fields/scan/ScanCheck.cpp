@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "fields/scan/SymbolCheck.h"
-#include "fields/scan/Symbologies.h"
 #include "foundation/Log.h"
 
 namespace ZplCore {
@@ -21,14 +20,16 @@ void JudgeBarcodes(FieldMap& map, ScannedLabel const& label) {
     auto const before = Log::Place();
     for (std::size_t i = 0; i < map.Fields().size(); ++i) {
         auto const& field = map.Fields()[i];
-        if (!field.symbol || !RuleOf(field.symbol->symbology)) continue;
-        SymbolCheck check(map, i, label.pageDpi);
+        if (!field.symbol) continue;
+        bool const isNew = !label.isToldBlank && (label.isFirstCopy || !map.StandsAsBefore(i));
+        SymbolCheck check(map, i, label.pageDpi, isNew ? map.Reader() : nullptr);
         auto verdict = check.Judge();
+        Log::SetPlace(field.place);
+        if (check.IsUnknownToReader())
+            Log::Report(LogTopic::BarcodeNotRead, "a symbol of " + std::string(field.symbol->symbology) +
+                                                      " is not read back: no reader knows it");
         if (!verdict) continue;
-        if (!label.isToldBlank && (label.isFirstCopy || !map.StandsAsBefore(i))) {
-            Log::SetPlace(field.place);
-            Log::Report(TopicOf(*verdict, check.IsCut()), verdict->text);
-        }
+        if (isNew) Log::Report(TopicOf(*verdict, check.IsCut()), verdict->text);
         map.Judge(i, std::move(*verdict));
     }
     Log::SetPlace(before);

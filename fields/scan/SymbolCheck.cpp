@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "fields/ink/MissingInk.h"
+#include "fields/scan/SymbolReading.h"
 #include "foundation/Quoted.h"
 
 namespace ZplCore {
@@ -35,11 +36,12 @@ std::string Percent(double share) { return std::to_string(std::max(1L, std::lrou
 
 }  // namespace
 
-SymbolCheck::SymbolCheck(FieldMap const& map, std::size_t index, unsigned pageDpi)
+SymbolCheck::SymbolCheck(FieldMap const& map, std::size_t index, unsigned pageDpi, SymbolReader const* reader)
     : map_(map),
       field_(map.Fields()[index]),
       symbol_(*field_.symbol),
-      rule_(*RuleOf(symbol_.symbology)),
+      rule_(RuleOf(symbol_.symbology)),
+      reader_(reader),
       enlargement_(std::clamp(map.Page().formatScale, 1U, 64U)),
       pixelsPerDot_(map.Gauge().PixelsPerDot() / enlargement_),
       millimetres_(enlargement_ * 25.4 / std::max(1U, pageDpi)) {}
@@ -51,6 +53,7 @@ std::optional<ScanVerdict> SymbolCheck::Judge() {
         CheckModule(picture);
         if (!isCut_) CheckQuietZone(picture);
         CheckHeight(picture);
+        if (reader_ && !isCut_) CheckReading(picture);
         // Of several symbols of a field one is told.
         if (!problems_.empty()) break;
     }
@@ -131,6 +134,30 @@ void SymbolCheck::CheckHeight(PixelRows const& picture) {
     Add(false, "has bars " + Figure(height, 1) + " mm high, and " + Figure(rule_.leastHeight, 1) +
                    " mm are the usual least: make them " + std::to_string(ToDots(rule_.leastHeight / millimetres_)) +
                    " dots high or more");
+}
+
+void SymbolCheck::CheckReading(PixelRows const& picture) {
+    PixelBox ground = picture.box;
+    for (Side const side : Sides) ground.Add(Strip(picture.box, side, static_cast<int>(NeededAt(side))));
+    auto shown = map_.Gauge().InkIn(ground);
+    if (map_.Page().mirror) Mirror(shown);
+    auto const reading = ReadSymbol({symbol_, rule_, picture, std::move(shown), module_}, *reader_);
+    std::string const mend =
+        map_.Page().mirror ? "print it without mirroring" : "free it of what stands on it or beside it";
+    std::string const reads = "reads as " + Quoted(reading.read) + ", ";
+    switch (reading.result) {
+        case SymbolReading::Result::Right: break;
+        case SymbolReading::Result::Unknown: isUnknownToReader_ = true; break;
+        case SymbolReading::Result::Unread:
+            Add(true, "is not read on its page, though it is on white paper: " + mend);
+            break;
+        case SymbolReading::Result::Other:
+            Add(true, reads + "and on white paper as " + Quoted(reading.wanted) + ": " + mend);
+            break;
+        case SymbolReading::Result::NotAsAsked:
+            Add(false, reads + "and is made of " + Quoted(reading.wanted) + ": send what the symbol can say");
+            break;
+    }
 }
 
 bool SymbolCheck::HasLevelBars() const {

@@ -15,13 +15,16 @@ namespace ZplCore {
 /// Looks at one barcode of a finished label.
 class SymbolCheck {
 public:
-    /// A field that has a symbol of a symbology with a rule; `pageDpi` is pixels of the finished page per inch.
-    SymbolCheck(FieldMap const& map, std::size_t index, unsigned pageDpi);
+    /// A field that has a symbol; `pageDpi` is pixels of the finished page per inch. Without
+    /// a reader the symbol is looked at, and not read.
+    SymbolCheck(FieldMap const& map, std::size_t index, unsigned pageDpi, SymbolReader const* reader);
 
     /// Nothing if a scanner has nothing to complain of.
     std::optional<ScanVerdict> Judge();
     /// Whether the page shows less than all of it.
     bool IsCut() const { return isCut_; }
+    /// Whether the reader does not know such symbols.
+    bool IsUnknownToReader() const { return isUnknownToReader_; }
 
 private:
     /// What goes behind the name of the barcode: what is wrong, and how to mend it.
@@ -41,6 +44,7 @@ private:
     void CheckModule(Scripting::PixelRows const& picture);
     void CheckQuietZone(Scripting::PixelRows const& picture);
     void CheckHeight(Scripting::PixelRows const& picture);
+    void CheckReading(Scripting::PixelRows const& picture);
 
     double NeededAt(Side side) const;
     Margin MarginAt(Scripting::PixelBox const& symbol, Side side) const;
@@ -65,11 +69,13 @@ private:
     MappedField const& field_;
     MappedSymbol const& symbol_;
     SymbologyRule const& rule_;
+    SymbolReader const* reader_;
     double enlargement_;
     double pixelsPerDot_;  ///< of the label as it is drawn
     double millimetres_;   ///< of such a pixel on the page
     double module_ = 0;    ///< pixels; 0 where it is not known
     bool isCut_ = false;
+    bool isUnknownToReader_ = false;
     bool isInverted_ = false;
     std::string overprinter_;        ///< its name; empty if it is not known or there is none
     std::vector<Problem> problems_;  ///< the worst first

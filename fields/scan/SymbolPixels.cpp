@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace ZplCore {
@@ -97,6 +98,20 @@ PixelBox Strip(PixelBox const& box, Side side, int depth) {
         case Side::Bottom: break;
     }
     return {box.left, box.bottom, box.right, box.bottom + depth};
+}
+
+void Mirror(PixelRows& picture) {
+    PixelRows mirrored{picture.box, std::vector<std::uint64_t>(picture.words.size())};
+    std::size_t const words = picture.WordsPerRow();
+    for (int y = 0; y < picture.box.Height(); ++y) {
+        for (int x = 0; x < picture.box.Width(); ++x) {
+            int const to = picture.box.Width() - 1 - x;
+            if (IsBlack(picture.Row(y), x))
+                mirrored.words[static_cast<std::size_t>(y) * words + static_cast<std::size_t>(to / WordBits)] |=
+                    std::uint64_t{1} << (WordBits - 1 - to % WordBits);
+        }
+    }
+    picture = std::move(mirrored);
 }
 
 int LeastRun(PixelRows const& picture, bool isLevel) {

@@ -26,6 +26,9 @@ constexpr Side Opposite(Side side) {
 /// The part of a box of `depth` pixels along its outside.
 Scripting::PixelBox Strip(Scripting::PixelBox const& box, Side side, int depth);
 
+/// Mirrors a picture left to right.
+void Mirror(Scripting::PixelRows& picture);
+
 /// The narrowest run of black or white pixels of a picture from left to right, or from top to bottom: a module of most
 /// symbols. 0 if there is none.
 int LeastRun(Scripting::PixelRows const& picture, bool isLevel);

@@ -83,10 +83,11 @@ constexpr std::array Rules = std::to_array<SymbologyRule>({
 
 }  // namespace
 
-SymbologyRule const* RuleOf(std::string_view symbology) {
+SymbologyRule const& RuleOf(std::string_view symbology) {
     auto const* const rule =
         std::find_if(Rules.begin(), Rules.end(), [&](auto const& row) { return row.name == symbology; });
-    return rule == Rules.end() ? nullptr : rule;
+    static constexpr SymbologyRule Other = Area("such symbols", None, By::ModuleSize, "");
+    return rule == Rules.end() ? Other : *rule;
 }
 
 }  // namespace ZplCore

@@ -31,7 +31,7 @@ struct SymbologyRule {
     std::string_view decoder;  ///< what the decoder calls it; empty if it does not know it
 };
 
-/// The rule of a symbology by its name in the field map; null if there is none.
-SymbologyRule const* RuleOf(std::string_view symbology);
+/// The rule of a symbology by its name in the field map; one that asks for little if there is none.
+SymbologyRule const& RuleOf(std::string_view symbology);
 
 }  // namespace ZplCore

@@ -269,7 +269,7 @@ Finding Findings::OfUnknownCommand(ZplCommand const& command, std::uint64_t offs
 
 void Findings::AddReport(LogTopic topic, std::string const& text, Format format, std::optional<std::uint64_t> offset) {
     Finding finding{KindOf(topic), Printable(text), 0, offset};
-    if (topic == LogTopic::Font) {
+    if (topic == LogTopic::Font || topic == LogTopic::BarcodeNotRead) {
         AddCounted(std::move(finding), format);
     } else {
         Add(std::move(finding), format);

@@ -7,15 +7,14 @@
 
 namespace {
 
-DeskSettings SettingsOf(unsigned dpi) {
-    DeskSettings settings;
-    settings.designDpi = settings.printerDpi = dpi;
-    return settings;
-}
+enum class Look { Only, AndRead };
 
 /// What is told of the barcodes of a stream, as "kind: sentence".
-std::vector<std::string> Complaints(std::string const& stream, unsigned dpi = 203) {
-    Desk desk(SettingsOf(dpi));
+std::vector<std::string> Complaints(std::string const& stream, unsigned dpi = 203, Look look = Look::Only) {
+    DeskSettings settings;
+    settings.designDpi = settings.printerDpi = dpi;
+    settings.readsSymbols = look == Look::AndRead;
+    Desk desk(settings);
     Findings findings(stream);
     StreamInterpreter interpreter(desk, stream, findings);
     interpreter.Run([&](FinishedLabel& finished) {
@@ -26,7 +25,7 @@ std::vector<std::string> Complaints(std::string const& stream, unsigned dpi = 20
     });
     std::vector<std::string> lines;
     for (auto const& finding : findings.List()) {
-        if (NameOf(finding.kind).starts_with("barcode-"))
+        if (NameOf(finding.kind).starts_with("barcode-") || look == Look::AndRead)
             lines.push_back(std::string(NameOf(finding.kind)) + ": " + finding.text);
     }
     return lines;
@@ -146,6 +145,33 @@ TEST(ScanCheck, WhatScansIsNotComplainedOf) {
         auto const stream = ReadRegularFile("examples/" + std::string(name) + ".zpl");
         ASSERT_FALSE(stream.empty()) << name;
         EXPECT_EQ(Complaints(stream, dpi), std::vector<std::string>()) << name;
+    }
+}
+
+std::string const Unread =
+    "barcode-unreadable: the barcode \"QA,Hello\" is not read on its page, though it is on white paper: ";
+
+Damage const ReadLabels[] = {
+    {"^FO40,40^BCR,80^FD>;1234>6AB^FS^FO200,40^BXN,6,200,,,,_^FD_1AB^FS^FO200,200^BQN,2,4^FDHM,N0123^FS", {}},
+    {"^PMY^FO100,40^BCN,80^FDABC^FS^FO200,200^BQN,2,4^FDQA,Hello^FS", Unread + "print it without mirroring"},
+    // What error correction repairs, and what it does not.
+    {"^FO60,60^BQN,2,4^FDQA,Hello^FS^FO100,100^GB12,12,12^FS",
+     "barcode-doubtful: the barcode \"QA,Hello\" is overprinted on 1 % of its area by the box or line at x = 100, y = "
+     "100: move one of them"},
+    {"^FO60,60^BQN,2,4^FDQA,Hello^FS^FO60,100^GB84,12,12^FS",
+     Unread + "free it of what stands on it or beside it; it also is overprinted on 8 % of its area by the box or line "
+              "at x = 60, y = 100: move one of them"},
+    // Several symbols of one field, and such as no reader knows.
+    {"^FO40,40^BON,3,N,0,N,3^FDin several symbols^FS", {}},
+    {"^FO60,60^BPN,N,80^FD12^FS^FO60,200^BPN,N,80^FD34^FS",
+     "notice: a symbol of Plessey is not read back: no reader knows it"},
+};
+
+TEST(ScanCheck, ReadsSymbolsBack) {
+    for (auto const& [fields, complaint] : ReadLabels) {
+        auto const stream = "^XA^PW400^LL400^BY2" + std::string(fields) + "^XZ^XA^PMN^XZ";
+        auto const complaints = complaint.empty() ? std::vector<std::string>() : std::vector{complaint};
+        EXPECT_EQ(Complaints(stream, 203, Look::AndRead), complaints) << fields;
     }
 }
 
