@@ -5,7 +5,7 @@
 #include "desktop/Commands.h"
 
 ZplCore::FieldMap::Detail DetailOf(RenderOptions const& options) {
-    return options.json ? ZplCore::FieldMap::Detail::Everything : ZplCore::FieldMap::Detail::Ink;
+    return options.json ? ZplCore::FieldMap::Detail::Everything : ZplCore::FieldMap::Detail::Symbols;
 }
 
 std::optional<FieldsJson> FieldsJsonOf(RenderOptions const& options, std::string_view stream) {

@@ -23,6 +23,7 @@ LabelDrawer::LabelDrawer(Desk& desk, ZplCore::FieldMap::Detail detail)
     if (auto* const keeper = Scripting::PageKeeper::Of(target_.get())) keeper->KeepPages();
     if (auto* const gauge = Scripting::InkGauge::Of(target_.get()))
         map_ = std::make_shared<ZplCore::FieldMap>(*gauge, detail);
+    if (map_) map_->SetReader(desk.Reader());
 }
 
 bool LabelDrawer::Draw(LabelTask task, std::optional<VirtualTag> const& tag,

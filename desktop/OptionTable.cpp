@@ -28,7 +28,8 @@ constexpr CommandRow CommandTable[] = {
      ExitCodes},
     {"check", Check, "FILE...|-", "", "tell what a stream holds and what is wrong with it, without drawing",
      "Reads each stream as zpl render does and reports its labels, their copies, and what would not print as it was "
-     "sent: barcodes without fitting data, what does not stand on the page or in its block, unknown commands, numbers "
+     "sent: barcodes without fitting data and such as a scanner may not read, what does not stand on the page or in "
+     "its block, unknown commands, numbers "
      "out of range, missing pictures, formats and fonts, damaged data. Each is told in a sentence with label, byte "
      "offset, line and column.\n"
      "Draws the first copy of each label in memory, and no files.",
@@ -94,9 +95,12 @@ constexpr OptionRow OptionTable[] = {
     {"--json", "", "", Drawing | Serve,
      "prints JSON for programs instead of lines: zpl serve one object a line for each event, the others one in all",
      [](Reading& r, Text, Text) { r.serve.json = r.render.json = true; }},
+    {"--scan", "", "", Render | Check,
+     "reads each barcode back from its page, as a scanner would, and tells what it does not read or reads otherwise",
+     [](Reading& r, Text, Text) { r.render.readsSymbols = true; }},
     {"--strict", "", "", Render | Check,
-     "ends with 3 if a command that may change the page is unknown, a format was dropped, or a barcode was refused or "
-     "is not whole on its page",
+     "ends with 3 if a command that may change the page is unknown, a format was dropped, or a barcode was refused, is "
+     "not whole on its page or cannot be scanned",
      [](Reading& r, Text, Text) { r.render.strict = true; }},
     {"--tolerance", "N", "", Compare, "dots of a page that may differ (default 0)",
      [](Reading& r, Text name, Text value) { r.compare.tolerance = OptionValues::Number(name, value, 0, 67'108'864); }},

@@ -9,16 +9,19 @@
 
 /// What a report is about, so that its receiver can count, filter and fail by it.
 enum class LogTopic {
-    UnknownCommand,  ///< a command that is not in the language's table
-    BarcodeRefused,  ///< data that a symbology cannot carry
-    BarcodeCut,      ///< a barcode that is not, or not whole, on its page
-    OffPage,         ///< anything else that is not, or not whole, on its page
-    NotDrawn,        ///< something that the stream asks for and the system does not draw
-    Limit,           ///< something past a limit, refused as a whole
-    Data,            ///< damaged data of a field or an object
-    Font,            ///< a font that is missing or replaced
-    File,            ///< a stored object that cannot be read or written
-    Dropped,         ///< a format that is given up, or a command outside all formats
+    UnknownCommand,     ///< a command that is not in the language's table
+    BarcodeRefused,     ///< data that a symbology cannot carry
+    BarcodeCut,         ///< a barcode that is not, or not whole, on its page
+    BarcodeUnreadable,  ///< a barcode that no scanner reads as it is drawn
+    BarcodeDoubtful,    ///< a barcode that is not as its symbology asks
+    BarcodeNotRead,     ///< a barcode that was to be read back, which its reader cannot do
+    OffPage,            ///< anything else that is not, or not whole, on its page
+    NotDrawn,           ///< something that the stream asks for and the system does not draw
+    Limit,              ///< something past a limit, refused as a whole
+    Data,               ///< damaged data of a field or an object
+    Font,               ///< a font that is missing or replaced
+    File,               ///< a stored object that cannot be read or written
+    Dropped,            ///< a format that is given up, or a command outside all formats
 };
 
 /// Reports about what streams contain. Nothing is changed by a report, and without a sink it is dropped. Each thread

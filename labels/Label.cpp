@@ -10,6 +10,7 @@
 #include "fields/graphics/StoredGraphics.h"
 #include "fields/ink/MissingInk.h"
 #include "fields/map/FieldMap.h"
+#include "fields/scan/ScanCheck.h"
 #include "foundation/Log.h"
 #include "frontend/context/ObjectName.h"
 #include "frontend/context/ZplContextKeys.h"
@@ -194,8 +195,12 @@ void Label::EndLabel() {
     target.EndLabel(settings);
     auto const& map = processor_.GetFieldMap();
     if (map) map->EndLabel(settings);
+    if (!map) return;
     // Copies differ in a number at most, and one sentence is enough.
-    if (map && processor_.CurrentLabelNumber() == 0) ZplCore::ReportMissingInk(*map);
+    bool const isFirst = processor_.CurrentLabelNumber() == 0;
+    bool const isBlank = isFirst && ZplCore::ReportMissingInk(*map);
+    if (map->WantsSymbols())
+        ZplCore::JudgeBarcodes(*map, {processor_.GetPrinterContext()->PrinterDpi().Value(), isFirst, isBlank});
 }
 
 bool Label::ShouldPrint() const {

@@ -6,6 +6,7 @@
 #include "foundation/Log.h"
 #include "frontend/context/ZplContextKeys.h"
 #include "frontend/processor/CreateHandlers.h"
+#include "library/LoadedReader.h"
 #include "library/WarmFonts.h"
 #include "propertybus/PublishingPropertyManager.h"
 
@@ -33,6 +34,7 @@ Desk::Desk(DeskSettings const& settings)
     PrintEngine::Printing::PrintProcessHandler::GetInstance()->InitializeOffscreenDrawing();
     fonts_ = WarmFonts::Take(FontSettings());
     if (!fonts_) SetUpFonts(*(fonts_ = std::make_unique<PrintEngine::Printing::TrueTypeCacheCreator>()));
+    if (settings.readsSymbols) reader_ = LoadSymbolReader();
     SetFontReceiver({});
     StartStream();
 }
@@ -64,7 +66,10 @@ void Desk::SetHostReceiver(std::function<void(std::string_view)> receiver) {
 }
 
 std::unique_ptr<Zpl::Host::Session> Desk::MakeSession() {
-    return std::make_unique<Zpl::Host::Session>(*model_, systemContext_, *fonts_, printerContext_, handlers_, machine_);
+    auto session =
+        std::make_unique<Zpl::Host::Session>(*model_, systemContext_, *fonts_, printerContext_, handlers_, machine_);
+    session->SetSymbolReader(reader_);
+    return session;
 }
 
 void Desk::SetUpFonts(PrintEngine::Printing::TrueTypeCacheCreator& fonts) const {

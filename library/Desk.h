@@ -25,6 +25,7 @@
 /// other desks may work in other threads.
 class Desk {
 public:
+    /// Throws std::runtime_error if symbols shall be read back and no reader is there.
     explicit Desk(DeskSettings const& settings);
     ~Desk();
     Desk(Desk const&) = delete;
@@ -43,6 +44,8 @@ public:
     Telling Report(LogTopic topic, std::string_view text, std::string_view subject, Findings::Format format);
     /// Makes fonts draw what the desk's own draw, for another thread that draws its labels.
     void SetUpFonts(PrintEngine::Printing::TrueTypeCacheCreator& fonts) const;
+    /// Reads the symbols of labels back; null where nobody asks for that.
+    std::shared_ptr<ZplCore::SymbolReader const> const& Reader() const { return reader_; }
     ZPLProcessorInterface& Model() { return *model_; }
     /// The printer of the stream under way.
     PrinterContext const& Printer() const { return *printerContext_; }
@@ -65,6 +68,7 @@ private:
     std::shared_ptr<Clock const> clock_;
     Scripting::Dpi printerDpi_;
     Scripting::Dpi designDpi_;
+    std::shared_ptr<ZplCore::SymbolReader const> reader_;
     std::function<void(std::string_view)> hostReceiver_;
     std::shared_ptr<Context> systemContext_;
     std::shared_ptr<PrinterContext> printerContext_;

@@ -19,6 +19,7 @@ struct DeskSettings {
     std::vector<std::pair<std::string, std::string>> fonts;     ///< font letter or object name, and file
     std::optional<std::chrono::system_clock::time_point> time;  ///< local wall time at which the clock stands still
     std::optional<VirtualTag> tag;  ///< that every label carries; without one the tag commands are unknown
+    bool readsSymbols = false;      ///< barcodes are read back from their pages
     /// Without a formats folder, what streams store lasts as long as the desk.
     MachineSettings machine;
 };

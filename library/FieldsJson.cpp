@@ -64,6 +64,10 @@ public:
         WriteFont(details);
         WriteSettings(details);
         WriteInk(field, details);
+        if (auto const& verdict = field.verdict) {
+            writer_.Key("scan").StartObject().Key("unreadable").Bool(verdict->isFault);
+            writer_.Key("text").String(verdict->text).EndObject();
+        }
         writer_.EndObject();
     }
 

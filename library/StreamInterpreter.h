@@ -15,10 +15,10 @@ public:
     using Tell = StreamReader::Tell;
     using Detail = StreamReader::Detail;
 
-    StreamInterpreter(Desk& desk, std::string_view stream, Tell tell, Detail detail = Detail::Ink)
+    StreamInterpreter(Desk& desk, std::string_view stream, Tell tell, Detail detail = Detail::Symbols)
         : input_(stream), reader_(desk, std::move(tell), detail), hearing_(reader_) {}
     /// Tells it at once.
-    StreamInterpreter(Desk& desk, std::string_view stream, Findings& findings, Detail detail = Detail::Ink)
+    StreamInterpreter(Desk& desk, std::string_view stream, Findings& findings, Detail detail = Detail::Symbols)
         : StreamInterpreter(
               desk, stream, [&findings](Telling const& telling) { telling(findings); }, detail) {}
 

@@ -29,9 +29,9 @@ char ParseLetter(ZplCommand const& command, std::size_t index, char fallback) {
     return ToAsciiUpper(ZplParse<char>(command, index).ValueOr(fallback));
 }
 
-ZplContextKeys::RenderFunction BarcodeRender(ZplContextKeys::RenderFunction render) {
-    return [render = std::move(render)](ContextProcessor& atRender) {
-        if (auto const& map = atRender.GetFieldMap()) map->NoteBarcode();
+ZplContextKeys::RenderFunction BarcodeRender(ZplContextKeys::RenderFunction render, std::string_view symbology) {
+    return [render = std::move(render), symbology](ContextProcessor& atRender) {
+        if (auto const& map = atRender.GetFieldMap()) map->NoteBarcode(symbology);
         try {
             render(atRender);
         } catch (std::length_error const&) {
@@ -39,6 +39,10 @@ ZplContextKeys::RenderFunction BarcodeRender(ZplContextKeys::RenderFunction rend
                                "the symbol would be too large; its modules or its height must be smaller");
         }
     };
+}
+
+void NoteEncoded(ContextProcessor const& atRender, std::string_view bytes) {
+    if (auto const& map = atRender.GetFieldMap()) map->NoteEncoded(bytes);
 }
 
 std::string_view NameOfLine(bool printLine, bool lineAbove) {

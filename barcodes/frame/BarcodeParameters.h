@@ -18,16 +18,18 @@ bool ParseFlag(ZplCommand const& command, std::size_t index, bool fallback);
 /// The first character in upper case.
 char ParseLetter(ZplCommand const& command, std::size_t index, char fallback);
 
-/// What draws the field by `render`. A symbol too large to be drawn is refused like other parameters that make it
-/// impossible, and the label goes on.
-ZplContextKeys::RenderFunction BarcodeRender(ZplContextKeys::RenderFunction render);
+/// What draws the field by `render`, a symbol of that symbology. A symbol too large to be drawn is refused like other
+/// parameters that make it impossible, and the label goes on.
+ZplContextKeys::RenderFunction BarcodeRender(ZplContextKeys::RenderFunction render, std::string_view symbology);
+/// Tells the map of fields, where there is one, what the symbol under way is made of.
+void NoteEncoded(ContextProcessor const& atRender, std::string_view bytes);
 
 /// Stores that, and what tells of the field: its symbology, and by `describe(processor, notes)` its settings. Always
 /// true: the command is handled.
 template <typename Describe>
 bool StoreBarcodeRender(Context& current, ContextProcessor& processor, ZplContextKeys::RenderFunction render,
                         std::string_view symbology, Describe describe) {
-    StoreFieldFunction(current, processor, BarcodeRender(std::move(render)),
+    StoreFieldFunction(current, processor, BarcodeRender(std::move(render), symbology),
                        [=](ContextProcessor const& at, FieldNotes& notes) {
                            notes.kind = FieldKind::Barcode;
                            notes.symbology = symbology;

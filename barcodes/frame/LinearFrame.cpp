@@ -4,6 +4,7 @@
 
 #include "barcodes/frame/BarcodeArithmetic.h"
 #include "barcodes/frame/BarcodeError.h"
+#include "barcodes/frame/BarcodeParameters.h"
 #include "barcodes/frame/SymbolFrame.h"
 #include "fields/placement/RenderPoints.h"
 #include "fields/text/TextDrawing.h"
@@ -77,6 +78,7 @@ void RenderLinear(ContextProcessor& processor, LinearBarcode const& barcode, Lin
         return;
     }
     if (model->GetBlocks().empty()) ReportRefusedBarcode(processor, {}, "the symbology has none of their characters");
+    NoteEncoded(processor, text);
     std::string const line = barcode.interpretationText(data, model->GetCheckDigit());
     if (!message && !model->GetBlocks().empty()) ReportLostCharacters(data, line);
     DrawLinearBarcode(processor, *model, style, line);

@@ -1,6 +1,7 @@
 #include "barcodes/frame/NotchedFrame.h"
 
 #include "barcodes/frame/BarcodeError.h"
+#include "barcodes/frame/BarcodeParameters.h"
 #include "frontend/context/ZplContextKeys.h"
 
 namespace ZplCore {
@@ -20,6 +21,7 @@ ZplContextKeys::RenderFunction NotchedBarcodeRenderFunction(BarcodeValidate vali
         }
         auto const model = encode(text);
         if (!model) return;
+        NoteEncoded(processor, text);
         render(*model, processor, split ? split(data, model->GetCheckDigit()) : std::vector<std::string>{data});
     };
 }

@@ -47,6 +47,7 @@ void ModeURenderFunc(ContextProcessor& processor, bool printLine, bool lineAbove
     BarcodeTransform const transform =
         validates ? Code128::ModeUEncoderInputTransformWithoutPadding : Code128::ModeUEncoderInputTransformWithPadding;
     std::string const digits = message ? RepairBarcodeData(processor, data, *message, transform) : transform(data);
+    NoteEncoded(processor, digits);
     if (auto const model = Code128Encoder::Encode(digits, Code128EncodeMode::Ucc))
         DrawLinearBarcode(processor, *model, LinearBarcodeStyle::Fixed(processor, printLine, lineAbove),
                           Code128::ModeUTransformHRText(data, !validates));

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Barcode/Encoder/DataMatrix200Encoder.h"
+#include "barcodes/frame/BarcodeParameters.h"
 #include "barcodes/frame/Memoizer.h"
 #include "barcodes/matrix/DataMatrix0to140Encoder.h"
 #include "barcodes/matrix/MatrixRendering.h"
@@ -28,6 +29,7 @@ void CreateDataMatrix200(ContextProcessor& processor, DataMatrixOptions const& o
     // One side alone is that of a square.
     DMSize const size{options.columns ? options.columns : options.rows, options.rows ? options.rows : options.columns};
     std::string const& data = processor.at(ZplContextKeys::FieldData);
+    if (data.find(options.escape) == data.npos) NoteEncoded(processor, data);
     auto const status = DataMatrix200Encoder::Validate(data, size, options.escape, options.aspect);
     unsigned module = options.moduleSize;
     auto const model = [&]() -> MatrixBarcodeModel const& {

@@ -37,6 +37,7 @@ void RenderQr(ContextProcessor& processor, unsigned magnification, char level, u
         Log::Report(LogTopic::Data,
                     "the data of a QR Code begin with error level, input mode and a comma, as \"QA,\"; \"" +
                         field.dropped + "\" stands there, and is left out");
+    NoteEncoded(processor, field.text);
     auto const status = QREncoder::Validate(field.text, field.options);
     RenderMatrix(
         processor, status, [&]() -> MatrixBarcodeModel const& { return encode(field.text, field.options); },
@@ -46,6 +47,7 @@ void RenderQr(ContextProcessor& processor, unsigned magnification, char level, u
 void RenderAztec(ContextProcessor& processor, unsigned magnification, AztecOptions const& options) {
     thread_local Memoizer<10, decltype(&AztecEncoder::Encode), std::string, AztecOptions> encode(&AztecEncoder::Encode);
     std::string const& data = processor.at(ZplContextKeys::FieldData);
+    if (!options.hasChannels && options.symbols <= 1) NoteEncoded(processor, data);
     RenderMatrix(
         processor, AztecEncoder::Validate(data, options),
         [&]() -> MatrixBarcodeModel const& { return encode(data, options); }, magnification, false,

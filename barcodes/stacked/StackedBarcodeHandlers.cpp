@@ -64,6 +64,7 @@ void RenderPdf417(ContextProcessor& processor, Pdf417Options const& options) {
         &PDF417Encoder::Encode);
     if (!processor.GetGraphicContext()) return;
     std::string const& data = processor.at(ZplContextKeys::FieldData);
+    NoteEncoded(processor, data);
     auto const status = PDF417Encoder::Validate(data, options.security, options.columns, options.rows);
     if (auto const message = GetBarcodeErrorMessage(status)) return HandleBarcodeError(processor, *message, false);
     DrawStacked(processor, encode(data, options.security, options.columns, options.rows, options.truncated),

@@ -18,7 +18,7 @@ std::vector<ComparedPage> StreamPages(RenderOptions const& options, Desk& desk, 
                                       std::string_view stream) {
     std::vector<ComparedPage> pages;
     Findings findings(stream);
-    StreamInterpreter interpreter(desk, stream, findings);
+    StreamInterpreter interpreter(desk, stream, findings, StreamInterpreter::Detail::Ink);
     interpreter.Run([&](FinishedLabel& finished) {
         auto* const keeper = Scripting::PageKeeper::Of(&interpreter.Target());
         if (!keeper)

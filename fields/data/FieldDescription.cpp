@@ -15,6 +15,8 @@ FieldFont FontOf(ContextProcessor const& processor) {
     return {name, cell.height, cell.width, cell.magnificationX, cell.magnificationY};
 }
 
+}  // namespace
+
 std::optional<FieldOrigin> OriginOf(ContextProcessor const& processor) {
     Context const* const element = processor.GetContext(ContextProcessor::ElementContext);
     if (!element || !element->HasValue(ZplContextKeys::FieldOriginX)) return std::nullopt;
@@ -22,8 +24,6 @@ std::optional<FieldOrigin> OriginOf(ContextProcessor const& processor) {
                        static_cast<int>(processor.at(ZplContextKeys::FieldOriginY)),
                        processor.at(ZplContextKeys::FieldBaseline)};
 }
-
-}  // namespace
 
 std::unique_ptr<FieldDetails> DescribeField(FieldMap const& map, ContextProcessor const& processor) {
     // Whatever is wrong with a field is told when it is drawn.

@@ -100,6 +100,10 @@ void MapField(FieldMap& map, ContextProcessor const& processor, bool isReversed,
     MappedField* const field = map.EndField(isReversed);
     if (!field) return;
     if (!field->IsEmpty()) field->data = BeginningOfData(processor);
+    if (map.WantsSymbols()) {
+        field->origin = OriginOf(processor);
+        if (field->isBarcode) map.KeepSymbol(*field, processor.at(ZplContextKeys::FieldOrientation));
+    }
     if (!map.WantsDetails()) return;
     auto details = DescribeField(map, processor);
     if (isTemplate) map.FillTemplate(processor.at(ZplContextKeys::TemplateSequence), *details);

@@ -113,17 +113,24 @@ struct Part {
     std::string_view name = {};
 };
 
-/// Reports what is missing of a part; false if nothing is.
-bool ReportPart(MappedField const& field, Part const& part, Edges const& edges) {
-    auto const report = [&](std::string const& text) {
-        Log::Report(part.topic, std::string(part.name) + NameOf(field) + text);
-        return true;
-    };
-    if (edges.IsOff(part.box))
-        return report(" is not on the page: it stands " + Beyond(edges, edges.DistanceOf(part.box)));
+/// What is missing of a part, as it goes behind its name; empty if nothing is.
+std::string LossOf(Part const& part, Edges const& edges) {
+    if (edges.IsOff(part.box)) return "is not on the page: it stands " + Beyond(edges, edges.DistanceOf(part.box));
     auto const losses = edges.LossesOf(part.box);
     auto const isWorthAWord = [&part](Loss const& loss) { return IsWorthAWord(part.kind, loss); };
-    return std::any_of(losses.begin(), losses.end(), isWorthAWord) && report(" is cut: " + Cuts(losses));
+    return std::any_of(losses.begin(), losses.end(), isWorthAWord) ? "is cut: " + Cuts(losses) : std::string();
+}
+
+/// Reports what is missing of a part; false if nothing is.
+bool ReportPart(MappedField const& field, Part const& part, Edges const& edges) {
+    std::string const loss = LossOf(part, edges);
+    if (loss.empty()) return false;
+    Log::Report(part.topic, std::string(part.name) + NameOf(field) + ' ' + loss);
+    return true;
+}
+
+Part SymbolOf(MappedField const& field, Scripting::InkGauge const& gauge) {
+    return {LogTopic::BarcodeCut, InkKind::Barcode, gauge.OnPage(field.ink.image)};
 }
 
 bool ReportField(MappedField const& field, Scripting::InkGauge const& gauge, Edges const& edges) {
@@ -132,7 +139,8 @@ bool ReportField(MappedField const& field, Scripting::InkGauge const& gauge, Edg
     if (kind == InkKind::Shape && field.isReversed) return false;
     if (kind != InkKind::Barcode)
         return ReportPart(field, {LogTopic::OffPage, kind, gauge.OnPage(field.ink.All())}, edges);
-    if (ReportPart(field, {LogTopic::BarcodeCut, kind, gauge.OnPage(field.ink.image)}, edges)) return true;
+    Part const symbol = SymbolOf(field, gauge);
+    if (field.symbol ? !LossOf(symbol, edges).empty() : ReportPart(field, symbol, edges)) return true;
     Part const line{LogTopic::OffPage, InkKind::Text, gauge.OnPage(field.ink.text), "the text line of "};
     return !field.ink.text.IsEmpty() && ReportPart(field, line, edges);
 }
@@ -180,19 +188,23 @@ void ReportSize(FieldMap const& map, Edges const& edges) {
 
 }  // namespace
 
-void ReportMissingInk(FieldMap const& map) {
+bool ReportMissingInk(FieldMap const& map) {
     Edges const edges(map.Gauge());
+    if (ReportBlankPage(map, edges)) return true;
     auto const before = Log::Place();
-    if (!ReportBlankPage(map, edges)) {
-        unsigned told = 0;
-        for (auto const& field : map.Fields()) {
-            if (field.IsEmpty()) continue;
-            Log::SetPlace(field.place);
-            if (ReportField(field, map.Gauge(), edges)) ++told;
-        }
-        Log::SetPlace(before);
-        if (told > 1) ReportSize(map, edges);
+    unsigned told = 0;
+    for (auto const& field : map.Fields()) {
+        if (field.IsEmpty()) continue;
+        Log::SetPlace(field.place);
+        if (ReportField(field, map.Gauge(), edges)) ++told;
     }
+    Log::SetPlace(before);
+    if (told > 1) ReportSize(map, edges);
+    return false;
+}
+
+std::string LossOfSymbol(MappedField const& field, Scripting::InkGauge const& gauge) {
+    return LossOf(SymbolOf(field, gauge), Edges(gauge));
 }
 
 }  // namespace ZplCore

@@ -19,6 +19,12 @@ std::string Describe(FieldDetails const& details) {
 }
 
 void FieldMap::StartLabel() {
+    boxesBefore_.clear();
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
+        if (!fields_[i].symbol) continue;
+        boxesBefore_.resize(i + 1);
+        boxesBefore_[i] = fields_[i].ink.image;
+    }
     fields_.clear();
     templates_.clear();
     ForgetField();
@@ -35,14 +41,29 @@ void FieldMap::EndLabel(Scripting::LabelSettings const& settings) {
 }
 
 void FieldMap::StartField() {
-    isBarcode_ = false;
+    symbology_ = {};
+    encoded_.clear();
     gauge_.StartField();
+}
+
+void FieldMap::NoteBarcode(std::string_view symbology) {
+    symbology_ = symbology;
+    if (WantsSymbols()) gauge_.KeepPictures();
 }
 
 MappedField* FieldMap::EndField(bool isReversed) {
     auto const ink = gauge_.EndField();
-    if ((ink.All().IsEmpty() && !wantsDetails_) || fields_.size() == MostFields) return nullptr;
-    return &fields_.emplace_back(MappedField{isBarcode_, Log::Place(), {}, ink, isReversed});
+    // White ink may hide a symbol.
+    bool const isOfUse = !ink.All().IsEmpty() || WantsDetails() || (WantsSymbols() && !ink.white.IsEmpty());
+    if (!isOfUse || fields_.size() == MostFields) return nullptr;
+    return &fields_.emplace_back(MappedField{!symbology_.empty(), Log::Place(), {}, ink, isReversed});
+}
+
+void FieldMap::KeepSymbol(MappedField& field, ZplOrientation orientation) {
+    auto symbol = std::make_unique<MappedSymbol>();
+    *symbol = {symbology_, orientation, std::move(encoded_), gauge_.TakePictures()};
+    encoded_.clear();
+    if (!symbol->pictures.empty()) field.symbol = std::move(symbol);
 }
 
 void FieldMap::NoteNumber(unsigned number, std::string prompt) {

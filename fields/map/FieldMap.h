@@ -5,12 +5,15 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "Scripting/GraphicContext.h"
 #include "Scripting/InkGauge.h"
 #include "fields/map/FieldNotes.h"
 #include "fields/map/FieldPlaces.h"
+#include "fields/map/SymbolReader.h"
 #include "frontend/context/ContextProcessor.h"
 #include "frontend/stream/ZplTypes.h"
 
@@ -48,6 +51,20 @@ struct FieldDetails {
 /// Its kind or symbology, font and settings in one line: "text, font 0, font height 30 dots, font width 20 dots".
 std::string Describe(FieldDetails const& details);
 
+/// What a barcode was to look like and to say.
+struct MappedSymbol {
+    std::string_view symbology;
+    ZplOrientation orientation = ZplOrientation::Normal;
+    std::string encoded;                         ///< the bytes that its encoder was given; empty if it did not tell
+    std::vector<Scripting::PixelRows> pictures;  ///< each of its symbols as it would stand on white paper
+};
+
+/// What there is to say of a barcode that a scanner may not read.
+struct ScanVerdict {
+    bool isFault = false;  ///< it cannot be read, else it is only against its symbology
+    std::string text;      ///< a sentence, with how to mend it
+};
+
 /// A field as it was drawn.
 struct MappedField {
     bool isBarcode = false;
@@ -56,12 +73,16 @@ struct MappedField {
     Scripting::FieldInk ink;             ///< as it was drawn: InkGauge::OnPage gives its place on the page
     bool isReversed = false;             ///< inverts what lies beneath
     std::unique_ptr<FieldDetails const> details = nullptr;  ///< null unless the map was asked for them
+    std::optional<FieldOrigin> origin = {};                 ///< noted where symbols are asked for
+    std::unique_ptr<MappedSymbol const> symbol = nullptr;   ///< of a barcode that has one; null unless asked for
+    std::optional<ScanVerdict> verdict = {};                ///< on its symbol, once it has been looked at
 
     /// Whether it draws nothing.
     bool IsEmpty() const { return ink.All().IsEmpty(); }
 };
 
-/// The fields of a label that have ink, in the order in which they were drawn; where details are asked for, also those
+/// The fields of a label that have ink, in the order in which they were drawn; where symbols are asked for, also white
+/// boxes, and where details are asked for, also those
 /// that have none, and behind all of them the templates that nothing has filled. A session that is asked for it has
 /// one, into which all its labels are noted one after the other, each until the next one starts. One thread at a time.
 class FieldMap {
@@ -69,26 +90,47 @@ public:
     /// More than any label for people has; what is drawn behind them is not noted.
     static constexpr std::size_t MostFields = 50'000;
 
-    enum class Detail { Ink, Everything };
+    /// Each holds what stands before it.
+    enum class Detail {
+        Ink,
+        Symbols,     ///< those of barcodes, for who looks whether they scan
+        Everything,  ///< what a person would point at
+    };
 
-    explicit FieldMap(Scripting::InkGauge& gauge, Detail detail = Detail::Ink)
-        : gauge_(gauge), wantsDetails_(detail == Detail::Everything) {}
+    explicit FieldMap(Scripting::InkGauge& gauge, Detail detail = Detail::Ink) : gauge_(gauge), detail_(detail) {}
 
     void StartLabel();
     void EndLabel(Scripting::LabelSettings const& settings);
     /// A field begins to draw. One within another takes its place.
     void StartField();
-    /// The field under way draws a symbol.
-    void NoteBarcode() { isBarcode_ = true; }
+    /// The field under way draws a symbol of a symbology, whose name is a literal.
+    void NoteBarcode(std::string_view symbology);
+    /// The bytes that the symbol under way is made of, or a part of them.
+    void NoteEncoded(std::string_view bytes) {
+        if (WantsSymbols()) encoded_ += bytes;
+    }
     /// It has drawn. Gives what is noted of it, so that the caller adds what it says, until the next field ends; null
     /// if nothing is.
     MappedField* EndField(bool isReversed);
+    /// Adds its symbol to a field that has just ended.
+    void KeepSymbol(MappedField& field, ZplOrientation orientation);
+    /// What there is to say of the barcode that is field `index`.
+    void Judge(std::size_t index, ScanVerdict verdict) { fields_[index].verdict = std::move(verdict); }
+    /// Whether field `index` stands where the one of the copy before stood, so that what was said of that one holds.
+    bool StandsAsBefore(std::size_t index) const {
+        return index < boxesBefore_.size() && boxesBefore_[index] == fields_[index].ink.image;
+    }
     /// It was none.
     void DropField() { gauge_.EndField(); }
 
+    bool WantsSymbols() const { return detail_ != Detail::Ink; }
+    /// Symbols are also read by this one; null: they are not.
+    void SetReader(std::shared_ptr<SymbolReader const> reader) { reader_ = std::move(reader); }
+    SymbolReader const* Reader() const { return reader_.get(); }
+    bool WantsDetails() const { return detail_ == Detail::Everything; }
+
     // The calls from here on are for maps with details alone.
 
-    bool WantsDetails() const { return wantsDetails_; }
     FieldPlaces& Places() { return places_; }
     StoredSources& Sources() { return sources_; }
     StoredSources const& Sources() const { return sources_; }
@@ -115,9 +157,12 @@ private:
     };
 
     Scripting::InkGauge& gauge_;
-    bool wantsDetails_;
+    Detail detail_;
+    std::shared_ptr<SymbolReader const> reader_;
     std::vector<MappedField> fields_;
-    bool isBarcode_ = false;
+    std::vector<Scripting::PixelBox> boxesBefore_;  ///< of what was noted before, as far as its last barcode
+    std::string_view symbology_;                    ///< of the field under way; empty if it is no barcode
+    std::string encoded_;
     Scripting::LabelSettings page_;
 
     FieldPlaces places_;

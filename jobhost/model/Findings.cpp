@@ -127,6 +127,8 @@ constexpr std::array KindNames = std::to_array<KindName>({
     {Finding::Kind::UnknownCommand, "unknown-command"},
     {Finding::Kind::Refused, "barcode-refused"},
     {Finding::Kind::BarcodeCut, "barcode-cut"},
+    {Finding::Kind::Unreadable, "barcode-unreadable"},
+    {Finding::Kind::Doubtful, "barcode-doubtful"},
     {Finding::Kind::Dropped, "dropped"},
     {Finding::Kind::OffPage, "off-page"},
     {Finding::Kind::Notice, "notice"},
@@ -172,11 +174,16 @@ std::string ShiftMeaning(std::string_view dots) {
     return "moves the page " + distance + " dots to the " + (shift > 0 ? "left" : "right");
 }
 
-bool IsOfBarcode(Finding::Kind kind) { return kind == Finding::Kind::Refused || kind == Finding::Kind::BarcodeCut; }
+bool IsLostBarcode(Finding::Kind kind) {
+    using enum Finding::Kind;
+    return kind == Refused || kind == BarcodeCut || kind == Unreadable;
+}
+
+bool IsOfBarcode(Finding::Kind kind) { return IsLostBarcode(kind) || kind == Finding::Kind::Doubtful; }
 
 /// Whether strictness forbids it.
 bool IsFault(Finding::Kind kind) {
-    return kind == Finding::Kind::UnknownCommand || kind == Finding::Kind::Dropped || IsOfBarcode(kind);
+    return kind == Finding::Kind::UnknownCommand || kind == Finding::Kind::Dropped || IsLostBarcode(kind);
 }
 
 Finding::Kind KindOf(LogTopic topic) {
@@ -184,6 +191,8 @@ Finding::Kind KindOf(LogTopic topic) {
         case LogTopic::BarcodeRefused:
         case LogTopic::NotDrawn: return Finding::Kind::Refused;
         case LogTopic::BarcodeCut: return Finding::Kind::BarcodeCut;
+        case LogTopic::BarcodeUnreadable: return Finding::Kind::Unreadable;
+        case LogTopic::BarcodeDoubtful: return Finding::Kind::Doubtful;
         case LogTopic::OffPage: return Finding::Kind::OffPage;
         case LogTopic::Dropped: return Finding::Kind::Dropped;
         default: return Finding::Kind::Notice;
@@ -260,7 +269,7 @@ Finding Findings::OfUnknownCommand(ZplCommand const& command, std::uint64_t offs
 
 void Findings::AddReport(LogTopic topic, std::string const& text, Format format, std::optional<std::uint64_t> offset) {
     Finding finding{KindOf(topic), Printable(text), 0, offset};
-    if (topic == LogTopic::Font) {
+    if (topic == LogTopic::Font || topic == LogTopic::BarcodeNotRead) {
         AddCounted(std::move(finding), format);
     } else {
         Add(std::move(finding), format);

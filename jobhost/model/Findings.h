@@ -22,6 +22,8 @@ struct Finding {
         UnknownCommand,  ///< an unknown command that may change the picture
         Refused,         ///< a barcode that could not be made of its data
         BarcodeCut,      ///< a barcode that is not whole on its page
+        Unreadable,      ///< a barcode that no scanner reads as it is drawn
+        Doubtful,        ///< a barcode that is not as its symbology asks
         OffPage,         ///< anything else that is not whole on its page
         Dropped,         ///< a format that is given up, or a command outside all formats
         Notice,          ///< anything else that was left out or replaced

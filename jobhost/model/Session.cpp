@@ -39,6 +39,7 @@ void Session::MapFields(ZplCore::FieldMap::Detail detail) {
     if (!gauge) return;
     detail_ = detail;
     fieldMap_ = std::make_shared<ZplCore::FieldMap>(*gauge, detail);
+    fieldMap_->SetReader(reader_);
     processor_.SetFieldMap(fieldMap_);
 }
 

@@ -32,6 +32,8 @@ public:
     /// Notes the fields of labels as they are drawn, and reports what their pages do not show of them. Labels give what
     /// was noted, see Zpl::Label::Fields.
     void MapFields(ZplCore::FieldMap::Detail detail = ZplCore::FieldMap::Detail::Ink);
+    /// Symbols of fields that are noted from now on are read back by this one; null: they are not.
+    void SetSymbolReader(std::shared_ptr<ZplCore::SymbolReader const> reader) { reader_ = std::move(reader); }
     bool IsInFormat() const { return processor_.IsInFormat(); }
     std::optional<std::uint64_t> FormatOffset() const { return processor_.FormatOffset(); }
     std::uint64_t LastCommandOffset() const { return processor_.LastCommandOffset(); }
@@ -48,6 +50,7 @@ private:
     std::shared_ptr<Scripting::ScriptGraphicContext> graphicContext_;
     std::shared_ptr<ZplCore::FieldMap> fieldMap_;  ///< null where fields are not noted
     ZplCore::FieldMap::Detail detail_ = ZplCore::FieldMap::Detail::Ink;
+    std::shared_ptr<ZplCore::SymbolReader const> reader_;
     PrintEngine::PartManagement::LabelPart part_;
 };
 

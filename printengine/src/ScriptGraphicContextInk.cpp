@@ -1,11 +1,15 @@
 #include <algorithm>
 #include <cstdint>
+#include <span>
 #include <utility>
 
 #include "printengine/src/ScriptGraphicContextState.h"
 
 namespace Scripting {
 
+using PrintEngine::Drawing::Raster;
+using PrintEngine::Drawing::Word;
+using PrintEngine::Drawing::WordBits;
 using PrintEngine::Pages::PageComposer;
 using PrintEngine::Pages::PageLayout;
 
@@ -16,6 +20,34 @@ bool GoesOn(PixelLine const& line, PixelLine const& next) {
     bool const isLevel = line.y1 == line.y2 && next.y1 == line.y1 && next.y2 == line.y1;
     bool const isUpright = line.x1 == line.x2 && next.x1 == line.x1 && next.x2 == line.x1;
     return isLevel || isUpright;
+}
+
+/// 64 pixels of a row from `x` on, which may lie left of 0.
+Word WordAt(std::span<Word const> row, int x) {
+    int const first = x >= 0 ? x / WordBits : -((WordBits - 1 - x) / WordBits);
+    int const shift = x - first * WordBits;
+    auto const at = [&row](int index) {
+        return index >= 0 && static_cast<std::size_t>(index) < row.size() ? row[static_cast<std::size_t>(index)] : 0;
+    };
+    return shift == 0 ? at(first) : at(first) << shift | at(first + 1) >> (WordBits - shift);
+}
+
+/// The pixels of a box that begins at (left, top) of a raster.
+PixelRows RowsOf(Raster const& raster, PixelBox const& box, int left, int top) {
+    PixelRows rows{box, {}};
+    if (box.IsEmpty()) return rows;
+    std::size_t const words = rows.WordsPerRow();
+    rows.words.resize(words * static_cast<std::size_t>(box.Height()));
+    int const rest = box.Width() % WordBits;
+    Word const inside = rest == 0 ? ~Word{0} : ~(~Word{0} >> rest);
+    Word* out = rows.words.data();
+    for (int y = 0; y < box.Height(); ++y, out += words) {
+        auto const row = raster.Row(top + y);
+        if (row.empty()) continue;
+        for (std::size_t i = 0; i < words; ++i) out[i] = WordAt(row, left + static_cast<int>(i) * WordBits);
+        out[words - 1] &= inside;
+    }
+    return rows;
 }
 
 }  // namespace
@@ -44,7 +76,32 @@ void ScriptGraphicContext::State::CountBaseline(PrintEngine::Text::TextFrame con
     }
 }
 
-void ScriptGraphicContext::StartField() { state_->ink.emplace(); }
+void ScriptGraphicContext::State::KeepPicture(PrintEngine::Drawing::BitRows const& picture, PixelBox const& ink,
+                                              int left, int top) {
+    constexpr std::size_t MostWords = std::size_t{4} << 20;
+    PixelRows kept{{left + ink.left, top + ink.top, left + ink.right, top + ink.bottom}, {}};
+    if (ink.IsEmpty()) return;
+    std::size_t const words = kept.WordsPerRow() * static_cast<std::size_t>(ink.Height());
+    if (words > MostWords - pictureWords) return;
+    pictureWords += words;
+    scratch.Reset(ink.Width(), ink.Height());
+    scratch.Blit(picture, -ink.left, -ink.top, degrees, PrintEngine::Drawing::Ink::Black);
+    pictures.push_back(RowsOf(scratch, kept.box, 0, 0));
+}
+
+void ScriptGraphicContext::StartField() {
+    state_->ink.emplace();
+    state_->keepsPictures = false;
+    state_->pictures.clear();
+}
+
+void ScriptGraphicContext::KeepPictures() { state_->keepsPictures = true; }
+
+std::vector<PixelRows> ScriptGraphicContext::TakePictures() { return std::exchange(state_->pictures, {}); }
+
+PixelRows ScriptGraphicContext::InkIn(PixelBox const& drawn) const {
+    return RowsOf(state_->raster, drawn, drawn.left, drawn.top);
+}
 
 FieldInk ScriptGraphicContext::EndField() {
     FieldInk const ink = state_->ink.value_or(FieldInk());

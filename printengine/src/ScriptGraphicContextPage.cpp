@@ -107,6 +107,7 @@ void ScriptGraphicContext::StartLabel() {
     state.originX = state.originY = 0;
     state.hasContent = false;
     state.spent = 0;
+    state.pictureWords = 0;
     state.labelText.clear();
     state.degrees = 0;
     state.reverse = false;

@@ -70,6 +70,7 @@ void ScriptGraphicContext::State::CountImage(BitRows const& picture, int left, i
                scaled(ink.right, width, picture.width), scaled(ink.bottom, height, picture.height)};
     }
     ink = Turned(ink, width, height, degrees);
+    if (keepsPictures && width == picture.width && height == picture.height) KeepPicture(picture, ink, left, top);
     counted->Add({left + ink.left, top + ink.top, left + ink.right, top + ink.bottom});
 }
 

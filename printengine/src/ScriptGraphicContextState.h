@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Scripting/ScriptGraphicContext.h"
 #include "printengine/src/fonts/FontCache.h"
@@ -48,6 +49,8 @@ struct ScriptGraphicContext::State {
     }
     /// Counts the ink of a picture that is drawn as `width` x `height` pixels, turned, at (left, top).
     void CountImage(PrintEngine::Drawing::BitRows const& picture, int left, int top, int width, int height);
+    /// Keeps a picture whose ink, turned, lies in `ink` of its box, and whose box begins at (left, top).
+    void KeepPicture(PrintEngine::Drawing::BitRows const& picture, PixelBox const& ink, int left, int top);
     /// Takes note that something is drawn, and of the first text.
     void NoteContent(std::string_view text = {});
     /// Where a form of the page is put, with what was asked for before. That of an extraordinarily large page is not
@@ -101,6 +104,9 @@ struct ScriptGraphicContext::State {
     std::string toldReason;  // why the last page could not be written; empty if it could
 
     std::optional<FieldInk> ink;  ///< of the field under way, while its ink is counted
+    bool keepsPictures = false;   ///< of that field
+    std::vector<PixelRows> pictures;
+    std::size_t pictureWords = 0;  ///< of all that were kept of the label
     std::int64_t originX = 0;
     std::int64_t originY = 0;
     bool hasContent = false;

@@ -225,7 +225,7 @@ TEST(BadInput, IsToldWithItsPlaceAndTheNextLabelPrints) {
         bool const isWhole = row.stream.find("^XZ") != std::string::npos;
         std::string const stream = row.stream + (isWhole ? "^XA^FDnext^FS^XZ" : "");
         Findings findings(stream);
-        StreamInterpreter interpreter(desk, stream, findings);
+        StreamInterpreter interpreter(desk, stream, findings, StreamInterpreter::Detail::Ink);
         std::vector<std::string> texts;
         interpreter.Run([&texts](FinishedLabel& label) {
             texts.push_back(label.text);

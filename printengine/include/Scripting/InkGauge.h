@@ -1,7 +1,9 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "Scripting/Api.h"
 #include "Scripting/GraphicContext.h"
@@ -61,6 +63,16 @@ struct FieldInk {
     }
 };
 
+/// The pixels of a box: rows of whole words from the top, 64 pixels each, the leftmost in the most significant bit. A
+/// set bit is black, those right of the box are 0.
+struct PixelRows {
+    PixelBox box;
+    std::vector<std::uint64_t> words;
+
+    std::size_t WordsPerRow() const { return (static_cast<std::size_t>(std::max(box.Width(), 0)) + 63) / 64; }
+    std::uint64_t const* Row(int index) const { return words.data() + static_cast<std::size_t>(index) * WordsPerRow(); }
+};
+
 /// What a drawing target can tell of its ink beyond what it is told to draw. Not every target can: it is asked for by
 /// Of, and everything prints without it.
 class PRINTENGINE_API InkGauge {
@@ -74,6 +86,12 @@ public:
     virtual void StartField() = 0;
     /// The ink since StartField, in pixels from the corner of the label as it is drawn; then counts no more.
     virtual FieldInk EndField() = 0;
+    /// From here on the pictures that the field under way draws unscaled are kept, up to a limit of memory for a label.
+    virtual void KeepPictures() = 0;
+    /// Those of the field that has ended last: each on a white ground, turned as it was drawn, as far as it has ink.
+    virtual std::vector<PixelRows> TakePictures() = 0;
+    /// What the label shows in a box as it is drawn, before its page is shaped; white where nothing can be drawn.
+    virtual PixelRows InkIn(PixelBox const& drawn) const = 0;
 
     // Valid once GraphicContext::EndLabel has fixed the shape of the page.
 

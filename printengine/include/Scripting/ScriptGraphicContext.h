@@ -97,6 +97,9 @@ public:
     void DrawImage(Bitmap const& bitmap, int x, int y, unsigned width, unsigned height, bool scaled) override;
     void StartField() override;
     FieldInk EndField() override;
+    void KeepPictures() override;
+    std::vector<PixelRows> TakePictures() override;
+    PixelRows InkIn(PixelBox const& drawn) const override;
     PixelBox OnPage(PixelBox const& drawn) const override;
     PixelBox PrintArea() const override;
     double PixelsPerDot() const override;

@@ -1,0 +1,38 @@
+#include "fields/scan/ScanCheck.h"
+
+#include <utility>
+
+#include "fields/scan/SymbolCheck.h"
+#include "foundation/Log.h"
+
+namespace ZplCore {
+
+namespace {
+
+LogTopic TopicOf(ScanVerdict const& verdict, bool isCut) {
+    if (isCut) return LogTopic::BarcodeCut;
+    return verdict.isFault ? LogTopic::BarcodeUnreadable : LogTopic::BarcodeDoubtful;
+}
+
+}  // namespace
+
+void JudgeBarcodes(FieldMap& map, ScannedLabel const& label) {
+    auto const before = Log::Place();
+    for (std::size_t i = 0; i < map.Fields().size(); ++i) {
+        auto const& field = map.Fields()[i];
+        if (!field.symbol) continue;
+        bool const isNew = !label.isToldBlank && (label.isFirstCopy || !map.StandsAsBefore(i));
+        SymbolCheck check(map, i, label.pageDpi, isNew ? map.Reader() : nullptr);
+        auto verdict = check.Judge();
+        Log::SetPlace(field.place);
+        if (check.IsUnknownToReader())
+            Log::Report(LogTopic::BarcodeNotRead, "a symbol of " + std::string(field.symbol->symbology) +
+                                                      " is not read back: no reader knows it");
+        if (!verdict) continue;
+        if (isNew) Log::Report(TopicOf(*verdict, check.IsCut()), verdict->text);
+        map.Judge(i, std::move(*verdict));
+    }
+    Log::SetPlace(before);
+}
+
+}  // namespace ZplCore
