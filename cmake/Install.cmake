@@ -8,9 +8,18 @@ set(ZPL_PROGRAMS_DIR ${CMAKE_INSTALL_LIBEXECDIR}/zplhost)
 set(ZPL_ENGINE_DIR ${CMAKE_INSTALL_LIBDIR}/zplhost)
 file(RELATIVE_PATH engineFromPrograms /${ZPL_PROGRAMS_DIR} /${ZPL_ENGINE_DIR})
 
-# Modules are loaded by their names from where the engine is, by programs and tests that are built from where they are made.
-set(ZPL_MODULES_BUILD_DIR ${PROJECT_BINARY_DIR}/modules)
-set(CMAKE_BUILD_RPATH ${ZPL_MODULES_BUILD_DIR})
+# zpl_module(NAME SOURCES...): what only some runs need, with the libraries behind it. It is loaded by its name from where the
+# engine is, or from where programs and tests are built, when a run asks for it, so that the others start without. It may come
+# into a program with another C++ library: only plain data pass.
+set(modulesDir ${PROJECT_BINARY_DIR}/modules)
+set(CMAKE_BUILD_RPATH ${modulesDir})
+function(zpl_module name)
+    add_library(${name} MODULE ${ARGN})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    set_target_properties(${name} PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${modulesDir}
+        CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+    install(TARGETS ${name} LIBRARY DESTINATION ${ZPL_ENGINE_DIR} COMPONENT zplhost)
+endfunction()
 
 # zpl_program(TARGET PACKAGE): a program that others find beside it.
 function(zpl_program target package)

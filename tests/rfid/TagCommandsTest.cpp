@@ -99,7 +99,7 @@ TEST(TagCommands, FillFieldNumbersWithWhatIsRead) {
     EXPECT_EQ(Printed("^XA^FO9,9^FN1^FS^FO9,50^FN2^FS^RI1,1^RA2,1^XZ", "tid=E2,afi=7F"),
               "read Bank=2 Start=0\nread Bank=AFI Start=0\npage E2\n");
     // The number before the read, for a text and a barcode.
-    EXPECT_EQ(Printed("^XA^FO9,9^FN1^FS^FO9,50^BCN,50^FN1^FS^FN1^RFR,H,0,2^FS^HV1,9,<,>,L^XZ", "epc=3034F1"),
+    EXPECT_EQ(Printed("^XA^FO9,9^FN1^FS^FO30,50^BCN,50^FN1^FS^FN1^RFR,H,0,2^FS^HV1,9,<,>,L^XZ", "epc=3034F1"),
               read + "page 3034\nhost <3034>\n");
     // Without a template the data are kept for questions of the host, and draw nothing.
     EXPECT_EQ(Printed("^XA^RFR,H,0,2^FN1^FS^HV1,9,<,>,L^XZ", "epc=3034"), read + "page \nhost <3034>\n");
