@@ -9,6 +9,7 @@
 #include "foundation/Files.h"
 #include "printengine/src/ScriptGraphicContextState.h"
 #include "printengine/src/page/JobFolder.h"
+#include "printengine/src/page/PbmWriter.h"
 #include "printengine/src/page/PngWriter.h"
 
 namespace Scripting {
@@ -222,10 +223,13 @@ std::string_view ScriptGraphicContext::DeflatedRows() {
 }
 
 std::string_view ScriptGraphicContext::PackedRows() {
+    auto const file = PbmFile();
+    return file.substr(PrintEngine::Pages::PbmHeader(state_->layout).size());
+}
+
+std::string_view ScriptGraphicContext::PbmFile() {
     State& state = *state_;
-    auto const rows = static_cast<std::size_t>(state.layout.height);
-    state.PageForm().resize(PrintEngine::Pages::PackedRowBytes(state.layout.width) * rows);
-    PrintEngine::Pages::PackPage(state.raster, state.layout, reinterpret_cast<std::uint8_t*>(state.pageForm.data()));
+    PrintEngine::Pages::EncodePbm(state.raster, state.layout, state.PageForm());
     return state.pageForm;
 }
 

@@ -24,6 +24,8 @@ public:
     virtual std::string_view DeflatedRows() = 0;
     /// Rows of whole bytes from the top, most significant bit first; a set bit is black, those right of the page are 0.
     virtual std::string_view PackedRows() = 0;
+    /// A whole file of these rows: a raw portable bitmap ("P4").
+    virtual std::string_view PbmFile() = 0;
 };
 
 /// A drawing target that can hand out the page it rendered last, until it starts the next label, in place of writing
