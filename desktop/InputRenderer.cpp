@@ -151,10 +151,10 @@ void InputRenderer::DrawHere(LabelTask task) {
         [&](DrawnCopy copy) {
             interpreter_.SetDrawnFormat({});
             unsigned const page = task.firstPage + copy.copy;
-            PageStore::Place place{folder / std::to_string(page)};
-            CheckFile(options_.keepJob ? place.path : store_.NextPath());
-            if (!options_.keepJob) place = store_.Keep(target, page);
-            Report(task, place, target.PageSize(), std::move(copy));
+            auto const jobPage = [&] { return folder / std::to_string(page); };
+            if (!target.FileError().empty()) CheckFile(options_.keepJob ? jobPage() : store_.NextPath());
+            auto place = options_.keepJob ? PageStore::Place{jobPage()} : store_.Keep(target, page);
+            Report(task, std::move(place), target.PageSize(), std::move(copy));
             interpreter_.SetDrawnFormat(task.format);
             return InterruptedBy() == 0;
         });
@@ -197,7 +197,7 @@ void InputRenderer::KeepDrawn(LabelTask const& task, StagedPage page, DrawnCopy 
     } else {
         place = store_.Keep(std::move(page));
     }
-    Report(task, place, size, std::move(copy));
+    Report(task, std::move(place), size, std::move(copy));
 }
 
 void InputRenderer::CheckFile(std::filesystem::path const& what) {
@@ -205,10 +205,10 @@ void InputRenderer::CheckFile(std::filesystem::path const& what) {
     if (!error.empty()) throw OutputError("cannot write " + what.string() + ": " + error);
 }
 
-void InputRenderer::Report(LabelTask const& task, PageStore::Place const& place, Scripting::Extent size,
-                           DrawnCopy copy) {
+void InputRenderer::Report(LabelTask const& task, PageStore::Place place, Scripting::Extent size, DrawnCopy copy) {
     progress_.Clear();
-    report_.Page({place.path, place.page, static_cast<unsigned>(size.width), static_cast<unsigned>(size.height),
-                  task.number, copy.copy + 1, task.quantity, std::move(copy.operations), std::move(copy.fields)});
+    report_.Page({std::move(place.path), place.page, static_cast<unsigned>(size.width),
+                  static_cast<unsigned>(size.height), task.number, copy.copy + 1, task.quantity,
+                  std::move(copy.operations), std::move(copy.fields)});
     progress_.Page(++pages_);
 }

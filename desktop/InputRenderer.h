@@ -40,7 +40,7 @@ private:
     void UseThreads();
     void KeepDrawn(LabelTask const& task, StagedPage page, DrawnCopy copy);
     void CheckFile(std::filesystem::path const& what);
-    void Report(LabelTask const& task, PageStore::Place const& place, Scripting::Extent size, DrawnCopy copy);
+    void Report(LabelTask const& task, PageStore::Place place, Scripting::Extent size, DrawnCopy copy);
 
     RenderOptions const& options_;
     Desk& desk_;
