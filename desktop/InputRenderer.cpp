@@ -84,10 +84,10 @@ void InputRenderer::RenderJob() {
         task.operations = label.GetRfidOperations();
         page += task.quantity;
         if (threads_) {
-            threads_->Add(std::move(task));
+            threads_->Add({std::move(task)});
             if (!threads_->Settle(false)) break;
         } else {
-            DrawHere(std::move(task));
+            DrawHere({std::move(task)});
         }
     }
     if (threads_) threads_->Settle(true);
@@ -128,26 +128,43 @@ LabelTask InputRenderer::TaskOf(Zpl::Label label, unsigned number, std::uint64_t
 /// and at once a label behind which little can follow, so that its page still stands from its first replay. `rest` is
 /// that of the stream, in bytes.
 void InputRenderer::Draw(LabelTask task, std::size_t rest) {
-    bool const keepsPicture = task.label.KeepsPicture();
-    bool const isTied = keepsPicture || pictureStands_ || task.label.ReadsStore() || AsksForSources(task.label);
+    auto& label = task.label;
+    bool const keepsPicture = label.KeepsPicture();
+    bool const isTied = keepsPicture || pictureStands_ || label.ReadsStore() || AsksForSources(label);
     bool const isLast = threads_ && threads_->IsEmpty() && rest <= DrawingThreads::LittleWork;
     if (threads_ && !isTied && !isLast) {
-        threads_->Add(std::move(task));
+        threads_->Add(HandOut(std::move(task)));
         threads_->Settle(false);
         return;
     }
     if (threads_ && !threads_->Settle(true)) return;
     unsigned const before = pages_;
-    DrawHere(std::move(task));
+    DrawHere({std::move(task)});
     pictureStands_ = keepsPicture || (pictureStands_ && pages_ == before);
 }
 
-void InputRenderer::DrawHere(LabelTask task) {
+/// Gives a label along what its first replay has drawn.
+QueuedLabel InputRenderer::HandOut(LabelTask task) {
+    QueuedLabel queued{std::move(task)};
+    auto& label = queued.task.label;
+    // What the tag says is drawn anew.
+    if (options_.tag && label.IsWaitingOnRfidReadResponse(0)) return queued;
+    queued.drawn = label.HandOut(threads_->TakeRoom());
+    if (!queued.drawn.page || queued.task.copies != 1) return queued;
+    // Memory goes back fastest on the thread that took it.
+    queued.task.operations = label.GetRfidOperations();
+    queued.isUsedUp = true;
+    Zpl::Label const over = std::move(label);
+    return queued;
+}
+
+void InputRenderer::DrawHere(QueuedLabel label) {
+    auto const& task = label.task;
     auto& target = interpreter_.Target();
     auto const folder = options_.keepJob ? jobPath_ : store_.Prepare(target);
     interpreter_.SetDrawnFormat(task.format);
-    DrawCopies(
-        task, folder, options_.tag, [this](Telling const& telling) { telling(findings_); },
+    DrawQueued(
+        label, target, folder, options_.tag, [this](Telling const& telling) { telling(findings_); },
         [&](DrawnCopy copy) {
             interpreter_.SetDrawnFormat({});
             unsigned const page = task.firstPage + copy.copy;
@@ -180,7 +197,7 @@ void InputRenderer::UseThreads() {
     };
     threads_.emplace(DrawingThreads::Work{options_.mostThreads, options_.tag,
                                           [this] { return std::make_unique<LabelDrawer>(desk_, DetailOf(options_)); },
-                                          stage, [this](LabelTask task) { DrawHere(std::move(task)); },
+                                          stage, [this](QueuedLabel label) { DrawHere(std::move(label)); },
                                           [this](Telling const& telling) { telling(findings_); },
                                           [this](LabelTask const& task, StagedPage page, DrawnCopy copy) {
                                               KeepDrawn(task, std::move(page), std::move(copy));

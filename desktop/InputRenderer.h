@@ -35,7 +35,8 @@ private:
     LabelTask TaskOf(Zpl::Label label, unsigned number, std::uint64_t format);
     void Draw(LabelTask task, std::size_t rest);
     bool AsksForSources(Zpl::Label const& label) const { return fieldsJson_ && label.HasRecalledCommands(); }
-    void DrawHere(LabelTask task);
+    QueuedLabel HandOut(LabelTask task);
+    void DrawHere(QueuedLabel label);
     void Tell(Telling telling);
     void UseThreads();
     void KeepDrawn(LabelTask const& task, StagedPage page, DrawnCopy copy);

@@ -34,6 +34,15 @@ Extent Drawable(Extent page) {
     return result;
 }
 
+/// The page of a label with its shape.
+struct HandedPage final : HandedLabel {
+    std::size_t Bytes() const override { return sizeof *this + raster.Bytes(); }
+
+    Raster raster;
+    PageLayout layout;
+    Extent drawnSize;
+};
+
 std::string Text(Extent page) { return std::to_string(page.width) + " x " + std::to_string(page.height); }
 
 }  // namespace
@@ -205,6 +214,30 @@ std::vector<std::uint8_t> ScriptGraphicContext::GetPageBitmap(unsigned& width, u
 void ScriptGraphicContext::KeepPages() { state_->keepsPages = true; }
 
 std::uint64_t ScriptGraphicContext::DrawnLabel() const { return state_->holdsLabel ? state_->labels : 0; }
+
+std::unique_ptr<HandedLabel> ScriptGraphicContext::HandOut(std::unique_ptr<HandedLabel> room) {
+    State& state = *state_;
+    if (!state.holdsLabel || state.keepsPicture) return nullptr;
+    if (!room) room = std::make_unique<HandedPage>();
+    auto& page = static_cast<HandedPage&>(*room);
+    page.raster.Swap(state.raster);
+    page.layout = state.layout;
+    page.drawnSize = state.drawnSize;
+    state.holdsLabel = false;
+    return room;
+}
+
+void ScriptGraphicContext::TakeOver(HandedLabel& label) {
+    State& state = *state_;
+    auto& page = static_cast<HandedPage&>(label);
+    state.raster.Swap(page.raster);
+    state.layout = page.layout;
+    state.drawnSize = page.drawnSize;
+    state.keepsPicture = false;
+    state.constantFields.reset();
+    ++state.labels;
+    state.holdsLabel = true;
+}
 
 Extent ScriptGraphicContext::PageSize() const { return state_->pageSize; }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 
 #include "Scripting/Api.h"
@@ -28,6 +30,15 @@ public:
     virtual std::string_view PbmFile() = 0;
 };
 
+/// A drawn label on its way from one target to another, and room for the next one.
+class PRINTENGINE_API HandedLabel {
+public:
+    virtual ~HandedLabel() = default;
+
+    /// Memory that it takes, about.
+    virtual std::size_t Bytes() const = 0;
+};
+
 /// A drawing target that can hand out the page it rendered last, until it starts the next label, in place of writing
 /// its file. Not every target can: it is asked for by Of, and who wants a page without it reads the file.
 class PRINTENGINE_API PageKeeper : public FinishedPage {
@@ -39,6 +50,12 @@ public:
     virtual void KeepPages() = 0;
     /// Which label the target holds as it was drawn, not rendered as a page yet: another number for each. 0 for none.
     virtual std::uint64_t DrawnLabel() const = 0;
+    /// Hands out the label that it holds drawn, for another target of the same class and printer, and holds none then.
+    /// `room`: what such a target has left; may be null. Null if there is none, or the labels that follow begin with
+    /// its picture.
+    virtual std::unique_ptr<HandedLabel> HandOut(std::unique_ptr<HandedLabel> room) = 0;
+    /// Holds a label, to be rendered as a page, as if it had drawn it. Leaves its room.
+    virtual void TakeOver(HandedLabel& label) = 0;
 };
 
 }  // namespace Scripting

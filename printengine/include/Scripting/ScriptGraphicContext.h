@@ -99,6 +99,8 @@ public:
     bool IsPageBlank() const override;
     void KeepPages() override;
     std::uint64_t DrawnLabel() const override;
+    std::unique_ptr<HandedLabel> HandOut(std::unique_ptr<HandedLabel> room) override;
+    void TakeOver(HandedLabel& label) override;
     Extent PageSize() const override;
     unsigned PageDpi() const override;
     std::string_view PngFile() override;

@@ -1,6 +1,7 @@
 #include "printengine/src/raster/Raster.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace PrintEngine::Drawing {
 
@@ -38,6 +39,23 @@ void Raster::Reset(int width, int height) {
         lines_[y] = {block_.data() + y * stride, static_cast<std::uint32_t>(stride), 0};
     blockStride_ = stride;
     blockRows_ = rows;
+}
+
+void Raster::Swap(Raster& other) noexcept {
+    // Buffers keep their places, so that the pointers of lines hold.
+    std::swap(lines_, other.lines_);
+    std::swap(block_, other.block_);
+    std::swap(blockStride_, other.blockStride_);
+    std::swap(blockRows_, other.blockRows_);
+    std::swap(chunks_, other.chunks_);
+    std::swap(chunkLeft_, other.chunkLeft_);
+    std::swap(top_, other.top_);
+    std::swap(bottom_, other.bottom_);
+}
+
+std::size_t Raster::Bytes() const {
+    // No row is longer than a chunk.
+    return lines_.capacity() * sizeof(Line) + (block_.capacity() + chunks_.size() * ChunkWords) * sizeof(Word);
 }
 
 void Raster::Wipe() {
