@@ -1,6 +1,7 @@
 #include "desktop/InputRenderer.h"
 
 #include <algorithm>
+#include <thread>
 
 #include "desktop/Commands.h"
 
@@ -22,6 +23,7 @@ InputRenderer::InputRenderer(RenderOptions const& options, Desk& desk, std::stri
       interpreter_(
           desk, stream, [this](Telling telling) { Tell(std::move(telling)); }, DetailOf(options)),
       fieldsJson_(FieldsJsonOf(options, stream)),
+      mostThreads_(options.mostThreads != 0 ? options.mostThreads : std::max(std::thread::hardware_concurrency(), 1U)),
       store_(options, input),
       progress_(!options.json) {}
 
@@ -191,11 +193,11 @@ void InputRenderer::Tell(Telling telling) {
 }
 
 void InputRenderer::UseThreads() {
-    if (threads_ || options_.mostThreads == 1 || !Scripting::PageKeeper::Of(&interpreter_.Target())) return;
+    if (threads_ || mostThreads_ == 1 || !Scripting::PageKeeper::Of(&interpreter_.Target())) return;
     auto const stage = [this](Scripting::FinishedPage& page) {
         return options_.keepJob ? StageFile(PageFormats[0], jobPath_ / "page", page) : store_.Stage(page);
     };
-    threads_.emplace(DrawingThreads::Work{options_.mostThreads, options_.tag,
+    threads_.emplace(DrawingThreads::Work{mostThreads_, options_.tag,
                                           [this] { return std::make_unique<LabelDrawer>(desk_, DetailOf(options_)); },
                                           stage, [this](QueuedLabel label) { DrawHere(std::move(label)); },
                                           [this](Telling const& telling) { telling(findings_); },

@@ -50,6 +50,7 @@ private:
     Findings findings_;
     StreamInterpreter interpreter_;
     std::optional<FieldsJson> const fieldsJson_;
+    unsigned const mostThreads_;  ///< that draw pages
     PageStore store_;
     Progress progress_;
     std::vector<Zpl::Label> kept_;
