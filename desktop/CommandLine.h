@@ -34,7 +34,7 @@ struct RenderOptions : DeskSettings {
     PageFormat const* format = &PageFormats[0];
     bool isSplit = false;        ///< one file a page, also in a format of documents
     unsigned mostCopies = 1000;  ///< copies of one label that are drawn
-    unsigned mostThreads = 1;    ///< that draw pages; 1: none beside the one that reads
+    unsigned mostThreads = 0;    ///< that draw pages; 1: none beside the one that reads; 0: one for each processor
     bool keepJob = false;
     bool json = false;
     bool strict = false;

@@ -3,6 +3,15 @@
 #include <system_error>
 #include <utility>
 
+DrawingThreads::Slot::Slot(QueuedLabel queued) : label(std::move(queued)) {
+    // Of a label that is drawn its page is left to do, about as much as so many commands.
+    constexpr std::size_t BytesPerByteOfCommands = 512;
+    std::size_t const commands = label.isUsedUp ? 0 : label.task.label.CommandBytes();
+    std::size_t const page = label.drawn.page ? label.drawn.page->Bytes() : 0;
+    bytes = commands + page;
+    work = commands * label.task.copies + page / BytesPerByteOfCommands;
+}
+
 DrawingThreads::~DrawingThreads() {
     {
         std::lock_guard const lock(mutex_);
@@ -13,8 +22,8 @@ DrawingThreads::~DrawingThreads() {
     for (auto& thread : threads_) thread.join();
 }
 
-void DrawingThreads::Add(LabelTask task) {
-    auto& slot = *slots_.emplace_back(std::make_unique<Slot>(std::move(task)));
+void DrawingThreads::Add(QueuedLabel label) {
+    auto& slot = *slots_.emplace_back(std::make_unique<Slot>(std::move(label)));
     bytes_ += slot.bytes;
     // To wake a thread costs as much as a small label.
     bool isWorthIt = false;
@@ -23,7 +32,10 @@ void DrawingThreads::Add(LabelTask task) {
         waiting_.push_back(&slot);
         SetFirst(0);
         waitingWork_ += slot.work;
-        isWorthIt = waiting_.size() > FewLabels || waitingWork_ > LittleWork;
+        // The more threads draw, the sooner they will come to it; and to start the first one costs as much as some
+        // labels.
+        std::size_t const threads = threads_.empty() ? 3 : threads_.size() - free_ + 1;
+        isWorthIt = waiting_.size() > FewLabels * threads || waitingWork_ > LittleWork * threads;
     }
     if (isWorthIt && slots_.size() > 1) WakeThread();
 }
@@ -56,6 +68,9 @@ bool DrawingThreads::Tell(Telling telling) {
 }
 
 bool DrawingThreads::Settle(bool all) {
+    // Not each page alone, as the threads' lock costs as much as a small label.
+    bool const areFew = slots_.size() <= FewLabels && bytes_ <= mostBytes_ / 2;
+    if (!all && areFew) return true;
     while (!slots_.empty()) {
         Slot& first = *slots_.front();
         if (threads_.empty()) {
@@ -70,6 +85,7 @@ bool DrawingThreads::Settle(bool all) {
         }
         if (first.isInterrupted) return false;
         auto const ended = DropFirst();
+        KeepRoom(std::move(ended->label.drawn.page));
         for (auto const& telling : ended->behind) work_.tell(telling);
     }
     return true;
@@ -107,7 +123,7 @@ bool DrawingThreads::TakePages(Slot& first) {
 void DrawingThreads::Pass(Slot const& slot, DrawnPage page) const {
     for (auto const& telling : page.tellings) work_.tell(telling);
     if (page.failure) std::rethrow_exception(page.failure);
-    if (page.page) work_.keepPage(slot.task, std::move(*page.page), std::move(page.copy));
+    if (page.page) work_.keepPage(slot.label.task, std::move(*page.page), std::move(page.copy));
 }
 
 /// No other label has followed, or the machine gives no threads.
@@ -116,7 +132,7 @@ void DrawingThreads::DrawFirstHere() {
     waiting_.pop_front();
     waitingWork_ -= first->work;
     SetFirst(0);
-    work_.drawHere(std::move(first->task));
+    work_.drawHere(std::move(first->label));
     for (auto const& telling : first->behind) work_.tell(telling);
 }
 
@@ -125,6 +141,20 @@ std::unique_ptr<DrawingThreads::Slot> DrawingThreads::DropFirst() {
     slots_.pop_front();
     bytes_ -= first->bytes;
     return first;
+}
+
+void DrawingThreads::KeepRoom(std::unique_ptr<Scripting::HandedLabel> room) {
+    if (!room || roomBytes_ + room->Bytes() > mostBytes_) return;
+    roomBytes_ += room->Bytes();
+    rooms_.push_back(std::move(room));
+}
+
+std::unique_ptr<Scripting::HandedLabel> DrawingThreads::TakeRoom() {
+    if (rooms_.empty()) return nullptr;
+    auto room = std::move(rooms_.back());
+    rooms_.pop_back();
+    roomBytes_ -= room->Bytes();
+    return room;
 }
 
 void DrawingThreads::Run(LabelDrawer& drawer) {
@@ -137,9 +167,11 @@ void DrawingThreads::Run(LabelDrawer& drawer) {
         waiting_.pop_front();
         waitingWork_ -= slot.work;
         lock.unlock();
-        bool const goesOn = drawer.Draw(std::move(slot.task), work_.tag, work_.stage,
-                                        [&](DrawnPage page) { return Put(slot, std::move(page)); });
+        QueuedLabel label = std::move(slot.label);
+        bool const goesOn =
+            drawer.Draw(label, work_.tag, work_.stage, [&](DrawnPage page) { return Put(slot, std::move(page)); });
         lock.lock();
+        slot.label.drawn.page = std::move(label.drawn.page);
         slot.hasEnded = true;
         slot.isInterrupted = !goesOn;
         ++free_;

@@ -27,7 +27,7 @@ public:
         std::optional<VirtualTag> const& tag;
         std::function<std::unique_ptr<LabelDrawer>()> makeDrawer;               ///< called by the owner
         std::function<StagedPage(Scripting::FinishedPage&)> stage;              ///< called by threads
-        std::function<void(LabelTask)> drawHere;                                ///< draws a label on the owner's thread
+        std::function<void(QueuedLabel)> drawHere;                              ///< draws a label on the owner's thread
         std::function<void(Telling const&)> tell;                               ///< called by the owner
         std::function<void(LabelTask const&, StagedPage, DrawnCopy)> keepPage;  ///< called by the owner
     };
@@ -40,7 +40,9 @@ public:
 
     /// Whether all labels have been dealt with.
     bool IsEmpty() const { return slots_.empty(); }
-    void Add(LabelTask task);
+    /// Room for the page of a label that is going to be added: that of one before; null if there is none.
+    std::unique_ptr<Scripting::HandedLabel> TakeRoom();
+    void Add(QueuedLabel label);
     /// Tells behind the label that was added last. When much waits to be told it settles all, on threads alone: it may
     /// be called amid a label. False when the run has been interrupted.
     bool Tell(Telling telling);
@@ -51,20 +53,19 @@ public:
 private:
     /// A label with its pages.
     struct Slot {
-        explicit Slot(LabelTask label)
-            : task(std::move(label)), bytes(task.label.CommandBytes()), work(bytes * task.copies) {}
+        explicit Slot(QueuedLabel label);
 
-        LabelTask task;               ///< without its label once a thread has begun
-        std::size_t bytes;            ///< of its commands
-        std::size_t work;             ///< about, in bytes that are drawn
+        QueuedLabel label;            ///< without what a thread has taken of it
+        std::size_t bytes = 0;        ///< of its commands and its drawn page
+        std::size_t work = 0;         ///< about, in bytes of commands that are drawn
         std::vector<Telling> behind;  ///< the owner's alone
         // Changed under the lock.
-        std::deque<DrawnPage> pages;
+        std::vector<DrawnPage> pages;
         bool hasEnded = false;
         bool isInterrupted = false;
     };
 
-    bool IsFull() const { return slots_.size() >= MostLabels || bytes_ > MostBytes; }
+    bool IsFull() const { return slots_.size() >= MostLabels || bytes_ > mostBytes_; }
     void WakeThread();
     void DrawFirstHere();
     void SetFirst(std::size_t index) { first_ = index < slots_.size() ? slots_[index].get() : nullptr; }
@@ -72,13 +73,15 @@ private:
     bool TakePages(Slot& first);
     void Pass(Slot const& slot, DrawnPage page) const;
     std::unique_ptr<Slot> DropFirst();
+    void KeepRoom(std::unique_ptr<Scripting::HandedLabel> room);
     // What threads do.
     void Run(LabelDrawer& drawer);
     bool Put(Slot& slot, DrawnPage page);
     bool IsOwnerNeeded() const;
 
     static constexpr std::size_t MostLabels = 64;
-    static constexpr std::size_t MostBytes = std::size_t{4} << 20;  // of commands
+    static constexpr std::size_t MostBytes = std::size_t{4} << 20;  // of commands and drawn pages, and
+    static constexpr std::size_t MostBytesPerThread = std::size_t{2} << 20;
     static constexpr std::size_t FewLabels = 8;   // a thread is woken for more of them, or for more work
     static constexpr std::size_t MostPages = 32;  // of a label
     static constexpr std::size_t MostPageBytes = std::size_t{4} << 20;  // of all pages that wait in memory
@@ -86,7 +89,10 @@ private:
 
     Work const work_;
     std::deque<std::unique_ptr<Slot>> slots_;  ///< in the order of the labels
-    std::size_t bytes_ = 0;                    ///< of the commands of labels
+    std::size_t bytes_ = 0;                    ///< of what labels hold
+    std::size_t const mostBytes_ = MostBytes + work_.mostThreads * MostBytesPerThread;
+    std::vector<std::unique_ptr<Scripting::HandedLabel>> rooms_;
+    std::size_t roomBytes_ = 0;
 
     std::mutex mutex_;               ///< guards what follows, but for the threads
     std::condition_variable label_;  ///< one waits

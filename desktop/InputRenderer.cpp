@@ -1,6 +1,7 @@
 #include "desktop/InputRenderer.h"
 
 #include <algorithm>
+#include <thread>
 
 #include "desktop/Commands.h"
 
@@ -22,6 +23,7 @@ InputRenderer::InputRenderer(RenderOptions const& options, Desk& desk, std::stri
       interpreter_(
           desk, stream, [this](Telling telling) { Tell(std::move(telling)); }, DetailOf(options)),
       fieldsJson_(FieldsJsonOf(options, stream)),
+      mostThreads_(options.mostThreads != 0 ? options.mostThreads : std::max(std::thread::hardware_concurrency(), 1U)),
       store_(options, input),
       progress_(!options.json) {}
 
@@ -84,10 +86,10 @@ void InputRenderer::RenderJob() {
         task.operations = label.GetRfidOperations();
         page += task.quantity;
         if (threads_) {
-            threads_->Add(std::move(task));
+            threads_->Add({std::move(task)});
             if (!threads_->Settle(false)) break;
         } else {
-            DrawHere(std::move(task));
+            DrawHere({std::move(task)});
         }
     }
     if (threads_) threads_->Settle(true);
@@ -128,33 +130,50 @@ LabelTask InputRenderer::TaskOf(Zpl::Label label, unsigned number, std::uint64_t
 /// and at once a label behind which little can follow, so that its page still stands from its first replay. `rest` is
 /// that of the stream, in bytes.
 void InputRenderer::Draw(LabelTask task, std::size_t rest) {
-    bool const keepsPicture = task.label.KeepsPicture();
-    bool const isTied = keepsPicture || pictureStands_ || task.label.ReadsStore() || AsksForSources(task.label);
+    auto& label = task.label;
+    bool const keepsPicture = label.KeepsPicture();
+    bool const isTied = keepsPicture || pictureStands_ || label.ReadsStore() || AsksForSources(label);
     bool const isLast = threads_ && threads_->IsEmpty() && rest <= DrawingThreads::LittleWork;
     if (threads_ && !isTied && !isLast) {
-        threads_->Add(std::move(task));
+        threads_->Add(HandOut(std::move(task)));
         threads_->Settle(false);
         return;
     }
     if (threads_ && !threads_->Settle(true)) return;
     unsigned const before = pages_;
-    DrawHere(std::move(task));
+    DrawHere({std::move(task)});
     pictureStands_ = keepsPicture || (pictureStands_ && pages_ == before);
 }
 
-void InputRenderer::DrawHere(LabelTask task) {
+/// Gives a label along what its first replay has drawn.
+QueuedLabel InputRenderer::HandOut(LabelTask task) {
+    QueuedLabel queued{std::move(task)};
+    auto& label = queued.task.label;
+    // What the tag says is drawn anew.
+    if (options_.tag && label.IsWaitingOnRfidReadResponse(0)) return queued;
+    queued.drawn = label.HandOut(threads_->TakeRoom());
+    if (!queued.drawn.page || queued.task.copies != 1) return queued;
+    // Memory goes back fastest on the thread that took it.
+    queued.task.operations = label.GetRfidOperations();
+    queued.isUsedUp = true;
+    Zpl::Label const over = std::move(label);
+    return queued;
+}
+
+void InputRenderer::DrawHere(QueuedLabel label) {
+    auto const& task = label.task;
     auto& target = interpreter_.Target();
     auto const folder = options_.keepJob ? jobPath_ : store_.Prepare(target);
     interpreter_.SetDrawnFormat(task.format);
-    DrawCopies(
-        task, folder, options_.tag, [this](Telling const& telling) { telling(findings_); },
+    DrawQueued(
+        label, target, folder, options_.tag, [this](Telling const& telling) { telling(findings_); },
         [&](DrawnCopy copy) {
             interpreter_.SetDrawnFormat({});
             unsigned const page = task.firstPage + copy.copy;
-            PageStore::Place place{folder / std::to_string(page)};
-            CheckFile(options_.keepJob ? place.path : store_.NextPath());
-            if (!options_.keepJob) place = store_.Keep(target, page);
-            Report(task, place, target.PageSize(), std::move(copy));
+            auto const jobPage = [&] { return folder / std::to_string(page); };
+            if (!target.FileError().empty()) CheckFile(options_.keepJob ? jobPage() : store_.NextPath());
+            auto place = options_.keepJob ? PageStore::Place{jobPage()} : store_.Keep(target, page);
+            Report(task, std::move(place), target.PageSize(), std::move(copy));
             interpreter_.SetDrawnFormat(task.format);
             return InterruptedBy() == 0;
         });
@@ -174,13 +193,13 @@ void InputRenderer::Tell(Telling telling) {
 }
 
 void InputRenderer::UseThreads() {
-    if (threads_ || options_.mostThreads == 1 || !Scripting::PageKeeper::Of(&interpreter_.Target())) return;
+    if (threads_ || mostThreads_ == 1 || !Scripting::PageKeeper::Of(&interpreter_.Target())) return;
     auto const stage = [this](Scripting::FinishedPage& page) {
         return options_.keepJob ? StageFile(PageFormats[0], jobPath_ / "page", page) : store_.Stage(page);
     };
-    threads_.emplace(DrawingThreads::Work{options_.mostThreads, options_.tag,
+    threads_.emplace(DrawingThreads::Work{mostThreads_, options_.tag,
                                           [this] { return std::make_unique<LabelDrawer>(desk_, DetailOf(options_)); },
-                                          stage, [this](LabelTask task) { DrawHere(std::move(task)); },
+                                          stage, [this](QueuedLabel label) { DrawHere(std::move(label)); },
                                           [this](Telling const& telling) { telling(findings_); },
                                           [this](LabelTask const& task, StagedPage page, DrawnCopy copy) {
                                               KeepDrawn(task, std::move(page), std::move(copy));
@@ -197,7 +216,7 @@ void InputRenderer::KeepDrawn(LabelTask const& task, StagedPage page, DrawnCopy 
     } else {
         place = store_.Keep(std::move(page));
     }
-    Report(task, place, size, std::move(copy));
+    Report(task, std::move(place), size, std::move(copy));
 }
 
 void InputRenderer::CheckFile(std::filesystem::path const& what) {
@@ -205,9 +224,8 @@ void InputRenderer::CheckFile(std::filesystem::path const& what) {
     if (!error.empty()) throw OutputError("cannot write " + what.string() + ": " + error);
 }
 
-void InputRenderer::Report(LabelTask const& task, PageStore::Place const& place, Scripting::Extent size,
-                           DrawnCopy copy) {
+void InputRenderer::Report(LabelTask const& task, PageStore::Place place, Scripting::Extent size, DrawnCopy copy) {
     progress_.Clear();
-    report_.Page({place.path, place.page, ReportOf(task, size, std::move(copy))});
+    report_.Page({std::move(place.path), place.page, ReportOf(task, size, std::move(copy))});
     progress_.Page(++pages_);
 }

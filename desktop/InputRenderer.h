@@ -35,12 +35,13 @@ private:
     LabelTask TaskOf(Zpl::Label label, unsigned number, std::uint64_t format);
     void Draw(LabelTask task, std::size_t rest);
     bool AsksForSources(Zpl::Label const& label) const { return fieldsJson_ && label.HasRecalledCommands(); }
-    void DrawHere(LabelTask task);
+    QueuedLabel HandOut(LabelTask task);
+    void DrawHere(QueuedLabel label);
     void Tell(Telling telling);
     void UseThreads();
     void KeepDrawn(LabelTask const& task, StagedPage page, DrawnCopy copy);
     void CheckFile(std::filesystem::path const& what);
-    void Report(LabelTask const& task, PageStore::Place const& place, Scripting::Extent size, DrawnCopy copy);
+    void Report(LabelTask const& task, PageStore::Place place, Scripting::Extent size, DrawnCopy copy);
 
     RenderOptions const& options_;
     Desk& desk_;
@@ -49,6 +50,7 @@ private:
     Findings findings_;
     StreamInterpreter interpreter_;
     std::optional<FieldsJson> const fieldsJson_;
+    unsigned const mostThreads_;  ///< that draw pages
     PageStore store_;
     Progress progress_;
     std::vector<Zpl::Label> kept_;

@@ -6,6 +6,32 @@
 #include "fields/map/FieldMap.h"
 #include "foundation/Log.h"
 
+namespace {
+
+/// Makes the page of a copy that has been drawn elsewhere.
+DrawnCopy FinishDrawn(QueuedLabel& label, Scripting::GraphicContext& target) {
+    auto& task = label.task;
+    Scripting::PageKeeper::Of(&target)->TakeOver(*label.drawn.page);
+    target.RenderPage({}, task.firstPage, task.firstPage >= task.lastPage);
+    DrawnCopy copy{0, std::move(*task.operations), {}};
+    if (task.fieldsJson && label.drawn.fields) {
+        ZplCore::FieldMap map(*Scripting::InkGauge::Of(&target), ZplCore::FieldMap::Detail::Everything);
+        map.TakeOver(*std::exchange(label.drawn.fields, {}));
+        copy.fields = task.fieldsJson->Of(map);
+    }
+    return copy;
+}
+
+}  // namespace
+
+bool DrawQueued(QueuedLabel& label, Scripting::GraphicContext& target, std::filesystem::path const& folder,
+                std::optional<VirtualTag> const& tag, std::function<void(Telling)> const& tell,
+                std::function<bool(DrawnCopy)> const& take) {
+    if (label.isUsedUp) return take(FinishDrawn(label, target));
+    if (label.drawn.page) label.task.label.TakeOver(label.drawn);
+    return DrawCopies(label.task, folder, tag, tell, take);
+}
+
 LabelDrawer::LabelDrawer(Desk& desk, ZplCore::FieldMap::Detail detail)
     : printer_(std::make_shared<PrinterOfThread>(desk.Printer().PrinterDpi(), desk.Printer().DesignDpi(),
                                                  desk.ClockOfPrinter())),
@@ -26,21 +52,22 @@ LabelDrawer::LabelDrawer(Desk& desk, ZplCore::FieldMap::Detail detail)
     if (map_) map_->SetReader(desk.Reader());
 }
 
-bool LabelDrawer::Draw(LabelTask task, std::optional<VirtualTag> const& tag,
+bool LabelDrawer::Draw(QueuedLabel& label, std::optional<VirtualTag> const& tag,
                        std::function<StagedPage(Scripting::FinishedPage&)> const& stage,
                        std::function<bool(DrawnPage)> const& put) {
+    auto& task = label.task;
     format_ = task.format;
     Log::ScopedSink const sink(
         [this](LogTopic topic, std::string_view text) { tellings_.push_back(report_(topic, text, {}, format_)); });
     printer_->SetCharacters(task.characters);
-    task.label.MoveTo(target_, printer_, map_);
+    if (!label.isUsedUp) task.label.MoveTo(target_, printer_, map_);
     auto& page = *Scripting::PageKeeper::Of(target_.get());
     DrawnPage last;
     bool goesOn = false;
     try {
         goesOn = InterruptedBy() == 0 &&
-                 DrawCopies(
-                     task, {}, tag, [this](Telling telling) { tellings_.push_back(std::move(telling)); },
+                 DrawQueued(
+                     label, *target_, {}, tag, [this](Telling telling) { tellings_.push_back(std::move(telling)); },
                      [&](DrawnCopy copy) {
                          return put({std::exchange(tellings_, {}), stage(page), std::move(copy), {}}) &&
                                 InterruptedBy() == 0;
@@ -49,6 +76,6 @@ bool LabelDrawer::Draw(LabelTask task, std::optional<VirtualTag> const& tag,
         last.failure = std::current_exception();
     }
     last.tellings = std::exchange(tellings_, {});
-    put(std::move(last));
+    if (last.failure || !last.tellings.empty()) put(std::move(last));
     return goesOn;
 }

@@ -51,6 +51,18 @@ private:
     CommandCharacters characters_;
 };
 
+/// A label on its way to a thread.
+struct QueuedLabel {
+    LabelTask task;
+    Zpl::Label::Drawn drawn = {};  ///< copy 0, if it stands drawn; behind it room for another
+    bool isUsedUp = false;         ///< that was its only copy: the task has no label any more
+};
+
+/// Draws its copies on `target`, see DrawCopies.
+bool DrawQueued(QueuedLabel& label, Scripting::GraphicContext& target, std::filesystem::path const& folder,
+                std::optional<VirtualTag> const& tag, std::function<void(Telling)> const& tell,
+                std::function<bool(DrawnCopy)> const& take);
+
 /// A page that a thread has made ready, or what there is to tell behind the last one.
 struct DrawnPage {
     std::vector<Telling> tellings = {};  ///< of this page, in their order
@@ -68,7 +80,7 @@ struct DrawnPage {
 /// - the target: the rasters, the compressor, the form of the page under way,
 /// - the fonts: opened files, typefaces at their sizes, glyphs,
 /// - the map of the fields of the label under way, the printer with its characters,
-/// - the label itself, which is moved here with all of its state,
+/// - the label itself, which is moved here with all of its state, or what was drawn of it,
 /// - by thread: the receiver of reports and the place in the stream (`Log`), the last symbols (`Memoizer`).
 /// Shared and never changed are the handlers, recorded commands and pictures that are frozen with labels, the clock and
 /// the options; shared and locked, what the table of owners in docs/architecture.md names for the process. A label that
@@ -81,9 +93,10 @@ public:
     /// Draws labels of sessions of this desk, which outlives it. Called by the desk's thread.
     LabelDrawer(Desk& desk, ZplCore::FieldMap::Detail detail);
 
-    /// Makes the pages of a label by `stage` and hands them on by `put`, the last time without a page. False if the run
-    /// is interrupted, or `put` gives false.
-    bool Draw(LabelTask task, std::optional<VirtualTag> const& tag,
+    /// Makes the pages of a label by `stage` and hands them on by `put`; last, without a page, what else there is to
+    /// tell. Uses the label up, and leaves the room of what was drawn. False if the run is interrupted, or `put` gives
+    /// false.
+    bool Draw(QueuedLabel& label, std::optional<VirtualTag> const& tag,
               std::function<StagedPage(Scripting::FinishedPage&)> const& stage,
               std::function<bool(DrawnPage)> const& put);
 

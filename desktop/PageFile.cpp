@@ -43,6 +43,11 @@ std::optional<PageFile> PageFile::Parse(std::string bytes) {
     return page;
 }
 
+std::string_view PageFile::PbmFile() {
+    pbm_ = "P4\n" + std::to_string(width_) + " " + std::to_string(height_) + "\n" + rows_;
+    return pbm_;
+}
+
 bool PageFile::ReadChunks() {
     constexpr std::size_t ChunkFrame = 12;  // length, type and checksum
     std::string_view const bytes = file_;

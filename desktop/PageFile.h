@@ -17,6 +17,7 @@ public:
     std::string_view PngFile() override { return file_; }
     std::string_view DeflatedRows() override { return data_; }
     std::string_view PackedRows() override { return rows_; }
+    std::string_view PbmFile() override;
 
 private:
     bool ReadChunks();
@@ -25,6 +26,7 @@ private:
     std::string file_;
     std::string data_;
     std::string rows_;
+    std::string pbm_;      ///< as it was asked for
     unsigned width_ = 0;   ///< pixels
     unsigned height_ = 0;  ///< pixels
     unsigned dpi_ = 0;

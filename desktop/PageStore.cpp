@@ -12,6 +12,12 @@ namespace {
 /// Whether all pages of an input go into one file.
 bool IsDocument(RenderOptions const& options) { return options.format->isDocument && !options.isSplit; }
 
+/// What the name of a page's file has behind its stem.
+std::string EndOfName(RenderOptions const& options, unsigned page) {
+    std::string const number = IsDocument(options) ? "" : "-" + std::to_string(page);
+    return number + "." + std::string(options.format->extension);
+}
+
 }  // namespace
 
 OutputError CannotWrite(std::filesystem::path const& path, std::error_code const& error) {
@@ -25,8 +31,7 @@ std::string PageStem(std::string const& input) {
 }
 
 std::string PageFileName(RenderOptions const& options, std::string const& input, unsigned page) {
-    std::string const number = IsDocument(options) ? "" : "-" + std::to_string(page);
-    return PageStem(input) + number + "." + std::string(options.format->extension);
+    return PageStem(input) + EndOfName(options, page);
 }
 
 StagedPage StageFile(PageFormat const& format, std::filesystem::path path, Scripting::FinishedPage& page) {
@@ -40,17 +45,17 @@ StagedPage StageFile(PageFormat const& format, std::filesystem::path path, Scrip
 }
 
 PageStore::PageStore(RenderOptions const& options, std::string const& input)
-    : options_(options), folder_(options.outputFolder), input_(input), isDocument_(IsDocument(options)) {
+    : options_(options),
+      folder_(options.outputFolder),
+      stem_(folder_ == "." ? PageStem(input) : (folder_ / PageStem(input)).string()),
+      isDocument_(IsDocument(options)) {
     std::error_code error;
     std::filesystem::create_directories(folder_, error);
     if (!error && ::access(folder_.c_str(), W_OK | X_OK) != 0) error = {errno, std::generic_category()};
     if (error) throw CannotWrite(folder_, error);
 }
 
-std::filesystem::path PageStore::NextPath() const {
-    std::string const name = PageFileName(options_, input_, pages_ + 1);
-    return folder_ == "." ? std::filesystem::path(name) : folder_ / name;
-}
+std::filesystem::path PageStore::NextPath() const { return stem_ + EndOfName(options_, pages_ + 1); }
 
 std::filesystem::path PageStore::Prepare(Scripting::GraphicContext& target) {
     if (auto* const keeper = Scripting::PageKeeper::Of(&target)) {
@@ -82,7 +87,7 @@ PageStore::Place PageStore::Keep(Scripting::GraphicContext& target, unsigned num
 }
 
 StagedPage PageStore::Stage(Scripting::FinishedPage& page) const {
-    if (!isDocument_) return StageFile(*options_.format, folder_ / PageFileName(options_, input_, 0), page);
+    if (!isDocument_) return StageFile(*options_.format, stem_ + EndOfName(options_, 0), page);
     auto const form = options_.format->FormOf(page);
     return {form.size, form.dpi, nullptr, std::string(form.content)};
 }

@@ -67,7 +67,7 @@ private:
 
     RenderOptions const& options_;
     std::filesystem::path folder_;
-    std::string input_;
+    std::string stem_;  ///< of the paths of files
     bool isDocument_;
     unsigned pages_ = 0;
     std::optional<TemporaryFolder> work_;  ///< hidden, for a target that writes files

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "Scripting/FinishedPage.h"
 #include "Scripting/GraphicContext.h"
 #include "Scripting/PrinterContextInterface.h"
 #include "fields/data/FieldElement.h"
@@ -28,11 +27,20 @@ void Label::MoveTo(std::shared_ptr<Scripting::GraphicContext> const& target,
                    std::shared_ptr<Scripting::PrinterContextInterface> const& printer,
                    std::shared_ptr<ZplCore::FieldMap> const& map) {
     replay_.reset();
-    for (auto* const processor : {&processor_, &pristineProcessor_}) {
-        processor->SetGraphicContext(target);
-        processor->SetPrinterContext(printer);
-        processor->SetFieldMap(map);
-    }
+    auto const move = [&](ContextProcessor& processor) {
+        processor.SetGraphicContext(target);
+        processor.SetPrinterContext(printer);
+        processor.SetFieldMap(map);
+    };
+    move(processor_);
+    move(pristineProcessor_);
+    // Fields that the copy before has kept are drawn as they are.
+    Context* const format = processor_.GetContext(ContextProcessor::FormatContext);
+    if (!format) return;
+    if (format->HasValue(SavedContexts))
+        for (auto& [number, field] : (*format)[SavedContexts]) move(field);
+    if (format->HasValue(FurtherTemplates))
+        for (auto& [place, field] : (*format)[FurtherTemplates]) move(field);
 }
 
 bool Label::KeepsPicture() const { return !processor_.at(DoNotUseStoredImage); }
@@ -59,11 +67,27 @@ void Label::EndJob(std::filesystem::path const& jobPath) const { processor_.GetG
 
 void Label::RenderLabel(std::filesystem::path const& jobPath, unsigned copyIndex, unsigned pageNumber,
                         bool isLastPage) {
-    if (copyIndex != 0 || !GoOnFromReplay()) {
+    bool const isDrawn = copyIndex == 0 && (std::exchange(isDrawn_, false) || GoOnFromReplay());
+    if (!isDrawn) {
         if (copyIndex == 0) processor_ = pristineProcessor_.DeepClone();
         ProcessLabel(copyIndex, isLastPage);
     }
     processor_.GetGraphicContext()->RenderPage(jobPath, pageNumber, isLastPage);
+}
+
+Label::Drawn Label::HandOut(std::unique_ptr<Scripting::HandedLabel> room) {
+    if (!GoOnFromReplay()) return {};
+    auto page = Scripting::PageKeeper::Of(processor_.GetGraphicContext().get())->HandOut(std::move(room));
+    if (!page) return {};
+    auto const& map = processor_.GetFieldMap();
+    bool const hasDetails = map && map->WantsDetails();
+    return {std::move(page), hasDetails ? std::optional(map->HandOut()) : std::nullopt};
+}
+
+void Label::TakeOver(Drawn& drawn) {
+    Scripting::PageKeeper::Of(processor_.GetGraphicContext().get())->TakeOver(*drawn.page);
+    if (drawn.fields) processor_.GetFieldMap()->TakeOver(*std::exchange(drawn.fields, {}));
+    isDrawn_ = true;
 }
 
 std::shared_ptr<Label::Replay> Label::TakeReplay() {

@@ -8,7 +8,9 @@
 #include <string_view>
 #include <vector>
 
+#include "Scripting/FinishedPage.h"
 #include "Scripting/RfidOperation.h"
+#include "fields/map/FieldMap.h"
 #include "frontend/context/ContextProcessor.h"
 
 class CommandHandlerPool;
@@ -26,9 +28,19 @@ public:
     /// the stream sets from now on does not reach it.
     void Freeze() { processor_ = processor_.DeepClone(); }
 
-    /// Draws on another target from now on, copy 0 anew, and notes its fields in `map`, which may be null. Behind
-    /// Freeze a label and what it is moved to may go to another thread: what it has in common with others then never
-    /// changes, or is locked.
+    /// Copy 0 as it was drawn, on its way to another target.
+    struct Drawn {
+        std::unique_ptr<Scripting::HandedLabel> page;  ///< null if the copy has to be drawn
+        std::optional<ZplCore::FieldMap::Label> fields;
+    };
+    /// Goes on from what the first replay left (GoOnFrom) and hands out what it drew, if the target holds it. `room` is
+    /// that of an earlier page; may be null.
+    Drawn HandOut(std::unique_ptr<Scripting::HandedLabel> room);
+    /// Copy 0 need not be drawn. Leaves the room of the page.
+    void TakeOver(Drawn& drawn);
+    /// Draws on another target from now on, copy 0 anew if nothing is taken over, and notes its fields in `map`, which
+    /// may be null. Behind Freeze a label and what it is moved to may go to another thread: what it has in common
+    /// with others then never changes, or is locked.
     void MoveTo(std::shared_ptr<Scripting::GraphicContext> const& target,
                 std::shared_ptr<Scripting::PrinterContextInterface> const& printer,
                 std::shared_ptr<ZplCore::FieldMap> const& map);
@@ -104,6 +116,7 @@ private:
     std::vector<RfidOperation> rfidOperations_;
     std::map<unsigned, std::vector<RfidReadResponse>> rfidReadResponses_;
     std::weak_ptr<Replay> replay_;
+    bool isDrawn_ = false;  ///< copy 0, which has been taken over
 };
 
 }  // namespace Zpl

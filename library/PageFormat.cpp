@@ -8,17 +8,9 @@
 
 namespace {
 
-class PngWriter final : public PageWriter {
+/// For a format whose pages are files as they are.
+class FileWriter final : public PageWriter {
     std::string_view Add(PageForm const& page) override { return page.content; }
-};
-
-class PbmWriter final : public PageWriter {
-    std::string_view Add(PageForm const& page) override {
-        text_ = "P4\n" + std::to_string(page.size.width) + " " + std::to_string(page.size.height) + "\n";
-        return text_.append(page.content);
-    }
-
-    std::string text_;
 };
 
 std::string Number(double value) {
@@ -106,8 +98,6 @@ class PdfWriter final : public PageWriter {
 
 }  // namespace
 
-std::unique_ptr<PageWriter> MakePngWriter() { return std::make_unique<PngWriter>(); }
-
-std::unique_ptr<PageWriter> MakePbmWriter() { return std::make_unique<PbmWriter>(); }
+std::unique_ptr<PageWriter> MakeFileWriter() { return std::make_unique<FileWriter>(); }
 
 std::unique_ptr<PageWriter> MakePdfWriter() { return std::make_unique<PdfWriter>(); }

@@ -39,14 +39,13 @@ struct PageFormat {
     }
 };
 
-std::unique_ptr<PageWriter> MakePngWriter();  ///< ISO/IEC 15948
-std::unique_ptr<PageWriter> MakePbmWriter();  ///< raw portable bitmap
-std::unique_ptr<PageWriter> MakePdfWriter();  ///< ISO 32000-1, version 1.4
+std::unique_ptr<PageWriter> MakeFileWriter();  ///< for pages that are files as they are
+std::unique_ptr<PageWriter> MakePdfWriter();   ///< ISO 32000-1, version 1.4
 
 /// The first one is taken where none is asked for.
 inline constexpr PageFormat PageFormats[] = {
-    {"png", "png", false, &Scripting::FinishedPage::PngFile, MakePngWriter},
-    {"pbm", "pbm", false, &Scripting::FinishedPage::PackedRows, MakePbmWriter},
+    {"png", "png", false, &Scripting::FinishedPage::PngFile, MakeFileWriter},
+    {"pbm", "pbm", false, &Scripting::FinishedPage::PbmFile, MakeFileWriter},
     {"pdf", "pdf", true, &Scripting::FinishedPage::DeflatedRows, MakePdfWriter},
 };
 

@@ -99,8 +99,20 @@ public:
 
     explicit FieldMap(Scripting::InkGauge& gauge, Detail detail = Detail::Ink) : gauge_(gauge), detail_(detail) {}
 
+    /// What is noted of a label on its way from one map to another.
+    struct Label {
+        std::vector<MappedField> fields;
+        Scripting::LabelSettings page;
+    };
+
     void StartLabel();
     void EndLabel(Scripting::LabelSettings const& settings);
+    /// Hands out the label that was ended last, for the map of a target that takes over what was drawn of it.
+    Label HandOut() { return {std::exchange(fields_, {}), page_}; }
+    void TakeOver(Label label) {
+        fields_ = std::move(label.fields);
+        page_ = label.page;
+    }
     /// A field begins to draw. One within another takes its place.
     void StartField();
     /// The field under way draws a symbol of a symbology, whose name is a literal.

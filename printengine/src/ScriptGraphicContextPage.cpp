@@ -10,6 +10,7 @@
 #include "printengine/src/ScriptGraphicContextState.h"
 #include "printengine/src/page/JobFolder.h"
 #include "printengine/src/page/KeptPage.h"
+#include "printengine/src/page/PbmWriter.h"
 #include "printengine/src/page/PngWriter.h"
 
 namespace Scripting {
@@ -33,6 +34,15 @@ Extent Drawable(Extent page) {
         static_cast<int>(std::min<std::int64_t>({page.height, Raster::MaxHeight, Raster::MaxDots / result.width}));
     return result;
 }
+
+/// The page of a label with its shape.
+struct HandedPage final : HandedLabel {
+    std::size_t Bytes() const override { return sizeof *this + raster.Bytes(); }
+
+    Raster raster;
+    PageLayout layout;
+    Extent drawnSize;
+};
 
 std::string Text(Extent page) { return std::to_string(page.width) + " x " + std::to_string(page.height); }
 
@@ -211,6 +221,30 @@ std::unique_ptr<FinishedPage> ScriptGraphicContext::TakePage() {
     return std::make_unique<PrintEngine::Pages::KeptPage>(state_->raster, state_->layout, PageDpi());
 }
 
+std::unique_ptr<HandedLabel> ScriptGraphicContext::HandOut(std::unique_ptr<HandedLabel> room) {
+    State& state = *state_;
+    if (!state.holdsLabel || state.keepsPicture) return nullptr;
+    if (!room) room = std::make_unique<HandedPage>();
+    auto& page = static_cast<HandedPage&>(*room);
+    page.raster.Swap(state.raster);
+    page.layout = state.layout;
+    page.drawnSize = state.drawnSize;
+    state.holdsLabel = false;
+    return room;
+}
+
+void ScriptGraphicContext::TakeOver(HandedLabel& label) {
+    State& state = *state_;
+    auto& page = static_cast<HandedPage&>(label);
+    state.raster.Swap(page.raster);
+    state.layout = page.layout;
+    state.drawnSize = page.drawnSize;
+    state.keepsPicture = false;
+    state.constantFields.reset();
+    ++state.labels;
+    state.holdsLabel = true;
+}
+
 Extent ScriptGraphicContext::PageSize() const { return state_->pageSize; }
 
 unsigned ScriptGraphicContext::PageDpi() const { return state_->printerContext->PrinterDpi().Value(); }
@@ -228,10 +262,13 @@ std::string_view ScriptGraphicContext::DeflatedRows() {
 }
 
 std::string_view ScriptGraphicContext::PackedRows() {
+    auto const file = PbmFile();
+    return file.substr(PrintEngine::Pages::PbmHeader(state_->layout).size());
+}
+
+std::string_view ScriptGraphicContext::PbmFile() {
     State& state = *state_;
-    auto const rows = static_cast<std::size_t>(state.layout.height);
-    state.PageForm().resize(PrintEngine::Pages::PackedRowBytes(state.layout.width) * rows);
-    PrintEngine::Pages::PackPage(state.raster, state.layout, reinterpret_cast<std::uint8_t*>(state.pageForm.data()));
+    PrintEngine::Pages::EncodePbm(state.raster, state.layout, state.PageForm());
     return state.pageForm;
 }
 

@@ -61,7 +61,14 @@ TEST(DrawingThreads, MakeWhatOneThreadMakes) {
     std::string const pictures =
         "^XA^MCN^FO9,9^FDkept $^FS^FV^FO9,90^FDvar^FS^XZ^XA^PQ2^FO9,50^FDon it^FS^XZ^XA^MCY"
         "^FO60,90^FDlast^FS^XZ^XA^FDnone^FS^XZ^XA^FDfree $^FS^XZ";
-    std::string const copies = "^XA^PQ40^FO9,9^A0N,30^SN$,3,Y^FS^XZ^XA^PQ3^FO9,9^BEN,50^SN$,777,Y^FS^XZ^XA^FDone^FS^XZ";
+    std::string const copies =
+        "^XA^PQ40^FO9,9^A0N,30^SN$,3,Y^FS^XZ^XA^PQ3^FO9,9^BEN,50^SN$,777,Y^FS^XZ^XA^FDone^FS^XZ"
+        "^XA^PQ3^FO9,9^A0N,30^FN1^FS^FO9,60^BCN,40^FN1^FS^FT9,150^A0N,20^FN2^FS^FN1^SN$,3,Y^FS^FN2^FDb^FS^XZ";
+    std::string const shapes =
+        "^XA^PW$^LL90^FO9,9^GB300,80,3^FS^XZ^XA^PON^LL300^PW200^FO9,9^A0N,30^FDturned "
+        "$^FS^POI^XZ^XA^PON^PMY^FO9,9^FD$^FS^XZ"
+        "^XA^PMN^PQ2^PW150^FO9,9^A0N,30^SN$^FS^FO100,2500^GB99,99,9^FS^XZ^XA^JMB^FO9,9^FDlarge "
+        "$^FS^XZ^XA^JMA^FO9,9^FD$^FS^XZ";
     std::string const faults =
         "^XA^FD1^FS^ZZ^XZ^XA^FOx,1^B7N,3^FD2^FS^FO900,9^FDfar^FS^XZ^XA^FO9,9^BEN^FDno$^FS^XZ"
         "^XA^FO99999999999^FDdropped^FS^XZ^KQ^XA^PW32000^FD4^FS^XZ^XA^FO9,9^XGE:NONE^FS^FD5^FS^XZ";
@@ -70,7 +77,13 @@ TEST(DrawingThreads, MakeWhatOneThreadMakes) {
         {"fonts that are first used on one thread or another", "^XA^CI28^XZ" + Repeated(20, fonts), "", "in-60.png"},
         {"stored objects that change between labels", Repeated(20, stores), "--format pbm", "in-80.pbm"},
         {"pictures that labels keep for the next", Repeated(10, pictures), "--format pdf", "page 60"},
-        {"copies that count on", Repeated(5, copies), "--format pdf --split", "in-220.pdf"},
+        {"copies that count on", Repeated(5, copies), "--format pdf --split", "in-235.pdf"},
+        {"sizes that change", Repeated(9, shapes), "", "in-63.png"},
+        {"fields of copies and of pages that are turned", Repeated(9, copies + shapes), "--copies 5 --json",
+         "\"label\":90"},
+        {"what a tag says",
+         Repeated(9, "^XA^PQ2^FO9,9^A0N,30^FN1^FS^FN1^RFR,H,0,4^FS^XZ^XA^RFW,H,0,4^FD$^FS^FDw$^FS^XZ"),
+         "--tag epc=0A0B0C0D0E0F1011", "in-27.png"},
         {"findings", Repeated(20, faults) + "^XA^FDopen", "--strict --json", "\"label\":100"},
         {"fields, some of formats that are stored anew", Repeated(5, stores + fonts), "--json", "\"label\":35"},
         {"fields of a job", Repeated(9, fonts), "--job --json", "\"label\":27"},

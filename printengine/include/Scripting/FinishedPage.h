@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string_view>
@@ -25,6 +26,17 @@ public:
     virtual std::string_view DeflatedRows() = 0;
     /// Rows of whole bytes from the top, most significant bit first; a set bit is black, those right of the page are 0.
     virtual std::string_view PackedRows() = 0;
+    /// A whole file of these rows: a raw portable bitmap ("P4").
+    virtual std::string_view PbmFile() = 0;
+};
+
+/// A drawn label on its way from one target to another, and room for the next one.
+class PRINTENGINE_API HandedLabel {
+public:
+    virtual ~HandedLabel() = default;
+
+    /// Memory that it takes, about.
+    virtual std::size_t Bytes() const = 0;
 };
 
 /// A drawing target that can hand out the page it rendered last, until it starts the next label, in place of writing
@@ -40,6 +52,12 @@ public:
     virtual std::uint64_t DrawnLabel() const = 0;
     /// Hands the page out as a value of its own, which outlives the target. The target holds none then.
     virtual std::unique_ptr<FinishedPage> TakePage() = 0;
+    /// Hands out the label that it holds drawn, for another target of the same class and printer, and holds none then.
+    /// `room`: what such a target has left; may be null. Null if there is none, or the labels that follow begin with
+    /// its picture.
+    virtual std::unique_ptr<HandedLabel> HandOut(std::unique_ptr<HandedLabel> room) = 0;
+    /// Holds a label, to be rendered as a page, as if it had drawn it. Leaves its room.
+    virtual void TakeOver(HandedLabel& label) = 0;
 };
 
 }  // namespace Scripting

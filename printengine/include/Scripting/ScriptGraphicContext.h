@@ -112,11 +112,14 @@ public:
     void KeepPages() override;
     std::uint64_t DrawnLabel() const override;
     std::unique_ptr<FinishedPage> TakePage() override;
+    std::unique_ptr<HandedLabel> HandOut(std::unique_ptr<HandedLabel> room) override;
+    void TakeOver(HandedLabel& label) override;
     Extent PageSize() const override;
     unsigned PageDpi() const override;
     std::string_view PngFile() override;
     std::string_view DeflatedRows() override;
     std::string_view PackedRows() override;
+    std::string_view PbmFile() override;
 
 private:
     struct State;

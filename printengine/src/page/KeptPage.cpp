@@ -1,6 +1,7 @@
 #include "printengine/src/page/KeptPage.h"
 
 #include "printengine/src/page/PageDeflater.h"
+#include "printengine/src/page/PbmWriter.h"
 #include "printengine/src/page/PngWriter.h"
 
 namespace PrintEngine::Pages {
@@ -18,9 +19,10 @@ std::string_view KeptPage::DeflatedRows() {
     return form_;
 }
 
-std::string_view KeptPage::PackedRows() {
-    form_.resize(PackedRowBytes(layout_.width) * static_cast<std::size_t>(layout_.height));
-    PackPage(raster_, layout_, reinterpret_cast<std::uint8_t*>(form_.data()));
+std::string_view KeptPage::PackedRows() { return PbmFile().substr(PbmHeader(layout_).size()); }
+
+std::string_view KeptPage::PbmFile() {
+    EncodePbm(raster_, layout_, form_);
     return form_;
 }
 

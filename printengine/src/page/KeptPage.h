@@ -21,6 +21,7 @@ public:
     std::string_view PngFile() override;
     std::string_view DeflatedRows() override;
     std::string_view PackedRows() override;
+    std::string_view PbmFile() override;
 
 private:
     Drawing::Raster raster_;

@@ -53,6 +53,11 @@ void Raster::Swap(Raster& other) noexcept {
     std::swap(bottom_, other.bottom_);
 }
 
+std::size_t Raster::Bytes() const {
+    // No row is longer than a chunk.
+    return lines_.capacity() * sizeof(Line) + (block_.capacity() + chunks_.size() * ChunkWords) * sizeof(Word);
+}
+
 void Raster::Wipe() {
     // As long as no row has grown, they lie side by side and are wiped in one go.
     bool const isBlock = chunks_.empty() && top_ != bottom_;

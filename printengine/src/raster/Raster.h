@@ -67,6 +67,8 @@ public:
     /// Wipes the raster. It will probably be drawn on as far as width x height: room for that much is made at once.
     void Reset(int width, int height);
     void Swap(Raster& other) noexcept;
+    /// Memory that it takes, about.
+    std::size_t Bytes() const;
 
     void Fill(int left, int top, int right, int bottom, Ink ink);
     /// Draws the set bits of a picture that is turned clockwise by 0, 90, 180 or 270 degrees; (x, y) is the upper left
