@@ -190,7 +190,7 @@ void PrinterState::TakeDone(Fields const& fields) {
     if (!job) return;
     Join(*job, static_cast<std::uint32_t>(fields.Number("packet")));
     job->printed = static_cast<unsigned>(fields.Number("printed"));
-    job->state = job->printed < job->pages ? "cancelled" : "done";
+    job->state = job->printed < job->pages ? "given up" : "done";
 }
 
 std::optional<PrinterState::Printer> PrinterState::About() const {
