@@ -51,6 +51,7 @@ private:
     void StartWeb();
     void TellWeb(PrinterEvent const& event);
     void TellWebOfPrinter();
+    void TellWebOfState();
     void TellWebOfPacket(Zpl::Host::Packet const& packet);
     void Begin();
     /// What the door tells hosts that ask.

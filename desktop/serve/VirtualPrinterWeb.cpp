@@ -25,6 +25,7 @@ void VirtualPrinter::StartWeb() {
         WebProcess::Hooks{[this](std::string const& word) {
                               if (!Command(word)) Tell("the page asks for " + Printable(word) + ", which is no word");
                           },
+                          [this](std::string const& line) { Tell(line); },
                           [this](std::string const& address) {
                               Tell({"labels are written and seen at " + address, "web",
                                     [&](JsonWriter& writer) { writer.Key("address").String(address); }});
@@ -44,11 +45,17 @@ void VirtualPrinter::TellWebOfPrinter() {
     for (char const* const word : {"pause", "resume", "cancel", "cancel-all", "speed"}) writer.String(word);
     web_->Tell(writer.EndArray().EndObject().Text());
     toldState_.clear();
+    TellWebOfState();
 }
 
 void VirtualPrinter::TellWeb(PrinterEvent const& event) {
     if (!web_) return;
     web_->Tell(event.Json());
+    TellWebOfState();
+}
+
+/// Where it differs from what was told.
+void VirtualPrinter::TellWebOfState() {
     JsonWriter writer;
     writer.StartObject().Key("event").String("state").Key("paused").Bool(driver_->IsPaused());
     writer.Key("printing").String(driver_->JobUnderWay()).Key("speed").String(Number(driver_->Speed())).EndObject();

@@ -37,7 +37,12 @@ WebProcess::WebProcess(std::filesystem::path const& program, WebOptions const& o
     connect(&process_, &QProcess::started, this, [this] { hooks_.hasBegun(); });
     connect(&process_, &QProcess::readyReadStandardOutput, this, [this] { ReadWords(); });
     connect(&process_, &QProcess::finished, this, [this](int code) { NoteEnd(code); });
-    Start();
+    connect(&process_, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            hooks_.tell("cannot run " + process_.program().toStdString() + "; it is in the package zplhost-web");
+    });
+    // Not before its lines can be told.
+    QTimer::singleShot(0, this, [this] { Start(); });
 }
 
 WebProcess::~WebProcess() {
@@ -57,7 +62,9 @@ void WebProcess::Start() {
 void WebProcess::NoteEnd(int code) {
     // It has said why: an address that it cannot have does not get free by asking again and again.
     bool const cannotServe = process_.exitStatus() == QProcess::NormalExit && code != 0;
-    if (isEnding_ || cannotServe) return;
+    if (isEnding_) return;
+    if (cannotServe)
+        return hooks_.tell("labels print without the page in the browser; --web names another address for it");
     DebugLog(Error, "zpl-web has ended; it is started again");
     pause_.start(RestartPause);
 }

@@ -16,6 +16,7 @@ class WebProcess : public QObject {
 public:
     struct Hooks {
         std::function<void(std::string const&)> say;   ///< takes a word
+        std::function<void(std::string const&)> tell;  ///< takes a line for people
         std::function<void(std::string const&)> isAt;  ///< it is reached at that address
         std::function<void()> hasBegun;                ///< it knows nothing yet
     };

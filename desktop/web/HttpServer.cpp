@@ -2,9 +2,11 @@
 
 #include <signal.h>
 
+#include <array>
 #include <boost/asio.hpp>
 #include <boost/beast/core.hpp>
 #include <boost/beast/http.hpp>
+#include <ctime>
 #include <list>
 #include <system_error>
 
@@ -30,6 +32,16 @@ HttpRequest RequestOf(http::request_header<> const& header) {
         request.fields.emplace_back(std::move(name), std::string(field.value()));
     }
     return request;
+}
+
+/// The time as HTTP has it (RFC 9110, 5.6.7).
+std::string DateNow() {
+    std::time_t const now = std::time(nullptr);
+    std::tm utc{};
+    ::gmtime_r(&now, &utc);
+    std::array<char, 32> text{};
+    std::strftime(text.data(), text.size(), "%a, %d %b %Y %H:%M:%S GMT", &utc);
+    return text.data();
 }
 
 /// The errors of bytes that are no request; others are those of the connection.
@@ -269,6 +281,7 @@ void HttpServer::Connection::Send(HttpAnswer answer, bool keepsOn) {
     keepsOn_ = keepsOn && !answer.feed;
     feed_ = std::move(answer.feed);
     response_ = {static_cast<http::status>(answer.status), 11};
+    response_.set(http::field::date, DateNow());
     if (!answer.type.empty()) response_.set(http::field::content_type, answer.type);
     for (auto const& [name, value] : answer.fields) response_.set(name, value);
     response_.keep_alive(keepsOn_);

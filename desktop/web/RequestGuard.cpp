@@ -8,12 +8,10 @@ std::string_view NameOf(std::string_view host) {
     return host.substr(0, host.find(':'));
 }
 
-bool IsLoopbackAddress(std::string_view name) {
-    if (!name.starts_with("127.")) return false;
-    return name.find_first_not_of("0123456789.") == std::string_view::npos;
+/// A page cannot give itself an address for a name, so whoever asks by one means this machine.
+bool IsAddress(std::string_view name) {
+    return name.starts_with('[') || (!name.empty() && name.find_first_not_of("0123456789.") == std::string_view::npos);
 }
-
-std::string Bracketed(std::string const& host) { return host.find(':') == std::string::npos ? host : '[' + host + ']'; }
 
 /// Whether it is that of a page which the server has handed out under the name that is asked for.
 bool IsOwn(std::string_view origin, std::string_view host) {
@@ -27,9 +25,8 @@ bool IsOwn(std::string_view origin, std::string_view host) {
 
 bool RequestGuard::IsOurName(std::string_view host) const {
     auto const name = NameOf(host);
-    // Any port: a tunnel or a container has another one in front, and a page cannot choose these names for itself.
-    if (name == "localhost" || name == "[::1]" || IsLoopbackAddress(name)) return true;
-    if (name == Bracketed(names_.host)) return true;
+    // Any port: a tunnel or a container has another one in front.
+    if (name == "localhost" || IsAddress(name) || name == names_.host) return true;
     return std::any_of(names_.hosts.begin(), names_.hosts.end(),
                        [&](std::string const& each) { return host == each || name == each; });
 }

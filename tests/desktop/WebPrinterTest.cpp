@@ -98,8 +98,9 @@ protected:
             {"job", "one-1"}, {"page", "1"}, {"device", "E"}, {"name", "KEPT.ZPL"}};
         if (!operation.HasMember("parameters")) return path;
         for (auto const& parameter : operation["parameters"].GetArray()) {
-            std::string const name = parameter["name"].GetString(), in = parameter["in"].GetString();
-            if (in != "path") continue;
+            // Parameters of the path are not shared.
+            if (parameter.HasMember("$ref") || std::string(parameter["in"].GetString()) != "path") continue;
+            std::string const name = parameter["name"].GetString();
             bool const isKnown = known.contains(name);
             Value const none("");
             Value const& example = parameter.HasMember("example") ? parameter["example"] : none;
