@@ -1,5 +1,6 @@
 # Where things are installed, in the places of the Filesystem Hierarchy Standard, and the packages they belong to:
 #   zplhost          the command line and the print engine, without Qt
+#   zplhost-web      the desk in the browser, without Qt
 #   zplhost-printer  the virtual printer with the processes of the printer and their surfaces
 include(GNUInstallDirs)
 

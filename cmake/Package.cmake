@@ -16,7 +16,7 @@ install(DIRECTORY ${manual}/man1 DESTINATION ${CMAKE_INSTALL_MANDIR} COMPONENT z
 install(FILES ${manual}/zpl.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME zpl COMPONENT zplhost)
 install(FILES ${manual}/_zpl DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT zplhost)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zplhost COMPONENT zplhost FILES_MATCHING PATTERN *.zpl)
-foreach(package zplhost zplhost-printer)
+foreach(package zplhost zplhost-web zplhost-printer)
     set(doc ${CMAKE_INSTALL_DATADIR}/doc/${package})
     install(FILES NOTICE DESTINATION ${doc} RENAME copyright COMPONENT ${package})
     install(FILES ${manual}/NEWS.gz DESTINATION ${doc} COMPONENT ${package})
@@ -35,6 +35,7 @@ function(zpl_running_packages variable pattern)
 endfunction()
 zpl_running_packages(fonts "x?fonts-")
 zpl_running_packages(surfaces "qml6-")
+zpl_running_packages(editor "libjs-")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME zplhost)
@@ -43,7 +44,7 @@ set(CPACK_PACKAGE_CONTACT "The ZplHost authors <zplhost@localhost>")
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_COMPONENTS_ALL zplhost zplhost-printer)
+set(CPACK_COMPONENTS_ALL zplhost zplhost-web zplhost-printer)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
@@ -53,15 +54,23 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_ZPLHOST_PACKAGE_NAME zplhost)
 set(CPACK_DEBIAN_ZPLHOST_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_ZPLHOST_PACKAGE_DEPENDS "${fonts}")
-set(CPACK_DEBIAN_ZPLHOST_PACKAGE_SUGGESTS zplhost-printer)
+set(CPACK_DEBIAN_ZPLHOST_PACKAGE_SUGGESTS "zplhost-web, zplhost-printer")
 set(CPACK_COMPONENT_ZPLHOST_DESCRIPTION "draws labels written in the ZPL label language
 Draws every page of a print stream as a picture, dot for dot as the printer
 would print it, tells what would not print as it was sent, and compares pages
 for tests of labels.")
 
+set(CPACK_DEBIAN_ZPLHOST-WEB_PACKAGE_NAME zplhost-web)
+set(CPACK_DEBIAN_ZPLHOST-WEB_PACKAGE_SECTION graphics)
+set(CPACK_DEBIAN_ZPLHOST-WEB_PACKAGE_DEPENDS "zplhost (= ${PROJECT_VERSION}), ${editor}")
+set(CPACK_COMPONENT_ZPLHOST-WEB_DESCRIPTION "desk in the browser for the ZPL label language
+Serves a page in which labels are written and seen while they are written, and
+doors at which programs have them drawn and checked over HTTP.")
+
 set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_NAME zplhost-printer)
 set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_DEPENDS "zplhost (= ${PROJECT_VERSION}), ${surfaces}")
+set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_RECOMMENDS zplhost-web)
 set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_CONTROL_EXTRA
     ${PROJECT_SOURCE_DIR}/packaging/postinst ${PROJECT_SOURCE_DIR}/packaging/prerm ${PROJECT_SOURCE_DIR}/packaging/postrm)
 set(CPACK_COMPONENT_ZPLHOST-PRINTER_DESCRIPTION "virtual printer for the ZPL label language

@@ -13,8 +13,9 @@ enum : unsigned {
     Manual = 8,
     Completion = 16,
     Compare = 32,
+    Web = 64,
     Drawing = Render | Check | Compare,
-    All = 63
+    All = 127
 };
 
 constexpr std::string_view ExitCodes =
@@ -45,7 +46,10 @@ constexpr CommandRow CommandTable[] = {
     {"serve", Serve, "", "", "be a virtual printer that any program can print to",
      "A virtual label printer: any program can print to it. Each page becomes a file NAME-JOB-PAGE.png.\n"
      "While it runs it takes these words on its terminal: status, pause, resume, cancel, cancel-all, preview, quit."},
-    {"man", Manual, "[COMMAND]", "render check compare serve man completion", "print the manual page of a command",
+    {"web", Web, "", "", "write, see and check labels in the browser, and draw them for programs over HTTP",
+     "Serves a page in which labels are written and seen, and doors at which programs have streams drawn and checked. "
+     "It prints nothing: zpl serve does the same with a printer behind it. It ends by SIGINT (Ctrl-C) or SIGTERM."},
+    {"man", Manual, "[COMMAND]", "render check compare serve web man completion", "print the manual page of a command",
      "Prints a manual page as roff text: of a COMMAND, or without one of all together. To read it: zpl man render | "
      "man -l -"},
     {"completion", Completion, "bash|zsh", "bash zsh", "print a script that lets a shell complete commands and options",
@@ -60,7 +64,7 @@ constexpr OptionRow OptionTable[] = {
      "where it takes print streams (default 127.0.0.1:9100; port 0 picks a free one); HOST is an address, as 0.0.0.0 "
      "or "
      "[::1], or a name that has one of IPv4",
-     [](Reading& r, Text, Text value) { OptionValues::Address(value, r.serve); }},
+     [](Reading& r, Text name, Text value) { OptionValues::Address(name, value, r.serve.host, r.serve.port); }},
     {"--dpi", "N", "203 300 600", Drawing | Serve, "resolution that streams are made for: 203 (default), 300 or 600",
      [](Reading& r, Text name, Text value) { r.render.designDpi = OptionValues::Number(name, value, 203, 600); }},
     {"--printer-dpi", "N", "203 300 600", Drawing, "resolution of the page, if it is another",
@@ -115,6 +119,19 @@ constexpr OptionRow OptionTable[] = {
      [](Reading& r, Text, Text) { r.serve.answers = false; }},
     {"--state", "DIR", "", Serve, "where stored formats and counters are kept (default: the user's state folder)",
      [](Reading& r, Text, Text value) { r.serve.stateFolder = value; }},
+    {"--web", "HOST:PORT", "", Serve | Web,
+     "where the page and the doors for programs are served (default 127.0.0.1:9180; port 0 picks a free one)",
+     [](Reading& r, Text name, Text value) {
+         OptionValues::Address(name, value, r.web.host, r.web.port), r.web.isWanted = true;
+     }},
+    {"--no-web", "", "", Serve, "serves neither", [](Reading& r, Text, Text) { r.web.isWanted = false; }},
+    {"--open", "", "", Web, "opens the page in the browser", [](Reading& r, Text, Text) { r.web.opens = true; }},
+    {"--allow-origin", "ORIGIN", "", Serve | Web,
+     "lets the pages of another server draw and print here, as https://labels.example; * lets all; may be repeated",
+     [](Reading& r, Text, Text value) { r.web.origins.push_back(value); }},
+    {"--allow-host", "NAME", "", Serve | Web,
+     "a further name that this is reached by, with a port or without; may be repeated",
+     [](Reading& r, Text, Text value) { r.web.hosts.push_back(value); }},
     {"--help", "", "", All, "lists what the command takes", [](Reading& r, Text, Text) { r.help = true; }},
 };
 

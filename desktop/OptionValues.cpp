@@ -79,18 +79,18 @@ PageFormat const& Format(std::string_view text) {
                          [text](PageFormat const& format) { return format.name == text; });
 }
 
-void Address(std::string const& text, ServeOptions& options) {
+void Address(std::string_view option, std::string const& text, std::string& host, unsigned& port) {
     auto const colon = text.rfind(':');
-    if (colon != std::string::npos) options.host = text.substr(0, colon);
-    auto& host = options.host;
+    if (colon != std::string::npos) host = text.substr(0, colon);
     if (host.starts_with('[') && host.ends_with(']'))
         host = host.substr(1, host.size() - 2);
     else if (host.find(':') != host.npos)
-        throw UsageError("an IPv6 address stands in brackets, as in --listen [::1]:9100, not \"" + text + "\"");
-    auto const port = Within(std::string_view(text).substr(colon == std::string::npos ? 0 : colon + 1), 0U, 65535U);
-    if (!port || host.empty())
-        throw UsageError("--listen is HOST:PORT, with a PORT of 0 to 65535, not \"" + text + "\"");
-    options.port = *port;
+        throw UsageError("an IPv6 address stands in brackets, as in " + std::string(option) + " [::1]:9100, not \"" +
+                         text + "\"");
+    auto const number = Within(std::string_view(text).substr(colon == std::string::npos ? 0 : colon + 1), 0U, 65535U);
+    if (!number || host.empty())
+        throw UsageError(std::string(option) + " is HOST:PORT, with a PORT of 0 to 65535, not \"" + text + "\"");
+    port = *number;
 }
 
 double Speed(std::string const& text) {

@@ -24,7 +24,7 @@ VirtualTag Tag(std::string_view text);
 /// One of PageFormats, by its name.
 PageFormat const& Format(std::string_view text);
 /// `HOST:PORT`, or `PORT` for the host that is set already. An IPv6 address stands in brackets.
-void Address(std::string const& text, ServeOptions& options);
+void Address(std::string_view option, std::string const& text, std::string& host, unsigned& port);
 /// Inches a second.
 double Speed(std::string const& text);
 

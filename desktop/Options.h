@@ -8,6 +8,7 @@
 
 #include "desktop/CommandLine.h"
 #include "desktop/serve/ServeOptions.h"
+#include "desktop/web/WebOptions.h"
 
 /// What the command line can do and what it takes: one table of commands and one of options. Parsing, refusals, help,
 /// manual pages and completion follow from their rows.
@@ -23,6 +24,7 @@ struct LabelSize {
 struct Reading {
     RenderOptions render;
     ServeOptions serve;
+    WebOptions web;
     CompareOptions compare;
     std::vector<std::string> operands;
     std::optional<unsigned> printerDpi;

@@ -26,7 +26,9 @@ int Become(std::string const& name, std::vector<std::string> const& arguments) {
     list.push_back(nullptr);
     ::execv(program.c_str(), list.data());
     throw UsageError("cannot run " + program +
-                     (name == "serve" ? "; zpl serve is in the package zplhost-printer" : std::string()));
+                     (name == "serve" ? "; zpl serve is in the package zplhost-printer"
+                      : name == "web" ? "; zpl web is in the package zplhost-web"
+                                      : ""));
 }
 
 /// Throws UsageError if there is no command of that name.
@@ -60,7 +62,7 @@ int Run(std::vector<std::string> arguments) {
     }
     if (name == "--version") return Print("zpl " ZPL_VERSION "\n", stdout, ExitCode::Success);
     CommandRow const& command = Find(name);
-    if (name == "serve" || name == "compare") return Become(name, arguments);
+    if (name == "serve" || name == "compare" || name == "web") return Become(name, arguments);
 
     Reading const reading = ReadArguments(command, arguments);
     if (reading.help) return Print(HelpText(command), stdout, ExitCode::Success);

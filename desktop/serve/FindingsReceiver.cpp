@@ -6,7 +6,9 @@
 
 using Zpl::Host::FindingMessage;
 
-FindingsReceiver::FindingsReceiver(BusComponent& bus, QObject& receiver, TellEvent tell) : tell_(std::move(tell)) {
+FindingsReceiver::FindingsReceiver(BusComponent& bus, QObject& receiver, std::function<std::uint32_t()> packet,
+                                   TellEvent tell)
+    : packet_(std::move(packet)), tell_(std::move(tell)) {
     property_ = bus.Own<StringProperty>(PropertyNames::ZPLFinding, PropertyGroups::PrintOperations, "");
     property_->SetEveryWriteCounts(true);
     property_->AddCallback([this, &receiver](std::shared_ptr<Property> const& changed) {
@@ -25,8 +27,9 @@ void FindingsReceiver::Take(std::string const& text) {
     bool const isSetup = finding.kind == Finding::Kind::SetupCommand;
     if (isSetup && (setup_.size() >= MostSetup || !setup_.insert(finding.text).second)) line.clear();
     tell_({line, "finding",
-           [&message](JsonWriter& writer) {
+           [&](JsonWriter& writer) {
                writer.Key("session").Int(message->session).Key("job").String(message->job);
+               if (auto const packet = packet_()) writer.Key("packet").Int(packet);
                message->finding.WriteMembers(writer);
            },
            message->finding.text});

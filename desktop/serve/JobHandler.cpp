@@ -27,7 +27,7 @@ JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& sock
       listener_(host, port),
       bus_(threads, ComponentIdentifiers::JobHandler, socket),
       characters_(bus_.Properties(), *this, say_),
-      findings_(bus_, *this, say_) {
+      findings_(bus_, *this, [this] { return underWay_ ? underWay_->packet.Number : 0; }, say_) {
     namespace Group = PropertyGroups;
     command_ = bus_.Own<StringProperty>(PropertyNames::ZPLCommandToProcess, Group::PrintOperations, "");
     response_ = bus_.Own<StringProperty>(PropertyNames::ZPLResponseToProcess, Group::PrintOperations, "");
@@ -221,7 +221,9 @@ void JobHandler::Send(Pointer const& connection, std::string payload, bool isLas
     packet.payload = std::move(payload);
     // The end of a stream completes its last command only together with some bytes.
     if (isLast && packet.payload.empty()) packet.payload.push_back('\n');
-    HandOver(atHost_.Give({std::move(packet), connection}, encoding_));
+    auto part = atHost_.Give({std::move(packet), connection}, encoding_);
+    options_.onPacket(part.packet);
+    HandOver(std::move(part));
 }
 
 void JobHandler::HandOver(StreamsAtHost::Part part) {

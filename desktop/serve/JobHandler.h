@@ -28,6 +28,8 @@ struct JobHandlerOptions {
     /// Is told when all is cancelled: jobs of streams that end with the packet of that number, or before it, are not
     /// to be printed, though the host may make them yet.
     std::function<void(std::uint32_t)> onCancelled = [](std::uint32_t) {};
+    /// Is told of each packet that the host is given for the first time.
+    std::function<void(Zpl::Host::Packet const&)> onPacket = [](Zpl::Host::Packet const&) {};
 };
 
 /// Takes print streams from TCP connections and hands them to the host, one packet at a time and one stream after the

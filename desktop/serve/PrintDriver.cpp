@@ -161,6 +161,7 @@ void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData)
     say_({"", "job", [this](JsonWriter& writer) {
               writer.Key("job").String(names_.Job()).Key("name").String(metaData_.jobName);
               writer.Key("pages").Int(metaData_.totalPages);
+              WritePacket(writer);
           }});
     status_->Set("Printing");
     path_->Set(path.string());
@@ -211,6 +212,7 @@ bool PrintDriver::KeepPage(std::filesystem::path const& file) {
     } else {
         say_({target.string(), "page", [&](JsonWriter& writer) {
                   writer.Key("job").String(names_.Job()).Key("page").Int(next_ + 1).Key("path").String(target.string());
+                  WritePacket(writer);
               }});
     }
     return !error;
@@ -280,6 +282,7 @@ void PrintDriver::EndJob() {
     state_ = State::Ending;
     say_({"", "done", [this](JsonWriter& writer) {
               writer.Key("job").String(names_.Job()).Key("printed").Int(next_).Key("pages").Int(metaData_.totalPages);
+              WritePacket(writer);
           }});
     nextTimer_.start(0);
 }
@@ -291,6 +294,15 @@ void PrintDriver::ReportEnd() {
     path_->Set(JobFileSystemStrings::NoPage);
     page_->Set(0);
     nextTimer_.start(0);
+}
+
+/// Which packet has ended the stream of the job, as far as it is known yet.
+void PrintDriver::WritePacket(JsonWriter& writer) const {
+    if (origin_ != 0) writer.Key("packet").Int(origin_);
+}
+
+std::string PrintDriver::JobUnderWay() const {
+    return state_ == State::Printing || state_ == State::Paused ? names_.Job() : std::string();
 }
 
 std::string PrintDriver::StatusText() const {

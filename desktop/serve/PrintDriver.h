@@ -58,6 +58,11 @@ public:
     std::string StatusText() const;
     bool IsPaused() const { return options_.paused || state_ == State::Paused; }
     unsigned PageCount() const { return printed_; }
+    /// The name of the job that prints; empty if none does.
+    std::string JobUnderWay() const;
+    double Speed() const { return options_.speed; }
+    /// Inches a second, for the pages behind the one under way.
+    void SetSpeed(double speed) { options_.speed = speed; }
 
 private:
     /// Ending: what is left of the job is to report its end.
@@ -99,6 +104,7 @@ private:
     void FinishJob();
     void EndJob();
     void ReportEnd();
+    void WritePacket(JsonWriter& writer) const;
 
     Options options_;
     std::function<void()> onJobsLost_;

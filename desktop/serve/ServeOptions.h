@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "desktop/web/WebOptions.h"
 #include "library/VirtualTag.h"
 
 /// The options of `zpl serve`.
@@ -22,5 +23,6 @@ struct ServeOptions {
     bool preview = false;
     bool json = false;    ///< tells events as JSON, one object a line
     bool answers = true;  ///< whether clients are answered
+    WebOptions web = {};
     bool help = false;
 };

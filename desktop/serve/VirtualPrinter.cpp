@@ -18,6 +18,7 @@
 #include <thread>
 
 #include "desktop/CommandLine.h"
+#include "desktop/OptionValues.h"
 #include "foundation/AppSettings.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Features.h"
@@ -33,6 +34,8 @@ constexpr std::chrono::milliseconds RestartPause = 200ms;
 constexpr std::chrono::milliseconds LongestPause = 5s;
 constexpr std::chrono::milliseconds LookAgain = 10ms;
 constexpr std::chrono::milliseconds EndsAtOnce = 300ms;
+constexpr std::string_view SpeedWord = "speed ";
+constexpr char const* KnownWords = "words: status, pause, resume, cancel, cancel-all, speed N, preview, quit";
 
 /// Whether windows can be opened at all, as far as that can be told without opening one.
 bool HasDisplay() {
@@ -125,6 +128,7 @@ void VirtualPrinter::Begin() {
     door.answers = options_.answers;
     door.facts = [this] { return Facts(); };
     door.onCancelled = [this](std::uint32_t origin) { driver_->CancelUpTo(origin); };
+    door.onPacket = [this](Zpl::Host::Packet const& packet) { TellWebOfPacket(packet); };
     minute_.setSingleShot(true);
     connect(&minute_, &QTimer::timeout, this, [this] { TellLeftOut(); });
     auto const tellOfStreams = [this](PrinterEvent const& event) { TellOfStreams(event); };
@@ -147,9 +151,15 @@ void VirtualPrinter::Begin() {
         {"printer at " + address + ", pages go to " + options_.outputFolder.string(), "ready", [&](JsonWriter& writer) {
              writer.Key("address").String(address).Key("out").String(options_.outputFolder.string());
          }});
+    if (options_.web.isWanted) StartWeb();
 }
 
-void VirtualPrinter::Tell(PrinterEvent const& event) const {
+void VirtualPrinter::Tell(PrinterEvent const& event) {
+    TellWeb(event);
+    Print(event);
+}
+
+void VirtualPrinter::Print(PrinterEvent const& event) const {
     auto const& line = options_.json ? event.Json() : event.Line();
     if (line.empty()) return;
     std::printf("%s\n", line.c_str());
@@ -157,14 +167,15 @@ void VirtualPrinter::Tell(PrinterEvent const& event) const {
 }
 
 void VirtualPrinter::TellOfStreams(PrinterEvent const& event) {
-    if (options_.json) return Tell(event);
+    TellWeb(event);
+    if (options_.json) return Print(event);
     if (event.Line().empty()) return;
     if (!minute_.isActive()) minute_.start(1min);
-    if (repeats_.Admits(event.Sentence())) Tell(event);
+    if (repeats_.Admits(event.Sentence())) Print(event);
 }
 
 void VirtualPrinter::TellLeftOut() {
-    for (auto const& line : repeats_.EndPeriod()) Tell(line);
+    for (auto const& line : repeats_.EndPeriod()) Print(line);
 }
 
 PrinterFacts VirtualPrinter::Facts() const {
@@ -185,6 +196,7 @@ PrinterFacts VirtualPrinter::Facts() const {
 
 void VirtualPrinter::End() {
     ending_ = true;
+    web_.reset();
     EndProcess(preview_);
     EndProcess(host_);
     handler_.reset();
@@ -305,7 +317,7 @@ void VirtualPrinter::ReadTerminal() {
     for (auto end = typed_.find('\n'); end != std::string::npos; end = typed_.find('\n')) {
         std::string const word = typed_.substr(0, end);
         typed_.erase(0, end + 1);
-        if (!word.empty() && !Command(word)) Tell("words: status, pause, resume, cancel, cancel-all, preview, quit");
+        if (!word.empty() && !Command(word)) Tell(KnownWords);
     }
     constexpr std::size_t LongestLine = 4096;
     if (typed_.size() > LongestLine) typed_.clear();
@@ -316,6 +328,16 @@ void VirtualPrinter::CancelAll() {
     handler_->DropWaiting();
     driver_->CancelAll();
     Tell("cancelled");
+}
+
+bool VirtualPrinter::SetSpeed(std::string const& text) {
+    try {
+        driver_->SetSpeed(OptionValues::Speed(text));
+        Tell("prints " + text + " inches a second");
+        return true;
+    } catch (UsageError const&) {
+        return false;
+    }
 }
 
 bool VirtualPrinter::Command(std::string const& word) {
@@ -329,6 +351,8 @@ bool VirtualPrinter::Command(std::string const& word) {
         Tell(driver_->Cancel() ? "cancelled" : "idle");
     else if (word == "cancel-all")
         CancelAll();
+    else if (word.starts_with(SpeedWord))
+        return SetSpeed(word.substr(SpeedWord.size()));
     else if (word == "preview")
         OpenPreview();
     else if (word == "quit")

@@ -13,6 +13,7 @@
 #include "desktop/serve/RepeatLimit.h"
 #include "desktop/serve/RuntimeFolder.h"
 #include "desktop/serve/ServeOptions.h"
+#include "desktop/serve/WebProcess.h"
 
 /// The whole printer: the property server and the host as processes of their own, which are started again when they
 /// fail, and in this process the job handler, the print driver and the terminal.
@@ -42,10 +43,16 @@ private:
     /// that is heard here, and the bus takes the first packet for the next. See StreamsAtHost.
     enum class HostStart { AwaitsSilence, Hears, AwaitsPacket, May };
 
-    void Tell(PrinterEvent const& event) const;
+    void Tell(PrinterEvent const& event);
+    void Print(PrinterEvent const& event) const;
     /// Of streams, as many as there are: people are told the same only some times a minute.
     void TellOfStreams(PrinterEvent const& event);
     void TellLeftOut();
+    void StartWeb();
+    void TellWeb(PrinterEvent const& event);
+    void TellWebOfPrinter();
+    void TellWebOfState();
+    void TellWebOfPacket(Zpl::Host::Packet const& packet);
     void Begin();
     /// What the door tells hosts that ask.
     PrinterFacts Facts() const;
@@ -60,6 +67,7 @@ private:
     void OpenPreview();
     void ReadTerminal();
     void CancelAll();
+    bool SetSpeed(std::string const& text);
     static void EndProcess(QProcess& process);
 
     ServeOptions const options_;
@@ -72,6 +80,10 @@ private:
     QProcess preview_;
     std::unique_ptr<PrintDriver> driver_;
     std::unique_ptr<JobHandler> handler_;
+    std::unique_ptr<WebProcess> web_;  ///< null without one
+    std::string toldState_;            ///< to it
+    std::uint32_t firstPacket_ = 0;    ///< of the stream that the host is given
+    std::string stream_;               ///< its bytes so far, if they are few enough to be kept
     RepeatLimit repeats_;
     QTimer minute_;
     QSocketNotifier terminal_{0, QSocketNotifier::Read};

@@ -22,7 +22,9 @@ int main(int argc, char** argv) {
     if (sigaction(SIGHUP, nullptr, &hangUp) == 0 && hangUp.sa_handler != SIG_IGN) sigaddset(&signals, SIGHUP);
     try {
         CommandRow const& command = *FindCommand("serve");
-        ServeOptions options = ReadArguments(command, {argv + 1, argv + argc}).serve;
+        Reading const reading = ReadArguments(command, {argv + 1, argv + argc});
+        ServeOptions options = reading.serve;
+        options.web = reading.web;
         auto const& settings = AppSettings::GetInstance();
         options.programFolder = settings.AppBin();
         if (options.stateFolder.empty()) options.stateFolder = settings.StorageDir() / "printer";

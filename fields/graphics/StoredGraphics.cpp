@@ -11,8 +11,7 @@ namespace ZplCore {
 
 namespace {
 
-constexpr std::string_view Signature = "LABELPX1";
-constexpr std::size_t HeaderSize = Signature.size() + 8;
+constexpr std::size_t HeaderSize = GraphicSignature.size() + 8;
 constexpr std::string_view SearchOrder = "REBAZ";  // devices, where a name has none
 constexpr std::string_view DefaultName = "UNKNOWN";
 constexpr std::string_view DefaultExtension = "GRF";
@@ -28,7 +27,7 @@ std::uint32_t ReadNumber(std::string_view bytes) {
 }
 
 std::string Serialize(Picture const& picture) {
-    std::string bytes(Signature);
+    std::string bytes(GraphicSignature);
     bytes.reserve(HeaderSize + picture.rows.size());
     AppendNumber(bytes, picture.bytesPerRow);
     AppendNumber(bytes, picture.rowCount);
@@ -37,10 +36,10 @@ std::string Serialize(Picture const& picture) {
 }
 
 std::optional<Picture> Deserialize(std::string_view bytes) {
-    if (bytes.size() < HeaderSize || !bytes.starts_with(Signature)) return std::nullopt;
+    if (bytes.size() < HeaderSize || !bytes.starts_with(GraphicSignature)) return std::nullopt;
     Picture picture;
-    picture.bytesPerRow = ReadNumber(bytes.substr(Signature.size()));
-    picture.rowCount = ReadNumber(bytes.substr(Signature.size() + 4));
+    picture.bytesPerRow = ReadNumber(bytes.substr(GraphicSignature.size()));
+    picture.rowCount = ReadNumber(bytes.substr(GraphicSignature.size() + 4));
     bytes.remove_prefix(HeaderSize);
     std::size_t const whole = std::size_t{picture.bytesPerRow} * picture.rowCount;
     if (picture.bytesPerRow == 0 || picture.bytesPerRow > Picture::MaximumBytesPerRow ||

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "fields/graphics/GraphicData.h"
 #include "frontend/context/ObjectName.h"
@@ -11,6 +12,8 @@
 /// version, followed by bytes per row and number of rows (32 bits each, low byte first), and the rows down to the last
 /// one that was stored.
 namespace ZplCore {
+
+inline constexpr std::string_view GraphicSignature = "LABELPX1";
 
 /// Stores a picture, over an earlier object of that name. False, with a report, if it is refused or cannot be written.
 bool StoreGraphic(std::filesystem::path const& folder, ObjectName const& name, Picture const& picture);

@@ -33,8 +33,9 @@ public:
         : folder_(folder.empty() ? own_.Path() : std::move(folder)) {
         std::error_code ignored;
         std::filesystem::remove(folder_ / "log", ignored);
-        std::vector<std::string> words = {ZPL_PROGRAM,       "serve", "--listen",      "127.0.0.1:0", "--state",
-                                          folder_ / "state", "--out", folder_ / "out", "--size",      "1x1in"};
+        std::vector<std::string> words = {ZPL_PROGRAM, "serve",           "--listen", "127.0.0.1:0",
+                                          "--state",   folder_ / "state", "--out",    folder_ / "out",
+                                          "--size",    "1x1in",           "--no-web"};
         words.insert(words.end(), options.begin(), options.end());
         int toChild[2];
         EXPECT_EQ(::pipe2(toChild, O_CLOEXEC), 0);
