@@ -104,10 +104,6 @@ TEST(FieldData, TellsWhatIsPlainlyMeantOtherwise) {
               "the data \"caf\uFFFD\" are read as UTF-8, in which the byte E9 makes no character; ^CI27"},
              {"^CI28", "^FH^FO1,2^FB90,2^FDcaf_82\\&b^FS", "text 1,2 'caf\uFFFD' A 1x1\ntext 1,22 'b' A 1x1\n",
               "the data \"caf\uFFFD\\&b\" are read as UTF-8, in which the byte 82 makes no character; ^CI13"},
-             {"",
-              "^FO1,2^FDa\xEF\xBB\xBF"
-              "b^FS",
-              "text 1,2 'ab' A 1x1\n", "a byte order mark stands here"},
              {"^CI28", "^FO1,2^FDcaf\u00E9^FS", "text 1,2 'caf\u00E9' A 1x1\n", ""},
              {"^CI17", "^FO1,2^FDHel\tlo^FS", "text 1,2 'Hel lo' A 1x1\n",
               "the data \"Hel\tlo\" are plain text and drawn so"},
