@@ -71,7 +71,6 @@ std::string_view RowsPage::DeflatedRows() {
 }
 
 std::string_view RowsPage::PngFile() {
-    if (!file_.empty()) return file_;
     std::string header;
     AppendNumber(header, static_cast<std::uint32_t>(size_.width));
     AppendNumber(header, static_cast<std::uint32_t>(size_.height));
@@ -89,4 +88,8 @@ std::string_view RowsPage::PngFile() {
     AppendChunk(file_, "IDAT", DeflatedRows());
     AppendChunk(file_, "IEND", {});
     return file_;
+}
+
+std::string_view RowsPage::PbmFile() {
+    return file_ = "P4\n" + std::to_string(size_.width) + " " + std::to_string(size_.height) + "\n" + rows_;
 }

@@ -19,6 +19,7 @@ public:
     std::string_view PngFile() override;
     std::string_view DeflatedRows() override;
     std::string_view PackedRows() override { return rows_; }
+    std::string_view PbmFile() override;
 
 private:
     std::size_t BytesPerRow() const { return (static_cast<std::size_t>(size_.width) + 7) / 8; }

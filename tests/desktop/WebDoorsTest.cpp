@@ -95,7 +95,9 @@ TEST_F(WebDoors, OfLabelsAnswerClientsThatAreThere) {
         auto const reply = client_.Ask(row.method, row.path, row.body, row.fields);
         EXPECT_EQ(reply.status, row.status) << reply.body;
         EXPECT_EQ(reply.Field("content-type"), row.type);
-        if (row.status == 200 && row.method == "POST") EXPECT_EQ(reply.Field("x-total-count"), "2");
+        if (row.status == 200 && row.method == "POST") {
+            EXPECT_EQ(reply.Field("x-total-count"), "2");
+        }
     }
     EXPECT_TRUE(client_.Ask("POST", at + "1/", two).body == Drawn(two, "", "in-2.png"));
 }
