@@ -1,5 +1,6 @@
 #include "fields/scan/ScanCheck.h"
 
+#include <string>
 #include <utility>
 
 #include "fields/scan/SymbolCheck.h"
@@ -17,7 +18,10 @@ LogTopic TopicOf(ScanVerdict const& verdict, bool isCut) {
 }  // namespace
 
 void JudgeBarcodes(FieldMap& map, ScannedLabel const& label) {
+    // Each verdict looks for who stands in the way among all fields.
+    constexpr unsigned MostVerdicts = 250;
     auto const before = Log::Place();
+    unsigned verdicts = 0;
     for (std::size_t i = 0; i < map.Fields().size(); ++i) {
         auto const& field = map.Fields()[i];
         if (!field.symbol) continue;
@@ -29,6 +33,11 @@ void JudgeBarcodes(FieldMap& map, ScannedLabel const& label) {
             Log::Report(LogTopic::BarcodeNotRead, "a symbol of " + std::string(field.symbol->symbology) +
                                                       " is not read back: no reader knows it");
         if (!verdict) continue;
+        if (++verdicts > MostVerdicts) {
+            Log::Report(LogTopic::Limit, "more than " + std::to_string(MostVerdicts) +
+                                             " barcodes of the label may not scan; the rest is not looked at");
+            break;
+        }
         if (isNew) Log::Report(TopicOf(*verdict, check.IsCut()), verdict->text);
         map.Judge(i, std::move(*verdict));
     }

@@ -100,7 +100,7 @@ void SymbolCheck::CheckInk(PixelRows const& picture) {
 
 void SymbolCheck::CheckModule(PixelRows const& picture) {
     if (rule_.moduleBy == SymbologyRule::ModuleBy::Symbology) return;
-    module_ = LeastRun(picture, HasLevelBars());
+    module_ = LeastRun(picture, HasLevelBars(), IsBars() ? 1 : 8);
     double const width = module_ * millimetres_;
     constexpr double Rounding = 0.99;
     if (module_ == 0 || width >= rule_.leastModule * Rounding) return;

@@ -114,14 +114,12 @@ void Mirror(PixelRows& picture) {
     picture = std::move(mirrored);
 }
 
-int LeastRun(PixelRows const& picture, bool isLevel) {
-    // Every symbol with modules shows one on nearly each line.
-    constexpr int Lines = 8;
+int LeastRun(PixelRows const& picture, bool isLevel, int lines) {
     int const length = isLevel ? picture.box.Width() : picture.box.Height();
     int const breadth = isLevel ? picture.box.Height() : picture.box.Width();
     int least = std::numeric_limits<int>::max();
-    for (int line = 0; line < Lines; ++line) {
-        int const at = (2 * line + 1) * breadth / (2 * Lines);
+    for (int line = 0; line < lines; ++line) {
+        int const at = (2 * line + 1) * breadth / (2 * lines);
         auto const isBlack = [&](int i) { return isLevel ? IsBlack(picture.Row(at), i) : IsBlack(picture.Row(i), at); };
         int start = 0;
         for (int i = 1; i <= length; ++i) {

@@ -30,8 +30,8 @@ Scripting::PixelBox Strip(Scripting::PixelBox const& box, Side side, int depth);
 void Mirror(Scripting::PixelRows& picture);
 
 /// The narrowest run of black or white pixels of a picture from left to right, or from top to bottom: a module of most
-/// symbols. 0 if there is none.
-int LeastRun(Scripting::PixelRows const& picture, bool isLevel);
+/// symbols, each of which shows one on nearly each line. Looked at are so many of its lines. 0 if there is none.
+int LeastRun(Scripting::PixelRows const& picture, bool isLevel, int lines);
 
 /// How a label shows a symbol.
 struct Likeness {
