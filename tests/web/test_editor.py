@@ -21,6 +21,7 @@ class EditorTest(PageTest):
         self.assertEqual(self.ink(), 20 * 60)
         self.editor("editor.focus(); editor.setCursor(2, '^FO20,20^GB20'.length)")
         self.type('0')
+        self.editor("editor.replaceSelection('0', 'end'); editor.execCommand('delCharBefore')")
         until(lambda: self.ink() == 200 * 60 - 160 * 20, 'the wider box')
 
     def test_shows_where_the_pointer_and_the_cursor_are(self):
@@ -58,7 +59,7 @@ class EditorTest(PageTest):
             ('^POI^PMY^FO40,60' + box, 0, (30, -50), '^POI^PMY^FO70,110' + box),
             ('^LH10,10^FO40,60' + box, 0, (30, 50), '^LH10,10^FO70,110' + box),
             ('^JMB^FO40,60' + box, 0, (30, 50), '^JMB^FO55,85' + box),
-            ('^MUM^FO5,7.5^GB10,8,8^FS', 0, (30, 50), '^MUM^FO8.8,13.8^GB10,8,8^FS'),
+            ('^MUM^FO66.25,7.5^GB2,8,1^FS', 0, (30, 50), '^MUM^FO70,13.8^GB2,8,1^FS'),
             ('^MUD,150,300^FO20,30^GB40,30,30^FS', 0, (30, 50), '^MUD,150,300^FO35,55^GB40,30,30^FS'),
             ('^CC*\n*FO40,60*FDx*FS*FO240,60*GB80,60,60*FS*CC^', 1, (30, 50), '^CC*\n*FO40,60*FDx*FS*FO270,110*GB80,60,60*FS*CC^'),
             ('^FO40,60^FN1^A0N,60,60^FS^FN1^FDOOO^FS', 0, (30, 50), '^FO70,110^FN1^A0N,60,60^FS^FN1^FDOOO^FS'),

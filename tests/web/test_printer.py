@@ -20,9 +20,6 @@ class PrinterTest(PageTest):
     def whole_pictures(self):
         return self.js("return [...document.querySelectorAll('#gallery img')].filter((one) => one.complete && one.naturalWidth === 200).length")
 
-    def state(self):
-        return self.js("return document.getElementById('printer-state').dataset.state")
-
     def press(self, word):
         self.find(f'[data-word="{word}"]').click()
 
@@ -48,7 +45,7 @@ class PrinterTest(PageTest):
 
     def test_pauses_and_goes_on_and_cancels(self):
         self.press('pause')
-        until(lambda: self.state() == 'paused', 'the pause')
+        self.find('#printer-state[data-state=paused]')
         self.printer.send(labels(4, 'waiting'))
         self.press('resume')
         until(lambda: (self.row('waiting-1') or [''])[-2:-1] == ['4 / 4'], 'its pages')
@@ -67,8 +64,10 @@ class PrinterTest(PageTest):
         until(lambda: '030,0,0,' in self.shown('#answers'), 'the answer')
         self.find('#tab-log').click()
         self.find('#log-filter').send_keys('no barcode')
-        kinds = self.js("return [...document.querySelectorAll('#log li')].filter((row) => !row.hidden).map((row) => row.dataset.kind)")
-        self.assertEqual(set(kinds), {'finding'})
+        kinds = "return [...document.querySelectorAll('#log li:not([hidden])')].map((row) => row.dataset.kind)"
+        self.assertEqual(set(self.js(kinds)), {'finding'})
+        self.find('#log-kinds :nth-child(4)').click()
+        self.assertEqual(self.js(kinds), [])
         self.assertEqual(self.js("return document.querySelectorAll('main img[src=x]').length"), 0)
 
     def test_shows_and_deletes_what_is_stored(self):

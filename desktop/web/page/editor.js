@@ -10,7 +10,7 @@ import {Newest, picture} from './drawing.js';
 import {levelOf, marksOf, showFindings} from './findings.js';
 import {placeOfLook, placeToSelect} from './edit.js';
 import {Mover} from './move.js';
-import {dotsPer} from './rulers.js';
+import {pixelsPer} from './rulers.js';
 import {NEW_LABEL, wireTools} from './tools.js';
 
 export class Editor {
@@ -71,7 +71,6 @@ export class Editor {
 
     changed() {
         this.isFresh = false;
-        this.keyTime = performance.now();
         this.redraw();
         clearTimeout(this.keepTimer);
         this.keepTimer = setTimeout(() => this.remember(), 500);
@@ -83,7 +82,7 @@ export class Editor {
     }
 
     redraw() {
-        this.drawing.ask({asked: this.keyTime ?? performance.now()});
+        this.drawing.ask({asked: performance.now()});
     }
 
     async draw({asked}) {
@@ -168,7 +167,6 @@ export class Editor {
         this.page = page;
         this.label.select(-1);
         this.showPages();
-        this.keyTime = performance.now();
         this.redraw();
     }
 
@@ -244,7 +242,7 @@ export class Editor {
     /// The place under the pointer, in the unit of the rulers.
     place(at) {
         if (this.label.selected >= 0) return;
-        const per = dotsPer[this.label.unit](this.label.dpi) * (this.label.pixelsPerDot || 1);
+        const per = pixelsPer[this.label.unit](this.label);
         const digits = {mm: 1, in: 2, dots: 0}[this.label.unit];
         const isInside = at && at.x >= 0 && at.y >= 0 && at.x < this.label.width && at.y < this.label.height;
         setText($('where'), isInside ? `${(at.x / per).toFixed(digits)}, ${(at.y / per).toFixed(digits)} ${this.label.unit}` : '');

@@ -6,6 +6,7 @@ const MOST = 2000;
 
 const sentences = {
     ready: (e) => `ready at ${e.address}`,
+    web: (e) => `this page is at ${e.address}`,
     job: (e) => `${e.job} begins: ${counted(e.pages, 'page')}`,
     page: (e) => `${e.job}, page ${e.page}`,
     done: (e) => `${e.job} ends: ${e.printed} of ${counted(e.pages, 'page')} printed`,

@@ -7,14 +7,15 @@ const WORD = 48;
 const STEPS = {mm: [0.1, 0.5, 1, 5, 10, 50, 100, 500, 1000], in: [0.0625, 0.125, 0.25, 0.5, 1, 5, 10, 50],
     dots: [1, 5, 10, 50, 100, 500, 1000, 5000, 10000]};
 
-export const dotsPer = {mm: (dpi) => dpi / 25.4, in: (dpi) => dpi, dots: () => 1};
+/// Pixels of the page for a unit; dots are those that the stream counts, of which each may be several pixels.
+export const pixelsPer = {mm: ({dpi}) => dpi / 25.4, in: ({dpi}) => dpi, dots: ({pixelsPerDot}) => pixelsPerDot || 1};
 
 export function drawRulers(label) {
     const stage = $('stage').getBoundingClientRect();
     const sheet = $('sheet').getBoundingClientRect();
     if (!label.width || !stage.width) return;
     const isAcross = label.rotation % 180 !== 0;
-    const scale = label.scale() * dotsPer[label.unit](label.dpi) * (label.pixelsPerDot || 1);
+    const scale = label.scale() * pixelsPer[label.unit](label);
     draw($('ruler-x'), sheet.left - stage.left, scale, isAcross ? label.height : label.width, label, false);
     draw($('ruler-y'), sheet.top - stage.top, scale, isAcross ? label.width : label.height, label, true);
 }
