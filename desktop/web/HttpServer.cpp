@@ -44,12 +44,6 @@ std::string DateNow() {
     return text.data();
 }
 
-/// The errors of bytes that are no request; others are those of the connection.
-bool IsMalformed(Error error) {
-    return error.category() == http::make_error_code(http::error::bad_method).category() &&
-           error != http::error::end_of_stream && error != http::error::partial_message;
-}
-
 Tcp::endpoint EndpointOf(asio::io_context& context, std::string const& host, unsigned port) {
     // Also where no list of hosts names it (RFC 6761).
     std::string const name = host == "localhost" ? "127.0.0.1" : host;
@@ -110,10 +104,10 @@ private:
     void SetStep(Step step, std::chrono::milliseconds time);
     void TimeIsUp();
     void Read();
-    void TakeBytes(Error error);
+    void Parse();
+    void RefuseError(Error error);
     bool AdmitHeader();
-    void StartBody();
-    void TakeBody();
+    void TakeHeader();
     void CountBody(std::size_t bytes);
     void Open();
     void Refuse(unsigned status, std::string const& sentence);
@@ -190,31 +184,41 @@ void HttpServer::Connection::Await() {
     SetStep(Step::Idle, state_.limits.idle);
     state_.connections.splice(state_.connections.end(), state_.connections, place);
     if (buffer_.size() > 0) SetStep(Step::Header, state_.limits.header);
-    Read();
+    Parse();
 }
 
 void HttpServer::Connection::Read() {
-    http::async_read_some(socket_, buffer_, *parser_, [self = shared_from_this()](Error error, std::size_t bytes) {
-        if (self->step_ == Step::Idle && bytes > 0) self->SetStep(Step::Header, self->state_.limits.header);
-        self->TakeBytes(error);
+    socket_.async_read_some(buffer_.prepare(ReadAhead), [self = shared_from_this()](Error error, std::size_t bytes) {
+        self->buffer_.commit(bytes);
+        if (!self->KeepsWaiting()) return;
+        if (error) return self->Close();
+        if (self->IsIdle()) self->SetStep(Step::Header, self->state_.limits.header);
+        self->Parse();
     });
 }
 
-void HttpServer::Connection::TakeBytes(Error error) {
-    if (step_ != Step::Idle && step_ != Step::Header && step_ != Step::Body) return;
-    // The parser reads on where it needs more than has come.
-    if (error == http::error::need_more) error = {};
-    bool const isTooLong = error == http::error::body_limit;
-    if (error == http::error::header_limit || error == http::error::buffer_overflow)
-        return Refuse(431,
-                      "the header of a request may have " + std::to_string(state_.limits.headerBytes >> 10) + " KiB");
-    if (error && !isTooLong) return IsMalformed(error) ? Refuse(400, "this is no HTTP request") : Close();
-    if (!isTooLong && !parser_->is_header_done()) return Read();
-    if (!isAdmitted_ && !AdmitHeader()) return;
-    if (isTooLong)
-        return Refuse(413, "the body of a request may have " + std::to_string(state_.limits.bodyBytes >> 20) + " MiB");
-    if (step_ != Step::Body) return StartBody();
-    TakeBody();
+/// Takes what has come, as far as it goes: up to the end of the header, and then to the end of the request.
+void HttpServer::Connection::Parse() {
+    Error error;
+    while (!error && buffer_.size() > 0 && !parser_->is_done() && (isAdmitted_ || !parser_->is_header_done()))
+        buffer_.consume(parser_->put(buffer_.data(), error));
+    if (error && error != http::error::need_more) return RefuseError(error);
+    if (!parser_->is_header_done()) return Read();
+    if (!isAdmitted_) return TakeHeader();
+    CountBody(parser_->get().body().size());
+    if (state_.bodyBytes > state_.limits.allBodyBytes) return Refuse(503, "too much is being sent at once; try again");
+    if (!parser_->is_done()) return Read();
+    Open();
+}
+
+void HttpServer::Connection::RefuseError(Error error) {
+    auto const& limits = state_.limits;
+    if (error == http::error::header_limit)
+        return Refuse(431, "the header of a request may have " + std::to_string(limits.headerBytes >> 10) + " KiB");
+    if (error != http::error::body_limit) return Refuse(400, "this is no HTTP request");
+    // Who may not ask at all is told that.
+    if (isAdmitted_ || AdmitHeader())
+        Refuse(413, "the body of a request may have " + std::to_string(limits.bodyBytes >> 20) + " MiB");
 }
 
 /// False if it has been refused.
@@ -229,22 +233,16 @@ bool HttpServer::Connection::AdmitHeader() {
     return false;
 }
 
-void HttpServer::Connection::StartBody() {
+void HttpServer::Connection::TakeHeader() {
+    if (!AdmitHeader()) return;
     SetStep(Step::Body, state_.limits.body);
-    if (!beast::iequals(parser_->get()[http::field::expect], "100-continue")) return TakeBody();
+    if (!beast::iequals(parser_->get()[http::field::expect], "100-continue")) return Parse();
     static constexpr std::string_view GoOn = "HTTP/1.1 100 Continue\r\n\r\n";
     asio::async_write(socket_, asio::buffer(GoOn.data(), GoOn.size()),
                       [self = shared_from_this()](Error error, std::size_t) {
                           if (self->step_ != Step::Body) return;
-                          error ? self->Close() : self->TakeBody();
+                          error ? self->Close() : self->Parse();
                       });
-}
-
-void HttpServer::Connection::TakeBody() {
-    CountBody(parser_->get().body().size());
-    if (state_.bodyBytes > state_.limits.allBodyBytes) return Refuse(503, "too much is being sent at once; try again");
-    if (!parser_->is_done()) return Read();
-    Open();
 }
 
 // ---- Answering
