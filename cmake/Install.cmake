@@ -2,6 +2,8 @@
 #   zplhost          the command line and the print engine, without Qt
 #   zplhost-web      the desk in the browser, without Qt
 #   zplhost-printer  the virtual printer with the processes of the printer and their surfaces
+#   libzplhost       the library for programs of others and the modules of the engine, which the others need too, without Qt
+#   libzplhost-dev   what it takes to build with it
 include(GNUInstallDirs)
 
 # The programs find each other beside themselves, installed and built alike, and the engine in a folder of its own.
@@ -19,7 +21,7 @@ function(zpl_module name)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
     set_target_properties(${name} PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${modulesDir}
         CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
-    install(TARGETS ${name} LIBRARY DESTINATION ${ZPL_ENGINE_DIR} COMPONENT zplhost)
+    install(TARGETS ${name} LIBRARY DESTINATION ${ZPL_ENGINE_DIR} COMPONENT libzplhost)
 endfunction()
 
 # zpl_program(TARGET PACKAGE): a program that others find beside it.

@@ -16,10 +16,17 @@ install(DIRECTORY ${manual}/man1 DESTINATION ${CMAKE_INSTALL_MANDIR} COMPONENT z
 install(FILES ${manual}/zpl.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME zpl COMPONENT zplhost)
 install(FILES ${manual}/_zpl DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT zplhost)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zplhost COMPONENT zplhost FILES_MATCHING PATTERN *.zpl)
-foreach(package zplhost zplhost-web zplhost-printer)
+install(DIRECTORY examples/embed DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libzplhost-dev/examples COMPONENT libzplhost-dev)
+# The package of a shared library is called after its version, so that two of them can stand side by side.
+set(library_package libzplhost${PROJECT_VERSION_MAJOR})
+foreach(component zplhost zplhost-web zplhost-printer libzplhost libzplhost-dev)
+    set(package ${component})
+    if(component STREQUAL libzplhost)
+        set(package ${library_package})
+    endif()
     set(doc ${CMAKE_INSTALL_DATADIR}/doc/${package})
-    install(FILES NOTICE DESTINATION ${doc} RENAME copyright COMPONENT ${package})
-    install(FILES ${manual}/NEWS.gz DESTINATION ${doc} COMPONENT ${package})
+    install(FILES NOTICE DESTINATION ${doc} RENAME copyright COMPONENT ${component})
+    install(FILES ${manual}/NEWS.gz DESTINATION ${doc} COMPONENT ${component})
 endforeach()
 
 set(ZPL_PROGRAMS_FULL_DIR ${CMAKE_INSTALL_PREFIX}/${ZPL_PROGRAMS_DIR})
@@ -44,7 +51,7 @@ set(CPACK_PACKAGE_CONTACT "The ZplHost authors <zplhost@localhost>")
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_COMPONENTS_ALL zplhost zplhost-web zplhost-printer)
+set(CPACK_COMPONENTS_ALL zplhost zplhost-web zplhost-printer libzplhost libzplhost-dev)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
@@ -53,7 +60,7 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 set(CPACK_DEBIAN_ZPLHOST_PACKAGE_NAME zplhost)
 set(CPACK_DEBIAN_ZPLHOST_PACKAGE_SECTION graphics)
-set(CPACK_DEBIAN_ZPLHOST_PACKAGE_DEPENDS "${fonts}")
+set(CPACK_DEBIAN_ZPLHOST_PACKAGE_DEPENDS "${library_package} (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_ZPLHOST_PACKAGE_SUGGESTS "zplhost-web, zplhost-printer")
 set(CPACK_COMPONENT_ZPLHOST_DESCRIPTION "draws labels written in the ZPL label language
 Draws every page of a print stream as a picture, dot for dot as the printer
@@ -76,4 +83,21 @@ set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_CONTROL_EXTRA
 set(CPACK_COMPONENT_ZPLHOST-PRINTER_DESCRIPTION "virtual printer for the ZPL label language
 Is a label printer that any program can print to over the network; each page
 becomes a picture, and a window shows the pages while they print.")
+
+set(CPACK_DEBIAN_LIBZPLHOST_PACKAGE_NAME ${library_package})
+set(CPACK_DEBIAN_LIBZPLHOST_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_LIBZPLHOST_PACKAGE_DEPENDS "${fonts}")
+set(CPACK_DEBIAN_LIBZPLHOST_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/triggers)
+set(CPACK_COMPONENT_LIBZPLHOST_DESCRIPTION "draws labels in the ZPL label language in memory
+The library for programs that draw labels themselves: takes a print stream in
+any pieces, and gives each page as rows of dots, PNG or PDF, with what stands
+where on it and what would not print as it was sent. Other packages of ZplHost
+find here what their engine loads when a label needs it.")
+
+set(CPACK_DEBIAN_LIBZPLHOST-DEV_PACKAGE_NAME libzplhost-dev)
+set(CPACK_DEBIAN_LIBZPLHOST-DEV_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_LIBZPLHOST-DEV_PACKAGE_DEPENDS "${library_package} (= ${PROJECT_VERSION})")
+set(CPACK_COMPONENT_LIBZPLHOST-DEV_DESCRIPTION "headers of the library that draws labels in the ZPL label language
+The C header, a C++ header on top of it, and what CMake and pkg-config need to
+find them, with two programs as examples.")
 include(CPack)

@@ -147,6 +147,7 @@ void EmbeddedDesk::Feed(std::string_view bytes) {
         if (auto label = stream_->reader.Read(bytes, false))
             labels_.push_back(std::make_unique<EmbeddedLabel>(stream_, *std::move(label)));
     }
+    if (read_ > waiting_.size() / 2) waiting_.erase(0, std::exchange(read_, 0));
     waiting_ += bytes;
 }
 
