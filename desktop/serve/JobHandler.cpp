@@ -27,7 +27,8 @@ JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& sock
       listener_(host, port),
       bus_(threads, ComponentIdentifiers::JobHandler, socket),
       characters_(bus_.Properties(), *this, say_),
-      findings_(bus_, *this, [this] { return underWay_ ? underWay_->packet.Number : 0; }, say_) {
+      findings_(
+          bus_, *this, [this] { return underWay_ ? underWay_->packet.Number : 0; }, say_) {
     namespace Group = PropertyGroups;
     command_ = bus_.Own<StringProperty>(PropertyNames::ZPLCommandToProcess, Group::PrintOperations, "");
     response_ = bus_.Own<StringProperty>(PropertyNames::ZPLResponseToProcess, Group::PrintOperations, "");

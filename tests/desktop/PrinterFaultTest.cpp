@@ -35,8 +35,8 @@ TEST(PrinterFaults, FoldersOfAnyName) {
         if (!temporary.ends_with("none")) std::filesystem::create_directories(temporary);
         std::string const log = folder / "log";
         std::string const command = "TMPDIR='" + temporary +
-                                    "' timeout 20 '" ZPL_PROGRAM "' serve --no-web --listen 0 --state '" + state + "' --out '" +
-                                    deep.string() + "' </dev/null >'" + log + "' 2>&1";
+                                    "' timeout 20 '" ZPL_PROGRAM "' serve --no-web --listen 0 --state '" + state +
+                                    "' --out '" + deep.string() + "' </dev/null >'" + log + "' 2>&1";
         EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 2) << says;
         EXPECT_NE(ReadRegularFile(log).find(says), std::string::npos) << ReadRegularFile(log);
     }

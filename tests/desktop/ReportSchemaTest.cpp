@@ -24,7 +24,8 @@ TEST(ReportSchema, HoldsForWhatTheProgramWrites) {
     ASSERT_FALSE(schemaText.HasParseError());
     rapidjson::SchemaDocument const schema(schemaText);
     TemporaryDirectory const folder;
-    // What the examples do not show: unread inputs, kept places, tags, white, findings, barcodes at fault, numbers that nothing fills.
+    // What the examples do not show: unread inputs, kept places, tags, white, findings, barcodes at fault, numbers that
+    // nothing fills.
     WriteFileAtomically(folder / "odd.zpl",
                         "^XA^FO9,9^FN1\"Name\"^FS^FT9,40^FN2^FS^FN2^FD\xFFx^FS^FO0,0^GB9,9,9,W^FS^FO9,60^BEN^FDx^FS"
                         "^FO900,9^FDoff^FS^FO0,90^BCN,20^FDlow^FS^XY^RFW,H^FD1234^FS^PQ2^XZ");
