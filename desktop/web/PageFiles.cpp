@@ -50,7 +50,9 @@ void PageFiles::Add(std::string const& path, std::filesystem::path const& folder
 
 std::vector<Door> PageFiles::List() const {
     std::vector<Door> doors;
-    for (auto const& [path, file] : files_) {
+    for (auto const& entry : files_) {
+        auto const& path = entry.first;
+        auto const& file = entry.second;
         auto const row = std::find_if(std::begin(Endings), std::end(Endings),
                                       [&file](EndingRow const& each) { return file.extension() == each.ending; });
         if (row == std::end(Endings)) continue;

@@ -71,8 +71,9 @@ private:
             task, {}, order_.desk.tag, [this](Telling const& telling) { telling(findings_); },
             [&](DrawnCopy copy) {
                 if (StreamOrder::Clock::now() > order_.deadline) throw Refusal(503, TooSlow);
-                if (IsWanted(first + copy.copy)) Keep(*keeper, task, std::move(copy));
-                return !order_.page || first + copy.copy < *order_.page;
+                unsigned const page = first + copy.copy;
+                if (IsWanted(page)) Keep(*keeper, task, std::move(copy));
+                return !order_.page || page < *order_.page;
             });
         interpreter_.SetDrawnFormat({});
     }
