@@ -83,7 +83,8 @@ TEST_F(ScriptsTest, WhatRunsToTheLeftStandsInItsOrder) {
         {U"\u05D0 12", {U"12", U" ", U"\u05D0"}},
         {U"a\u05D0\u05D1 c", {U"a", U"\u05D1", U"\u05D0", U" ", U"c"}},
         {U"\u05D0(a)", {U"(", U"a", U")", U"\u05D0"}},
-        {U"(\u05D0)", {U"(", U"\u05D0", U")"}},  // each bracket is mirrored and changes sides
+        {U"(\u05D0)", {U"(", U"\u05D0", U")"}},                   // each bracket is mirrored and changes sides
+        {U"\uFE8E\uFE91 1", {U"\uFE8E", U"\uFE91", U" ", U"1"}},  // shapes of letters stand as they are sent
     };
     for (auto const& font : {font0, std::string("D")}) {
         for (auto const& row : rows) {

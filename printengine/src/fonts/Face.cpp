@@ -1,6 +1,7 @@
 #include "printengine/src/fonts/Face.h"
 
 #include <ft2build.h>
+#include FT_ADVANCES_H
 #include FT_FREETYPE_H
 #include FT_OUTLINE_H
 
@@ -82,8 +83,10 @@ double Face::HeightOf(char32_t character, double otherwise) {
 }
 
 double Face::Advance(unsigned glyph) const {
-    if (FT_Load_Glyph(face_, glyph, FT_LOAD_NO_SCALE) != 0) return 0;
-    return static_cast<double>(face_->glyph->advance.x) / face_->units_per_EM;
+    // Its outline is not read for that.
+    FT_Fixed units = 0;
+    if (FT_Get_Advance(face_, glyph, FT_LOAD_NO_SCALE, &units) != 0) return 0;
+    return static_cast<double>(units) / face_->units_per_EM;
 }
 
 bool Face::Render(unsigned glyph, double emWidth, double emHeight, GlyphBitmap& bitmap, Change const& change) {

@@ -179,11 +179,9 @@ FaceChain::Found FaceChain::Search(char32_t character) {
         unsigned const glyph = face ? face->GlyphIndex(character) : 0;
         if (glyph) return {face, glyph};
     }
-    auto& files = store_.Files();
     for (bool const isOfMachine : {false, true}) {
-        Face* const face =
-            store_.Open(isOfMachine ? files.FindOfMachine({&character, 1}, isBold_)
-                                    : files.FindUsual(FileOf(Scripts::TraitsOf(character).script, isBold_)));
+        Face* const face = isOfMachine ? store_.Open(store_.Files().FindOfMachine({&character, 1}, isBold_))
+                                       : FaceOfScript(Scripts::TraitsOf(character).script);
         unsigned const glyph = face ? face->GlyphIndex(character) : 0;
         if (glyph) return {face, glyph};
     }
@@ -201,15 +199,20 @@ Face* FaceChain::FindFor(std::u32string const& characters, Scripts::Script scrip
 }
 
 Face* FaceChain::SearchFor(std::u32string const& characters, Scripts::Script script) {
-    auto& files = store_.Files();
-    Face* const ofScript = store_.Open(files.FindUsual(FileOf(script, isBold_)));
+    Face* const ofScript = FaceOfScript(script);
     if (ofScript && HasAll(*ofScript, characters)) return ofScript;
     for (std::size_t i = 1; i < links_.size(); ++i) {
         Face* const face = At(i);
         if (face && HasAll(*face, characters)) return face;
     }
-    Face* const ofMachine = store_.Open(files.FindOfMachine(characters, isBold_));
+    Face* const ofMachine = store_.Open(store_.Files().FindOfMachine(characters, isBold_));
     return ofMachine && HasAll(*ofMachine, characters) ? ofMachine : nullptr;
+}
+
+Face* FaceChain::FaceOfScript(Scripts::Script script) {
+    auto const [at, isNew] = ofScripts_.try_emplace(script, nullptr);
+    if (isNew) at->second = store_.Open(store_.Files().FindUsual(FileOf(script, isBold_)));
+    return at->second;
 }
 
 Face& FaceChain::FaceOf(char32_t picture) { return store_.At(Picture::FaceOf(picture)); }

@@ -82,6 +82,7 @@ private:
     Face* At(std::size_t index);
     Found Search(char32_t character);
     Face* SearchFor(std::u32string const& characters, Scripts::Script script);
+    Face* FaceOfScript(Scripts::Script script);
 
     struct Link {
         std::filesystem::path file;
@@ -96,6 +97,7 @@ private:
     std::vector<Link> links_;
     std::unordered_map<char32_t, Found> elsewhere_;  ///< characters that the primary font lacks
     std::unordered_map<std::u32string, Face*> words_;
+    std::map<Scripts::Script, Face*> ofScripts_;
     bool isBold_;  ///< what stands in is to be
 };
 

@@ -46,13 +46,21 @@ void BeginWithBase(std::vector<TextRun>& runs, std::uint32_t at, std::uint8_t le
     runs.push_back(marked);
 }
 
+/// Whether a text holds Arabic as shapes of letters alone, in the order in which they are drawn: who sends that has
+/// done himself what other printers do not.
+bool IsSetBySender(std::u32string_view text) {
+    auto const isShape = [](char32_t c) { return (c >= 0xFB50 && c <= 0xFBFF) || (c >= 0xFE80 && c <= 0xFEFC); };
+    auto const isLetter = [](char32_t c) { return (c >= 0x620 && c <= 0x64A) || (c >= 0x66E && c <= 0x6D3); };
+    return std::any_of(text.begin(), text.end(), isShape) && std::none_of(text.begin(), text.end(), isLetter);
+}
+
 }  // namespace
 
 TextLevels FindLevels(std::u32string& text, ParagraphDirection direction) {
     if (direction != ParagraphDirection::RightToLeft && std::none_of(text.begin(), text.end(), Scripts::MayTurn))
         return {};
     auto const* const module = Scripts::ScriptsModule();
-    if (!module || text.empty()) return {};
+    if (!module || text.empty() || IsSetBySender(text)) return {};
     TextLevels found;
     found.levels.resize(text.size());
     std::u32string mirrored = text;
