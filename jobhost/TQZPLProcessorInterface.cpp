@@ -193,9 +193,9 @@ void TQZPLProcessorInterface::TellFindings() {
 void TQZPLProcessorInterface::StartStream() {
     std::optional<Zpl::Host::PrintStream::Watch> watch;
     if (findings_) {
-        watch.emplace().tell = [this](Finding finding, Findings::Format format) {
+        watch = {.tell = [this](Finding finding, Findings::Format format) {
             findings_->Collected().Add(std::move(finding), format);
-        };
+        }};
     }
     auto const makeSession = [this] {
         return std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fontCache_, printerContext_, handlerPool_,

@@ -177,8 +177,9 @@ void EmbeddedDesk::ReadOn() {
         waiting_.clear();
         read_ = 0;
     }
+    bool const goesOn = label || !isFinished_;
     if (label) labels_.push_back(std::make_unique<EmbeddedLabel>(stream_, *std::move(label)));
-    if (label || !isFinished_) return;
+    if (goesOn) return;
     isEnded_ = true;
     stream_->reader.End();
 }

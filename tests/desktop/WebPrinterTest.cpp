@@ -24,7 +24,9 @@ std::string TextOf(Value const& value) {
 class WebPrinter : public testing::Test {
 protected:
     explicit WebPrinter(std::vector<std::string> options = {}) : printer_(With(std::move(options))) {
-        EXPECT_TRUE(VirtualPrinterProcess::Until([&] { return Port() != 0; })) << printer_.Log();
+        EXPECT_TRUE(VirtualPrinterProcess::Until([&] {
+            return Port() != 0 && Client().Ask("GET", "/printer").status == 200;
+        })) << printer_.Log();
     }
     static std::vector<std::string> With(std::vector<std::string> options) {
         options.insert(options.end(), {"--json", "--speed", "0", "--web", "127.0.0.1:0"});
