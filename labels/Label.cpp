@@ -218,13 +218,14 @@ void Label::EndLabel() {
     target.SetLabelLength(settings.labelLength);
     target.EndLabel(settings);
     auto const& map = processor_.GetFieldMap();
-    if (map) map->EndLabel(settings);
     if (!map) return;
+    map->EndLabel(settings);
     // Copies differ in a number at most, and one sentence is enough.
     bool const isFirst = processor_.CurrentLabelNumber() == 0;
     bool const isBlank = isFirst && ZplCore::ReportMissingInk(*map);
     if (map->WantsSymbols())
-        ZplCore::JudgeBarcodes(*map, {processor_.GetPrinterContext()->PrinterDpi().Value(), isFirst, isBlank});
+        ZplCore::JudgeBarcodes(*map, {processor_.GetPrinterContext()->PrinterDpi().Value(), isFirst, isBlank},
+                               symbolBoxes_);
 }
 
 bool Label::ShouldPrint() const {

@@ -11,6 +11,7 @@
 #include "Scripting/FinishedPage.h"
 #include "Scripting/RfidOperation.h"
 #include "fields/map/FieldMap.h"
+#include "fields/scan/ScanCheck.h"
 #include "frontend/context/ContextProcessor.h"
 
 class CommandHandlerPool;
@@ -116,7 +117,8 @@ private:
     std::vector<RfidOperation> rfidOperations_;
     std::map<unsigned, std::vector<RfidReadResponse>> rfidReadResponses_;
     std::weak_ptr<Replay> replay_;
-    bool isDrawn_ = false;  ///< copy 0, which has been taken over
+    ZplCore::SymbolBoxes symbolBoxes_;  ///< of the copy that was drawn last
+    bool isDrawn_ = false;              ///< copy 0, which has been taken over
 };
 
 }  // namespace Zpl
