@@ -4,6 +4,7 @@
 #   zplhost-printer  the virtual printer with the processes of the printer and their surfaces
 #   libzplhost       the library for programs of others and the modules of the engine, which the others need too, without Qt
 #   libzplhost-dev   what it takes to build with it
+#   python3-zplhost  the module for Python over the library
 include(GNUInstallDirs)
 
 # The programs find each other beside themselves, installed and built alike, and the engine in a folder of its own.

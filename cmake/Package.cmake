@@ -16,10 +16,12 @@ install(DIRECTORY ${manual}/man1 DESTINATION ${CMAKE_INSTALL_MANDIR} COMPONENT z
 install(FILES ${manual}/zpl.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME zpl COMPONENT zplhost)
 install(FILES ${manual}/_zpl DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT zplhost)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zplhost COMPONENT zplhost FILES_MATCHING PATTERN *.zpl)
-install(DIRECTORY examples/embed DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libzplhost-dev/examples COMPONENT libzplhost-dev)
+install(DIRECTORY examples/embed DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libzplhost-dev/examples COMPONENT libzplhost-dev
+    PATTERN *.py EXCLUDE)
+install(FILES examples/embed/fields.py DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/python3-zplhost/examples COMPONENT python3-zplhost)
 # The package of a shared library is called after its version, so that two of them can stand side by side.
 set(library_package libzplhost${PROJECT_VERSION_MAJOR})
-foreach(component zplhost zplhost-web zplhost-printer libzplhost libzplhost-dev)
+foreach(component zplhost zplhost-web zplhost-printer libzplhost libzplhost-dev python3-zplhost)
     set(package ${component})
     if(component STREQUAL libzplhost)
         set(package ${library_package})
@@ -51,7 +53,7 @@ set(CPACK_PACKAGE_CONTACT "The ZplHost authors <zplhost@localhost>")
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_COMPONENTS_ALL zplhost zplhost-web zplhost-printer libzplhost libzplhost-dev)
+set(CPACK_COMPONENTS_ALL zplhost zplhost-web zplhost-printer libzplhost libzplhost-dev python3-zplhost)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
@@ -100,4 +102,14 @@ set(CPACK_DEBIAN_LIBZPLHOST-DEV_PACKAGE_DEPENDS "${library_package} (= ${PROJECT
 set(CPACK_COMPONENT_LIBZPLHOST-DEV_DESCRIPTION "headers of the library that draws labels in the ZPL label language
 The C header, a C++ header on top of it, and what CMake and pkg-config need to
 find them, with two programs as examples.")
+
+set(CPACK_DEBIAN_PYTHON3-ZPLHOST_PACKAGE_NAME python3-zplhost)
+set(CPACK_DEBIAN_PYTHON3-ZPLHOST_PACKAGE_SECTION python)
+set(CPACK_DEBIAN_PYTHON3-ZPLHOST_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_PYTHON3-ZPLHOST_PACKAGE_DEPENDS
+    "${library_package} (= ${PROJECT_VERSION}), python3 (>= 3.10), python3-cffi-backend")
+set(CPACK_COMPONENT_PYTHON3-ZPLHOST_DESCRIPTION "draws labels in the ZPL label language in Python
+A module that draws a print stream in memory: each page as PNG, rows of dots or
+a NumPy array, with what stands where on it and what would not print as it was
+sent. Tests of labels hold pages against pictures with it.")
 include(CPack)
