@@ -120,12 +120,12 @@ protected:
 
     /// Runs the event loop until the host has been given what is expected, or the user has been told it.
     void Await(std::string const& received, std::string const& expected) {
-        for (int i = 0; i < 5000 * SanitizerFactor && received.find(expected) == std::string::npos; ++i) Settle();
+        for (int i = 0; i < 20000 * SanitizerFactor && received.find(expected) == std::string::npos; ++i) Settle();
         EXPECT_NE(received.find(expected), std::string::npos) << expected;
     }
     /// Sends all of it, however much that is, or what is taken before the connection is closed.
     void Send(int client, std::string_view bytes) {
-        auto const end = std::chrono::steady_clock::now() + std::chrono::seconds(20 * SanitizerFactor);
+        auto const end = std::chrono::steady_clock::now() + std::chrono::seconds(120 * SanitizerFactor);
         while (!bytes.empty() && std::chrono::steady_clock::now() < end) {
             ssize_t const count = ::send(client, bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
             if (count < 0 && errno != EAGAIN) return;

@@ -25,12 +25,12 @@ using Server = PropertyServerThread;
 
 /// One process on the bus.
 struct Peer {
-    Peer(std::filesystem::path const& folder, std::string const& component, std::string const& socket = "socket")
-        : properties(
-              std::make_shared<PublishingPropertyManager>(threads, 0, 1, component, folder / (component + ".json"))),
+    Peer(std::filesystem::path const& folder, std::string const& component, std::chrono::milliseconds patience = 5s)
+        : properties(std::make_shared<PublishingPropertyManager>(threads, 0, 1, component,
+                                                                 folder / (component + ".json"), patience)),
           link(threads, properties) {
         properties->StartThread();
-        link.Connect(folder / socket);
+        link.Connect(folder / "socket");
     }
     ~Peer() {
         link.Disconnect();
@@ -266,7 +266,7 @@ TEST_F(PropertyLinkTest, ANewLinkBeginsWithAWholeLineAndRepeatsWhatWasNotTaken) 
 
 TEST_F(PropertyLinkTest, WhatADyingServerHasSaidLastIsHeard) {
     BareServer server(folder_ / "socket");
-    Peer peer(folder_.Path(), "A");
+    Peer peer(folder_.Path(), "A", 0ms);
     server.Accept();
     auto const follow = [&](char const* property) {
         return peer.properties->Follow<StringProperty>("X", ExternalAppRegistration::Plain, {property, "", "G"}, "");
