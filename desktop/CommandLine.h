@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "desktop/PageRanges.h"
 #include "library/DeskSettings.h"
 #include "library/PageFormat.h"
 
@@ -31,10 +32,17 @@ struct CompareOptions {
 struct RenderOptions : DeskSettings {
     std::vector<std::string> inputs;  ///< file names; "-" is standard input
     std::string outputFolder = ".";
+    std::string outputFile;   ///< of all pages; "-" is standard output; empty: files are named by `namePattern`
+    std::string namePattern;  ///< of files, with {stem}, {page} and {ext}; empty for the usual names
     PageFormat const* format = &PageFormats[0];
     bool isSplit = false;        ///< one file a page, also in a format of documents
     unsigned mostCopies = 1000;  ///< copies of one label that are drawn
     unsigned mostThreads = 0;    ///< that draw pages; 1: none beside the one that reads; 0: one for each processor
+    PageRanges pages;            ///< of each input
+    unsigned rotation = 0;       ///< of the pictures, in degrees clockwise: 0, 90, 180 or 270
+    bool isDistinct = false;     ///< equal copies that follow each other are one page
+    bool watches = false;        ///< draws inputs again when they change
+    bool isQuiet = false;        ///< prints only what went wrong
     bool keepJob = false;
     bool json = false;
     bool strict = false;

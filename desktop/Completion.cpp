@@ -76,7 +76,7 @@ std::string ZshOption(OptionRow const& option) {
                                : IsFolder(option)      ? "_files -/"
                                                        : "_files";
     // More than once, where each adds something, is for the command to judge.
-    return "'*" + name + "=" + help + ":" + ZshText(option.value) + ":" + action + "'";
+    return "'*" + name + (name.starts_with("--") ? "=" : "+") + help + ":" + ZshText(option.value) + ":" + action + "'";
 }
 
 std::string ZshCommand(CommandRow const& command) {

@@ -26,7 +26,7 @@ public:
         unsigned mostThreads;
         std::optional<VirtualTag> const& tag;
         std::function<std::unique_ptr<LabelDrawer>()> makeDrawer;               ///< called by the owner
-        std::function<StagedPage(Scripting::FinishedPage&)> stage;              ///< called by threads
+        StagePage stage;                                                        ///< called by threads
         std::function<void(QueuedLabel)> drawHere;                              ///< draws a label on the owner's thread
         std::function<void(Telling const&)> tell;                               ///< called by the owner
         std::function<void(LabelTask const&, StagedPage, DrawnCopy)> keepPage;  ///< called by the owner

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <thread>
+#include <utility>
 
 #include "desktop/Commands.h"
 
@@ -30,17 +31,18 @@ InputRenderer::InputRenderer(RenderOptions const& options, Desk& desk, std::stri
 ExitCode InputRenderer::Run() {
     report_.StartInput(input_);
     std::exception_ptr failure;
-    try {
-        RenderLabels();
-    } catch (...) {
-        failure = std::current_exception();
-    }
+    auto const attempt = [&failure](auto const& step) {
+        try {
+            step();
+        } catch (...) {
+            if (!failure) failure = std::current_exception();
+        }
+    };
+    attempt([this] { RenderLabels(); });
     threads_.reset();
-    try {
-        store_.End();
-    } catch (...) {
-        if (!failure) failure = std::current_exception();
-    }
+    if (store_.HasGivenUp()) waiting_.reset();
+    attempt([this] { ReportWaiting(); });
+    attempt([this] { store_.End(); });
     // What was finished and found is told all the same.
     progress_.Clear();
     report_.EndInput(findings_, false);
@@ -60,13 +62,20 @@ void InputRenderer::RenderLabels() {
         } else {
             UseThreads();
             auto const rest = finished.rest;
-            Draw(TaskOf(std::move(finished.label), finished.number, finished.format), rest);
+            QueuedLabel queued{TaskOf(std::move(finished.label), finished.number, finished.format)};
+            queued.pagesBefore = asked_;
+            asked_ += queued.task.copies;
+            Draw(std::move(queued), rest);
         }
         return InterruptedBy() == 0;
     });
     if (failure_) std::rethrow_exception(failure_);
     if (!kept_.empty()) RenderJob();
     if (threads_) threads_->Settle(true);
+    if (asked_ != 0 && !options_.pages.LastOf(1, asked_))
+        findings_.AddNotice("the stream has " + std::to_string(asked_) + (asked_ == 1 ? " page" : " pages") +
+                                ", none of which --pages takes",
+                            {});
 }
 
 void InputRenderer::RenderJob() {
@@ -129,35 +138,47 @@ LabelTask InputRenderer::TaskOf(Zpl::Label label, unsigned number, std::uint64_t
 /// A label that has something in common with those before or behind it is drawn in its turn, by the thread that reads;
 /// and at once a label behind which little can follow, so that its page still stands from its first replay. `rest` is
 /// that of the stream, in bytes.
-void InputRenderer::Draw(LabelTask task, std::size_t rest) {
+void InputRenderer::Draw(QueuedLabel queued, std::size_t rest) {
+    auto& task = queued.task;
     auto& label = task.label;
     bool const keepsPicture = label.KeepsPicture();
     bool const isTied = keepsPicture || pictureStands_ || label.ReadsStore() || AsksForSources(label);
+    if (!isTied) {
+        auto const copies = WantedCopies(queued.pagesBefore, task.copies);
+        if (!copies) return;
+        task.copies = *copies;
+    }
     bool const isLast = threads_ && threads_->IsEmpty() && rest <= DrawingThreads::LittleWork;
     if (threads_ && !isTied && !isLast) {
-        threads_->Add(HandOut(std::move(task)));
+        HandOut(queued);
+        threads_->Add(std::move(queued));
         threads_->Settle(false);
         return;
     }
     if (threads_ && !threads_->Settle(true)) return;
-    unsigned const before = pages_;
-    DrawHere({std::move(task)});
-    pictureStands_ = keepsPicture || (pictureStands_ && pages_ == before);
+    unsigned const before = drawn_;
+    DrawHere(std::move(queued));
+    pictureStands_ = keepsPicture || (pictureStands_ && drawn_ == before);
 }
 
 /// Gives a label along what its first replay has drawn.
-QueuedLabel InputRenderer::HandOut(LabelTask task) {
-    QueuedLabel queued{std::move(task)};
+void InputRenderer::HandOut(QueuedLabel& queued) {
     auto& label = queued.task.label;
     // What the tag says is drawn anew.
-    if (options_.tag && label.IsWaitingOnRfidReadResponse(0)) return queued;
+    if (options_.tag && label.IsWaitingOnRfidReadResponse(0)) return;
     queued.drawn = label.HandOut(threads_->TakeRoom());
-    if (!queued.drawn.page || queued.task.copies != 1) return queued;
+    if (!queued.drawn.page || queued.task.copies != 1) return;
     // Memory goes back fastest on the thread that took it.
     queued.task.operations = label.GetRfidOperations();
     queued.isUsedUp = true;
     Zpl::Label const over = std::move(label);
-    return queued;
+}
+
+/// How many copies of a label are drawn, behind so many pages, until the last one that is wanted: each goes on from the
+/// one before. Nothing if none is.
+std::optional<unsigned> InputRenderer::WantedCopies(unsigned before, unsigned copies) const {
+    auto const last = options_.pages.LastOf(before + 1, before + copies);
+    return last ? std::optional(*last - before) : std::nullopt;
 }
 
 void InputRenderer::DrawHere(QueuedLabel label) {
@@ -169,15 +190,42 @@ void InputRenderer::DrawHere(QueuedLabel label) {
         label, target, folder, options_.tag, [this](Telling const& telling) { telling(findings_); },
         [&](DrawnCopy copy) {
             interpreter_.SetDrawnFormat({});
+            ++drawn_;
             unsigned const page = task.firstPage + copy.copy;
             auto const jobPage = [&] { return folder / std::to_string(page); };
             if (!target.FileError().empty()) CheckFile(options_.keepJob ? jobPage() : store_.NextPath());
-            auto place = options_.keepJob ? PageStore::Place{jobPage()} : store_.Keep(target, page);
-            Report(task, std::move(place), target.PageSize(), std::move(copy));
+            if (options_.keepJob) {
+                Report(task, {jobPage()}, target.PageSize(), std::move(copy));
+            } else {
+                store_.WithPage(target, page, [&](Scripting::FinishedPage& drawn) {
+                    if (auto staged = Stage(drawn, label, copy)) KeepDrawn(task, *std::move(staged), std::move(copy));
+                });
+            }
             interpreter_.SetDrawnFormat(task.format);
             return InterruptedBy() == 0;
         });
     interpreter_.SetDrawnFormat({});
+}
+
+/// Called by any thread that draws.
+std::optional<StagedPage> InputRenderer::Stage(Scripting::FinishedPage& page, QueuedLabel& label,
+                                               DrawnCopy const& copy) const {
+    if (options_.keepJob) return StageFile(PageFormats[0], jobPath_ / "page", page);
+    unsigned const number = label.pagesBefore + copy.copy + 1;
+    if (!options_.pages.Hold(number)) return std::nullopt;
+    if (options_.isDistinct) {
+        auto const rows = page.PackedRows();
+        if (label.lastRows == rows && label.lastOperations == copy.operations) {
+            StagedPage repeat;
+            repeat.isRepeat = true;
+            return repeat;
+        }
+        label.lastRows = rows;
+        label.lastOperations = copy.operations;
+    }
+    auto staged = store_.Stage(page);
+    staged.number = options_.pages.AreAll() ? 0 : number;
+    return staged;
 }
 
 /// What there is to tell waits for the labels that stand before it.
@@ -194,8 +242,8 @@ void InputRenderer::Tell(Telling telling) {
 
 void InputRenderer::UseThreads() {
     if (threads_ || mostThreads_ == 1 || !Scripting::PageKeeper::Of(&interpreter_.Target())) return;
-    auto const stage = [this](Scripting::FinishedPage& page) {
-        return options_.keepJob ? StageFile(PageFormats[0], jobPath_ / "page", page) : store_.Stage(page);
+    auto const stage = [this](Scripting::FinishedPage& page, QueuedLabel& label, DrawnCopy const& copy) {
+        return Stage(page, label, copy);
     };
     threads_.emplace(DrawingThreads::Work{mostThreads_, options_.tag,
                                           [this] { return std::make_unique<LabelDrawer>(desk_, DetailOf(options_)); },
@@ -207,6 +255,10 @@ void InputRenderer::UseThreads() {
 }
 
 void InputRenderer::KeepDrawn(LabelTask const& task, StagedPage page, DrawnCopy copy) {
+    if (page.isRepeat) {
+        ++*waiting_->prints;
+        return;
+    }
     auto const size = page.size;
     PageStore::Place place;
     if (options_.keepJob) {
@@ -225,7 +277,16 @@ void InputRenderer::CheckFile(std::filesystem::path const& what) {
 }
 
 void InputRenderer::Report(LabelTask const& task, PageStore::Place place, Scripting::Extent size, DrawnCopy copy) {
+    ReportWaiting();
+    waiting_ =
+        RenderedPage{std::move(place.path), place.page, options_.rotation, {}, ReportOf(task, size, std::move(copy))};
+    if (options_.isDistinct) waiting_->prints = 1;
+    if (!options_.isDistinct && !store_.TakesOnePage()) ReportWaiting();
+}
+
+void InputRenderer::ReportWaiting() {
+    if (!waiting_) return;
     progress_.Clear();
-    report_.Page({std::move(place.path), place.page, ReportOf(task, size, std::move(copy))});
+    report_.Page(*std::exchange(waiting_, {}));
     progress_.Page(++pages_);
 }

@@ -33,15 +33,18 @@ private:
     void RenderJob();
     void StartJob(Zpl::Job& job);
     LabelTask TaskOf(Zpl::Label label, unsigned number, std::uint64_t format);
-    void Draw(LabelTask task, std::size_t rest);
+    void Draw(QueuedLabel queued, std::size_t rest);
     bool AsksForSources(Zpl::Label const& label) const { return fieldsJson_ && label.HasRecalledCommands(); }
-    QueuedLabel HandOut(LabelTask task);
+    void HandOut(QueuedLabel& queued);
+    std::optional<unsigned> WantedCopies(unsigned before, unsigned copies) const;
     void DrawHere(QueuedLabel label);
+    std::optional<StagedPage> Stage(Scripting::FinishedPage& page, QueuedLabel& label, DrawnCopy const& copy) const;
     void Tell(Telling telling);
     void UseThreads();
     void KeepDrawn(LabelTask const& task, StagedPage page, DrawnCopy copy);
     void CheckFile(std::filesystem::path const& what);
     void Report(LabelTask const& task, PageStore::Place place, Scripting::Extent size, DrawnCopy copy);
+    void ReportWaiting();
 
     RenderOptions const& options_;
     Desk& desk_;
@@ -57,9 +60,12 @@ private:
     std::vector<std::uint64_t> keptFormats_;
     std::string jobName_;
     bool jobFlag_ = false;
-    std::filesystem::path jobPath_;  ///< empty while none is kept
-    unsigned pages_ = 0;
-    bool pictureStands_ = false;  ///< which the next label begins with
-    std::exception_ptr failure_;  ///< of what was done for a report, amid a label
+    std::filesystem::path jobPath_;        ///< empty while none is kept
+    unsigned asked_ = 0;                   ///< pages of the labels that have been read
+    unsigned drawn_ = 0;                   ///< copies, on this thread
+    unsigned pages_ = 0;                   ///< that were made
+    std::optional<RenderedPage> waiting_;  ///< until it is known how often it prints
+    bool pictureStands_ = false;           ///< which the next label begins with
+    std::exception_ptr failure_;           ///< of what was done for a report, amid a label
     std::optional<DrawingThreads> threads_;
 };

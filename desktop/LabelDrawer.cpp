@@ -52,8 +52,7 @@ LabelDrawer::LabelDrawer(Desk& desk, ZplCore::FieldMap::Detail detail)
     if (map_) map_->SetReader(desk.Reader());
 }
 
-bool LabelDrawer::Draw(QueuedLabel& label, std::optional<VirtualTag> const& tag,
-                       std::function<StagedPage(Scripting::FinishedPage&)> const& stage,
+bool LabelDrawer::Draw(QueuedLabel& label, std::optional<VirtualTag> const& tag, StagePage const& stage,
                        std::function<bool(DrawnPage)> const& put) {
     auto& task = label.task;
     format_ = task.format;
@@ -65,13 +64,16 @@ bool LabelDrawer::Draw(QueuedLabel& label, std::optional<VirtualTag> const& tag,
     DrawnPage last;
     bool goesOn = false;
     try {
-        goesOn = InterruptedBy() == 0 &&
-                 DrawQueued(
-                     label, *target_, {}, tag, [this](Telling telling) { tellings_.push_back(std::move(telling)); },
-                     [&](DrawnCopy copy) {
-                         return put({std::exchange(tellings_, {}), stage(page), std::move(copy), {}}) &&
-                                InterruptedBy() == 0;
-                     });
+        goesOn =
+            InterruptedBy() == 0 &&
+            DrawQueued(
+                label, *target_, {}, tag, [this](Telling telling) { tellings_.push_back(std::move(telling)); },
+                [&](DrawnCopy copy) {
+                    auto staged = stage(page, label, copy);
+                    bool const isSilent = !staged && tellings_.empty();
+                    return (isSilent || put({std::exchange(tellings_, {}), std::move(staged), std::move(copy), {}})) &&
+                           InterruptedBy() == 0;
+                });
     } catch (...) {
         last.failure = std::current_exception();
     }

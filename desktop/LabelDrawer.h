@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -56,7 +57,13 @@ struct QueuedLabel {
     LabelTask task;
     Zpl::Label::Drawn drawn = {};  ///< copy 0, if it stands drawn; behind it room for another
     bool isUsedUp = false;         ///< that was its only copy: the task has no label any more
+    unsigned pagesBefore = 0;      ///< of the run
+    std::string lastRows = {};     ///< of the copy that became a page, where the next one is held against it
+    std::vector<RfidOperation> lastOperations = {};  ///< likewise
 };
+
+/// Makes the page of a copy ready; nothing if it is not wanted.
+using StagePage = std::function<std::optional<StagedPage>(Scripting::FinishedPage&, QueuedLabel&, DrawnCopy const&)>;
 
 /// Draws its copies on `target`, see DrawCopies.
 bool DrawQueued(QueuedLabel& label, Scripting::GraphicContext& target, std::filesystem::path const& folder,
@@ -96,8 +103,7 @@ public:
     /// Makes the pages of a label by `stage` and hands them on by `put`; last, without a page, what else there is to
     /// tell. Uses the label up, and leaves the room of what was drawn. False if the run is interrupted, or `put` gives
     /// false.
-    bool Draw(QueuedLabel& label, std::optional<VirtualTag> const& tag,
-              std::function<StagedPage(Scripting::FinishedPage&)> const& stage,
+    bool Draw(QueuedLabel& label, std::optional<VirtualTag> const& tag, StagePage const& stage,
               std::function<bool(DrawnPage)> const& put);
 
 private:

@@ -39,7 +39,9 @@ std::vector<std::string> Paragraphs(std::string_view text) {
 }
 
 std::string WithValue(OptionRow const& option) {
-    return std::string(option.name) + (option.value.empty() ? "" : " ") + std::string(option.value);
+    std::string const names =
+        (option.letter.empty() ? "" : std::string(option.letter) + ", ") + std::string(option.name);
+    return names + (option.value.empty() ? "" : " ") + std::string(option.value);
 }
 
 std::string UsageOf(CommandRow const& command) {
@@ -90,7 +92,7 @@ std::string GeneralHelp() {
     for (auto const& command : Commands())
         AppendEntry(page, std::string(command.name) + " " + std::string(command.operands), command.summary);
     AppendEntry(page, "COMMAND --help", "all options of a command");
-    AppendEntry(page, "--version", "the version of this program");
+    AppendEntry(page, "-V, --version", "the version of this program");
     return page + "\nTry:  ./zpl render examples/shipping-label.zpl\n";
 }
 

@@ -74,14 +74,37 @@ constexpr OptionRow OptionTable[] = {
      "length has the last word",
      [](Reading& r, Text, Text value) { r.size = OptionValues::Size(value); }},
     {"--out", "DIR", "", Render | Serve,
-     "where the pages go (default: the current folder; it is made if it is missing)",
-     [](Reading& r, Text, Text value) { r.serve.outputFolder = r.render.outputFolder = value; }},
+     "where the pages go (default: the current folder; it is made if it is missing); zpl render takes - for standard "
+     "output",
+     [](Reading& r, Text, Text value) {
+         r.serve.outputFolder = (value == "-" ? r.render.outputFile : r.render.outputFolder) = value;
+     }},
+    {"-o", "FILE", "", Render,
+     "makes one FILE of the pages of the input, in the format that its ending names; - is standard output. A PDF and a "
+     "PBM hold any number of pages, a PNG one",
+     [](Reading& r, Text, Text value) { r.render.outputFile = OptionValues::OutputFile(value); }},
+    {"--name", "PATTERN", "", Render,
+     "how files are called: {stem}-{page}.{ext}, where {stem} is the name of the input without its ending; without "
+     "{page} one file holds all pages, as with -o",
+     [](Reading& r, Text, Text value) { r.render.namePattern = OptionValues::NamePattern(value); }},
+    {"--pages", "RANGES", "", Render, "only these pages of each input, as 2-5,8 or 3-; they keep their numbers",
+     [](Reading& r, Text, Text value) { r.render.pages = OptionValues::Pages(value); }},
+    {"--rotate", "N", "0 90 180 270", Render,
+     "turns the pictures by N degrees clockwise, to look at; places that --json tells stay those of the page as it "
+     "prints",
+     [](Reading& r, Text name, Text value) { r.render.rotation = OptionValues::Number(name, value, 0, 270); }},
+    {"--distinct", "", "", Render,
+     "makes one page of copies of a label that are equal and follow each other, and tells how often it prints",
+     [](Reading& r, Text, Text) { r.render.isDistinct = true; }},
+    {"--watch", "", "", Render, "draws an input again whenever its file changes, until Ctrl-C ends it",
+     [](Reading& r, Text, Text) { r.render.watches = true; }},
     {"--format", "F", FormatNames, Render, FormatHelp,
-     [](Reading& r, Text, Text value) { r.render.format = &OptionValues::Format(value); }},
+     [](Reading& r, Text, Text value) { r.render.format = &OptionValues::Format(value), r.hasFormat = true; }},
     {"--split", "", "", Render, "makes a file of each page, also in a format of which one file holds many",
      [](Reading& r, Text, Text) { r.render.isSplit = true; }},
-    {"--copies", "N", "", Render | Compare, "copies of one label that are drawn at most (default 1000)",
-     [](Reading& r, Text name, Text value) { r.render.mostCopies = OptionValues::Number(name, value, 1, 99'999'999); }},
+    {"--copies", "N", "", Render | Compare,
+     "copies of one label that are drawn at most (default 1000; 100000 with --distinct)",
+     [](Reading& r, Text name, Text value) { r.mostCopies = OptionValues::Number(name, value, 1, 99'999'999); }},
     {"--threads", "N", "", Render,
      "draws and writes pages on N threads (default: one for each processor); 1: on the one that reads the stream",
      [](Reading& r, Text name, Text value) { r.render.mostThreads = OptionValues::Number(name, value, 1, 64); }},
@@ -103,6 +126,8 @@ constexpr OptionRow OptionTable[] = {
     {"--scan", "", "", Render | Check,
      "reads each barcode back from its page, as a scanner would, and tells what it does not read or reads otherwise",
      [](Reading& r, Text, Text) { r.render.readsSymbols = true; }},
+    {"--quiet", "", "", Render | Check, "prints neither pages nor findings, only what ends the run; --json stays",
+     [](Reading& r, Text, Text) { r.render.isQuiet = true; }, "-q"},
     {"--strict", "", "", Render | Check,
      "ends with 3 if a command that may change the page is unknown, a format was dropped, or a barcode was refused, is "
      "not whole on its page or cannot be scanned",
@@ -132,7 +157,7 @@ constexpr OptionRow OptionTable[] = {
     {"--allow-host", "NAME", "", Serve | Web,
      "a further name that this is reached by, with a port or without; may be repeated",
      [](Reading& r, Text, Text value) { r.web.hosts.push_back(value); }},
-    {"--help", "", "", All, "lists what the command takes", [](Reading& r, Text, Text) { r.help = true; }},
+    {"--help", "", "", All, "lists what the command takes", [](Reading& r, Text, Text) { r.help = true; }, "-h"},
 };
 
 }  // namespace

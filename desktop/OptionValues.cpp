@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <filesystem>
 #include <iterator>
+#include <limits>
+#include <optional>
 
 namespace OptionValues {
 
@@ -77,6 +80,47 @@ PageFormat const& Format(std::string_view text) {
     // Of no other name, since these are the choices of the option.
     return *std::find_if(std::begin(PageFormats), std::end(PageFormats) - 1,
                          [text](PageFormat const& format) { return format.name == text; });
+}
+
+std::string OutputFile(std::string const& text) {
+    std::error_code ignored;
+    auto const status = std::filesystem::status(text, ignored);
+    if (text.empty() || is_directory(status))
+        throw UsageError("-o is a file, and --out DIR a folder for files; not \"" + text + "\"");
+    if (text != "-" && exists(status) && !is_regular_file(status))
+        throw UsageError("-o makes a regular file, which " + text + " is not; -o - writes to standard output");
+    return text;
+}
+
+std::string NamePattern(std::string const& text) {
+    std::string rest = text;
+    for (std::string_view const place : {"{stem}", "{page}", "{ext}"}) {
+        for (std::size_t at = 0; (at = rest.find(place)) != std::string::npos;) rest.replace(at, place.size(), "x");
+    }
+    if (rest.empty() || rest.find_first_of("{}/") != std::string::npos || rest == "." || rest == "..")
+        throw UsageError(
+            "--name is the name of a file with {stem}, {page} and {ext} in it, as {stem}-{page}.{ext}; "
+            "--out names the folder; not \"" +
+            text + "\"");
+    return text;
+}
+
+PageRanges Pages(std::string const& text) {
+    constexpr unsigned Most = std::numeric_limits<unsigned>::max() / 2;
+    PageRanges pages;
+    for (std::size_t at = 0; at <= text.size();) {
+        auto const part = std::string_view(text).substr(at, std::min(text.find(',', at), text.size()) - at);
+        at += part.size() + 1;
+        auto const dash = std::min(part.find('-'), part.size());
+        auto const first = Within(part.substr(0, dash), 1U, Most);
+        auto const last = dash == part.size()       ? first
+                          : dash + 1 == part.size() ? std::optional(Most)
+                                                    : Within(part.substr(dash + 1), 1U, Most);
+        if (!first || !last || *first > *last)
+            throw UsageError("--pages is numbers and ranges from 1 on, as 2-5,8 or 3-; not \"" + text + "\"");
+        pages.Add(*first, *last);
+    }
+    return pages;
 }
 
 void Address(std::string_view option, std::string const& text, std::string& host, unsigned& port) {

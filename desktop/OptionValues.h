@@ -23,6 +23,12 @@ std::pair<std::string, std::string> Font(std::string_view text);
 VirtualTag Tag(std::string_view text);
 /// One of PageFormats, by its name.
 PageFormat const& Format(std::string_view text);
+/// A file that is not there yet, or a regular one; "-" for standard output.
+std::string OutputFile(std::string const& text);
+/// A file name with {stem}, {page} and {ext} in it.
+std::string NamePattern(std::string const& text);
+/// `N`, `N-M` or `N-`, with commas in between.
+PageRanges Pages(std::string const& text);
 /// `HOST:PORT`, or `PORT` for the host that is set already. An IPv6 address stands in brackets.
 void Address(std::string_view option, std::string const& text, std::string& host, unsigned& port);
 /// Inches a second.

@@ -27,8 +27,8 @@ std::string NamesOfTakers(OptionRow const& option) {
 
 OptionRow const& FindOption(CommandRow const& command, std::string_view name) {
     auto const options = Options();
-    auto const found =
-        std::find_if(options.begin(), options.end(), [name](OptionRow const& row) { return row.name == name; });
+    auto const found = std::find_if(options.begin(), options.end(),
+                                    [name](OptionRow const& row) { return row.name == name || row.letter == name; });
     std::string const help = "; zpl " + std::string(command.name) + " --help lists ";
     if (found == options.end()) throw UsageError("unknown option " + std::string(name) + help + "them all");
     if (!(found->commands & command.bit))
@@ -54,6 +54,14 @@ void TakeOperand(Reading& reading, CommandRow const& command, std::string const&
     reading.operands.push_back(word);
 }
 
+/// Null if the ending of the file's name is that of none.
+PageFormat const* FormatByName(std::string const& file) {
+    auto const* const found =
+        std::find_if(std::begin(PageFormats), std::end(PageFormats),
+                     [&](PageFormat const& format) { return file.ends_with("." + std::string(format.extension)); });
+    return found == std::end(PageFormats) ? nullptr : found;
+}
+
 void BringTogether(Reading& reading) {
     RenderOptions& render = reading.render;
     render.inputs = reading.operands;
@@ -61,6 +69,12 @@ void BringTogether(Reading& reading) {
     render.printerDpi = reading.printerDpi.value_or(render.designDpi);
     if (reading.size)
         std::tie(render.widthInches, render.heightInches) = OptionValues::Inches(*reading.size, render.designDpi);
+    // A picture is looked for in what its file is called.
+    if (auto const* const format = reading.hasFormat ? nullptr : FormatByName(render.outputFile))
+        render.format = format;
+    // Copies that are equal make no further files.
+    constexpr unsigned MostDistinctCopies = 100'000;
+    render.mostCopies = reading.mostCopies.value_or(render.isDistinct ? MostDistinctCopies : render.mostCopies);
     reading.serve.dpi = render.printerDpi;
     reading.serve.widthInches = render.widthInches;
     reading.serve.heightInches = render.heightInches;
@@ -91,7 +105,7 @@ Reading ReadArguments(CommandRow const& command, std::vector<std::string> const&
             value = name.substr(equals + 1);
             name.resize(equals);
         }
-        auto const& option = FindOption(command, name == "-h" ? "--help" : name);
+        auto const& option = FindOption(command, name);
         if (value && option.value.empty()) throw UsageError(name + " takes no value");
         if (!value && !option.value.empty()) {
             if (i + 1 == arguments.size()) throw UsageError(name + " needs a value");

@@ -29,6 +29,8 @@ struct Reading {
     std::vector<std::string> operands;
     std::optional<unsigned> printerDpi;
     std::optional<LabelSize> size;
+    std::optional<unsigned> mostCopies;
+    bool hasFormat = false;
     bool help = false;
 };
 
@@ -51,6 +53,7 @@ struct OptionRow {
     unsigned commands;         ///< the set of commands that take it
     std::string_view help;
     void (*take)(Reading&, std::string const& name, std::string const& value);
+    std::string_view letter = {};  ///< a short name, as -h; empty if there is none
 };
 
 /// In the order in which help lists them.

@@ -3,19 +3,31 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <system_error>
 
 #include "desktop/PageFile.h"
+#include "library/RowsPage.h"
 
 namespace {
 
-/// Whether all pages of an input go into one file.
-bool IsDocument(RenderOptions const& options) { return options.format->isDocument && !options.isSplit; }
+constexpr std::string_view PagePlace = "{page}";
 
-/// What the name of a page's file has behind its stem.
-std::string EndOfName(RenderOptions const& options, unsigned page) {
-    std::string const number = IsDocument(options) ? "" : "-" + std::to_string(page);
-    return number + "." + std::string(options.format->extension);
+/// As it was asked for, or the usual names.
+std::string NamePattern(RenderOptions const& options) {
+    if (!options.namePattern.empty()) return options.namePattern;
+    return options.format->isDocument && !options.isSplit ? "{stem}.{ext}" : "{stem}-{page}.{ext}";
+}
+
+/// Whether all pages of an input go into one file.
+bool IsDocument(RenderOptions const& options) {
+    return !options.outputFile.empty() || NamePattern(options).find(PagePlace) == std::string::npos;
+}
+
+std::filesystem::path FolderOf(RenderOptions const& options) {
+    if (options.outputFile.empty()) return options.outputFolder;
+    auto const folder = std::filesystem::path(options.outputFile).parent_path();
+    return folder.empty() ? "." : folder;
 }
 
 }  // namespace
@@ -30,8 +42,22 @@ std::string PageStem(std::string const& input) {
     return stem.empty() ? "label" : stem;
 }
 
-std::string PageFileName(RenderOptions const& options, std::string const& input, unsigned page) {
-    return PageStem(input) + EndOfName(options, page);
+std::filesystem::path PagePath(RenderOptions const& options, std::string const& input, unsigned page) {
+    if (!options.outputFile.empty()) return options.outputFile;
+    std::string const pattern = NamePattern(options);
+    std::string name;
+    for (std::size_t at = 0; at < pattern.size();) {
+        auto const rest = std::string_view(pattern).substr(at);
+        auto const end = pattern[at] == '{' ? rest.find('}') + 1 : 1;
+        auto const part = rest.substr(0, end);
+        name += part == "{stem}"    ? PageStem(input)
+                : part == PagePlace ? std::to_string(page)
+                : part == "{ext}"   ? options.format->extension
+                                    : part;
+        at += end;
+    }
+    return options.outputFolder == "." ? std::filesystem::path(name)
+                                       : options.outputFolder / std::filesystem::path(name);
 }
 
 StagedPage StageFile(PageFormat const& format, std::filesystem::path path, Scripting::FinishedPage& page) {
@@ -45,17 +71,13 @@ StagedPage StageFile(PageFormat const& format, std::filesystem::path path, Scrip
 }
 
 PageStore::PageStore(RenderOptions const& options, std::string const& input)
-    : options_(options),
-      folder_(options.outputFolder),
-      stem_(folder_ == "." ? PageStem(input) : (folder_ / PageStem(input)).string()),
-      isDocument_(IsDocument(options)) {
+    : options_(options), input_(input), folder_(FolderOf(options)), isDocument_(IsDocument(options)) {
+    if (IsStandardOutput()) return;
     std::error_code error;
     std::filesystem::create_directories(folder_, error);
     if (!error && ::access(folder_.c_str(), W_OK | X_OK) != 0) error = {errno, std::generic_category()};
     if (error) throw CannotWrite(folder_, error);
 }
-
-std::filesystem::path PageStore::NextPath() const { return stem_ + EndOfName(options_, pages_ + 1); }
 
 std::filesystem::path PageStore::Prepare(Scripting::GraphicContext& target) {
     if (auto* const keeper = Scripting::PageKeeper::Of(&target)) {
@@ -70,30 +92,33 @@ std::filesystem::path PageStore::Prepare(Scripting::GraphicContext& target) {
     return work_->Path();
 }
 
-PageStore::Place PageStore::Keep(Scripting::GraphicContext& target, unsigned number) {
-    Place place = NextPlace();
-    if (auto* const keeper = Scripting::PageKeeper::Of(&target)) {
-        Write(options_.format->FormOf(*keeper));
-    } else {
-        auto const path = work_->Path() / std::to_string(number);
-        auto page = PageFile::Parse(ReadRegularFile(path));
-        if (!page) throw OutputError("cannot read back the page " + path.string());
-        Write(options_.format->FormOf(*page));
-        std::error_code ignored;
-        std::filesystem::remove(path, ignored);
-    }
-    ++pages_;
-    return place;
+void PageStore::WithPage(Scripting::GraphicContext& target, unsigned number,
+                         std::function<void(Scripting::FinishedPage&)> const& use) const {
+    if (auto* const keeper = Scripting::PageKeeper::Of(&target)) return use(*keeper);
+    auto const path = work_->Path() / std::to_string(number);
+    auto page = PageFile::Parse(ReadRegularFile(path));
+    if (!page) throw OutputError("cannot read back the page " + path.string());
+    use(*page);
+    std::error_code ignored;
+    std::filesystem::remove(path, ignored);
 }
 
 StagedPage PageStore::Stage(Scripting::FinishedPage& page) const {
-    if (!isDocument_) return StageFile(*options_.format, stem_ + EndOfName(options_, 0), page);
+    if (options_.rotation == 0) return StageUpright(page);
+    auto turned = RowsPage::Turned(page, options_.rotation);
+    return StageUpright(turned);
+}
+
+StagedPage PageStore::StageUpright(Scripting::FinishedPage& page) const {
+    if (!isDocument_) return StageFile(*options_.format, PagePath(options_, input_, 0), page);
     auto const form = options_.format->FormOf(page);
     return {form.size, form.dpi, nullptr, std::string(form.content)};
 }
 
 PageStore::Place PageStore::Keep(StagedPage page) {
-    Place place = NextPlace();
+    number_ = page.number != 0 ? page.number : number_ + 1;
+    bool const isOneOfMany = isDocument_ && HoldsMany();
+    Place place{PagePath(options_, input_, number_), isOneOfMany ? pages_ + 1 : 0};
     if (page.file) {
         page.file->SetPath(place.path);
         if (auto const error = page.file->Keep()) throw CannotWrite(place.path, error);
@@ -105,24 +130,40 @@ PageStore::Place PageStore::Keep(StagedPage page) {
 }
 
 void PageStore::Write(PageForm const& page) {
-    if (!file_) {
-        file_.emplace(NextPath());
+    if (pages_ != 0 && !HoldsMany()) {
+        file_.reset();
+        writer_.reset();
+        throw OutputError(
+            "a " + std::string(options_.format->name) +
+            " file holds one page, and the stream has several: --name '{stem}-{page}.{ext}' makes a file of "
+            "each, --pages N takes one, --format pdf makes one file of all");
+    }
+    if (!writer_) {
+        if (!IsStandardOutput()) file_.emplace(NextPath());
         writer_ = options_.format->makeWriter();
     }
-    auto const error = file_->Write(writer_->Add(page));
-    if (isDocument_) {
-        if (error) throw CannotWrite(file_->Path(), error);
+    if (HoldsMany()) {
+        WriteBytes(writer_->Add(page));
     } else {
-        EndFile();
+        held_ = writer_->Add(page);
+    }
+}
+
+void PageStore::WriteBytes(std::string_view bytes) {
+    if (file_) {
+        if (auto const error = file_->Write(bytes)) throw CannotWrite(file_->Path(), error);
+    } else if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size() || std::fflush(stdout) != 0) {
+        writer_.reset();
+        throw OutputError("standard output cannot be written");
     }
 }
 
 void PageStore::End() {
-    if (file_) EndFile();
-}
-
-void PageStore::EndFile() {
-    file_->Write(writer_->End());
+    if (!writer_) return;
+    WriteBytes(held_);
+    WriteBytes(writer_->End());
+    writer_.reset();
+    if (!file_) return;
     auto const error = file_->Keep();
     auto const path = file_->Path();
     file_.reset();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -16,8 +17,8 @@ OutputError CannotWrite(std::filesystem::path const& path, std::error_code const
 
 /// What the names of an input's pages begin with: the input's file name without its ending.
 std::string PageStem(std::string const& input);
-/// The name of the file that page `page` of an input goes to.
-std::string PageFileName(RenderOptions const& options, std::string const& input, unsigned page);
+/// The file that page `page` of an input goes to.
+std::filesystem::path PagePath(RenderOptions const& options, std::string const& input, unsigned page);
 
 /// A page that a thread has made ready for its store: a file that lacks only its name, or what a document takes.
 struct StagedPage {
@@ -25,6 +26,8 @@ struct StagedPage {
     unsigned dpi = 0;                  ///< pixels per inch; 0 if that is not known
     std::unique_ptr<AtomicFile> file;  ///< null for a document
     std::string content;               ///< for a document
+    unsigned number = 0;               ///< of the run, that its file is called by; 0: the one behind the page before
+    bool isRepeat = false;             ///< nothing but a print more of the page before
 
     PageForm Form() const { return {size, dpi, content}; }
 };
@@ -48,8 +51,9 @@ public:
     /// Makes ready for a page to be rendered on `target`; gives the folder for its file, which is empty if the target
     /// keeps its page and writes none. Throws OutputError.
     std::filesystem::path Prepare(Scripting::GraphicContext& target);
-    /// Writes the page that was rendered on `target` as page `number` of the folder. Throws OutputError.
-    Place Keep(Scripting::GraphicContext& target, unsigned number);
+    /// Lends the page that was rendered on `target` as page `number` of the folder. Throws OutputError.
+    void WithPage(Scripting::GraphicContext& target, unsigned number,
+                  std::function<void(Scripting::FinishedPage&)> const& use) const;
     /// Makes a page ready on any thread; it is kept in its turn.
     StagedPage Stage(Scripting::FinishedPage& page) const;
     /// Keeps it as the next page. Throws OutputError.
@@ -57,20 +61,28 @@ public:
     /// Ends the document, if there is one. Throws OutputError.
     void End();
 
-    /// The final path that the next page gets.
-    std::filesystem::path NextPath() const;
+    /// A file of one page, which End writes.
+    bool TakesOnePage() const { return isDocument_ && !HoldsMany(); }
+    /// It has been given another, and is not written.
+    bool HasGivenUp() const { return TakesOnePage() && pages_ != 0 && !writer_; }
+    /// The final path that the next page gets, if nothing else numbers it.
+    std::filesystem::path NextPath() const { return PagePath(options_, input_, number_ + 1); }
 
 private:
+    StagedPage StageUpright(Scripting::FinishedPage& page) const;
     void Write(PageForm const& page);
-    void EndFile();
-    Place NextPlace() const { return {NextPath(), isDocument_ ? pages_ + 1 : 0}; }
+    void WriteBytes(std::string_view bytes);
+    bool IsStandardOutput() const { return options_.outputFile == "-"; }
+    bool HoldsMany() const { return options_.format->isDocument || options_.format->joins; }
 
     RenderOptions const& options_;
+    std::string const input_;
     std::filesystem::path folder_;
-    std::string stem_;  ///< of the paths of files
     bool isDocument_;
-    unsigned pages_ = 0;
+    unsigned number_ = 0;                  ///< of the page that was kept last
+    unsigned pages_ = 0;                   ///< that were kept
     std::optional<TemporaryFolder> work_;  ///< hidden, for a target that writes files
-    std::optional<AtomicFile> file_;       ///< under way
-    std::unique_ptr<PageWriter> writer_;
+    std::optional<AtomicFile> file_;       ///< of a document under way
+    std::unique_ptr<PageWriter> writer_;   ///< likewise
+    std::string held_;                     ///< the one page of a file that holds no more, until there is no other
 };

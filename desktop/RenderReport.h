@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "desktop/CommandLine.h"
 #include "foundation/Json.h"
@@ -12,7 +15,9 @@
 /// One page as it was written.
 struct RenderedPage {
     std::filesystem::path path;
-    unsigned page;  ///< in a file of several, from 1; 0 in a file of its own
+    unsigned page;                   ///< in a file of several, from 1; 0 in a file of its own
+    unsigned rotation;               ///< of its picture, in degrees clockwise
+    std::optional<unsigned> prints;  ///< how often, if that was counted
     PageReport report;
 };
 
@@ -20,7 +25,7 @@ struct RenderedPage {
 /// line about one begins with its name. Page and Label throw OutputError once standard output cannot be written.
 class RenderReport {
 public:
-    RenderReport(bool json, bool hasSeveralInputs);
+    explicit RenderReport(RenderOptions const& options);
 
     void StartInput(std::string const& name);
     void Page(RenderedPage const& page);
@@ -37,8 +42,16 @@ public:
 private:
     void EndLine();
 
-    bool json_;
-    bool hasSeveralInputs_;
+    void Summarize() const;
+
+    bool const json_;
+    bool const isQuiet_;
+    bool const hasLines_;  ///< of pages and labels
+    std::size_t const inputs_;
+    unsigned made_ = 0;  ///< pages or labels
+    std::string_view madeName_ = "page";
+    unsigned withFindings_ = 0;
+    unsigned unread_ = 0;
     std::string lead_;  ///< of a line about the input under way
     bool inList_ = false;
     bool outputIsLost_ = false;

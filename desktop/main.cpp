@@ -46,10 +46,11 @@ int PrintManual(std::vector<std::string> const& names) {
 int Draw(CommandRow const& command, RenderOptions options) {
     options.machine = DeskMachine();
     if (options.keepJob) options.machine.jobsFolder = options.outputFolder;
+    options.inputs = NamedInputs(options.inputs);
     int const code = static_cast<int>(command.name == "render" ? RunRender(options) : RunCheck(options));
     // As the shell says of a program that a signal has ended.
     constexpr int EndedBySignal = 128;
-    return InterruptedBy() != 0 ? EndedBySignal + InterruptedBy() : code;
+    return InterruptedBy() != 0 && !options.watches ? EndedBySignal + InterruptedBy() : code;
 }
 
 int Run(std::vector<std::string> arguments) {
@@ -60,7 +61,7 @@ int Run(std::vector<std::string> arguments) {
         bool const ofCommand = name == "help" && !arguments.empty();
         return Print(ofCommand ? HelpText(Find(arguments.front())) : GeneralHelp(), stdout, ExitCode::Success);
     }
-    if (name == "--version") return Print("zpl " ZPL_VERSION "\n", stdout, ExitCode::Success);
+    if (name == "--version" || name == "-V") return Print("zpl " ZPL_VERSION "\n", stdout, ExitCode::Success);
     CommandRow const& command = Find(name);
     if (name == "serve" || name == "compare" || name == "web") return Become(name, arguments);
 

@@ -32,6 +32,7 @@ struct PageFormat {
     bool isDocument;             ///< a file holds any number of pages
     std::string_view (Scripting::FinishedPage::*content)();
     std::unique_ptr<PageWriter> (*makeWriter)();
+    bool joins = false;  ///< files one behind the other are a file of all their pages
 
     /// Valid until the page is asked for another form.
     PageForm FormOf(Scripting::FinishedPage& page) const {
@@ -45,7 +46,7 @@ std::unique_ptr<PageWriter> MakePdfWriter();   ///< ISO 32000-1, version 1.4
 /// The first one is taken where none is asked for.
 inline constexpr PageFormat PageFormats[] = {
     {"png", "png", false, &Scripting::FinishedPage::PngFile, MakeFileWriter},
-    {"pbm", "pbm", false, &Scripting::FinishedPage::PbmFile, MakeFileWriter},
+    {"pbm", "pbm", false, &Scripting::FinishedPage::PbmFile, MakeFileWriter, true},
     {"pdf", "pdf", true, &Scripting::FinishedPage::DeflatedRows, MakePdfWriter},
 };
 

@@ -37,6 +37,15 @@ TEST(CommandLine, ReadsEveryOption) {
     EXPECT_TRUE(options.isSplit && options.keepJob && options.json && options.strict);
 }
 
+TEST(CommandLine, TakesTheFormatFromTheNameOfTheFileUnlessToldOtherwise) {
+    for (auto const& [arguments, format] :
+         std::vector<std::pair<std::vector<std::string>, std::string>>{{{"-o", "a.pdf"}, "pdf"},
+                                                                       {{"-o", "pbm"}, "png"},
+                                                                       {{"-o", "-"}, "png"},
+                                                                       {{"--format", "pbm", "-o", "a.pdf"}, "pbm"}})
+        EXPECT_EQ(Render(arguments).format->name, format);
+}
+
 TEST(CommandLine, ThePrinterHasTheResolutionOfTheStreamUnlessToldOtherwise) {
     EXPECT_EQ(Render({"--dpi", "300", "a"}).printerDpi, 300U);
     EXPECT_EQ(Render({"--printer-dpi", "600", "--dpi", "300", "a"}).printerDpi, 600U);
@@ -68,6 +77,14 @@ TEST(CommandLine, SaysWhatIsWrongInOneLine) {
              {{"--time", "2026-02-03T00:00"}, "--time is"},
              {{"--json=no"}, "takes no value"},
              {{"--font", "Z"}, "LETTER=FILE"},
+             {{"--pages", "3-2"}, "as 2-5,8 or 3-"},
+             {{"--pages", "1,,2"}, "as 2-5,8 or 3-"},
+             {{"--pages", "0"}, "as 2-5,8 or 3-"},
+             {{"--name", "pages/{page}"}, "--out names the folder"},
+             {{"--name", "{label}"}, "{stem}-{page}.{ext}"},
+             {{"--rotate", "45"}, "--rotate is 0, 90, 180 or 270"},
+             {{"-o", "/dev/null"}, "-o - writes to standard output"},
+             {{"-o", "/tmp"}, "--out DIR a folder"},
              {{"--frobnicate"}, "unknown option --frobnicate; zpl render --help lists them all"},
              {{"--speed", "3"}, "--speed is an option of zpl serve; zpl render --help lists its own"},
          }) {

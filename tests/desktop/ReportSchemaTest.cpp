@@ -35,6 +35,7 @@ TEST(ReportSchema, HoldsForWhatTheProgramWrites) {
     };
     for (auto const& [arguments, leastFields] :
          std::vector<Call>{{"render --json examples/*.zpl --out " + folder.Path().string(), 100},
+                           {"render --json --distinct --rotate 90 examples/inventory-batch.zpl --out " + folder.Path().string(), 10},
                            {"render --json --job examples/stored-format.zpl --out " + folder.Path().string(), 10},
                            {"render --json --format pdf --tag blank " + (folder / "odd.zpl").string() + " --out " +
                                 folder.Path().string(),

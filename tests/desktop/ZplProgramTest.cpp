@@ -1,66 +1,20 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
-#include <sys/wait.h>
 
 #include <cstdio>
 #include <fstream>
 
 #include "desktop/PageFile.h"
 #include "foundation/Files.h"
+#include "tests/desktop/ZplProgram.h"
 #include "tests/support/Sanitizers.h"
-#include "tests/support/TemporaryDirectory.h"
 
 // Runs the program itself, as a user does.
 namespace {
 
 using testing::HasSubstr;
 using testing::StartsWith;
-
-struct Outcome {
-    int code;
-    std::string out;
-    std::string err;
-};
-
-class ZplProgram : public testing::Test {
-protected:
-    /// Runs `zpl ARGUMENTS` by the shell in the test's folder; `before` stands in front of it.
-    Outcome Run(std::string const& arguments, std::string const& before = "") {
-        std::string const command = "cd '" + folder_.Path().string() + "' && { " + before + " '" ZPL_PROGRAM "' " +
-                                    arguments + "; } >.out 2>.err </dev/null";
-        int const status = std::system(command.c_str());
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadRegularFile(folder_ / ".out"),
-                ReadRegularFile(folder_ / ".err")};
-    }
-
-    Outcome Render(std::string const& stream, std::string const& options = "") {
-        WriteFileAtomically(folder_ / "in.zpl", stream);
-        return Run("render in.zpl --size 1x1in " + options);
-    }
-
-    /// The files that a run left, without those of the test itself.
-    std::vector<std::string> Files() const {
-        std::vector<std::string> names;
-        for (auto const& entry : std::filesystem::directory_iterator(folder_.Path())) {
-            std::string const name = entry.path().filename().string();
-            if (name != "in.zpl" && name != ".out" && name != ".err") names.push_back(name);
-        }
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-
-    TemporaryDirectory folder_;
-};
-
-std::string FromHex(std::string_view digits) {
-    std::string bytes;
-    for (; !digits.empty(); digits.remove_prefix(2))
-        bytes += static_cast<char>(std::stoi(std::string(digits.substr(0, 2)), nullptr, 16));
-    return bytes;
-}
-
-constexpr char const* TwoLabels = "^XA^PQ2^FO20,20^A0N,40,40^FDone^FS^XZ^XA^FO20,20^FDtwo^FS^XZ";
 
 TEST_F(ZplProgram, WritesOneFileAndOneLineForEachPage) {
     auto const run = Render(TwoLabels);
@@ -355,7 +309,8 @@ TEST_F(ZplProgram, NamesTheInputOfALineWhereThereAreSeveral) {
     auto const run = Run("check in.zpl other/in.zpl");
     EXPECT_EQ(run.out,
               "in.zpl: label 1: 1 copy, ends at byte 15, says one\n"
-              "other/in.zpl: label 1: 1 copy, ends at byte 31, says three\n");
+              "other/in.zpl: label 1: 1 copy, ends at byte 31, says three\n"
+              "2 inputs: 2 labels, 2 with findings\n");
     EXPECT_THAT(run.err, StartsWith("zpl: in.zpl: label 1, byte 12, line 1, column 13: command ^ZZ"));
     EXPECT_THAT(run.err, HasSubstr("zpl: other/in.zpl: label 1, byte"));
 }
