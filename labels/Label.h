@@ -11,6 +11,7 @@
 #include "Scripting/FinishedPage.h"
 #include "Scripting/RfidOperation.h"
 #include "fields/map/FieldMap.h"
+#include "fields/scan/ScanCheck.h"
 #include "frontend/context/ContextProcessor.h"
 
 class CommandHandlerPool;
@@ -70,7 +71,8 @@ public:
     /// What the first replay left, once it has run: the state, and the copy as the drawing target holds it.
     struct Replay {
         ContextProcessor processor;
-        std::uint64_t drawn;  ///< by Scripting::PageKeeper::DrawnLabel
+        std::uint64_t drawn;               ///< by Scripting::PageKeeper::DrawnLabel
+        ZplCore::SymbolBoxes symbolBoxes;  ///< where its barcodes stand
     };
     /// Uses the label up. Null if the target cannot tell what it holds.
     std::shared_ptr<Replay> TakeReplay();
@@ -116,7 +118,8 @@ private:
     std::vector<RfidOperation> rfidOperations_;
     std::map<unsigned, std::vector<RfidReadResponse>> rfidReadResponses_;
     std::weak_ptr<Replay> replay_;
-    bool isDrawn_ = false;  ///< copy 0, which has been taken over
+    ZplCore::SymbolBoxes symbolBoxes_;  ///< of the copy that was drawn last
+    bool isDrawn_ = false;              ///< copy 0, which has been taken over
 };
 
 }  // namespace Zpl

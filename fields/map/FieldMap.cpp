@@ -19,12 +19,6 @@ std::string Describe(FieldDetails const& details) {
 }
 
 void FieldMap::StartLabel() {
-    boxesBefore_.clear();
-    for (std::size_t i = 0; i < fields_.size(); ++i) {
-        if (!fields_[i].symbol) continue;
-        boxesBefore_.resize(i + 1);
-        boxesBefore_[i] = fields_[i].ink.image;
-    }
     fields_.clear();
     templates_.clear();
     ForgetField();

@@ -128,10 +128,6 @@ public:
     void KeepSymbol(MappedField& field, ZplOrientation orientation);
     /// What there is to say of the barcode that is field `index`.
     void Judge(std::size_t index, ScanVerdict verdict) { fields_[index].verdict = std::move(verdict); }
-    /// Whether field `index` stands where the one of the copy before stood, so that what was said of that one holds.
-    bool StandsAsBefore(std::size_t index) const {
-        return index < boxesBefore_.size() && boxesBefore_[index] == fields_[index].ink.image;
-    }
     /// It was none.
     void DropField() { gauge_.EndField(); }
 
@@ -172,8 +168,7 @@ private:
     Detail detail_;
     std::shared_ptr<SymbolReader const> reader_;
     std::vector<MappedField> fields_;
-    std::vector<Scripting::PixelBox> boxesBefore_;  ///< of what was noted before, as far as its last barcode
-    std::string_view symbology_;                    ///< of the field under way; empty if it is no barcode
+    std::string_view symbology_;  ///< of the field under way; empty if it is no barcode
     std::string encoded_;
     Scripting::LabelSettings page_;
 

@@ -17,15 +17,18 @@ LogTopic TopicOf(ScanVerdict const& verdict, bool isCut) {
 
 }  // namespace
 
-void JudgeBarcodes(FieldMap& map, ScannedLabel const& label) {
+void JudgeBarcodes(FieldMap& map, ScannedLabel const& label, SymbolBoxes& boxes) {
     // Each verdict looks for who stands in the way among all fields.
     constexpr unsigned MostVerdicts = 250;
-    auto const before = Log::Place();
+    auto const place = Log::Place();
     unsigned verdicts = 0;
+    SymbolBoxes const before = std::exchange(boxes, {});
     for (std::size_t i = 0; i < map.Fields().size(); ++i) {
         auto const& field = map.Fields()[i];
         if (!field.symbol) continue;
-        bool const isNew = !label.isToldBlank && (label.isFirstCopy || !map.StandsAsBefore(i));
+        bool const stands = boxes.size() < before.size() && before[boxes.size()] == field.ink.image;
+        boxes.push_back(field.ink.image);
+        bool const isNew = !label.isToldBlank && (label.isFirstCopy || !stands);
         SymbolCheck check(map, i, label.pageDpi, isNew ? map.Reader() : nullptr);
         auto verdict = check.Judge();
         Log::SetPlace(field.place);
@@ -41,7 +44,7 @@ void JudgeBarcodes(FieldMap& map, ScannedLabel const& label) {
         if (isNew) Log::Report(TopicOf(*verdict, check.IsCut()), verdict->text);
         map.Judge(i, std::move(*verdict));
     }
-    Log::SetPlace(before);
+    Log::SetPlace(place);
 }
 
 }  // namespace ZplCore
