@@ -94,7 +94,7 @@ std::shared_ptr<Label::Replay> Label::TakeReplay() {
     auto const* const keeper = Scripting::PageKeeper::Of(processor_.GetGraphicContext().get());
     if (!keeper) return nullptr;
     auto const drawn = keeper->DrawnLabel();
-    return std::make_shared<Replay>(Replay{std::move(processor_), drawn});
+    return std::make_shared<Replay>(Replay{std::move(processor_), drawn, std::move(symbolBoxes_)});
 }
 
 /// Takes the state that the first replay left, if the page that it drew is the one that is wanted.
@@ -109,6 +109,7 @@ bool Label::GoOnFromReplay() {
     // The stream may have gone on since; what that replay brought into the session is in the frozen state.
     auto system = std::make_shared<Context>(*processor_.GetSystemContext());
     processor_ = std::move(replay->processor);
+    symbolBoxes_ = std::move(replay->symbolBoxes);
     processor_.SetSystemContext(std::move(system));
     return true;
 }

@@ -71,7 +71,8 @@ public:
     /// What the first replay left, once it has run: the state, and the copy as the drawing target holds it.
     struct Replay {
         ContextProcessor processor;
-        std::uint64_t drawn;  ///< by Scripting::PageKeeper::DrawnLabel
+        std::uint64_t drawn;               ///< by Scripting::PageKeeper::DrawnLabel
+        ZplCore::SymbolBoxes symbolBoxes;  ///< where its barcodes stand
     };
     /// Uses the label up. Null if the target cannot tell what it holds.
     std::shared_ptr<Replay> TakeReplay();
