@@ -191,17 +191,18 @@ void TQZPLProcessorInterface::TellFindings() {
 }
 
 void TQZPLProcessorInterface::StartStream() {
-    std::optional<Zpl::Host::PrintStream::Watch> watch;
-    if (findings_) {
-        watch = {.tell = [this](Finding finding, Findings::Format format) {
-            findings_->Collected().Add(std::move(finding), format);
-        }};
-    }
     auto const makeSession = [this] {
         return std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fontCache_, printerContext_, handlerPool_,
                                                     machine_);
     };
-    stream_.emplace(makeSession, std::move(watch));
+    if (!findings_) {
+        stream_.emplace(makeSession);
+        return;
+    }
+    auto const tell = [this](Finding finding, Findings::Format format) {
+        findings_->Collected().Add(std::move(finding), format);
+    };
+    stream_.emplace(makeSession, Zpl::Host::PrintStream::Watch{.tell = tell});
 }
 
 /// Where the format under way begins.

@@ -29,7 +29,8 @@ public:
     };
 
     /// Without a watch no fields are noted, and unknown commands are told to nobody.
-    explicit PrintStream(MakeSession makeSession, std::optional<Watch> watch = {})
+    explicit PrintStream(MakeSession makeSession) : makeSession_(std::move(makeSession)), session_(OpenSession()) {}
+    PrintStream(MakeSession makeSession, Watch watch)
         : makeSession_(std::move(makeSession)), watch_(std::move(watch)), session_(OpenSession()) {}
     PrintStream(PrintStream const&) = delete;
     PrintStream& operator=(PrintStream const&) = delete;
