@@ -8,18 +8,30 @@
 
 namespace {
 
-/// All outline fonts, read once for the process; null if there are none.
-FcFontSet const* Fonts() {
-    static FcFontSet const* const fonts = [] {
+/// Fonts of the machine. They are given back at the end: fontconfig finds the parts of its lists by distances, which no
+/// check of memory follows.
+struct FontList {
+    FontList() {
         FcPattern* const all = FcPatternBuild(nullptr, FC_OUTLINE, FcTypeBool, FcTrue, nullptr);
         FcObjectSet* const wanted = FcObjectSetBuild(FC_FILE, FC_INDEX, FC_CHARSET, FC_WEIGHT, FC_WIDTH, FC_SLANT,
                                                      FC_SPACING, FC_FAMILY, FC_COLOR, nullptr);
-        FcFontSet* const found = FcFontList(nullptr, all, wanted);
+        fonts = FcFontList(nullptr, all, wanted);
         FcObjectSetDestroy(wanted);
         FcPatternDestroy(all);
-        return found;
-    }();
-    return fonts;
+    }
+    ~FontList() {
+        if (fonts) FcFontSetDestroy(fonts);
+    }
+    FontList(FontList const&) = delete;
+    FontList& operator=(FontList const&) = delete;
+
+    FcFontSet* fonts;
+};
+
+/// All outline fonts, read once for the process; null if there are none.
+FcFontSet const* Fonts() {
+    static FontList const list;
+    return list.fonts;
 }
 
 int Number(FcPattern* font, char const* object, int otherwise) {
