@@ -8,19 +8,36 @@
 
 namespace {
 
-/// All outline fonts, read once for the process; null if there are none.
-FcFontSet const* Fonts() {
-    static FcFontSet const* const fonts = [] {
+/// Fonts of the machine, by a configuration of its own. They are given back at the end: fontconfig finds the parts of
+/// its lists by distances, which no check of memory follows.
+struct FontList {
+    FontList() : config(FcInitLoadConfigAndFonts()) {
         FcPattern* const all = FcPatternBuild(nullptr, FC_OUTLINE, FcTypeBool, FcTrue, nullptr);
         FcObjectSet* const wanted = FcObjectSetBuild(FC_FILE, FC_INDEX, FC_CHARSET, FC_WEIGHT, FC_WIDTH, FC_SLANT,
                                                      FC_SPACING, FC_FAMILY, FC_COLOR, nullptr);
-        FcFontSet* const found = FcFontList(nullptr, all, wanted);
+        fonts = FcFontList(config, all, wanted);
         FcObjectSetDestroy(wanted);
         FcPatternDestroy(all);
-        return found;
-    }();
-    return fonts;
+    }
+    ~FontList() {
+        if (fonts) FcFontSetDestroy(fonts);
+        if (config) FcConfigDestroy(config);
+    }
+    FontList(FontList const&) = delete;
+    FontList& operator=(FontList const&) = delete;
+
+    FcConfig* config;
+    FcFontSet* fonts = nullptr;
+};
+
+/// Read once for the process.
+FontList const& Machine() {
+    static FontList const list;
+    return list;
 }
+
+/// All outline fonts; null if there are none.
+FcFontSet const* Fonts() { return Machine().fonts; }
 
 int Number(FcPattern* font, char const* object, int otherwise) {
     int value = otherwise;
@@ -106,7 +123,7 @@ std::uint32_t FindSystemFile(char const* name, char* path, std::uint32_t capacit
 
 int HoldsSystemFonts(char const* folder) {
     std::lock_guard const lock(mutex);
-    FcStrList* const folders = FcConfigGetFontDirs(nullptr);
+    FcStrList* const folders = FcConfigGetFontDirs(Machine().config);
     bool holds = false;
     bool isPart = false;  // of another folder with fonts
     auto const parent = static_cast<std::size_t>(std::strrchr(folder, '/') ? std::strrchr(folder, '/') - folder : 0);
