@@ -33,14 +33,14 @@ TEST(ReportSchema, HoldsForWhatTheProgramWrites) {
         std::string arguments;
         std::size_t leastFields;
     };
-    for (auto const& [arguments, leastFields] :
-         std::vector<Call>{{"render --json examples/*.zpl --out " + folder.Path().string(), 100},
-                           {"render --json --distinct --rotate 90 examples/inventory-batch.zpl --out " + folder.Path().string(), 10},
-                           {"render --json --job examples/stored-format.zpl --out " + folder.Path().string(), 10},
-                           {"render --json --format pdf --tag blank " + (folder / "odd.zpl").string() + " --out " +
-                                folder.Path().string(),
-                            10},
-                           {"check --json examples/*.zpl " + (folder / "odd.zpl").string() + " absent.zpl", 100}}) {
+    for (auto const& [arguments, leastFields] : std::vector<Call>{
+             {"render --json examples/*.zpl --out " + folder.Path().string(), 100},
+             {"render --json --distinct --rotate 90 examples/inventory-batch.zpl --out " + folder.Path().string(), 10},
+             {"render --json --job examples/stored-format.zpl --out " + folder.Path().string(), 10},
+             {"render --json --format pdf --tag blank " + (folder / "odd.zpl").string() + " --out " +
+                  folder.Path().string(),
+              10},
+             {"check --json examples/*.zpl " + (folder / "odd.zpl").string() + " absent.zpl", 100}}) {
         auto const out = folder / "out.json";
         auto const command = "'" ZPL_PROGRAM "' " + arguments + " >" + out.string() + " 2>/dev/null";
         EXPECT_NE(std::system(command.c_str()), -1);
