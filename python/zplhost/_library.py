@@ -3,8 +3,9 @@ from __future__ import annotations
 
 from typing import Any, Callable
 
-from zplhost._interface import ffi
+from zplhost import _interface
 
+ffi: Any = _interface.ffi
 # The number is that of the interface which _interface.py was made from.
 lib: Any = ffi.dlopen("libzplhost.so.0")
 
@@ -19,7 +20,8 @@ class Misuse(Error, ValueError):
 
 def text(characters: Any) -> str:
     """A text of the library; bytes that are no UTF-8 become replacement characters."""
-    return ffi.string(characters).decode("utf-8", "replace")
+    decoded: str = ffi.string(characters).decode("utf-8", "replace")
+    return decoded
 
 
 def check(status: int) -> None:
@@ -27,7 +29,7 @@ def check(status: int) -> None:
         raise (Misuse if status == lib.ZPL_MISUSED else Error)(text(lib.zpl_error()))
 
 
-def file_of(write: Callable[[Any, Any], int]) -> bytes:
+def file_of(write: Callable[[Any, Any], Any]) -> bytes:
     """A whole file of a function that is asked for the size first."""
     size = ffi.new("size_t *")
     check(write(ffi.NULL, size))

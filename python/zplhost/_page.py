@@ -5,7 +5,7 @@ import json
 import os
 from typing import Any, Iterable
 
-from zplhost._library import Error, check, ffi, file_of, lib, text
+from zplhost._library import Error, ffi, file_of, lib, text
 
 # The eight dots of each byte of a row, a byte for each.
 _DOTS_OF = [bytes(byte >> bit & 1 for bit in range(7, -1, -1)) for byte in range(256)]
