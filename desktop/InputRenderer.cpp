@@ -116,23 +116,14 @@ void InputRenderer::StartJob(Zpl::Job& job) {
 }
 
 LabelTask InputRenderer::TaskOf(Zpl::Label label, unsigned number, std::uint64_t format) {
-    unsigned const quantity = label.Quantity();
-    unsigned const copies = std::min(quantity, options_.mostCopies);
-    if (copies < quantity) {
-        Tell([text = "of " + std::to_string(quantity) + " copies " + std::to_string(copies) +
+    auto task = ::TaskOf(std::move(label), number, format, desk_.Printer(), options_.mostCopies,
+                         fieldsJson_ ? &*fieldsJson_ : nullptr);
+    if (task.copies < task.quantity) {
+        Tell([text = "of " + std::to_string(task.quantity) + " copies " + std::to_string(task.copies) +
                      " are drawn; --copies N draws more",
               format](Findings& findings) { findings.AddNotice(text, format); });
     }
-    return {std::move(label),
-            number,
-            format,
-            quantity,
-            copies,
-            0,
-            quantity - 1,
-            std::nullopt,
-            CommandCharacters::Of(desk_.Printer()),
-            fieldsJson_ ? &*fieldsJson_ : nullptr};
+    return task;
 }
 
 /// A label that has something in common with those before or behind it is drawn in its turn, by the thread that reads;

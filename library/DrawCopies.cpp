@@ -5,12 +5,12 @@
 
 #include "jobhost/model/PrintStream.h"
 
-LabelTask TaskOf(FinishedLabel finished, Scripting::PrinterContextInterface const& printer, unsigned mostCopies,
-                 FieldsJson const* fieldsJson) {
-    unsigned const quantity = finished.label.Quantity();
-    return {std::move(finished.label),
-            finished.number,
-            finished.format,
+LabelTask TaskOf(Zpl::Label label, unsigned number, std::uint64_t format,
+                 Scripting::PrinterContextInterface const& printer, unsigned mostCopies, FieldsJson const* fieldsJson) {
+    unsigned const quantity = label.Quantity();
+    return {std::move(label),
+            number,
+            format,
             quantity,
             std::min(quantity, mostCopies),
             0,

@@ -42,7 +42,8 @@ struct LabelTask {
 };
 
 /// The task of a label that is a job of its own. At most `mostCopies` copies are drawn.
-LabelTask TaskOf(FinishedLabel finished, Scripting::PrinterContextInterface const& printer, unsigned mostCopies,
+LabelTask TaskOf(Zpl::Label label, unsigned number, std::uint64_t format,
+                 Scripting::PrinterContextInterface const& printer, unsigned mostCopies,
                  FieldsJson const* fieldsJson = nullptr);
 
 /// A copy of a label that has been drawn on its target.

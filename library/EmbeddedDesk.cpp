@@ -85,8 +85,8 @@ private:
 EmbeddedLabel::EmbeddedLabel(std::shared_ptr<EmbeddedStream> stream, FinishedLabel finished)
     : stream_(std::move(stream)),
       text_(std::move(finished.text)),
-      task_(TaskOf(std::move(finished), stream_->core->desk.Printer(), std::numeric_limits<unsigned>::max(),
-                   stream_->mapsFields ? &stream_->fields : nullptr)) {}
+      task_(TaskOf(std::move(finished.label), finished.number, finished.format, stream_->core->desk.Printer(),
+                   std::numeric_limits<unsigned>::max(), stream_->mapsFields ? &stream_->fields : nullptr)) {}
 
 std::unique_ptr<EmbeddedPage> EmbeddedLabel::Draw(unsigned copy) {
     if (copy >= task_.quantity)

@@ -24,7 +24,8 @@ std::vector<ComparedPage> StreamPages(RenderOptions const& options, Desk& desk, 
         if (!keeper)
             throw UsageError("this print engine hands out no pages; draw them by zpl render, and compare files");
         keeper->KeepPages();
-        auto task = TaskOf(std::move(finished), desk.Printer(), options.mostCopies);
+        auto task =
+            TaskOf(std::move(finished.label), finished.number, finished.format, desk.Printer(), options.mostCopies);
         for (unsigned copy = 0; copy < task.copies; ++copy) {
             DrawCopy(task, copy, {}, options.tag);
             pages.push_back({PageName(input, pages.size() + 1), std::string(keeper->PngFile())});

@@ -65,7 +65,8 @@ private:
         auto* const keeper = Scripting::PageKeeper::Of(&target);
         if (!keeper) throw Refusal(503, "this engine hands out no pages");
         keeper->KeepPages();
-        auto task = TaskOf(std::move(finished), desk_.Printer(), copies, fieldsJson_ ? &*fieldsJson_ : nullptr);
+        auto task = TaskOf(std::move(finished.label), finished.number, finished.format, desk_.Printer(), copies,
+                           fieldsJson_ ? &*fieldsJson_ : nullptr);
         interpreter_.SetDrawnFormat(task.format);
         DrawCopies(
             task, {}, order_.desk.tag, [this](Telling const& telling) { telling(findings_); },
