@@ -150,6 +150,7 @@ void PageStore::Write(PageForm const& page) {
 }
 
 void PageStore::WriteBytes(std::string_view bytes) {
+    if (bytes.empty()) return;
     if (file_) {
         if (auto const error = file_->Write(bytes)) throw CannotWrite(file_->Path(), error);
     } else if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size() || std::fflush(stdout) != 0) {
