@@ -46,6 +46,8 @@ std::string MemberOf(std::string const& body, char const* name) {
     return {found->value.GetString(), found->value.GetStringLength()};
 }
 
+Refusal NotReady() { return {503, "the printer is not ready yet; try again"}; }
+
 Refusal NoJob() { return {404, "there is no such job; the last 100 are kept"}; }
 
 HttpAnswer JobAnswer(PrinterState const& state, Visit const& visit) {
@@ -102,7 +104,7 @@ Door PrinterDoors::Slow(char const* method, char const* path, Make make) {
 std::shared_ptr<PrinterClient> PrinterDoors::Client() {
     std::lock_guard const lock(mutex_);
     auto const about = State().About();
-    if (!about) throw Refusal(503, "the printer is not ready yet; try again");
+    if (!about) throw NotReady();
     if (!client_) client_ = std::make_shared<PrinterClient>(about->address);
     return client_;
 }
@@ -111,6 +113,7 @@ std::vector<Door> PrinterDoors::List() {
     using State = PrinterState;
     std::vector<Door> doors;
     doors.push_back(Quick("GET", "/printer", [](State& state, Visit&) {
+        if (!state.About()) throw NotReady();
         return HttpAnswer{200, Json, state.StateJson()};
     }));
     doors.push_back(Quick("GET", "/printer/jobs", [](State& state, Visit&) {

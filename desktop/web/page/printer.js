@@ -13,6 +13,7 @@ const WORDS = {
 const SPEEDS = ['0', '2', '4', '6', '8', '10', '12', '14'];
 const SHOWN_STREAM = 200000;
 const MOST_PAGES = 500;
+const NOT_READY = 503;
 /// In place of a job: all of them.
 const ALL = '';
 
@@ -30,11 +31,8 @@ export class Printer {
 
     /// False if there is no printer.
     async start() {
-        try {
-            this.state = await doors.readPrinter();
-        } catch {
-            return false;
-        }
+        this.state = await this.firstState();
+        if (!this.state) return false;
         this.showState();
         this.connect();
         // A browser has few connections for one address: tabs that nobody looks at give theirs back.
@@ -43,6 +41,18 @@ export class Printer {
             if (!document.hidden) this.connect();
         });
         return true;
+    }
+
+    /// A printer that starts says so; null if there is none.
+    async firstState() {
+        for (;;) {
+            try {
+                return await doors.readPrinter();
+            } catch (refused) {
+                if (refused.status !== NOT_READY) return null;
+            }
+            await new Promise((resolve) => setTimeout(resolve, 500));
+        }
     }
 
     connect() {
