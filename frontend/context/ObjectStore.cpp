@@ -127,14 +127,21 @@ public:
     bool Take(std::filesystem::path const& path, std::size_t size, std::error_code& error) {
         std::lock_guard const lock(mutex_);
         auto& used = Of(path.parent_path());
-        auto const others = used - std::min(used, SpaceOfFile(UnsettledObjects::Process().Of(path)));
+        auto const others = used.bytes - std::min(used.bytes, SpaceOfFile(UnsettledObjects::Process().Of(path)));
         if (others + SpaceOf(size) > MaximumStoredBytes) return false;
-        used = others + SpaceOf(size);
+        used.bytes = others + SpaceOf(size);
         // A folder of objects that is not there yet is made for its owner alone.
         ::mkdir(path.parent_path().parent_path().c_str(), S_IRWXU);
         // Under the lock, as a folder that is not there counts as empty.
         std::filesystem::create_directories(path.parent_path(), error);
         return true;
+    }
+
+    /// Whether the folder of that file is not as it was when it was counted.
+    bool HasChanged(std::filesystem::path const& path) {
+        std::lock_guard const lock(mutex_);
+        auto const folder = path.parent_path();
+        return Of(folder).counted != TimeOf(folder);
     }
 
     /// Counts the folder of that file anew when it is next asked for.
@@ -144,22 +151,42 @@ public:
     }
 
 private:
-    std::uintmax_t& Of(std::filesystem::path const& folder) {
+    struct Used {
+        std::uintmax_t bytes = 0;
+        std::filesystem::file_time_type counted;  ///< when the folder had last changed
+    };
+
+    static std::filesystem::file_time_type TimeOf(std::filesystem::path const& folder) {
+        std::error_code error;
+        return std::filesystem::last_write_time(folder, error);
+    }
+
+    Used& Of(std::filesystem::path const& folder) {
         std::error_code error;
         // A folder that is gone is an empty device.
         if (!std::filesystem::exists(folder, error)) used_.erase(folder);
-        auto const [entry, isNew] = used_.try_emplace(folder, 0);
+        auto const [entry, isNew] = used_.try_emplace(folder);
         if (isNew) {
+            entry->second.counted = TimeOf(folder);
             for (std::filesystem::directory_iterator file(folder, error), end; !error && file != end;
                  file.increment(error))
-                entry->second += SpaceOfFile(file->path());
+                entry->second.bytes += SpaceOfFile(file->path());
         }
         return entry->second;
     }
 
     std::mutex mutex_;
-    std::map<std::filesystem::path, std::uintmax_t> used_;
+    std::map<std::filesystem::path, Used> used_;
 };
+
+/// Others may have removed objects since they were counted; that counts when there is no room left.
+bool TakeSpace(std::filesystem::path const& path, std::size_t size, std::error_code& error) {
+    if (UsedSpace::Process().Take(path, size, error)) return true;
+    if (!UsedSpace::Process().HasChanged(path)) return false;
+    SettleObjects();
+    UsedSpace::Process().Forget(path);
+    return UsedSpace::Process().Take(path, size, error);
+}
 
 }  // namespace
 
@@ -172,7 +199,7 @@ bool StoreObject(std::filesystem::path const& folder, ObjectName const& name, st
     if (UnsettledObjects::Process().AreMany()) SettleObjects();
     auto const path = folder / name.Path();
     std::error_code error;
-    if (!UsedSpace::Process().Take(path, bytes.size(), error)) return refuse(LogTopic::Limit, "its device is full");
+    if (!TakeSpace(path, bytes.size(), error)) return refuse(LogTopic::Limit, "its device is full");
     bool const isKept = name.device != MemoryDevice.front() && UnsettledObjects::Process().IsKept(folder);
     if (!error) error = isKept ? UnsettledObjects::Process().Add(path, bytes) : WriteFileAtomically(path, bytes);
     if (!error) return true;

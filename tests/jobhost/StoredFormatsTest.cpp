@@ -87,7 +87,7 @@ TEST_F(StoredFormats, RecalledAfterARestartDrawWhatTheyWouldHaveDrawn) {
     EXPECT_EQ(reports_, 0U);
 }
 
-TEST_F(StoredFormats, MemoryIsFreeAgainWhenItIsCleared) {
+TEST_F(StoredFormats, MemoryIsFreeAgainWhenItIsClearedOrObjectsAreRemoved) {
     std::string const most(std::size_t{40} << 20, 'x');
     auto const store = [&](char letter) {
         return StoreObject(storage_.Path(), *ObjectName::Parse(std::string("R:") + letter, 'R', "", "GRF"), most);
@@ -96,6 +96,9 @@ TEST_F(StoredFormats, MemoryIsFreeAgainWhenItIsCleared) {
     EXPECT_FALSE(store('B'));
     ClearMemoryDevice(storage_.Path());
     EXPECT_TRUE(store('B'));
+    std::filesystem::remove(storage_.Path() / "R/B.GRF");
+    EXPECT_TRUE(store('C'));
+    EXPECT_FALSE(store('A'));
 }
 
 TEST_F(StoredFormats, OfTheMemoryDeviceEndWithTheProcess) {
