@@ -19,6 +19,8 @@ constexpr QColor Outline(0x90, 0x90, 0x90);
 }  // namespace
 
 PageView::PageView(QQuickItem* parent) : QQuickPaintedItem(parent) {
+    for (auto const placed : {&PageView::zoomChanged, &PageView::originChanged, &PageView::fittingZoomChanged})
+        connect(this, placed, this, &PageView::pageRectChanged);
     connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this] {
         if (pageCount_ == 0) ReadJob();
         if (!shown_) Load();
@@ -61,6 +63,23 @@ void PageView::setPage(int page) {
     page_ = page;
     Q_EMIT pageChanged();
     Ask();
+}
+
+void PageView::setPicture(QImage const& picture) {
+    given_ = picture;
+    Q_EMIT pictureChanged();
+    if (given_.isNull()) return Ask();
+    Show(given_);
+}
+
+void PageView::setTurned(bool turned) {
+    if (turned == turned_) return;
+    turned_ = turned;
+    picture_ = picture_.mirrored(true, true);
+    reduced_ = {};
+    Q_EMIT turnedChanged();
+    Q_EMIT pageRectChanged();
+    update();
 }
 
 QString PageView::PrintedFile(int page) const {
@@ -108,6 +127,7 @@ void PageView::Ask() {
 }
 
 void PageView::Load() {
+    if (!given_.isNull()) return Show(given_);
     if (page_ < 0) return;
     QImageReader::setAllocationLimit(MostMegabytes);
     QImage picture;
@@ -117,7 +137,7 @@ void PageView::Load() {
 }
 
 void PageView::Show(QImage picture) {
-    picture_ = std::move(picture);
+    picture_ = turned_ ? picture.mirrored(true, true) : std::move(picture);
     reduced_ = {};
     shown_ = true;
     shownPage_ = page_;
@@ -173,25 +193,51 @@ void PageView::itemChange(ItemChange change, ItemChangeData const& data) {
     QQuickPaintedItem::itemChange(change, data);
 }
 
+/// The upper left of the page, in screen pixels: whole ones, so that dots have sharp edges.
+QPoint PageView::Corner() const {
+    QSizeF const content = contentSize();
+    auto const start = [ratio = PixelRatio()](double room, double size, double origin) {
+        return static_cast<int>(std::lround((std::max((room - size) / 2, 0.0) + Margin - origin) * ratio));
+    };
+    return {start(width(), content.width(), origin_.x()), start(height(), content.height(), origin_.y())};
+}
+
+QRectF PageView::pageRect() const {
+    double const ratio = PixelRatio();
+    return {QPointF(Corner()) / ratio, QSizeF(picture_.size()) * zoom_ / ratio};
+}
+
+QPointF PageView::dotAt(QPointF item) const {
+    QPointF const dot = (item * PixelRatio() - QPointF(Corner())) / zoom_;
+    return turned_ ? QPointF(picture_.width(), picture_.height()) - dot : dot;
+}
+
+QRectF PageView::itemRect(QRectF dots) const {
+    QSizeF const page = picture_.size();
+    if (turned_) dots.moveTopLeft({page.width() - dots.right(), page.height() - dots.bottom()});
+    double const ratio = PixelRatio();
+    return {(QPointF(Corner()) + dots.topLeft() * zoom_) / ratio, dots.size() * zoom_ / ratio};
+}
+
+QImage const& PageView::Reduced() {
+    if (reduced_.isNull()) {
+        QSize const size = (QSizeF(picture_.size()) * zoom_).toSize().expandedTo({1, 1});
+        reduced_ = picture_.convertToFormat(QImage::Format_Grayscale8)
+                       .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    }
+    return reduced_;
+}
+
 void PageView::paint(QPainter* painter) {
     if (picture_.isNull()) return;
     double const ratio = PixelRatio();
-    // From here on in screen pixels, whole ones, so that dots have sharp edges.
+    // From here on in screen pixels.
     painter->scale(1 / ratio, 1 / ratio);
-    QSizeF const content = contentSize();
-    auto const start = [&](double room, double size, double origin) {
-        return static_cast<int>(std::lround((std::max((room - size) / 2, 0.0) + Margin - origin) * ratio));
-    };
-    QPoint const corner(start(width(), content.width(), origin_.x()), start(height(), content.height(), origin_.y()));
+    QPoint const corner = Corner();
     QRect page;
     if (zoom_ < 1) {
-        if (reduced_.isNull()) {
-            QSize const size = (QSizeF(picture_.size()) * zoom_).toSize().expandedTo({1, 1});
-            reduced_ = picture_.convertToFormat(QImage::Format_Grayscale8)
-                           .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        }
-        page = QRect(corner, reduced_.size());
-        painter->drawImage(corner, reduced_);
+        page = QRect(corner, Reduced().size());
+        painter->drawImage(corner, Reduced());
     } else {
         page = QRect(corner, (QSizeF(picture_.size()) * zoom_).toSize());
         painter->setRenderHint(QPainter::SmoothPixmapTransform, false);

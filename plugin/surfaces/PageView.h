@@ -15,6 +15,10 @@ class PageView : public QQuickPaintedItem {
     /// What the file names of printed pages begin with; behind it stand the page's number from 1, and ".png".
     Q_PROPERTY(QString printedPages READ printedPages WRITE setPrintedPages NOTIFY printedPagesChanged)
     Q_PROPERTY(int page READ page WRITE setPage NOTIFY pageChanged)  ///< counted from 0
+    /// A page drawn in memory, shown in place of any other while it is there; 1 or 8 bits a dot.
+    Q_PROPERTY(QImage picture READ picture WRITE setPicture NOTIFY pictureChanged)
+    /// Whether the page is looked at upside down, as it leaves the printer.
+    Q_PROPERTY(bool turned READ isTurned WRITE setTurned NOTIFY turnedChanged)
     /// Whether the picture stays until that of another page asked for is there; else there is none until then.
     Q_PROPERTY(bool keepsPicture MEMBER keepsPicture_ NOTIFY keepsPictureChanged)
     Q_PROPERTY(int pageCount READ pageCount NOTIFY pageCountChanged)
@@ -31,6 +35,8 @@ class PageView : public QQuickPaintedItem {
     Q_PROPERTY(QSizeF contentSize READ contentSize NOTIFY zoomChanged)
     /// What part of the content is seen: its upper left.
     Q_PROPERTY(QPointF origin READ origin WRITE setOrigin NOTIFY originChanged)
+    /// Where the page lies, in the units of the item. What calls `dotAt` or `itemRect` depends on this alone.
+    Q_PROPERTY(QRectF pageRect READ pageRect NOTIFY pageRectChanged)
 
 public:
     explicit PageView(QQuickItem* parent = nullptr);
@@ -43,6 +49,10 @@ public:
     void setPage(int page);
     int pageCount() const { return pageCount_; }
     QString jobName() const { return jobName_; }
+    QImage picture() const { return given_; }
+    void setPicture(QImage const& picture);
+    bool isTurned() const { return turned_; }
+    void setTurned(bool turned);
     bool isShown() const { return shown_; }
     int shownPage() const { return picture_.isNull() ? -1 : shownPage_; }
     int shownPageCount() const { return shownPageCount_; }
@@ -53,7 +63,12 @@ public:
     QSizeF contentSize() const;
     QPointF origin() const { return origin_; }
     void setOrigin(QPointF origin);
+    QRectF pageRect() const;
 
+    /// The dot of the page that lies at a point of the item; also beyond the page.
+    Q_INVOKABLE QPointF dotAt(QPointF item) const;
+    /// Where a rectangle of the page lies in the item.
+    Q_INVOKABLE QRectF itemRect(QRectF dots) const;
     /// The `printedPages` of the job that was printed before (`step` -1) or behind (1) this one; empty without one.
     Q_INVOKABLE QString printedPagesBeside(int step) const;
 
@@ -64,11 +79,14 @@ Q_SIGNALS:
     void printedPagesChanged();
     void keepsPictureChanged();
     void pageChanged();
+    void pictureChanged();
+    void turnedChanged();
     void pageCountChanged();
     void shownChanged();
     void zoomChanged();
     void fittingZoomChanged();
     void originChanged();
+    void pageRectChanged();
 
 protected:
     void geometryChange(QRectF const& now, QRectF const& before) override;
@@ -83,6 +101,8 @@ private:
     void CountPrintedPages();
     QString PrintedFile(int page) const;
     double PixelRatio() const;
+    QPoint Corner() const;
+    QImage const& Reduced();
 
     QFileSystemWatcher watcher_;
     QString folder_;
@@ -94,7 +114,9 @@ private:
     bool shown_ = false;
     int shownPage_ = -1;
     int shownPageCount_ = 0;
-    QImage picture_;
+    QImage given_;  // by `picture`
+    bool turned_ = false;
+    QImage picture_;  // as it is looked at
     QImage reduced_;  // the picture at a zoom below 1; made when it is painted
     double zoom_ = 1;
     QPointF origin_;

@@ -95,6 +95,15 @@ public:
     void Call(char const* method, Args... args) {
         EXPECT_TRUE(QMetaObject::invokeMethod(item_, method, Q_ARG(QVariant, QVariant(args))...)) << method;
     }
+    /// Of a method in C++.
+    template <typename R, typename A>
+    void Invoke(char const* method, R& result, A const& argument) {
+        Settle();
+        EXPECT_TRUE(QMetaObject::invokeMethod(item_, method,
+                                              QGenericReturnArgument(QMetaType::fromType<R>().name(), &result),
+                                              QGenericArgument(QMetaType::fromType<A>().name(), &argument)))
+            << method;
+    }
     /// An item of the surface, by its name.
     QQuickItem& Item(char const* name) {
         auto* const found = Find(*item_, QString::fromLatin1(name));

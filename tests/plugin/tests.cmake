@@ -1,4 +1,5 @@
 zpl_add_test(plugin/PluginTest)
+zpl_add_test(plugin/PreviewSurfaceTest)
 zpl_add_test(plugin/SurfacesTest)
 target_link_libraries(test_plugin PRIVATE hostplugin)
 add_dependencies(test_plugin zplhost)
