@@ -41,6 +41,8 @@ std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(st
         bool const isEndedByPrefix = openOffset_ != deliveredOffset_;
         auto const end = isEndedByPrefix ? TrimmedEnd(input, position, openOffset_, encoding) : consumed_;
         command->length = end - deliveredOffset_;
+        // A copy of a command that stays open may be what a chunk ends with.
+        if (position == input.size()) chunkEnd_ = TrimmedEnd(input, position, consumed_, encoding);
         return {encoding, std::move(command)};
     }
     chunkEnd_ = TrimmedEnd(input, position, consumed_, encoding);
