@@ -59,6 +59,8 @@ public:
 
     /// What the labels of the stream are drawn on. Not before it is read.
     Scripting::ScriptGraphicContext& Target() { return stream_->Current().Target(); }
+    /// See Session. Not before the stream is read.
+    ZplCore::FieldMap const* Fields() const { return stream_->Current().Fields(); }
 
 private:
     void Open();

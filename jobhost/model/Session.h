@@ -42,6 +42,8 @@ public:
     /// target: labels of one stream share a page's memory, and the picture that one of them keeps for the next.
     void GoOnFrom(Session& before, ZplCommandProcessor::StreamRest rest);
     ZplCommandProcessor::StreamRest TakeRest() { return processor_.TakeRest(); }
+    /// What is noted of the label that was drawn last, also of one that has nothing to print; null where nobody asks.
+    ZplCore::FieldMap const* Fields() const { return fieldMap_.get(); }
     /// What the labels of the stream are drawn on.
     Scripting::ScriptGraphicContext& Target() { return *graphicContext_; }
 

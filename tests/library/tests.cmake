@@ -1,5 +1,6 @@
 zpl_add_test(library/ZplHostLibraryTest)
-target_link_libraries(test_library PRIVATE libzplhost)
+zpl_add_test(library/DrawnFormatTest)
+target_link_libraries(test_library PRIVATE libzplhost zpllibrary)
 add_dependencies(test_library zpl)
 target_compile_definitions(test_library PRIVATE ZPL_PROGRAM="$<TARGET_FILE:zpl>")
 
