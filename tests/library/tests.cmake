@@ -4,6 +4,9 @@ target_link_libraries(test_library PRIVATE libzplhost zpllibrary)
 add_dependencies(test_library zpl)
 target_compile_definitions(test_library PRIVATE ZPL_PROGRAM="$<TARGET_FILE:zpl>")
 
+zpl_add_test(library/forms/StoredFormatsTest)
+target_link_libraries(test_library_forms PRIVATE zpllibrary)
+
 # It shows nothing but the functions of its header.
 add_test(NAME library/Exports COMMAND sh -c "test -n \"$1\" && ! nm -D --defined-only \"$1\" | grep -v ' T zpl_'" sh
     $<TARGET_FILE:libzplhost>)
