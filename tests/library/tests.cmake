@@ -4,7 +4,9 @@ target_link_libraries(test_library PRIVATE libzplhost zpllibrary)
 add_dependencies(test_library zpl)
 target_compile_definitions(test_library PRIVATE ZPL_PROGRAM="$<TARGET_FILE:zpl>")
 
+zpl_add_test(library/forms/BatchTest)
 zpl_add_test(library/forms/StoredFormatsTest)
+zpl_add_test(library/forms/TemplateTest)
 target_link_libraries(test_library_forms PRIVATE zpllibrary)
 
 # It shows nothing but the functions of its header.
