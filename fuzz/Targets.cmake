@@ -12,4 +12,5 @@ set(ZPL_FUZZ_TARGETS
     FuzzStreamWatch
     FuzzSymbols
     FuzzTokenizer
+    FuzzWeb
 )
