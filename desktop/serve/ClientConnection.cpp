@@ -26,6 +26,16 @@ ClientConnection::ClientConnection(int descriptor, StreamState const& start)
     writeNotifier->setEnabled(false);
 }
 
+ClientConnection::ClientConnection(std::string stream, StreamState const& start,
+                                   std::function<void(std::string const& failure)> whenOver)
+    : socket(-1),
+      ended(true),
+      broken(true),
+      whenOver(std::move(whenOver)),
+      received_(std::move(stream)),
+      start_(start),
+      watch_(start) {}
+
 ClientConnection::~ClientConnection() { Close(); }
 
 void ClientConnection::Close() {
@@ -41,7 +51,8 @@ void ClientConnection::Close() {
     sent_ = 0;
 }
 
-void ClientConnection::Abort() {
+void ClientConnection::Abort(std::string why) {
+    failure = std::move(why);
     linger const atOnce{1, 0};
     ::setsockopt(socket, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
     Close();

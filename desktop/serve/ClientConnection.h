@@ -3,6 +3,7 @@
 #include <QtCore/QSocketNotifier>
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,6 +26,10 @@ public:
 
     /// Owns the socket from now on.
     ClientConnection(int descriptor, StreamState const& start);
+    /// Of somebody in this machine who has sent all there is, and reads no answers. `whenOver` is told when all of it
+    /// has been taken, or why not.
+    ClientConnection(std::string stream, StreamState const& start,
+                     std::function<void(std::string const& failure)> whenOver);
     ~ClientConnection();
     ClientConnection(ClientConnection const&) = delete;
     ClientConnection& operator=(ClientConnection const&) = delete;
@@ -37,8 +42,8 @@ public:
     void Flush();
     /// Ends the connection; its client can still read what was sent.
     void Close();
-    /// Ends it with an error to its client, and drops what it has sent.
-    void Abort();
+    /// Ends it with an error to its client, and drops what it has sent. `why`: behind "the stream", for people.
+    void Abort(std::string why);
 
     std::string_view Waiting() const { return std::string_view(received_).substr(taken_); }
     std::size_t UnsentBytes() const { return answers_.size() - sent_; }
@@ -91,6 +96,8 @@ public:
     bool broken = false;                           ///< nor reads any more
     std::vector<StreamWatch::Question> questions;  ///< for the host, in what waits
     unsigned questionsAtHost = 0;
+    std::string failure;  ///< why not all that it has sent prints, if so
+    std::function<void(std::string const& failure)> whenOver = [](std::string const&) {};
     std::uint64_t cost = 0;         ///< of what has come since its last label, as if it were all bytes
     std::uint64_t putOffSince = 0;  ///< a count: it wants to be read or looked at, when others leave time
     std::uint64_t noise = 0;        ///< bytes without a command that were dropped, and not yet told

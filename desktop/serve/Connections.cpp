@@ -56,7 +56,7 @@ bool Connections::MakePlace(Pointer const& kept) {
     }
     if (found == list_.end()) return false;
     DebugLog(Warning, "there are too many connections; the one that has printed nothing for longest is closed");
-    (*found)->Abort();
+    (*found)->Abort("had to make place for others");
     list_.erase(found);
     return true;
 }

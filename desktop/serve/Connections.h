@@ -25,6 +25,7 @@ public:
     std::size_t Size() const { return list_.size(); }
     bool IsFull() const;
     ClientConnection& Add(int descriptor, StreamState const& start);
+    void Add(Pointer connection) { list_.push_back(std::move(connection)); }
     /// Closes the connection that is most easily missed: the one that has been silent longest, or else the one whose
     /// format has been unfinished longest. False if there is none but `kept` and those who came a moment ago.
     bool MakePlace(Pointer const& kept);

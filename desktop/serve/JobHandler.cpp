@@ -15,7 +15,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto AnswerTime = 200ms;   // for pages that answer a sender that has ended its stream
+constexpr auto AnswerTime = 200ms;  // for pages that answer a sender that has ended its stream
+constexpr char const* Cancelled = "is cancelled";
 constexpr auto AcceptPause = 200ms;  // when the system has no descriptor left
 
 }  // namespace
@@ -28,7 +29,9 @@ JobHandler::JobHandler(ThreadFactory& threads, std::filesystem::path const& sock
       bus_(threads, ComponentIdentifiers::JobHandler, socket),
       characters_(bus_.Properties(), *this, say_),
       findings_(
-          bus_, *this, [this] { return underWay_ ? underWay_->packet.Number : 0; }, say_) {
+          bus_, *this, [this] { return underWay_ ? underWay_->packet.Number : 0; }, say_),
+      surfaces_(
+          bus_, *this, [this](auto stream, auto whenOver) { TakeIn(std::move(stream), std::move(whenOver)); }, say_) {
     namespace Group = PropertyGroups;
     command_ = bus_.Own<StringProperty>(PropertyNames::ZPLCommandToProcess, Group::PrintOperations, "");
     response_ = bus_.Own<StringProperty>(PropertyNames::ZPLResponseToProcess, Group::PrintOperations, "");
@@ -102,6 +105,15 @@ bool JobHandler::Accept() {
     return true;
 }
 
+/// A surface of this printer is a client like any other, who has hung up.
+void JobHandler::TakeIn(std::string stream, SurfaceStreams::WhenOver whenOver) {
+    auto connection =
+        std::make_shared<Connection>(std::move(stream), characters_.State(encoding_), std::move(whenOver));
+    connection->session = ++lastSession_;
+    connections_.Add(std::move(connection));
+    Pump();
+}
+
 void JobHandler::TakeResponse(std::string const& text) {
     auto const response = zpl::NetworkResponse::Parse(text);
     if (!response) return;
@@ -170,7 +182,7 @@ void JobHandler::HostEnded(bool pagesCame) {
         cancelsOpen_ = false;
     }
     for (auto const& sender : loss.senders) {
-        sender->Abort();
+        sender->Abort("has failed twice as it was read");
         sender->questionsAtHost = 0;
     }
     if (!atHost_.IsRepeating()) command_->Set("");
@@ -183,9 +195,11 @@ unsigned JobHandler::DropWaiting() {
     for (auto const& connection : connections_) {
         if (connection == current_ || !connection->IsDue() || connection->Watch().Formats() == 0) continue;
         DropReady(*connection);
+        connection->failure = Cancelled;
         ++dropped;
     }
     cancelsOpen_ = current_ != nullptr;
+    if (current_) current_->failure = Cancelled;
     options_.onCancelled(atHost_.LastNumber());
     Pump();
     return dropped;
@@ -204,6 +218,7 @@ void JobHandler::RemoveFinished() {
         bool const isDone = connection->ended && isHeard &&
                             (connection->broken || (connection->UnsentBytes() == 0 && !MayBeAnswered(connection)));
         if (isDone || connection->broken) connection->Close();
+        if (isDone) connection->whenOver(connection->failure);
         return isDone;
     });
 }

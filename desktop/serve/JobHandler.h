@@ -16,6 +16,7 @@
 #include "desktop/serve/Listener.h"
 #include "desktop/serve/StreamCharacters.h"
 #include "desktop/serve/StreamsAtHost.h"
+#include "desktop/serve/SurfaceStreams.h"
 #include "jobhost/model/NetworkResponse.h"
 
 struct JobHandlerOptions {
@@ -79,6 +80,7 @@ private:
 
     void AcceptAll();
     bool Accept();
+    void TakeIn(std::string stream, SurfaceStreams::WhenOver whenOver);
     void NotePacketTaken();
     void TakeResponse(std::string const& text);
     void NoteDone();
@@ -114,7 +116,7 @@ private:
     bool IsUpToDate(Connection& connection);
     void TellNoise(Connection& connection);
     void Refuse(Pointer const& connection, std::string const& why);
-    void TellBreakOff(Connection const& connection) const;
+    void TellBreakOff(Connection& connection) const;
     void SendPiece(Pointer const& connection, std::size_t size, bool isLast);
     void Send(Pointer const& connection, std::string payload, bool isLast);
     void HandOver(StreamsAtHost::Part part);
@@ -126,6 +128,7 @@ private:
     BusComponent bus_;
     StreamCharacters characters_;
     FindingsReceiver findings_;
+    SurfaceStreams surfaces_;
     Encoding encoding_ = Encoding::SingleByte;  // with which the host begins the next stream
     std::shared_ptr<StringProperty> command_;
     std::shared_ptr<StringProperty> response_;

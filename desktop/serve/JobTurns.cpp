@@ -331,27 +331,30 @@ void JobHandler::DropNoise(Connection& connection) {
     if (connection.noise <= std::min(MostNoise, AllNoise / connections_.Size())) return;
     say_("a connection is closed: it has sent " + std::to_string(connection.noise) +
          " bytes without a command; the prefixes are " + characters_.Prefixes());
-    connection.Abort();
+    connection.Abort("holds no command");
 }
 
 void JobHandler::TellNoise(Connection& connection) {
     bool const isQuiet = connection.ended || Clock::now() - connection.lastRead >= NoiseEnd;
     if (!isQuiet || !connection.Waiting().empty()) return;
-    if (std::uint64_t const bytes = std::exchange(connection.noise, 0))
+    if (std::uint64_t const bytes = std::exchange(connection.noise, 0)) {
+        connection.failure = "holds no command";
         say_("a stream of " + std::to_string(bytes) + " bytes holds no command: the prefixes are " +
              characters_.Prefixes());
+    }
 }
 
 void JobHandler::Refuse(Pointer const& connection, std::string const& why) {
     bool const isFormat = connection->Watch().InFormat();
     say_(std::string("a connection is closed: its ") + (isFormat ? "label" : "command") + ' ' + why);
-    connection->Abort();
+    connection->Abort(why);
     if (connection == current_) EndOpen(connection);
 }
 
-void JobHandler::TellBreakOff(Connection const& connection) const {
+void JobHandler::TellBreakOff(Connection& connection) const {
     auto const& watch = connection.Watch();
     if (!connection.ended || !watch.InFormat()) return;
+    connection.failure = "ends amid a label";
     char const prefix = watch.State().formatPrefix;
     say_("a connection has ended amid a label, which is not printed: after " + std::to_string(watch.OpenBytes()) +
          " bytes from " + prefix + "XA no " + prefix + "XZ has come");

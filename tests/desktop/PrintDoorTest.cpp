@@ -1,0 +1,143 @@
+#include "plugin/surfaces/PrintDoor.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QCoreApplication>
+#include <map>
+
+#include "propertybus/PICLIF.h"
+#include "propertybus/PropertyIdentifiers.h"
+#include "propertybus/PublishingPropertyManager.h"
+#include "propertybus/ThreadFactory.h"
+#include "tests/support/VirtualPrinterProcess.h"
+
+// The door by which surfaces print, at a printer with its processes.
+namespace {
+
+/// A process with surfaces, as far as the bus can tell.
+class Screen {
+public:
+    explicit Screen(std::filesystem::path const& socket)
+        : properties(std::make_shared<PublishingPropertyManager>(threads_, 0, 0, "screen", "")),
+          link_(threads_, properties, "screen") {
+        properties->StartThread();
+        link_.Connect(socket);
+        door = std::make_unique<PrintDoor>(properties, link_.GetServerAgent());
+    }
+    ~Screen() {
+        door.reset();
+        link_.Disconnect();
+        properties->StopThread();
+    }
+    void Print(std::string const& stream) {
+        door->Print(QByteArray::fromStdString(stream),
+                    [this](QString const& error) { said += error.toStdString() + ';'; });
+    }
+
+    std::string said;  ///< of each stream, in order
+
+private:
+    ThreadFactory threads_{4};
+
+public:
+    std::shared_ptr<PublishingPropertyManager> properties;
+
+private:
+    PICLIF link_;
+
+public:
+    std::unique_ptr<PrintDoor> door;
+};
+
+class PrintDoorTest : public testing::Test {
+protected:
+    testing::AssertionResult Until(std::function<bool()> const& holds) {
+        return VirtualPrinterProcess::Until([&] {
+            QCoreApplication::processEvents();
+            return holds();
+        });
+    }
+    /// Pages by the texts of their labels, as the printer lists them.
+    static std::map<std::string, int> Printed(VirtualPrinterProcess const& printer) {
+        std::map<std::string, int> pages;
+        for (auto const& file : printer.Kept()) {
+            std::string const name = file.filename().string();
+            ++pages[name.substr(0, name.find('-'))];
+        }
+        return pages;
+    }
+
+    int argc_ = 0;
+    QCoreApplication application_{argc_, nullptr};
+};
+
+TEST_F(PrintDoorTest, EachStreamOfSeveralWritersPrintsOnceWhateverIsKilled) {
+    constexpr std::size_t Streams = 30;
+    VirtualPrinterProcess printer({"--speed", "0", "--pause-on-start"});
+    Screen first(printer.Runtime() / "properties");
+    Screen second(printer.Runtime() / "properties");
+    ASSERT_TRUE(Until([&] { return first.door->IsOpen() && second.door->IsOpen(); }));
+    for (std::size_t i = 0; i < Streams; ++i) {
+        first.Print(Label("a" + std::to_string(i)));
+        second.Print(Label("b" + std::to_string(i)));
+    }
+    ASSERT_TRUE(Until([&] { return first.said.size() + second.said.size() >= 16; }));
+    EXPECT_EQ(first.said.size() + second.said.size(), 16U) << "a paused printer takes no more than it can hold";
+    EXPECT_EQ(Printed(printer).size(), 0U);
+    printer.Print(Label("client"));
+    printer.KillChild("zplhost");
+    printer.Type("resume");
+    ASSERT_TRUE(Until([&] { return first.said.size() >= Streams / 2; }));
+    printer.KillChild("propertyserver");
+    ASSERT_TRUE(Until([&] { return first.said.size() >= Streams - 5; }));
+    printer.KillChild("zplhost");
+    ASSERT_TRUE(Until([&] { return Printed(printer).size() == 2 * Streams + 1; })) << printer.Log();
+    ASSERT_TRUE(Until([&] { return first.said.size() == Streams && second.said.size() == Streams; }));
+    for (auto const& [label, pages] : Printed(printer)) EXPECT_EQ(pages, 1) << label;
+    EXPECT_EQ(first.said + second.said, std::string(2 * Streams, ';'));
+}
+
+TEST_F(PrintDoorTest, TellsWhatDoesNotPrint) {
+    VirtualPrinterProcess printer({"--speed", "0", "--pause-on-start"});
+    Screen screen(printer.Runtime() / "properties");
+    ASSERT_TRUE(Until([&] { return screen.door->IsOpen(); }));
+    struct Row {
+        std::string stream;
+        std::string says;
+    };
+    Row const rows[] = {
+        {"", "There is nothing to print.;"},
+        {std::string(PrintDoor::LongestStream + 1, 'x'), "The label is too large to be printed from here.;"},
+        {"no label", "The label does not print: the stream holds no command.;"},
+        {"^XA^FDhalf", "The label does not print: the stream ends amid a label.;"},
+        {"^XA^FD~HSquestion^XZ", ";"},
+    };
+    for (auto const& row : rows) {
+        screen.said.clear();
+        screen.Print(row.stream);
+        ASSERT_TRUE(Until([&] { return !screen.said.empty(); })) << row.says;
+        EXPECT_EQ(screen.said, row.says);
+    }
+    screen.properties->Find(PropertyNames::StreamToPrint)->SetValueText("e30=");
+    EXPECT_TRUE(printer.Says("what a surface has sent to be printed is no stream"));
+
+    screen.said.clear();
+    for (int i = 0; i < 20; ++i) screen.Print(Label("waits"));
+    ASSERT_TRUE(Until([&] { return printer.Jobs().size() == 16; }));
+    for (int i = 0; i < 100; ++i) {
+        QCoreApplication::processEvents();
+        ::usleep(2000);
+    }
+    EXPECT_EQ(screen.said, std::string(16, ';')) << "the next one waits at the printer";
+    printer.Type("cancel-all");
+    std::string const cancelled = "The label does not print: the stream is cancelled.;";
+    EXPECT_TRUE(Until([&] { return screen.said.find(cancelled) != std::string::npos; })) << screen.said;
+
+    EXPECT_EQ(printer.End(SIGKILL), SIGKILL);
+    screen.said.clear();
+    screen.Print(Label("late"));
+    EXPECT_TRUE(Until([&] { return !screen.said.empty(); }));
+    EXPECT_NE(screen.said, ";");
+}
+
+}  // namespace
