@@ -7,7 +7,6 @@
 #include "foundation/Base64.h"
 #include "foundation/DebugZones.h"
 #include "foundation/Log.h"
-#include "foundation/MachineSettings.h"
 #include "frontend/context/ObjectStore.h"
 #include "jobhost/JobQueue.h"
 #include "jobhost/TQZPLProcessorInterface.h"
@@ -15,6 +14,7 @@
 #include "jobhost/model/PrinterContext.h"
 #include "plugin/DebugZoneSetupHelper.h"
 #include "plugin/InstalledPart.h"
+#include "plugin/Machine.h"
 #include "plugin/TQTWSProcessorInterface.h"
 #include "plugin/TWSProcessorInterface.h"
 #include "plugin/surfaces/RegisterSurfaces.h"
@@ -73,17 +73,6 @@ void LogReportsOfStreams() {
         else
             DebugLog(Info, std::string(line));
     });
-}
-
-MachineSettings Machine() {
-    auto const& settings = AppSettings::GetInstance();
-    std::string const jobs = settings.Value("JobsFolder");
-    return {.formatsFolder = settings.FormatsDir(),
-            .jobsFolder = jobs.empty() ? settings.StorageDir() / "Jobs" : std::filesystem::path(jobs),
-            .fontsFolder = settings.SystemFontsDir(),
-            .fontFiles = settings.Value("FontFiles"),
-            .features = Features::GetInstance(),
-            .runningOnTarget = settings.RunningOnTarget()};
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "PrintEngine/Printing/JobFileSystemStrings.h"
+#include "plugin/Machine.h"
 #include "plugin/TWSProcessorInterface.h"
 #include "propertybus/PropertyIdentifiers.h"
 #include "propertybus/PublishingPropertyManager.h"
@@ -32,7 +33,9 @@ void TQTWSProcessorInterface::InitCallbacks() {
     model_->GetCurrentPrintingPageProperty()->AddCallback(update);
 }
 
-void TQTWSProcessorInterface::SetServerAgent(std::shared_ptr<PICLServerAgent> agent) { agent_ = std::move(agent); }
+void TQTWSProcessorInterface::SetServerAgent(std::shared_ptr<PICLServerAgent> agent) {
+    door_ = std::make_unique<PrintDoor>(properties_, std::move(agent));
+}
 
 void TQTWSProcessorInterface::Update() {
     if (isPrinting()) jobFolder_ = QString::fromStdString(model_->GetCurrentJobPathProperty()->Get());
@@ -56,11 +59,25 @@ int TQTWSProcessorInterface::printingPage() const {
 double TQTWSProcessorInterface::labelWidth() const { return model_ ? model_->GetLabelPart().GetWidth() : 0; }
 double TQTWSProcessorInterface::labelHeight() const { return model_ ? model_->GetLabelPart().GetHeight() : 0; }
 
-unsigned TQTWSProcessorInterface::Resolution() const {
-    auto const property = properties_
-                              ? std::dynamic_pointer_cast<UInt32Property>(properties_->Find(PropertyNames::DotsPerInch))
-                              : nullptr;
+/// 0 without it.
+unsigned TQTWSProcessorInterface::Number(char const* identifier) const {
+    auto const property =
+        properties_ ? std::dynamic_pointer_cast<UInt32Property>(properties_->Find(identifier)) : nullptr;
     return property ? property->Get() : 0;
+}
+
+unsigned TQTWSProcessorInterface::Resolution() const { return Number(PropertyNames::DotsPerInch); }
+
+DeskSettings TQTWSProcessorInterface::PrinterDesk() const {
+    DeskSettings desk;
+    if (IsPrinterDpi(Resolution())) desk.printerDpi = Resolution();
+    unsigned const emulated = Number(PropertyNames::ZPLEmulatedDpi);
+    desk.designDpi = emulated > 0 ? emulated : desk.printerDpi;
+    if (labelWidth() > 0) desk.widthInches = labelWidth();
+    if (labelHeight() > 0) desk.heightInches = labelHeight();
+    desk.machine = Machine();
+    desk.machine.runningOnTarget = false;
+    return desk;
 }
 
 QVariantList TQTWSProcessorInterface::labelFields() const {

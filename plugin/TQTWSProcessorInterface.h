@@ -5,6 +5,8 @@
 #include <QtCore/QVariantList>
 #include <memory>
 
+#include "library/DeskSettings.h"
+#include "plugin/surfaces/PrintDoor.h"
 #include "propertybus/Property.h"
 
 class PICLServerAgent;
@@ -37,7 +39,7 @@ public:
                              std::shared_ptr<TWSProcessorInterface> model);
     void SetPropertyManager(std::shared_ptr<PublishingPropertyManager> properties);
     void InitCallbacks();
-    /// Held for surfaces that write properties; those there are only read them.
+    /// Behind SetPropertyManager.
     void SetServerAgent(std::shared_ptr<PICLServerAgent> agent);
 
     QString jobFolder() const { return jobFolder_; }
@@ -48,16 +50,23 @@ public:
     double labelHeight() const;
     QVariantList labelFields() const;
 
+    /// By which surfaces print; null before the agent is set.
+    PrintDoor* Door() const { return door_.get(); }
+    /// What a desk is opened with that is to draw what this printer would print, from its store. Whoever opens it must
+    /// leave that store as it is.
+    DeskSettings PrinterDesk() const;
+
 Q_SIGNALS:
     void jobChanged();
     void labelPartChanged();
 
 private:
     void Update();
+    unsigned Number(char const* identifier) const;
     unsigned Resolution() const;
 
     std::shared_ptr<TWSProcessorInterface> model_;
     std::shared_ptr<PublishingPropertyManager> properties_;
-    std::shared_ptr<PICLServerAgent> agent_;
+    std::unique_ptr<PrintDoor> door_;
     QString jobFolder_;
 };
