@@ -13,6 +13,7 @@ struct LibraryRequest {
     int option2 = 0;
     int option3 = 0;
     int inputMode = DATA_MODE;
+    zint_structapp append = {};
 };
 
 /// Its symbol of the data, row by row, '#' for dark modules; no rows if it has none.
@@ -23,6 +24,7 @@ inline std::vector<std::string> LibrarySymbol(std::string const& data, LibraryRe
     if (request.option1 != 0) symbol->option_1 = request.option1;
     if (request.option2 != 0) symbol->option_2 = request.option2;
     if (request.option3 != 0) symbol->option_3 = request.option3;
+    symbol->structapp = request.append;
     if (ZBarcode_Encode(symbol.get(), reinterpret_cast<unsigned char const*>(data.data()),
                         static_cast<int>(data.size())) >= ZINT_ERROR)
         return {};

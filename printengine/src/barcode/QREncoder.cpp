@@ -1,9 +1,9 @@
 #include "Barcode/Encoder/QREncoder.h"
 
-#include <cstdio>
 #include <string_view>
 
-#include "printengine/src/barcode/PublishedSymbol.h"
+#include "printengine/src/barcode/QRRuns.h"
+#include "printengine/src/barcode/QRSymbol.h"
 
 namespace Barcode::Encoder {
 
@@ -13,6 +13,26 @@ constexpr std::string_view Levels = "LMQH";
 /// Version 40 at level L holds no more digits than this.
 constexpr std::size_t MaxLength = 7089;
 constexpr unsigned MaxSymbols = 16;
+
+struct Range {
+    QRSizes sizes;
+    unsigned first;  ///< versions
+    unsigned last;
+};
+constexpr Range Ranges[] = {{QRSizes::Small, 1, 9}, {QRSizes::Medium, 10, 26}, {QRSizes::Large, 27, MostQRVersion}};
+
+/// Place, count and parity of a structured append (ISO/IEC 18004, 8).
+void AddPlace(QRBits& bits, QROptions const& options) {
+    constexpr unsigned StructuredAppend = 3;
+    if (options.count < 2) return;
+    bits.Add(StructuredAppend, 4);
+    bits.Add(options.index - 1, 4);
+    bits.Add(options.count - 1, 4);
+    bits.Add(options.parity & 0xFF, 8);
+}
+
+/// No text takes fewer bits than one of digits.
+bool MayFit(std::size_t length, QRShape const& shape) { return length * 10 / 3 <= QRCapacity(shape) * 8; }
 
 }  // namespace
 
@@ -26,16 +46,19 @@ ValidationStatus QREncoder::Validate(std::string const& text, QROptions const& o
 }
 
 Model::MatrixBarcodeModel QREncoder::Encode(std::string const& text, QROptions const& options) {
-    PublishedSymbol symbol(BARCODE_QRCODE);
-    symbol->option_1 = static_cast<int>(Levels.find(options.level)) + 1;
-    symbol->option_3 = static_cast<int>(options.mask + 1) << 8 | (options.kanji ? ZINT_FULL_MULTIBYTE : 0);
-    if (options.count >= 2) {
-        symbol->structapp.index = static_cast<int>(options.index);
-        symbol->structapp.count = static_cast<int>(options.count);
-        std::snprintf(symbol->structapp.id, sizeof symbol->structapp.id, "%u", options.parity & 0xFF);
+    auto const characters = QRCharacters(text, options.kanji);
+    for (auto const& range : Ranges) {
+        if (!MayFit(text.size(), {range.last, options.level, options.mask})) continue;
+        QRBits bits;
+        AddPlace(bits, options);
+        for (auto const& run : QRRuns(characters, range.sizes)) bits.Add(characters, run, range.sizes);
+        for (unsigned version = range.first; version <= range.last; ++version) {
+            QRShape const shape{version, options.level, options.mask};
+            std::size_t const capacity = QRCapacity(shape);
+            if (bits.Size() <= capacity * 8) return QRSymbol(bits.Fill(capacity), shape);
+        }
     }
-    symbol.Encode(text);
-    return symbol.ToMatrix();
+    return {0, 0};
 }
 
 }  // namespace Barcode::Encoder
