@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -31,6 +33,27 @@ void PaintRun(BitmapRow row, std::uint64_t begin, std::uint64_t end);
 /// Paints the black blocks, from pixel `x` on.
 void PaintBlocks(BitmapRow row, std::vector<Barcode::Model::Block> const& blocks, std::uint64_t narrow,
                  std::uint64_t wide, std::uint64_t x = 0);
+/// Paints rows of cells of equal width, as a stream of bits: which of them are dark cannot be foreseen, so that a step
+/// for each run would mostly be one too many or too few for the processor.
+class CellPainter {
+public:
+    /// Of cells as wide as `pixels`.
+    explicit CellPainter(std::uint64_t pixels);
+
+    /// Paints a white row; what lies beyond it is left out.
+    void Paint(BitmapRow row, std::vector<bool> const& cells) const;
+
+private:
+    static constexpr std::size_t Group = 4;          ///< cells that are painted at once
+    static constexpr std::uint64_t MostPixels = 16;  ///< of a cell in a group
+
+    void PaintGroups(BitmapRow row, std::vector<bool> const& cells) const;
+    void PaintRuns(BitmapRow row, std::vector<bool> const& cells) const;
+
+    std::uint64_t pixels_;
+    std::array<std::uint64_t, 1 << Group> groups_{};  ///< the pixels of each group, in the lowest bits
+};
+
 /// Copies row `first` over the `count` - 1 rows below it.
 void RepeatRow(SketchedBitmap& bitmap, std::size_t first, std::size_t count);
 

@@ -57,13 +57,9 @@ SketchedBitmap GraphicHelper::SketchMatrixBarcode(Barcode::Model::MatrixBarcodeM
     bitmap.logicalWidth = columns * cellSize;
     bitmap.logicalHeight = cells.size() * std::uint64_t{cellSize};
     if (bitmap.rows->empty()) return bitmap;
+    CellPainter const painter(pixelCell);
     for (std::size_t r = 0; r < cells.size(); ++r) {
-        BitmapRow const row = RowAt(bitmap, r * pixelCell);
-        for (std::size_t c = 0; c < cells[r].size(); ++c) {
-            std::size_t const first = c;
-            while (c < cells[r].size() && cells[r][c]) ++c;
-            if (c != first) PaintRun(row, first * pixelCell, c * pixelCell);
-        }
+        painter.Paint(RowAt(bitmap, r * pixelCell), cells[r]);
         RepeatRow(bitmap, r * pixelCell, pixelCell);
     }
     return bitmap;

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 
+#include "printengine/src/barcode/Cells.h"
 #include "printengine/src/barcode/DataMatrixCodewords.h"
 #include "printengine/src/barcode/DataMatrixPlacement.h"
+#include "printengine/src/barcode/ReedSolomon.h"
 
 namespace Barcode::Encoder {
 
@@ -44,60 +47,19 @@ bool IsAsked(Size const& size, DMSize wanted, unsigned aspect) {
                               : size.rows == wanted.rows && size.columns == wanted.columns;
 }
 
-/// Galois field of 256 elements by x^8 + x^5 + x^3 + x^2 + 1.
-struct Field {
-    std::array<std::uint8_t, 510> power{};  ///< twice around, for sums of two logarithms
-    std::array<std::uint8_t, 256> logarithm{};
-
-    constexpr Field() {
-        unsigned value = 1;
-        for (unsigned i = 0; i < 255; ++i) {
-            power[i] = power[i + 255] = static_cast<std::uint8_t>(value);
-            logarithm[value] = static_cast<std::uint8_t>(i);
-            value <<= 1;
-            if (value > 255) value ^= 0x12DU;
-        }
-    }
-    constexpr std::uint8_t Multiply(std::uint8_t a, std::uint8_t b) const {
-        return a == 0 || b == 0 ? std::uint8_t{0} : power[std::size_t{logarithm[a]} + logarithm[b]];
-    }
-};
-constexpr Field Gf;
-
-/// The polynomial with the roots 2^1 to 2^count, highest power first, without its leading 1; in logarithms, as none of
-/// its coefficients is 0.
-std::vector<std::uint8_t> Generator(unsigned count) {
-    std::vector<std::uint8_t> polynomial{1};
-    for (unsigned root = 1; root <= count; ++root) {
-        polynomial.push_back(0);
-        for (std::size_t i = polynomial.size() - 1; i > 0; --i)
-            polynomial[i] ^= Gf.Multiply(polynomial[i - 1], Gf.power[root % 255]);
-    }
-    polynomial.erase(polynomial.begin());
-    for (auto& coefficient : polynomial) coefficient = Gf.logarithm[coefficient];
-    return polynomial;
-}
-
 /// Appends the check codewords. Codeword p of the symbol belongs to block p modulo the number of blocks.
 void AppendErrorCorrection(std::vector<std::uint8_t>& codewords, Size const& size) {
-    unsigned const perBlock = size.errorCorrection / size.blocks;
-    auto const generator = Generator(perBlock);
+    constexpr unsigned Polynomial = 0x12D, FirstRoot = 1, MostChecks = 68;
+    std::array<std::uint8_t, MostChecks> room{};
+    std::span const checks(room.data(), size.errorCorrection / size.blocks);
     codewords.resize(size.data + size.errorCorrection);
     for (std::size_t block = 0; block < size.blocks; ++block) {
-        // Long division by the generator: the register holds the remainder so far, its highest codeword first.
-        std::vector<std::uint8_t> rest(perBlock);
-        for (std::size_t p = block; p < size.data; p += size.blocks) {
-            std::uint8_t const factor = codewords[p] ^ rest[0];
-            std::copy(rest.begin() + 1, rest.end(), rest.begin());
-            rest.back() = 0;
-            if (factor == 0) continue;
-            auto const* const multiples = &Gf.power[Gf.logarithm[factor]];
-            for (std::size_t i = 0; i < perBlock; ++i) rest[i] ^= multiples[generator[i]];
-        }
+        ReedSolomon<Polynomial, FirstRoot, MostChecks>::Check(std::span(codewords).subspan(block, size.data - block),
+                                                              size.blocks, checks);
         // In 144 x 144 the data end amid a round of the blocks, two of which are a codeword shorter.
         std::size_t p = size.data;
         while (p % size.blocks != block) ++p;
-        for (std::uint8_t const check : rest) {
+        for (std::uint8_t const check : checks) {
             codewords[p] = check;
             p += size.blocks;
         }
@@ -114,6 +76,21 @@ void PadTo(std::vector<std::uint8_t>& codewords, std::size_t count) {
     }
 }
 
+/// A row of the symbol under way.
+class SymbolRow {
+public:
+    void Set(unsigned column, bool dark) { words_[column / WordBits] |= std::uint64_t{dark} << column % WordBits; }
+
+    void Into(std::vector<bool>& cells) const {
+        for (std::size_t w = 0; w < words_.size(); ++w) DarkenCells(cells, w * WordBits, words_[w]);
+    }
+
+private:
+    static constexpr unsigned WordBits = 64, MostColumns = 144;
+
+    std::array<std::uint64_t, (MostColumns + WordBits - 1) / WordBits> words_{};
+};
+
 /// The data modules, each region in a frame of a solid L and alternating sides.
 Model::MatrixBarcodeModel Assemble(std::vector<std::uint8_t> const& codewords, Size const& size) {
     unsigned const regionRows = size.rows / size.regionsDown;
@@ -121,16 +98,18 @@ Model::MatrixBarcodeModel Assemble(std::vector<std::uint8_t> const& codewords, S
     auto const modules =
         PlaceDataMatrix(codewords, size.rows - 2 * size.regionsDown, size.columns - 2 * size.regionsAcross);
     Model::MatrixBarcodeModel model(size.rows, size.columns);
+    auto const* module = modules.data();
     for (unsigned r = 0; r < size.rows; ++r) {
-        auto& row = model.GetCells()[r];
         unsigned const inRow = r % regionRows;
         bool const isFrame = inRow == 0 || inRow == regionRows - 1;
-        for (unsigned left = 0, column = 0; left < size.columns; left += regionColumns) {
-            row[left] = true;
+        SymbolRow row;
+        for (unsigned left = 0; left < size.columns; left += regionColumns) {
+            row.Set(left, true);
             for (unsigned c = 1; c + 1 < regionColumns; ++c)
-                row[left + c] = isFrame ? inRow != 0 || c % 2 == 0 : modules[r - 1 - 2 * (r / regionRows)][column++];
-            row[left + regionColumns - 1] = inRow == regionRows - 1 || inRow % 2 != 0;
+                row.Set(left + c, isFrame ? inRow != 0 || c % 2 == 0 : *module++ != 0);
+            row.Set(left + regionColumns - 1, inRow == regionRows - 1 || inRow % 2 != 0);
         }
+        row.Into(model.GetCells()[r]);
     }
     return model;
 }

@@ -18,10 +18,9 @@ public:
         : codewords_(codewords),
           rows_(static_cast<int>(rows)),
           columns_(static_cast<int>(columns)),
-          modules_(rows, std::vector<bool>(columns)),
-          isPlaced_(std::size_t{rows} * columns) {}
+          modules_(std::size_t{rows} * columns, Unplaced) {}
 
-    std::vector<std::vector<bool>> Run() {
+    std::vector<std::uint8_t> Run() {
         int row = 4;
         int column = 0;
         do {
@@ -45,23 +44,29 @@ public:
         } while (row < rows_ || column < columns_);
         // What is left in the lower right corner is a fixed pattern.
         if (!IsPlaced(rows_ - 1, columns_ - 1)) {
-            Set(rows_ - 1, columns_ - 1, true);
-            Set(rows_ - 2, columns_ - 2, true);
+            Set(rows_ - 1, columns_ - 1, 1);
+            Set(rows_ - 1, columns_ - 2, 0);
+            Set(rows_ - 2, columns_ - 1, 0);
+            Set(rows_ - 2, columns_ - 2, 1);
         }
         return std::move(modules_);
     }
 
 private:
-    bool IsPlaced(int row, int column) const { return isPlaced_[static_cast<std::size_t>(row * columns_ + column)]; }
+    static constexpr std::uint8_t Unplaced = 2;
 
-    void Set(int row, int column, bool dark) {
-        modules_[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)] = dark;
-        isPlaced_[static_cast<std::size_t>(row * columns_ + column)] = true;
-    }
+    std::uint8_t& At(int row, int column) { return modules_[static_cast<std::size_t>(row * columns_ + column)]; }
+    bool IsPlaced(int row, int column) { return At(row, column) != Unplaced; }
+    void Set(int row, int column, unsigned dark) { At(row, column) = static_cast<std::uint8_t>(dark); }
 
-    bool Bit(int index) const { return next_ < codewords_.size() && (codewords_[next_] >> (7 - index) & 1) != 0; }
+    unsigned Bit(int index) const { return next_ < codewords_.size() ? codewords_[next_] >> (7 - index) & 1U : 0; }
 
     void PlaceUtah(int row, int column) {
+        if (row >= 2 && column >= 2) {
+            for (int i = 0; i < 8; ++i) Set(row + Utah[i].row, column + Utah[i].column, Bit(i));
+            ++next_;
+            return;
+        }
         for (int i = 0; i < 8; ++i) {
             int r = row + Utah[i].row;
             int c = column + Utah[i].column;
@@ -103,15 +108,13 @@ private:
     std::vector<std::uint8_t> const& codewords_;
     int rows_;
     int columns_;
-    std::vector<std::vector<bool>> modules_;
-    std::vector<bool> isPlaced_;  ///< row by row
+    std::vector<std::uint8_t> modules_;  ///< row by row
     std::size_t next_ = 0;
 };
 
 }  // namespace
 
-std::vector<std::vector<bool>> PlaceDataMatrix(std::vector<std::uint8_t> const& codewords, unsigned rows,
-                                               unsigned columns) {
+std::vector<std::uint8_t> PlaceDataMatrix(std::vector<std::uint8_t> const& codewords, unsigned rows, unsigned columns) {
     return Placement(codewords, rows, columns).Run();
 }
 

@@ -111,6 +111,7 @@ void DataMatrixWays::TakeAsValues(std::size_t at) {
         if (count == 0) continue;
         for (std::size_t waiting = 0; waiting < group; ++waiting) {
             auto const from = Filled(mode, waiting);
+            if (CostAt(at, from) >= Unreached) continue;
             std::size_t const values = waiting + count;
             auto const cost = CostAt(at, from) + static_cast<unsigned>(values / group * (group - 1));
             Improve(At(at + 1, Filled(mode, values % group)), {cost, from, 1});

@@ -26,9 +26,11 @@ public:
     std::optional<std::vector<Step>> Into(std::size_t capacity) const;
 
 private:
+    static constexpr unsigned Unreached = std::numeric_limits<unsigned>::max() / 2;
+
     /// How the best way to a mode came there.
     struct Arrival {
-        unsigned cost = std::numeric_limits<unsigned>::max() / 2;  ///< codewords so far, those of open groups left out
+        unsigned cost = Unreached;  ///< codewords so far, those of open groups left out
         DataMatrixMode from = DataMatrixMode::Ascii;
         std::uint8_t tokens = 0;  ///< taken by the step; 0 is a change of mode
         std::uint16_t run = 0;    ///< bytes since the length field
