@@ -1,5 +1,7 @@
 zpl_add_test(library/ZplHostLibraryTest)
 zpl_add_test(library/DrawnFormatTest)
+zpl_add_test(library/EditedStreamTest)
+zpl_add_test(library/FieldEditsTest)
 target_link_libraries(test_library PRIVATE libzplhost zpllibrary)
 add_dependencies(test_library zpl)
 target_compile_definitions(test_library PRIVATE ZPL_PROGRAM="$<TARGET_FILE:zpl>")
