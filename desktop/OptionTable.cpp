@@ -45,7 +45,8 @@ constexpr CommandRow CommandTable[] = {
      "written."},
     {"serve", Serve, "", "", "be a virtual printer that any program can print to",
      "A virtual label printer: any program can print to it. Each page becomes a file NAME-JOB-PAGE.png.\n"
-     "While it runs it takes these words on its terminal: status, pause, resume, cancel, cancel-all, preview, quit."},
+     "While it runs it takes these words on its terminal: status, pause, resume, cancel, cancel-all, preview, screen, "
+     "quit."},
     {"web", Web, "", "", "write, see and check labels in the browser, and draw them for programs over HTTP",
      "Serves a page in which labels are written and seen, and doors at which programs have streams drawn and checked. "
      "It prints nothing: zpl serve does the same with a printer behind it. It ends by SIGINT (Ctrl-C) or SIGTERM."},
@@ -140,6 +141,8 @@ constexpr OptionRow OptionTable[] = {
     {"--pause-on-start", "", "", Serve, "begins paused", [](Reading& r, Text, Text) { r.serve.pauseOnStart = true; }},
     {"--preview", "", "", Serve, "opens a window that shows the pages while they print",
      [](Reading& r, Text, Text) { r.serve.preview = true; }},
+    {"--screen", "", "", Serve, "opens the printer's touch screen in a window: preview, templates and editor",
+     [](Reading& r, Text, Text) { r.serve.screen = true; }},
     {"--no-answers", "", "", Serve, "sends nothing back to those who ask the printer",
      [](Reading& r, Text, Text) { r.serve.answers = false; }},
     {"--state", "DIR", "", Serve, "where stored formats and counters are kept (default: the user's state folder)",

@@ -1,9 +1,9 @@
 #include "plugin/TQTWSProcessorInterface.h"
 
-#include <QtCore/QVariantMap>
 #include <cmath>
 
 #include "PrintEngine/Printing/JobFileSystemStrings.h"
+#include "foundation/Json.h"
 #include "plugin/Machine.h"
 #include "plugin/TWSProcessorInterface.h"
 #include "propertybus/PropertyIdentifiers.h"
@@ -16,6 +16,7 @@ void TQTWSProcessorInterface::ConnectModel(std::shared_ptr<TQTWSProcessorInterfa
                                            std::shared_ptr<TWSProcessorInterface> model) {
     self->model_ = std::move(model);
     self->Update();
+    self->ReadPrintedPages();
     Q_EMIT self->labelPartChanged();
 }
 
@@ -31,6 +32,9 @@ void TQTWSProcessorInterface::InitCallbacks() {
     model_->GetPrintJobStatusProperty()->AddCallback(update);
     model_->GetCurrentJobPathProperty()->AddCallback(update);
     model_->GetCurrentPrintingPageProperty()->AddCallback(update);
+    model_->GetPrintedPagesProperty()->AddCallback([this](std::shared_ptr<Property> const&) {
+        QMetaObject::invokeMethod(this, &TQTWSProcessorInterface::ReadPrintedPages, Qt::QueuedConnection);
+    });
 }
 
 void TQTWSProcessorInterface::SetServerAgent(std::shared_ptr<PICLServerAgent> agent) {
@@ -40,6 +44,16 @@ void TQTWSProcessorInterface::SetServerAgent(std::shared_ptr<PICLServerAgent> ag
 void TQTWSProcessorInterface::Update() {
     if (isPrinting()) jobFolder_ = QString::fromStdString(model_->GetCurrentJobPathProperty()->Get());
     Q_EMIT jobChanged();
+}
+
+void TQTWSProcessorInterface::ReadPrintedPages() {
+    printedPages_ = {{QStringLiteral("job"), QString()}, {QStringLiteral("stem"), QString()}};
+    ReadJsonSettings(model_->GetPrintedPagesProperty()->Get(), [this](std::string_view name, std::string_view value) {
+        auto const text = QString::fromUtf8(value.data(), static_cast<qsizetype>(value.size()));
+        if (name == "job") printedPages_[QStringLiteral("job")] = text;
+        if (name == "pages") printedPages_[QStringLiteral("stem")] = text;
+    });
+    Q_EMIT printedPagesChanged();
 }
 
 bool TQTWSProcessorInterface::isPrinting() const {

@@ -3,6 +3,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtCore/QVariantList>
+#include <QtCore/QVariantMap>
 #include <memory>
 
 #include "library/DeskSettings.h"
@@ -25,6 +26,10 @@ class TQTWSProcessorInterface : public QObject {
     /// Counted from 0.
     Q_PROPERTY(int printingPage READ printingPage NOTIFY jobChanged)
 
+    /// Where printed pages are kept, as on a desk: "job", the folder of a job, and "stem", what the names of the files
+    /// of its printed pages begin with. Of the job that began to print last.
+    Q_PROPERTY(QVariantMap printedPages READ printedPages NOTIFY printedPagesChanged)
+
     /// Inches.
     Q_PROPERTY(double labelWidth READ labelWidth NOTIFY labelPartChanged)
     Q_PROPERTY(double labelHeight READ labelHeight NOTIFY labelPartChanged)
@@ -46,6 +51,7 @@ public:
     bool isPrinting() const;
     QString jobStatus() const;
     int printingPage() const;
+    QVariantMap printedPages() const { return printedPages_; }
     double labelWidth() const;
     double labelHeight() const;
     QVariantList labelFields() const;
@@ -58,10 +64,12 @@ public:
 
 Q_SIGNALS:
     void jobChanged();
+    void printedPagesChanged();
     void labelPartChanged();
 
 private:
     void Update();
+    void ReadPrintedPages();
     unsigned Number(char const* identifier) const;
     unsigned Resolution() const;
 
@@ -69,4 +77,5 @@ private:
     std::shared_ptr<PublishingPropertyManager> properties_;
     std::unique_ptr<PrintDoor> door_;
     QString jobFolder_;
+    QVariantMap printedPages_;
 };

@@ -23,6 +23,8 @@ TWSProcessorInterface::TWSProcessorInterface(PublishingPropertyManager& manager)
         driver, Plain, name(JobToPrintPathName, PropertyNameStrings::JobToPrintPathName), JobFileSystemStrings::NoPage);
     currentPrintingPageNumber_ = manager.Follow<UInt32Property>(
         driver, Plain, name(CurrentPrintingPageNumber, PropertyNameStrings::CurrentPrintingPageNumber), 0U);
+    printedPages_ =
+        manager.Follow<StringProperty>(driver, Plain, name(PrintedPages, PropertyNameStrings::PrintedPages), "");
     partManager_.SetInstalledPart(InstalledPart());
     partManager_.LoadPartFromPrinter();
 }

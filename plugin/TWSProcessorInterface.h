@@ -18,6 +18,8 @@ public:
     std::shared_ptr<StringProperty> GetPrintJobStatusProperty() const { return printJobStatus_; }
     std::shared_ptr<StringProperty> GetCurrentJobPathProperty() const { return jobToPrintPathName_; }
     std::shared_ptr<UInt32Property> GetCurrentPrintingPageProperty() const { return currentPrintingPageNumber_; }
+    /// Where the driver of a desk keeps the pages that it has printed; empty on a printer.
+    std::shared_ptr<StringProperty> GetPrintedPagesProperty() const { return printedPages_; }
 
     PrintEngine::PartManagement::LabelPart GetLabelPart() const { return partManager_.GetLabelPart(); }
 
@@ -27,5 +29,6 @@ private:
     std::shared_ptr<StringProperty> printJobStatus_;
     std::shared_ptr<StringProperty> jobToPrintPathName_;
     std::shared_ptr<UInt32Property> currentPrintingPageNumber_;
+    std::shared_ptr<StringProperty> printedPages_;
     PrintEngine::PartManagement::PrinterLabelPartManager partManager_;
 };

@@ -21,6 +21,7 @@ struct ServeOptions {
     std::optional<VirtualTag> tag;  ///< that every label carries; without one there is no tag encoder
     bool pauseOnStart = false;
     bool preview = false;
+    bool screen = false;
     bool json = false;    ///< tells events as JSON, one object a line
     bool answers = true;  ///< whether clients are answered
     WebOptions web = {};

@@ -35,7 +35,7 @@ constexpr std::chrono::milliseconds LongestPause = 5s;
 constexpr std::chrono::milliseconds LookAgain = 10ms;
 constexpr std::chrono::milliseconds EndsAtOnce = 300ms;
 constexpr std::string_view SpeedWord = "speed ";
-constexpr char const* KnownWords = "words: status, pause, resume, cancel, cancel-all, speed N, preview, quit";
+constexpr char const* KnownWords = "words: status, pause, resume, cancel, cancel-all, speed N, preview, screen, quit";
 
 /// Whether windows can be opened at all, as far as that can be told without opening one.
 bool HasDisplay() {
@@ -67,8 +67,10 @@ void RequireUtf8(std::filesystem::path const& folder, char const* remedy) {
 }
 
 ServeOptions const& Checked(ServeOptions const& options) {
-    if (options.preview && !HasDisplay())
-        throw UsageError("--preview needs a display: neither DISPLAY nor WAYLAND_DISPLAY is set");
+    for (auto const& [isWanted, option] : {std::pair(options.preview, "--preview"), {options.screen, "--screen"}}) {
+        if (isWanted && !HasDisplay())
+            throw UsageError(std::string(option) + " needs a display: neither DISPLAY nor WAYLAND_DISPLAY is set");
+    }
     MakeFolder(options.outputFolder);
     return options;
 }
@@ -142,7 +144,8 @@ void VirtualPrinter::Begin() {
         [this] { handler_->ForgetJobs(); }, tell);
     connect(&host_, &QProcess::finished, this, [this] { hostStart_ = HostStart::AwaitsSilence; });
     Start(host_, "zplhost", {});
-    if (options_.preview) OpenPreview();
+    if (options_.preview) Open(preview_, "preview");
+    if (options_.screen) Open(screen_, "screen");
     connect(&terminal_, &QSocketNotifier::activated, this, [this] { ReadTerminal(); });
     if (!handler_->IsLocal())
         std::fprintf(stderr, "zpl: every machine that reaches %s can print here\n", options_.host.c_str());
@@ -198,6 +201,7 @@ void VirtualPrinter::End() {
     ending_ = true;
     web_.reset();
     EndProcess(preview_);
+    EndProcess(screen_);
     EndProcess(host_);
     handler_.reset();
     TellLeftOut();
@@ -220,7 +224,8 @@ void VirtualPrinter::WriteSettings() const {
     writer.Key("TellFindings").String("true");
     writer.Key("LabelWidth").String(std::to_string(options_.widthInches));
     writer.Key("LabelHeight").String(std::to_string(options_.heightInches)).EndObject();
-    for (std::string const& name : {std::string(AppSettings::GetComponentNameZplHost()), std::string("ZplPreview")}) {
+    for (std::string const& name :
+         {std::string(AppSettings::GetComponentNameZplHost()), std::string("ZplPreview"), std::string("ZplScreen")}) {
         auto const file = state_ / "zplhost" / (name + ".json");
         if (auto const error = WriteFileAtomically(file, writer.Text()))
             throw std::system_error(error, "cannot write " + file.string());
@@ -296,16 +301,16 @@ bool VirtualPrinter::MayStartHost() {
     return hostStart_ == HostStart::May;
 }
 
-void VirtualPrinter::OpenPreview() {
-    if (!HasDisplay()) return Tell("there is no display that a preview can be opened on");
-    if (preview_.state() != QProcess::NotRunning) return Tell("the preview is open");
-    preview_.setProcessEnvironment(Environment());
-    preview_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    preview_.setStandardInputFile(QProcess::nullDevice());
-    EndWithThisProcess(preview_);
-    auto const path = options_.programFolder / "zplpreview";
-    preview_.start(QString::fromStdString(path.string()), {});
-    if (!preview_.waitForStarted()) Tell("cannot run " + path.string());
+void VirtualPrinter::Open(QProcess& window, std::string const& name) {
+    if (!HasDisplay()) return Tell("there is no display that a " + name + " can be opened on");
+    if (window.state() != QProcess::NotRunning) return Tell("the " + name + " is open");
+    window.setProcessEnvironment(Environment());
+    window.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    window.setStandardInputFile(QProcess::nullDevice());
+    EndWithThisProcess(window);
+    auto const path = options_.programFolder / ("zpl" + name);
+    window.start(QString::fromStdString(path.string()), {});
+    if (!window.waitForStarted()) Tell("cannot run " + path.string());
 }
 
 void VirtualPrinter::ReadTerminal() {
@@ -354,7 +359,9 @@ bool VirtualPrinter::Command(std::string const& word) {
     else if (word.starts_with(SpeedWord))
         return SetSpeed(word.substr(SpeedWord.size()));
     else if (word == "preview")
-        OpenPreview();
+        Open(preview_, word);
+    else if (word == "screen")
+        Open(screen_, word);
     else if (word == "quit")
         QCoreApplication::quit();
     else

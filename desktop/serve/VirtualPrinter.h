@@ -64,7 +64,7 @@ private:
     void StartAgain(QProcess& process);
     bool MayStartHost();
     /// A window on the printer's pages, which the user may close and open again.
-    void OpenPreview();
+    void Open(QProcess& window, std::string const& name);
     void ReadTerminal();
     void CancelAll();
     bool SetSpeed(std::string const& text);
@@ -78,6 +78,7 @@ private:
     QProcess server_;
     QProcess host_;
     QProcess preview_;
+    QProcess screen_;
     std::unique_ptr<PrintDriver> driver_;
     std::unique_ptr<JobHandler> handler_;
     std::unique_ptr<WebProcess> web_;  ///< null without one

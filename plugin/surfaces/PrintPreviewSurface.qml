@@ -8,8 +8,8 @@ Rectangle {
     id: surface
 
     property alias folder: label.folder
-    // Where printed pages are kept, if they are: the folder of a job, and what the names of its printed pages begin with.
-    property var printedPages: ({ job: "", stem: "" })
+    // Where printed pages are kept, if they are.
+    property var printedPages: TQTWSProcessorInterface.printedPages
     property bool follows: true
     property int page: 0
     property alias zoom: label.zoom

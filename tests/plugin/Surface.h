@@ -8,6 +8,7 @@
 #include <QtQml/QQmlComponent>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
+#include <QtTest/QTest>
 #include <array>
 
 #include "plugin/LabelRenderPlugin.h"
@@ -60,7 +61,9 @@ class Surface {
 public:
     explicit Surface(QString const& name, QSize size = {400, 300}) {
         QQmlComponent component(TheHost().engine.get());
-        component.setData("import TCPrintEngine\n" + name.toLatin1() + " {}", QUrl());
+        // As if it stood beside the surfaces, so that their parts can be looked at too.
+        component.setData("import TCPrintEngine\n" + name.toLatin1() + " {}",
+                          QUrl(QStringLiteral("qrc:/TCPrintEngine/Test.qml")));
         object_.reset(component.create());
         EXPECT_TRUE(object_) << component.errorString().toStdString();
         item_ = qobject_cast<QQuickItem*>(object_.get());
@@ -110,6 +113,18 @@ public:
         if (!found) throw std::runtime_error(std::string("there is no ") + name);
         return *found;
     }
+    /// A finger or a mouse on the middle of an item, or at a point of it.
+    void Click(char const* name) {
+        auto const& item = Item(name);
+        ClickAt(item, {item.width() / 2, item.height() / 2});
+    }
+    void ClickAt(QQuickItem const& item, QPointF at) {
+        Settle();
+        ASSERT_TRUE(item.isVisible() && item.isEnabled()) << item.objectName().toStdString();
+        QTest::mouseClick(&window_, Qt::LeftButton, {}, item.mapToScene(at).toPoint());
+        Settle();
+    }
+    QQuickWindow& Window() { return window_; }
     std::string TextOf(char const* name) {
         Settle();
         return Item(name).property("text").toString().toStdString();

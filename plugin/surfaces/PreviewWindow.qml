@@ -1,8 +1,10 @@
 import QtQuick
 import QtQuick.Controls.Basic
-import TCPrintEngine
 
+// The preview alone, in a window of a desk.
 ApplicationWindow {
+    property url keyboard
+
     width: 760
     height: 820
     minimumWidth: 640
@@ -13,6 +15,5 @@ ApplicationWindow {
     PrintPreviewControl {
         objectName: "control"
         anchors.fill: parent
-        printedPages: ({ job: PrintedPages.job, stem: PrintedPages.stem })
     }
 }
