@@ -44,7 +44,10 @@ void Invert(PixelRows& rows) {
 
 std::size_t CountOf(PixelRows const& rows) {
     std::size_t count = 0;
-    for (auto const word : rows.words) count += static_cast<std::size_t>(std::popcount(word));
+    // Most are none, of which counting takes longer than looking.
+    for (auto const word : rows.words) {
+        if (word != 0) count += static_cast<std::size_t>(std::popcount(word));
+    }
     return count;
 }
 
@@ -88,6 +91,38 @@ struct Projection {
     }
 };
 
+int LeastRunOfRow(PixelRows const& picture, int y) {
+    std::uint64_t const* const row = picture.Row(y);
+    int const length = picture.box.Width();
+    int least = std::numeric_limits<int>::max();
+    int start = 0;
+    std::uint64_t before = row[0] >> (WordBits - 1);
+    for (int first = 0; first < length; first += WordBits) {
+        std::uint64_t const word = row[first / WordBits];
+        std::uint64_t edges = word ^ (word >> 1 | before << (WordBits - 1));
+        before = word & 1;
+        for (; edges != 0; edges &= ~(std::uint64_t{1} << (WordBits - 1) >> std::countl_zero(edges))) {
+            int const x = first + std::countl_zero(edges);
+            if (x >= length) break;
+            least = std::min(least, x - start);
+            start = x;
+        }
+    }
+    return std::min(least, length - start);
+}
+
+int LeastRunOfColumn(PixelRows const& picture, int x) {
+    int const length = picture.box.Height();
+    int least = std::numeric_limits<int>::max();
+    int start = 0;
+    for (int y = 1; y <= length; ++y) {
+        if (y < length && IsBlack(picture.Row(y), x) == IsBlack(picture.Row(y - 1), x)) continue;
+        least = std::min(least, y - start);
+        start = y;
+    }
+    return least;
+}
+
 }  // namespace
 
 PixelBox Strip(PixelBox const& box, Side side, int depth) {
@@ -115,18 +150,11 @@ void Mirror(PixelRows& picture) {
 }
 
 int LeastRun(PixelRows const& picture, bool isLevel, int lines) {
-    int const length = isLevel ? picture.box.Width() : picture.box.Height();
     int const breadth = isLevel ? picture.box.Height() : picture.box.Width();
     int least = std::numeric_limits<int>::max();
     for (int line = 0; line < lines; ++line) {
         int const at = (2 * line + 1) * breadth / (2 * lines);
-        auto const isBlack = [&](int i) { return isLevel ? IsBlack(picture.Row(at), i) : IsBlack(picture.Row(i), at); };
-        int start = 0;
-        for (int i = 1; i <= length; ++i) {
-            if (i < length && isBlack(i) == isBlack(i - 1)) continue;
-            least = std::min(least, i - start);
-            start = i;
-        }
+        least = std::min(least, isLevel ? LeastRunOfRow(picture, at) : LeastRunOfColumn(picture, at));
     }
     return least == std::numeric_limits<int>::max() ? 0 : least;
 }

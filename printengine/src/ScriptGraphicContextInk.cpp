@@ -7,6 +7,7 @@
 
 namespace Scripting {
 
+using PrintEngine::Drawing::BitRows;
 using PrintEngine::Drawing::Raster;
 using PrintEngine::Drawing::Word;
 using PrintEngine::Drawing::WordBits;
@@ -44,10 +45,37 @@ PixelRows RowsOf(Raster const& raster, PixelBox const& box, int left, int top) {
     for (int y = 0; y < box.Height(); ++y, out += words) {
         auto const row = raster.Row(top + y);
         if (row.empty()) continue;
-        for (std::size_t i = 0; i < words; ++i) out[i] = WordAt(row, left + static_cast<int>(i) * WordBits);
+        auto const first = static_cast<std::size_t>(std::max(left, 0)) / WordBits;
+        int const shift = left % WordBits;
+        if (left >= 0 && first + words < row.size()) {
+            // Shifted twice, as a shift by 64 is undefined.
+            for (std::size_t i = 0; i < words; ++i)
+                out[i] = row[first + i] << shift | row[first + i + 1] >> 1 >> (WordBits - 1 - shift);
+        } else {
+            for (std::size_t i = 0; i < words; ++i) out[i] = WordAt(row, left + static_cast<int>(i) * WordBits);
+        }
         out[words - 1] &= inside;
     }
     return rows;
+}
+
+/// A picture from the corner of its ink on.
+std::vector<Word> InkWords(BitRows const& picture, PixelBox const& ink, std::size_t words) {
+    std::vector<Word> result;
+    result.reserve(words * static_cast<std::size_t>(ink.Height()));
+    int const first = ink.left / WordBits;
+    int const shift = ink.left % WordBits;
+    int const last = (picture.width - 1) / WordBits;
+    for (int y = ink.top; y < ink.bottom; ++y) {
+        Word bits = picture.Fetch(y, first);
+        for (std::size_t i = 0; i < words; ++i) {
+            int const next = first + static_cast<int>(i) + 1;
+            Word const behind = next > last ? 0 : next < last ? picture.FetchWhole(y, next) : picture.Fetch(y, next);
+            result.push_back(bits << shift | behind >> 1 >> (WordBits - 1 - shift));
+            bits = behind;
+        }
+    }
+    return result;
 }
 
 }  // namespace
@@ -76,14 +104,18 @@ void ScriptGraphicContext::State::CountBaseline(PrintEngine::Text::TextFrame con
     }
 }
 
-void ScriptGraphicContext::State::KeepPicture(PrintEngine::Drawing::BitRows const& picture, PixelBox const& ink,
-                                              int left, int top) {
+void ScriptGraphicContext::State::KeepPicture(BitRows const& picture, PixelBox const& ink, int left, int top) {
     constexpr std::size_t MostWords = std::size_t{4} << 20;
     PixelRows kept{{left + ink.left, top + ink.top, left + ink.right, top + ink.bottom}, {}};
     if (ink.IsEmpty()) return;
     std::size_t const words = kept.WordsPerRow() * static_cast<std::size_t>(ink.Height());
     if (words > MostWords - pictureWords) return;
     pictureWords += words;
+    if (degrees == 0) {
+        kept.words = InkWords(picture, ink, kept.WordsPerRow());
+        pictures.push_back(std::move(kept));
+        return;
+    }
     scratch.Reset(ink.Width(), ink.Height());
     scratch.Blit(picture, -ink.left, -ink.top, degrees, PrintEngine::Drawing::Ink::Black);
     pictures.push_back(RowsOf(scratch, kept.box, 0, 0));

@@ -250,14 +250,13 @@ void Raster::BlitInside(BitRows const& picture, int x, int y) {
         Word* const target = line.words + first;
         // What a word of the picture leaves over, it hands on to the right. Shifted twice, as a shift by 64, where the
         // words of both lie one above the other, is undefined.
-        Word bits = picture.Fetch(row, 0);
-        Apply<Mode>(target[0], bits >> shift);
-        for (int i = 1; i < words; ++i) {
-            Word const carried = bits << 1 << (WordBits - 1 - shift);
-            bits = picture.Fetch(row, i);
+        Word carried = 0;
+        for (int i = 0; i < words; ++i) {
+            Word const bits = i + 1 < words ? picture.FetchWhole(row, i) : picture.Fetch(row, i);
             Apply<Mode>(target[i], carried | bits >> shift);
+            carried = bits << 1 << (WordBits - 1 - shift);
         }
-        if (first + words == last) Apply<Mode>(target[words], bits << 1 << (WordBits - 1 - shift));
+        if (first + words == last) Apply<Mode>(target[words], carried);
     }
 }
 

@@ -41,6 +41,13 @@ struct BitRows {
         word = BigEndian(word);
         return bits < WordBits ? word & ~(~Word{0} >> bits) : word;
     }
+    /// The same of a word that has no pixel right of the picture.
+    Word FetchWhole(int row, int index) const {
+        Word word = 0;
+        std::memcpy(&word, bytes + static_cast<std::size_t>(row) * stride + static_cast<std::size_t>(index) * 8,
+                    sizeof word);
+        return BigEndian(word);
+    }
 };
 
 /// The 1-bit raster of a page. It has no fixed size, because a label is drawn before its size is known: a row begins to
