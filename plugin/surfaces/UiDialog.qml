@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
+import QtQuick.Templates as T
 
 // Asks or tells something above a surface, and takes all touches meanwhile. What stands in it comes between the words
 // and the buttons; without `reject` there is nothing to refuse. `show` replaces the words.
@@ -22,7 +23,7 @@ Popup {
         open()
     }
 
-    parent: Overlay.overlay
+    parent: T.Overlay.overlay
     anchors.centerIn: parent
     width: Math.min(480, (parent ? parent.width : 480) - 32)
     modal: true
@@ -35,7 +36,7 @@ Popup {
         color: "#ffffff"
         border.color: "#b8bec4"
     }
-    Overlay.modal: Rectangle { color: "#60202a33" }
+    T.Overlay.modal: Rectangle { color: "#60202a33" }
 
     ColumnLayout {
         width: dialog.availableWidth
