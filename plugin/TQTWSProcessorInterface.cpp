@@ -9,7 +9,7 @@
 #include "propertybus/PropertyIdentifiers.h"
 #include "propertybus/PublishingPropertyManager.h"
 
-TQTWSProcessorInterface::TQTWSProcessorInterface() = default;
+TQTWSProcessorInterface::TQTWSProcessorInterface() : jobList_(std::make_unique<JobList>(Machine().jobsFolder)) {}
 TQTWSProcessorInterface::~TQTWSProcessorInterface() = default;
 
 void TQTWSProcessorInterface::ConnectModel(std::shared_ptr<TQTWSProcessorInterface> const& self,

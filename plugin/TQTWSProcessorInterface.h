@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "library/DeskSettings.h"
+#include "plugin/surfaces/JobList.h"
 #include "plugin/surfaces/PrintDoor.h"
 #include "propertybus/Property.h"
 
@@ -30,6 +31,9 @@ class TQTWSProcessorInterface : public QObject {
     /// of its printed pages begin with. Of the job that began to print last.
     Q_PROPERTY(QVariantMap printedPages READ printedPages NOTIFY printedPagesChanged)
 
+    /// The jobs whose pages can be looked at: a JobList.
+    Q_PROPERTY(QObject* jobList READ jobList CONSTANT)
+
     /// Inches.
     Q_PROPERTY(double labelWidth READ labelWidth NOTIFY labelPartChanged)
     Q_PROPERTY(double labelHeight READ labelHeight NOTIFY labelPartChanged)
@@ -52,6 +56,7 @@ public:
     QString jobStatus() const;
     int printingPage() const;
     QVariantMap printedPages() const { return printedPages_; }
+    QObject* jobList() const { return jobList_.get(); }
     double labelWidth() const;
     double labelHeight() const;
     QVariantList labelFields() const;
@@ -78,4 +83,5 @@ private:
     std::unique_ptr<PrintDoor> door_;
     QString jobFolder_;
     QVariantMap printedPages_;
+    std::unique_ptr<JobList> jobList_;
 };

@@ -1,19 +1,17 @@
 #include "plugin/surfaces/PageView.h"
 
 #include <QtCore/QDir>
-#include <QtGui/QImageReader>
 #include <QtGui/QPainter>
 #include <QtQuick/QQuickWindow>
 #include <algorithm>
 #include <cmath>
 
 #include "PrintEngine/Printing/JobMetaData.h"
+#include "plugin/surfaces/PageReader.h"
 #include "plugin/surfaces/PrintedJobs.h"
 
 namespace {
 
-constexpr double Margin = 16;       // around the page, in the units of items
-constexpr int MostMegabytes = 256;  // of one decoded page
 constexpr QColor Outline(0x90, 0x90, 0x90);
 
 }  // namespace
@@ -23,7 +21,8 @@ PageView::PageView(QQuickItem* parent) : QQuickPaintedItem(parent) {
         connect(this, placed, this, &PageView::pageRectChanged);
     connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this] {
         if (pageCount_ == 0) ReadJob();
-        if (!shown_) Load();
+        lookAgain();
+        Q_EMIT folderTold();
     });
 }
 
@@ -36,7 +35,7 @@ void PageView::setFolder(QString const& folder) {
     shown_ = false;
     SetPageCount(0);
     Q_EMIT printedPagesChanged();
-    if (!folder_.isEmpty() && QDir(folder_).exists()) watcher_.addPath(folder_);
+    if (!small_ && !folder_.isEmpty() && QDir(folder_).exists()) watcher_.addPath(folder_);
     ReadJob();
     Q_EMIT folderChanged();
     Ask();
@@ -55,6 +54,10 @@ void PageView::setPrintedPages(QString const& printedPages) {
         return Ask();
     }
     if (pageCount_ == 0) CountPrintedPages();
+    lookAgain();
+}
+
+void PageView::lookAgain() {
     if (!shown_) Load();
 }
 
@@ -82,12 +85,16 @@ void PageView::setTurned(bool turned) {
     update();
 }
 
-QString PageView::PrintedFile(int page) const {
-    return printedPages_ + QString::number(page + 1) + QStringLiteral(".png");
+/// That hold the page, if they are there.
+QStringList PageView::Files() const {
+    QStringList files;
+    if (!folder_.isEmpty()) files.append(QDir(folder_).filePath(QString::number(page_)));
+    if (!printedPages_.isEmpty()) files.append(printedPages_ + QString::number(page_ + 1) + QStringLiteral(".png"));
+    return files;
 }
 
 void PageView::ReadJob() {
-    if (folder_.isEmpty()) return;
+    if (folder_.isEmpty() || small_) return;
     auto const metaData = PrintEngine::Printing::JobMetaData::Read(folder_.toStdString());
     if (!metaData) return;
     jobName_ = QString::fromStdString(metaData->jobName);
@@ -103,7 +110,7 @@ void PageView::SetPageCount(int count) {
 
 /// A job that was over before it was looked at.
 void PageView::CountPrintedPages() {
-    auto const job = PrintedJob::Find(printedPages_);
+    auto const job = small_ ? std::nullopt : PrintedJob::Find(printedPages_);
     if (!job) return;
     if (jobName_.isEmpty()) jobName_ = job->name;
     SetPageCount(job->pages);
@@ -117,6 +124,7 @@ QString PageView::printedPagesBeside(int step) const {
 /// Another page is asked for.
 void PageView::Ask() {
     shown_ = false;
+    ++*loads_;
     if (!keepsPicture_) {
         picture_ = {};
         reduced_ = {};
@@ -129,11 +137,19 @@ void PageView::Ask() {
 void PageView::Load() {
     if (!given_.isNull()) return Show(given_);
     if (page_ < 0) return;
-    QImageReader::setAllocationLimit(MostMegabytes);
-    QImage picture;
-    if (!folder_.isEmpty()) picture = QImageReader(QDir(folder_).filePath(QString::number(page_)), "png").read();
-    if (picture.isNull() && !printedPages_.isEmpty()) picture = QImageReader(PrintedFile(page_), "png").read();
-    if (!picture.isNull()) Show(std::move(picture));
+    if (small_) return LoadSmall();
+    if (QImage picture = PageReader::Read(Files()); !picture.isNull()) Show(std::move(picture));
+}
+
+/// The window draws the first of them before there is a size.
+void PageView::LoadSmall() {
+    QSize const room = (QSizeF(width() - 2 * Margin(), height() - 2 * Margin()) * PixelRatio()).toSize();
+    if (room.isEmpty() || (folder_.isEmpty() && printedPages_.isEmpty())) return;
+    int const load = ++*loads_;
+    auto const isWanted = [loads = loads_, load] { return *loads == load; };
+    PageReader::ReadSmall(this, Files(), room, isWanted, [this, isWanted](QImage picture) {
+        if (isWanted() && !picture.isNull()) Show(std::move(picture));
+    });
 }
 
 void PageView::Show(QImage picture) {
@@ -166,23 +182,28 @@ void PageView::setOrigin(QPointF origin) {
     update();
 }
 
+/// Around the page, in the units of items.
+double PageView::Margin() const { return small_ ? 2 : 16; }
+
 double PageView::PixelRatio() const { return window() ? window()->effectiveDevicePixelRatio() : 1; }
 
 double PageView::fittingZoom() const {
     if (picture_.isNull()) return 1;
     double const zoom =
-        std::min((width() - 2 * Margin) / picture_.width(), (height() - 2 * Margin) / picture_.height()) * PixelRatio();
+        std::min((width() - 2 * Margin()) / picture_.width(), (height() - 2 * Margin()) / picture_.height()) *
+        PixelRatio();
     return zoom >= 1 ? std::floor(zoom) : std::max(zoom, 0.0);
 }
 
 QSizeF PageView::contentSize() const {
     double const scale = zoom_ / PixelRatio();
-    return {picture_.width() * scale + 2 * Margin, picture_.height() * scale + 2 * Margin};
+    return {picture_.width() * scale + 2 * Margin(), picture_.height() * scale + 2 * Margin()};
 }
 
 void PageView::geometryChange(QRectF const& now, QRectF const& before) {
     QQuickPaintedItem::geometryChange(now, before);
     Q_EMIT fittingZoomChanged();
+    if (small_ && !shown_) Load();
 }
 
 void PageView::itemChange(ItemChange change, ItemChangeData const& data) {
@@ -196,8 +217,8 @@ void PageView::itemChange(ItemChange change, ItemChangeData const& data) {
 /// The upper left of the page, in screen pixels: whole ones, so that dots have sharp edges.
 QPoint PageView::Corner() const {
     QSizeF const content = contentSize();
-    auto const start = [ratio = PixelRatio()](double room, double size, double origin) {
-        return static_cast<int>(std::lround((std::max((room - size) / 2, 0.0) + Margin - origin) * ratio));
+    auto const start = [this, ratio = PixelRatio()](double room, double size, double origin) {
+        return static_cast<int>(std::lround((std::max((room - size) / 2, 0.0) + Margin() - origin) * ratio));
     };
     return {start(width(), content.width(), origin_.x()), start(height(), content.height(), origin_.y())};
 }

@@ -3,6 +3,8 @@
 #include <QtCore/QFileSystemWatcher>
 #include <QtGui/QImage>
 #include <QtQuick/QQuickPaintedItem>
+#include <atomic>
+#include <memory>
 
 /// Shows one page of a job folder, dot for dot: from a zoom of 1 on each dot is a square of whole screen pixels, below
 /// it the page is averaged down. The item is the window onto the page, not the page, so its memory does not grow with
@@ -15,6 +17,9 @@ class PageView : public QQuickPaintedItem {
     /// What the file names of printed pages begin with; behind it stand the page's number from 1, and ".png".
     Q_PROPERTY(QString printedPages READ printedPages WRITE setPrintedPages NOTIFY printedPagesChanged)
     Q_PROPERTY(int page READ page WRITE setPage NOTIFY pageChanged)  ///< counted from 0
+    /// It is one of many that are seen small: the page alone is shown, averaged down to the item, and read beside the
+    /// main thread. Nothing tells of other pages; `lookAgain` looks for one that was not there. Set first.
+    Q_PROPERTY(bool small MEMBER small_ NOTIFY smallChanged)
     /// A page drawn in memory, shown in place of any other while it is there; 1 or 8 bits a dot.
     Q_PROPERTY(QImage picture READ picture WRITE setPicture NOTIFY pictureChanged)
     /// Whether the page is looked at upside down, as it leaves the printer.
@@ -72,12 +77,18 @@ public:
     /// The `printedPages` of the job that was printed before (`step` -1) or behind (1) this one; empty without one.
     Q_INVOKABLE QString printedPagesBeside(int step) const;
 
+    /// Looks again for the page asked for, if it is not shown.
+    Q_INVOKABLE void lookAgain();
+
     void paint(QPainter* painter) override;
 
 Q_SIGNALS:
     void folderChanged();
     void printedPagesChanged();
     void keepsPictureChanged();
+    void smallChanged();
+    /// Pages may have come to the folder, or gone.
+    void folderTold();
     void pageChanged();
     void pictureChanged();
     void turnedChanged();
@@ -99,7 +110,9 @@ private:
     void ReadJob();
     void SetPageCount(int count);
     void CountPrintedPages();
-    QString PrintedFile(int page) const;
+    QStringList Files() const;
+    void LoadSmall();
+    double Margin() const;
     double PixelRatio() const;
     QPoint Corner() const;
     QImage const& Reduced();
@@ -109,6 +122,9 @@ private:
     QString printedPages_;
     QString jobName_;
     bool keepsPicture_ = false;
+    bool small_ = false;
+    // Of small pages, that were asked for: none but the last counts.
+    std::shared_ptr<std::atomic<int>> loads_ = std::make_shared<std::atomic<int>>(0);
     int page_ = 0;
     int pageCount_ = 0;
     bool shown_ = false;

@@ -7,7 +7,7 @@ ApplicationWindow {
 
     width: 760
     height: 820
-    minimumWidth: 640
+    minimumWidth: 760
     minimumHeight: 320
     visible: true
     title: "Print preview"

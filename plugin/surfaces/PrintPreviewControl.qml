@@ -3,24 +3,20 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import TCPrintEngine
 
-// The preview with its buttons.
+// The preview with its buttons, and beside it all pages of the job.
 Item {
     id: control
 
     property alias folder: surface.folder
     property alias printedPages: surface.printedPages
+    property alias waiting: surface.waiting
     property alias follows: surface.follows
     property alias page: surface.page
     property alias zoom: surface.zoom
+    property alias turned: surface.turned
     readonly property alias pageCount: surface.pageCount
     readonly property alias isShown: surface.isShown
     readonly property alias shownZoom: surface.shownZoom
-
-    component Button: ToolButton {
-        focusPolicy: Qt.NoFocus
-        implicitHeight: 32
-    }
-    component Separator: ToolSeparator { implicitHeight: 32 }
 
     function turnTo(number) { surface.turnTo(number) }
     function turnBy(step) { surface.turnBy(step) }
@@ -43,58 +39,78 @@ Item {
         anchors.fill: parent
         spacing: 0
 
-        ToolBar {
+        UiBar {
             Layout.fillWidth: true
-            RowLayout {
-                anchors.fill: parent
-                anchors.leftMargin: 6
-                anchors.rightMargin: 6
-                spacing: 2
+            spacing: 4
 
-                Button { text: "First"; enabled: control.hasPages && surface.page > 0; onClicked: surface.turnTo(0) }
-                Button { text: "Back"; enabled: surface.mayTurnBack; onClicked: surface.turnBy(-1) }
-                Label {
-                    objectName: "number"
-                    // That of the picture: while it follows, this stays until the next page is there.
-                    text: surface.shownPage >= 0 ? "Page " + (surface.shownPage + 1) + " of " + surface.shownPageCount
-                        : control.hasPages ? "Page " + (surface.page + 1) + " of " + surface.pageCount : "No pages"
-                    horizontalAlignment: Text.AlignHCenter
-                    Layout.minimumWidth: 120
-                }
-                Button { text: "Next"; enabled: surface.mayTurnOn; onClicked: surface.turnBy(1) }
-                Button { text: "Last"; enabled: surface.page < surface.pageCount - 1; onClicked: surface.turnTo(surface.pageCount - 1) }
-                Button {
-                    text: "Follow"
-                    highlighted: surface.follows
-                    onClicked: surface.follows ? surface.follows = false : surface.followAgain()
-                }
-                Separator {}
-                Button { text: "\u2212"; onClicked: surface.zoomOut() }
-                Label {
-                    text: Math.round(surface.shownZoom * 100) + " %"
-                    horizontalAlignment: Text.AlignHCenter
-                    Layout.minimumWidth: 52
-                }
-                Button { text: "+"; onClicked: surface.zoomIn() }
-                Button { text: "Fit"; highlighted: surface.zoom === 0; onClicked: surface.zoom = 0 }
-                Button { text: "Dots"; highlighted: surface.zoom === 1; onClicked: surface.zoom = 1 }
-                Item { Layout.fillWidth: true }
+            UiButton { objectName: "back"; text: "\u2039"; what: "Page back"; enabled: surface.mayTurnBack; onClicked: surface.turnBy(-1) }
+            Text {
+                objectName: "number"
+                // That of the picture: while it follows, this stays until the next page is there.
+                text: surface.shownPage >= 0 ? "Page " + (surface.shownPage + 1) + " of " + surface.shownPageCount
+                    : control.hasPages ? "Page " + (surface.page + 1) + " of " + surface.pageCount : "No pages"
+                color: "#202a33"
+                font.pixelSize: 15
+                horizontalAlignment: Text.AlignHCenter
+                Layout.minimumWidth: 120
             }
+            UiButton { objectName: "next"; text: "\u203A"; what: "Page on"; enabled: surface.mayTurnOn; onClicked: surface.turnBy(1) }
+            UiButton {
+                objectName: "follow"
+                text: "Follow"
+                checked: surface.follows
+                onClicked: surface.follows ? surface.follows = false : surface.followAgain()
+            }
+            Item { Layout.fillWidth: true }
+            UiButton { objectName: "out"; text: "\u2212"; what: "Smaller"; onClicked: surface.zoomOut() }
+            Text {
+                objectName: "zoom"
+                text: Math.round(surface.shownZoom * 100) + " %"
+                color: "#202a33"
+                font.pixelSize: 15
+                horizontalAlignment: Text.AlignHCenter
+                Layout.minimumWidth: 52
+            }
+            UiButton { objectName: "in"; text: "+"; what: "Larger"; onClicked: surface.zoomIn() }
+            UiButton { objectName: "fit"; text: "Fit"; checked: surface.zoom === 0; onClicked: surface.zoom = 0 }
+            UiButton { objectName: "dots"; text: "Dots"; checked: surface.zoom === 1; onClicked: surface.zoomTo(1) }
+            UiButton { objectName: "turn"; text: "Turn"; what: "Upside down"; checked: surface.turned; onClicked: surface.turned = !surface.turned }
+            UiButton { objectName: "jobs"; text: "Jobs"; onClicked: jobs.show() }
         }
-
-        PrintPreviewSurface {
-            id: surface
+        RowLayout {
             Layout.fillWidth: true
             Layout.fillHeight: true
-        }
+            spacing: 0
 
-        ToolBar {
+            PrintPreviewSurface {
+                id: surface
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                onFolderTold: strip.lookAgain()
+            }
+            PageStrip {
+                id: strip
+                objectName: "strip"
+                Layout.fillHeight: true
+                Layout.preferredWidth: 104
+                Layout.margins: 4
+                visible: control.width >= 600 && surface.pageCount > 1
+                model: visible ? surface.pageCount : 0
+                folder: surface.folder
+                printedPages: surface.shownStem
+                page: surface.page
+                onChosen: number => surface.turnTo(number)
+            }
+        }
+        Rectangle {
             Layout.fillWidth: true
+            implicitHeight: 28
+            color: "#eceff1"
             RowLayout {
-                anchors.fill: parent
-                anchors.leftMargin: 10
-                anchors.rightMargin: 10
-                Label {
+                anchors { fill: parent; leftMargin: 10; rightMargin: 10 }
+                spacing: 16
+                component Note: Text { color: "#58656f"; font.pixelSize: 14 }
+                Note {
                     objectName: "status"
                     Layout.fillWidth: true
                     elide: Text.ElideRight
@@ -103,9 +119,17 @@ Item {
                           + (surface.folder !== TQTWSProcessorInterface.jobFolder ? " of another job"
                              : surface.jobName ? " of \u201C" + surface.jobName + "\u201D" : "")
                 }
-                Label { objectName: "job"; text: surface.jobName; visible: text.length > 0; rightPadding: 16 }
-                Label { text: surface.dots.width > 0 ? surface.dots.width + " \u00D7 " + surface.dots.height + " dots" : "" }
+                Note { objectName: "job"; text: surface.jobName; visible: text.length > 0 }
+                Note { text: surface.dots.width > 0 ? surface.dots.width + " \u00D7 " + surface.dots.height + " dots" : "" }
             }
         }
+    }
+
+    JobsPopup {
+        id: jobs
+        parent: control
+        printedPages: control.printedPages
+        waiting: control.waiting
+        onChosen: job => surface.showJob(job, false)
     }
 }

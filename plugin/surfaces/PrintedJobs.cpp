@@ -61,6 +61,11 @@ std::vector<KeptJob> JobsIn(QString const& folder) {
     return jobs;
 }
 
+/// Jobs of one moment follow their numbers.
+bool Precedes(KeptJob const& left, KeptJob const& right) {
+    return std::tie(left.begin, left.number, left.job.name) < std::tie(right.begin, right.number, right.job.name);
+}
+
 QString FolderOf(QString const& stem) { return stem.left(stem.lastIndexOf(u'/') + 1); }
 
 }  // namespace
@@ -89,16 +94,23 @@ std::optional<PrintedJob> PrintedJob::Beside(QString const& stem, int step) {
     auto const self =
         std::find_if(jobs.begin(), jobs.end(), [&](KeptJob const& kept) { return kept.job.stem == stem; });
     if (stem.isEmpty() || self == jobs.end()) return std::nullopt;
-    // Jobs of one moment follow their numbers.
-    auto const precedes = [](KeptJob const& left, KeptJob const& right) {
-        return std::tie(left.begin, left.number, left.job.name) < std::tie(right.begin, right.number, right.job.name);
-    };
     KeptJob const own = *self;
     std::optional<KeptJob> found;
     for (auto& kept : jobs) {
-        bool const isThere = step < 0 ? precedes(kept, own) : precedes(own, kept);
-        bool const isNearer = !found || (step < 0 ? precedes(*found, kept) : precedes(kept, *found));
+        bool const isThere = step < 0 ? Precedes(kept, own) : Precedes(own, kept);
+        bool const isNearer = !found || (step < 0 ? Precedes(*found, kept) : Precedes(kept, *found));
         if (isThere && isNearer) found = std::move(kept);
     }
     return found ? std::optional(found->job) : std::nullopt;
+}
+
+std::vector<PrintedJob> PrintedJob::Newest(QString const& stem, std::size_t most) {
+    if (stem.isEmpty()) return {};
+    auto jobs = JobsIn(FolderOf(stem));
+    auto const end = jobs.begin() + static_cast<std::ptrdiff_t>(std::min(most, jobs.size()));
+    std::partial_sort(jobs.begin(), end, jobs.end(),
+                      [](auto const& left, auto const& right) { return Precedes(right, left); });
+    std::vector<PrintedJob> newest;
+    for (auto kept = jobs.begin(); kept != end; ++kept) newest.push_back(std::move(kept->job));
+    return newest;
 }
