@@ -35,6 +35,7 @@ ListView {
         function lookAgain() { view.lookAgain() }
 
         objectName: "page" + (index + 1)
+        topPadding: 4
         width: strip.width
         height: strip.width + 16
         focusPolicy: Qt.NoFocus

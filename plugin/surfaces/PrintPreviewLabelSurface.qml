@@ -51,23 +51,32 @@ Item {
         contentWidth: Math.max(width, view.contentSize.width)
         contentHeight: Math.max(height, view.contentSize.height)
         boundsBehavior: Flickable.StopAtBounds
+        interactive: !pinch.active
         ScrollBar.horizontal: ScrollBar { policy: flickable.contentWidth > flickable.width ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff }
         ScrollBar.vertical: ScrollBar { policy: flickable.contentHeight > flickable.height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff }
 
-        // Two fingers. Dots are whole again when they are lifted.
-        PinchHandler {
-            id: pinch
-            property real before: 1
-            target: null
-            onActiveChanged: {
-                if (active) before = view.zoom
-                else if (view.zoom > 1) surface.zoom = Math.round(view.zoom)
-            }
-            onActiveScaleChanged: if (active) surface.zoomAt(Math.max(0.05, Math.min(before * activeScale, 16)), surface.mapFromItem(null, pinch.centroid.scenePosition))
-        }
         TapHandler {
             onDoubleTapped: point => surface.zoom > 0 ? surface.zoom = 0
                 : surface.zoomAt(view.zoom >= 1 ? view.zoom * 2 : 1, surface.mapFromItem(null, point.scenePosition))
+        }
+    }
+
+    // Two fingers. Dots are whole again when they are lifted.
+    PinchHandler {
+        id: pinch
+        property real before: 1
+        property point middle
+        target: null
+        // One finger may have begun to scroll.
+        grabPermissions: PointerHandler.CanTakeOverFromAnything
+        onActiveChanged: {
+            if (active) before = view.zoom
+            else if (view.zoom > 1) surface.zoomAt(Math.round(view.zoom), middle)
+        }
+        onActiveScaleChanged: {
+            if (!active) return
+            middle = surface.mapFromItem(null, pinch.centroid.scenePosition)
+            surface.zoomAt(Math.max(0.05, Math.min(before * activeScale, 16)), middle)
         }
     }
 }

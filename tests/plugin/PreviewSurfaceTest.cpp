@@ -1,6 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <QtGui/QPointingDevice>
+
+#include "PrintEngine/Printing/JobMetaData.h"
+#include "plugin/surfaces/JobList.h"
 #include "tests/plugin/Surface.h"
+#include "tests/support/TemporaryDirectory.h"
 
 namespace {
 
@@ -37,6 +42,164 @@ TEST(PageInMemory, LiesWhereItsDotsAreSaidToBe) {
         }
     }
     EXPECT_EQ(messages.join(u'\n').toStdString(), "");
+}
+
+/// A folder with jobs that wait, and one with pages that have printed. Page n of any job has its black dots in row n.
+class PreviewSurfaceTest : public testing::Test {
+protected:
+    PreviewSurfaceTest() {
+        TheHost();
+        messages.clear();
+    }
+    ~PreviewSurfaceTest() override { EXPECT_EQ(messages.join(u'\n').toStdString(), ""); }
+
+    static void WritePage(std::filesystem::path const& file, int page) {
+        QImage picture(40, 30, QImage::Format_Grayscale8);
+        picture.fill(Qt::white);
+        std::memset(picture.scanLine(page), 0, 40);
+        EXPECT_TRUE(picture.save(QString::fromStdString(file.string()), "png"));
+    }
+    std::filesystem::path AddJob(std::string const& name, unsigned pages, std::uint64_t serial, int rendered) const {
+        auto const folder = jobs_ / (name + "-x");
+        std::filesystem::create_directory(folder);
+        PrintEngine::Printing::JobMetaData{.jobName = name, .totalPages = pages, .serial = serial}.Write(folder);
+        for (int page = 0; page < rendered; ++page) WritePage(folder / std::to_string(page), page);
+        return folder;
+    }
+    /// The row of the page with black dots, as the item in the middle of which they lie shows it; -1 for none.
+    static int Row(Surface& surface, QQuickItem& item) {
+        QImage const screen = surface.Grab();
+        if (!item.property("isShown").toBool()) return -1;
+        QRectF page;
+        EXPECT_TRUE(QMetaObject::invokeMethod(&item, "itemRect", Q_RETURN_ARG(QRectF, page),
+                                              Q_ARG(QRectF, QRectF(0, 0, 40, 30))));
+        QPointF const corner = item.mapToScene(page.topLeft());
+        for (int row = 0; row < 30; ++row) {
+            QPointF const at = corner + QPointF(page.width() / 2, (row + 0.5) * page.height() / 30);
+            if (qGray(screen.pixel(at.toPoint())) < 100) return row;
+        }
+        return -1;
+    }
+    static void AwaitSmall(Surface& surface, char const* name) {
+        for (int i = 0; i < 500 && !surface.Item(name).property("isShown").toBool(); ++i) QTest::qWait(5);
+    }
+
+    TemporaryDirectory jobs_;
+    TemporaryDirectory kept_;
+};
+
+TEST_F(PreviewSurfaceTest, ListsJobsThatWaitInTheirOrderAndThoseThatHavePrinted) {
+    AddJob("second", 3, 20, 0);
+    AddJob("first", 2, 10, 0);
+    std::filesystem::create_directory(jobs_ / "comes");
+    for (char const* file : {"b-1-1", "b-1-2", "a-9-1"}) WritePage(kept_ / (std::string(file) + ".png"), 1);
+    std::filesystem::last_write_time(kept_ / "b-1-1.png",
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+    JobList list(jobs_.Path());
+    auto const names = [](QVariantList const& jobs) {
+        std::string text;
+        for (auto const& job : jobs)
+            text += job.toMap()[QStringLiteral("name")].toString().toStdString() + ' ' +
+                    job.toMap()[QStringLiteral("pages")].toString().toStdString() + ';';
+        return text;
+    };
+    list.lookAtWaiting();
+    list.lookAtPrinted(QString::fromStdString((kept_ / "b-1-").string()));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !list.waiting().isEmpty() && !list.printed().isEmpty(); }));
+    EXPECT_EQ(names(list.waiting()), "first 2;second 3;");
+    EXPECT_EQ(names(list.printed()), "a-9 1;b-1 2;");
+    AddJob("third", 1, 30, 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return list.waiting().size() == 3; })) << "it is told of the next one";
+}
+
+TEST_F(PreviewSurfaceTest, GoesFromWhatHasPrintedToWhatWaitsByTouch) {
+    auto const first = AddJob("first", 2, 10, 2);
+    auto const second = AddJob("second", 3, 20, 1);
+    for (int page = 0; page < 2; ++page) WritePage(kept_ / ("old-1-" + std::to_string(page + 1) + ".png"), 20 + page);
+    JobList list(jobs_.Path());
+    list.lookAtWaiting();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return list.waiting().size() == 2; }));
+
+    Surface surface(QStringLiteral("PrintPreviewControl"), {800, 400});
+    surface.Set("printedPages",
+                QVariantMap{{QStringLiteral("job"), QStringLiteral("/gone")},
+                            {QStringLiteral("stem"), QString::fromStdString((kept_ / "old-1-").string())}});
+    surface.Set("folder", QString());
+    surface.Set("waiting", list.waiting());
+    struct Step {
+        char const* button;
+        char const* number;
+        char const* job;
+        int row;
+    };
+    for (auto const& step : std::initializer_list<Step>{{"fit", "Page 1 of 2", "first", 0},
+                                                        {"next", "Page 2 of 2", "first", 1},
+                                                        {"next", "Page 1 of 3", "second", 0},
+                                                        {"next", "Page 2 of 3", "second", -1},
+                                                        {"back", "Page 1 of 3", "second", 0},
+                                                        {"back", "Page 2 of 2", "first", 1},
+                                                        {"back", "Page 1 of 2", "first", 0},
+                                                        {"back", "Page 2 of 2", "old-1", 21},
+                                                        {"next", "Page 1 of 2", "first", 0}}) {
+        surface.Click(step.button);
+        EXPECT_EQ(surface.TextOf("number"), step.number);
+        EXPECT_EQ(surface.TextOf("job"), step.job);
+        EXPECT_EQ(Row(surface, surface.Item("view")), step.row) << step.number << step.job;
+    }
+    surface.Click("turn");
+    EXPECT_EQ(Row(surface, surface.Item("view")), 29) << "upside down";
+}
+
+TEST_F(PreviewSurfaceTest, ShowsPagesSmallBesideTheOneAndOnlyThoseInSight) {
+    auto const folder = AddJob("long", 100'000, 10, 9);
+    Surface surface(QStringLiteral("PrintPreviewControl"), {800, 480});
+    surface.Set("folder", QString::fromStdString(folder.string()));
+    surface.Set("page", 0);
+    for (int page = 0; page < 3; ++page) {
+        std::string const name = "small" + std::to_string(page + 1);
+        AwaitSmall(surface, name.c_str());
+        EXPECT_NEAR(Row(surface, surface.Item(name.c_str())), page, 1) << name;
+    }
+    surface.Click("page3");
+    EXPECT_EQ(surface.TextOf("number"), "Page 3 of 100000");
+    EXPECT_EQ(Row(surface, surface.Item("view")), 2);
+    surface.Call("turnTo", 99'999);
+    EXPECT_FALSE(surface.Item("small100000").property("isShown").toBool()) << "not drawn yet";
+    WritePage(folder / "99999", 7);
+    AwaitSmall(surface, "small100000");
+    EXPECT_NEAR(Row(surface, surface.Item("small100000")), 7, 1) << "it has come";
+    QVariant const content = surface.Item("strip").property("contentItem");
+    EXPECT_LT(content.value<QQuickItem*>()->childItems().size(), 30);
+}
+
+TEST_F(PreviewSurfaceTest, TwoFingersZoomWhereTheyLie) {
+    Surface surface(QStringLiteral("PrintPreviewLabelSurface"), {150, 120});
+    surface.Item("view").setProperty("picture", PageWithDot(7, 11));
+    auto* const screen = QTest::createTouchDevice();
+    surface.Set("zoom", 4);
+    QRectF before;
+    auto& view = surface.Item("view");
+    auto const place = [&](QRectF& result) {
+        Surface::Settle();
+        QMetaObject::invokeMethod(&view, "itemRect", Q_RETURN_ARG(QRectF, result), Q_ARG(QRectF, QRectF(7, 11, 1, 1)));
+    };
+    place(before);
+    QPoint const middle = before.center().toPoint();
+    auto fingers = [&](int apart) { return std::pair(middle - QPoint(apart, 0), middle + QPoint(apart, 0)); };
+    QTest::touchEvent(&surface.Window(), screen).press(0, fingers(20).first).press(1, fingers(20).second);
+    for (int apart = 20; apart <= 80; apart += 5) {
+        QTest::touchEvent(&surface.Window(), screen).move(0, fingers(apart).first).move(1, fingers(apart).second);
+        Surface::Settle();
+    }
+    QTest::touchEvent(&surface.Window(), screen).release(0, fingers(80).first).release(1, fingers(80).second);
+    double const zoom = surface.Value("shownZoom").toDouble();
+    EXPECT_GT(zoom, 4);
+    EXPECT_EQ(zoom, std::round(zoom)) << "dots are whole when the fingers are lifted";
+    QRectF now;
+    place(now);
+    EXPECT_LT((now.center() - QPointF(middle)).manhattanLength(), 3 * zoom);
+    surface.Call("zoomAt", 2.0, QPointF(10, 10));
+    EXPECT_EQ(surface.Value("shownZoom").toDouble(), 2);
 }
 
 }  // namespace
