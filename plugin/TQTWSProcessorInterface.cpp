@@ -6,6 +6,7 @@
 #include "foundation/Json.h"
 #include "plugin/Machine.h"
 #include "plugin/TWSProcessorInterface.h"
+#include "plugin/surfaces/TemplateList.h"
 #include "propertybus/PropertyIdentifiers.h"
 #include "propertybus/PublishingPropertyManager.h"
 
@@ -92,6 +93,15 @@ DeskSettings TQTWSProcessorInterface::PrinterDesk() const {
     desk.machine = Machine();
     desk.machine.runningOnTarget = false;
     return desk;
+}
+
+QObject* TQTWSProcessorInterface::templates() {
+    if (templates_ || !model_ || !properties_) return templates_.get();
+    templates_ = std::make_unique<TemplateList>(PrinterDesk(), [this](QByteArray stream, auto done) {
+        if (!door_) return done(tr("There is no way to the printer"));
+        door_->Print(std::move(stream), std::move(done));
+    });
+    return templates_.get();
 }
 
 QVariantList TQTWSProcessorInterface::labelFields() const {

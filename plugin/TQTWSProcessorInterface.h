@@ -13,6 +13,7 @@
 
 class PICLServerAgent;
 class PublishingPropertyManager;
+class TemplateList;
 class TWSProcessorInterface;
 
 /// What the surfaces see of the process: the job that prints, and the label part. Lives on the main thread; what other
@@ -39,6 +40,8 @@ class TQTWSProcessorInterface : public QObject {
     Q_PROPERTY(double labelHeight READ labelHeight NOTIFY labelPartChanged)
     /// The fields of the label part, each with the texts "name" and "value".
     Q_PROPERTY(QVariantList labelFields READ labelFields NOTIFY labelPartChanged)
+    /// A TemplateList of what the printer has stored, made when it is first asked for; null before the model is there.
+    Q_PROPERTY(QObject* templates READ templates NOTIFY labelPartChanged)
 
 public:
     TQTWSProcessorInterface();
@@ -60,6 +63,7 @@ public:
     double labelWidth() const;
     double labelHeight() const;
     QVariantList labelFields() const;
+    QObject* templates();
 
     /// By which surfaces print; null before the agent is set.
     PrintDoor* Door() const { return door_.get(); }
@@ -81,6 +85,7 @@ private:
     std::shared_ptr<TWSProcessorInterface> model_;
     std::shared_ptr<PublishingPropertyManager> properties_;
     std::unique_ptr<PrintDoor> door_;
+    std::unique_ptr<TemplateList> templates_;
     QString jobFolder_;
     QVariantMap printedPages_;
     std::unique_ptr<JobList> jobList_;

@@ -107,6 +107,18 @@ std::string FaultOf(TemplateField const& field, std::string_view value) {
     return {};
 }
 
+std::string SampleOf(TemplateField const& field) {
+    if (!field.value.empty()) return field.value;
+    if (!field.checks.digitsOnly) return field.name;
+    constexpr std::string_view Digits = "1234567890";
+    auto const& [isRequired, digitsOnly, least, most] = field.checks;
+    std::size_t const count =
+        std::min(std::max(least, most > 0 ? std::min(most, Digits.size()) : Digits.size()), LongestValue);
+    std::string sample;
+    while (sample.size() < count) sample += Digits[sample.size() % Digits.size()];
+    return sample;
+}
+
 void FilledStream::Add(StoredFormat const& format, std::string_view bytes, FieldValues const& values, unsigned labels) {
     // The mark chooses the encoding of this stream alone. A format may choose another one, from there on.
     if (stream_.empty()) stream_ = "\xEF\xBB\xBF";

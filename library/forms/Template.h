@@ -45,6 +45,9 @@ std::vector<TemplateField> VariableFields(DrawnFormat const& drawn);
 /// What is wrong with a value, in a sentence without the field's name; empty if nothing is.
 std::string FaultOf(TemplateField const& field, std::string_view value);
 
+/// What it begins with, or something that shows where it stands.
+std::string SampleOf(TemplateField const& field);
+
 /// A stream that recalls stored formats and fills their fields. Any text is safe in it, whatever character set earlier
 /// streams have chosen, and later ones find no other than that of the formats.
 class FilledStream {

@@ -10,9 +10,12 @@
 #include <QtQuick/QQuickWindow>
 #include <QtTest/QTest>
 #include <array>
+#include <functional>
 
+#include "foundation/AppSettings.h"
 #include "plugin/LabelRenderPlugin.h"
 #include "propertybus/PublishingPropertyManager.h"
+#include "tests/support/TemporaryDirectory.h"
 
 inline QStringList messages;  ///< of Qt since they were cleared
 
@@ -20,6 +23,7 @@ inline QStringList messages;  ///< of Qt since they were cleared
 struct Host {
     Host() {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+        AppSettings::GetInstance().SetStorageDir(storage.Path());
         qInstallMessageHandler(
             [](QtMsgType, QMessageLogContext const&, QString const& text) { messages.append(text); });
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
@@ -34,6 +38,7 @@ struct Host {
         std::dynamic_pointer_cast<T>(properties->Find(identifier))->Set(value);
     }
 
+    TemporaryDirectory storage;  ///< of the printer
     std::array<char, 5> name{"test"};
     std::array<char*, 2> argv{name.data(), nullptr};
     int argc = 1;
@@ -107,14 +112,16 @@ public:
                                               QGenericArgument(QMetaType::fromType<A>().name(), &argument)))
             << method;
     }
-    /// An item of the surface, by its name.
+    /// An item of the surface, by its name: of several one that is seen.
     QQuickItem& Item(char const* name) {
-        auto* const found = Find(*item_, QString::fromLatin1(name));
+        auto* found = Find(*item_, QString::fromLatin1(name), true);
+        if (!found) found = Find(*item_, QString::fromLatin1(name));
         if (!found) throw std::runtime_error(std::string("there is no ") + name);
         return *found;
     }
     /// A finger or a mouse on the middle of an item, or at a point of it.
     void Click(char const* name) {
+        Grab();  // items have their places when they have been drawn
         auto const& item = Item(name);
         ClickAt(item, {item.width() / 2, item.height() / 2});
     }
@@ -125,16 +132,32 @@ public:
         Settle();
     }
     QQuickWindow& Window() { return window_; }
+    bool Has(char const* name) {
+        Settle();
+        return Find(*item_, QString::fromLatin1(name)) != nullptr;
+    }
+    /// Into what has the focus, over what is there.
+    void Type(char const* text) {
+        QTest::keyClick(&window_, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(&window_, Qt::Key_Delete);
+        for (char const* c = text; *c; ++c) QTest::keyClick(&window_, *c);
+        Settle();
+    }
+    static testing::AssertionResult Until(std::function<bool()> const& holds) {
+        constexpr int Milliseconds = 30'000;
+        return QTest::qWaitFor(holds, Milliseconds) ? testing::AssertionSuccess()
+                                                    : testing::AssertionFailure() << "it has not come";
+    }
     std::string TextOf(char const* name) {
         Settle();
         return Item(name).property("text").toString().toStdString();
     }
 
 private:
-    static QQuickItem* Find(QQuickItem const& parent, QString const& name) {
+    static QQuickItem* Find(QQuickItem const& parent, QString const& name, bool isSeen = false) {
         for (auto* child : parent.childItems()) {
-            if (child->objectName() == name) return child;
-            if (auto* const found = Find(*child, name)) return found;
+            if (child->objectName() == name && (child->isVisible() || !isSeen)) return child;
+            if (auto* const found = Find(*child, name, isSeen)) return found;
         }
         return nullptr;
     }

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QString>
+#include <QtGui/QImage>
+#include <filesystem>
+#include <functional>
+#include <string_view>
+
+#include "library/forms/DrawnFormat.h"
+#include "library/forms/FieldSettings.h"
+#include "library/forms/StoredFormats.h"
+
+class DrawingThread;
+
+/// What all that works with templates shares: where they are, who draws them, and how they are printed.
+struct TemplateStore {
+    /// Takes whole labels; calls `done` once, with a sentence if they are not taken.
+    using Print = std::function<void(QByteArray stream, std::function<void(QString const& error)> done)>;
+
+    StoredFormats formats;
+    FieldSettings settings;
+    DrawingThread& drawing;
+    Print print;
+
+    /// Lists of values, as CSV files, are put there.
+    std::filesystem::path ValuesFolder() const { return formats.Folder().parent_path() / "values"; }
+    std::filesystem::path JournalFile() const { return formats.Folder().parent_path() / "batch.json"; }
+    /// Of a format whose full name is "E:ORDER.ZPL".
+    static StoredFormat FormatNamed(QString const& fullName);
+};
+
+/// As it is shown: with a capital first and a full stop.
+QString Sentence(std::string_view text);
+
+/// The dots of a label, and at most so many pixels high if that is not 0.
+QImage PictureOf(DrawnFormat const& drawn, int height = 0);
+
+/// A stored format without what fills it, and filled.
+DrawnFormat DrawTemplate(FormatDrawer& drawer, StoredFormat const& format, std::string const& bytes);
+DrawnFormat DrawFilled(FormatDrawer& drawer, StoredFormat const& format, std::string const& bytes,
+                       FieldValues const& values);
