@@ -30,9 +30,6 @@ std::vector<BatchTemplate> ReadTemplates(FormatDrawer& drawer, TemplateStore con
 }  // namespace
 
 BatchPrinter::BatchPrinter(TemplateStore store) : store_(std::move(store)), journal_(store_.JournalFile()) {
-    std::error_code error;  // without the folder there are no lists
-    std::filesystem::create_directories(store_.ValuesFolder(), error);
-    watcher_.addPath(folder());
     connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, &BatchPrinter::look);
     look();
     if (auto record = journal_.Read()) {
@@ -66,6 +63,9 @@ QStringList BatchPrinter::faults() const { return ListOf(check_.faults); }
 QStringList BatchPrinter::remarks() const { return ListOf(check_.remarks); }
 
 void BatchPrinter::look() {
+    std::error_code error;  // without the folder there are no lists
+    std::filesystem::create_directories(store_.ValuesFolder(), error);
+    if (!error && watcher_.directories().isEmpty()) watcher_.addPath(folder());
     auto const names = QDir(folder()).entryList({QStringLiteral("*.csv")}, QDir::Files, QDir::Name | QDir::IgnoreCase);
     if (names == lists_) return;
     lists_ = names;

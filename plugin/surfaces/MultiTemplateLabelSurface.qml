@@ -36,6 +36,7 @@ Rectangle {
     function fillFromList() {
         formats = cards.chosen
         if (batch.state !== "printing" && batch.state !== "stopped") batch.giveUp()
+        batch.look()
         step = "list"
     }
 

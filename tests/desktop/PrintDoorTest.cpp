@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QCoreApplication>
+#include <cstdio>
 #include <map>
 
+#include "plugin/surfaces/BatchPrinter.h"
+#include "plugin/surfaces/TemplateList.h"
 #include "propertybus/PICLIF.h"
 #include "propertybus/PropertyIdentifiers.h"
 #include "propertybus/PublishingPropertyManager.h"
@@ -138,6 +141,55 @@ TEST_F(PrintDoorTest, TellsWhatDoesNotPrint) {
     screen.Print(Label("late"));
     EXPECT_TRUE(Until([&] { return !screen.said.empty(); }));
     EXPECT_NE(screen.said, ";");
+}
+
+/// Of this process, in MiB.
+long Memory() {
+    std::ifstream status("/proc/self/status");
+    long kilobytes = 0;
+    for (std::string word; status >> word;) {
+        if (word == "VmRSS:" && status >> kilobytes) break;
+    }
+    return kilobytes / 1024;
+}
+
+TEST_F(PrintDoorTest, ABatchPrintsEachRowOnceInFlatMemoryThoughTheHostIsKilled) {
+    char const* const asked = std::getenv("ZPL_TEST_ROWS");
+    std::size_t const rows = asked ? std::strtoul(asked, nullptr, 10) : 200;
+    VirtualPrinterProcess printer({"--speed", "0"});
+    auto const store = printer.Folder() / "state/zplhost";
+    auto const formats = store / "SavedZPLFormats";
+    printer.Print("^XA^DFE:ROW.ZPL^FO20,20^A0N,40^FN1\"Number\"^FS^XZ");
+    ASSERT_TRUE(Until([&] { return std::filesystem::exists(formats / "E/ROW.ZPL"); }));
+    std::filesystem::create_directories(store / "values");
+    std::ofstream list(store / "values/rows.csv");
+    list << "number\n";
+    for (std::size_t i = 0; i < rows; ++i) list << "row" << i << '\n';
+    list.close();
+
+    Screen screen(printer.Runtime() / "properties");
+    ASSERT_TRUE(Until([&] { return screen.door->IsOpen(); }));
+    DeskSettings settings;
+    settings.machine.formatsFolder = formats;
+    TemplateList templates(settings, [&](QByteArray stream, auto done) { screen.door->Print(stream, done); });
+    auto* const batch = qobject_cast<BatchPrinter*>(templates.batch());
+    batch->check(QStringLiteral("rows.csv"), {QStringLiteral("E:ROW.ZPL")});
+    ASSERT_TRUE(Until([&] { return batch->state() == u"ready"; }));
+    batch->start();
+    ASSERT_TRUE(Until([&] { return batch->taken() >= 100; }));
+    printer.KillChild("zplhost");
+    long const early = Memory();
+    auto const patience = std::chrono::seconds(20 + rows / 20);
+    ASSERT_TRUE(VirtualPrinterProcess::UntilFor(patience,
+                                                [&] {
+                                                    QCoreApplication::processEvents();
+                                                    return printer.Kept().size() >= rows;
+                                                }))
+        << batch->notice().toStdString() << printer.Log();
+    EXPECT_TRUE(Until([&] { return batch->state() == u"done"; }));
+    EXPECT_EQ(printer.Kept().size(), rows);
+    EXPECT_LE(Memory() - early, 8);
+    if (asked) std::printf("%zu rows: %ld MiB behind the first hundred, %ld at the end\n", rows, early, Memory());
 }
 
 }  // namespace
