@@ -189,7 +189,8 @@ void InputRenderer::DrawHere(QueuedLabel label) {
                 Report(task, {jobPage()}, target.PageSize(), std::move(copy));
             } else {
                 store_.WithPage(target, page, [&](Scripting::FinishedPage& drawn) {
-                    if (auto staged = Stage(drawn, label, copy)) KeepDrawn(task, *std::move(staged), std::move(copy));
+                    if (auto staged = Stage(drawn, label, copy, true))
+                        KeepDrawn(task, *std::move(staged), std::move(copy));
                 });
             }
             interpreter_.SetDrawnFormat(task.format);
@@ -199,8 +200,8 @@ void InputRenderer::DrawHere(QueuedLabel label) {
 }
 
 /// Called by any thread that draws.
-std::optional<StagedPage> InputRenderer::Stage(Scripting::FinishedPage& page, QueuedLabel& label,
-                                               DrawnCopy const& copy) const {
+std::optional<StagedPage> InputRenderer::Stage(Scripting::FinishedPage& page, QueuedLabel& label, DrawnCopy const& copy,
+                                               bool atOnce) const {
     if (options_.keepJob) return StageFile(PageFormats[0], jobPath_ / "page", page);
     unsigned const number = label.pagesBefore + copy.copy + 1;
     if (!options_.pages.Hold(number)) return std::nullopt;
@@ -214,7 +215,7 @@ std::optional<StagedPage> InputRenderer::Stage(Scripting::FinishedPage& page, Qu
         label.lastRows = rows;
         label.lastOperations = copy.operations;
     }
-    auto staged = store_.Stage(page);
+    auto staged = store_.Stage(page, atOnce);
     staged.number = options_.pages.AreAll() ? 0 : number;
     return staged;
 }
@@ -234,7 +235,7 @@ void InputRenderer::Tell(Telling telling) {
 void InputRenderer::UseThreads() {
     if (threads_ || mostThreads_ == 1 || !Scripting::PageKeeper::Of(&interpreter_.Target())) return;
     auto const stage = [this](Scripting::FinishedPage& page, QueuedLabel& label, DrawnCopy const& copy) {
-        return Stage(page, label, copy);
+        return Stage(page, label, copy, false);
     };
     threads_.emplace(DrawingThreads::Work{mostThreads_, options_.tag,
                                           [this] { return std::make_unique<LabelDrawer>(desk_, DetailOf(options_)); },

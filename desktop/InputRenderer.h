@@ -38,7 +38,8 @@ private:
     void HandOut(QueuedLabel& queued);
     std::optional<unsigned> WantedCopies(unsigned before, unsigned copies) const;
     void DrawHere(QueuedLabel label);
-    std::optional<StagedPage> Stage(Scripting::FinishedPage& page, QueuedLabel& label, DrawnCopy const& copy) const;
+    std::optional<StagedPage> Stage(Scripting::FinishedPage& page, QueuedLabel& label, DrawnCopy const& copy,
+                                    bool atOnce) const;
     void Tell(Telling telling);
     void UseThreads();
     void KeepDrawn(LabelTask const& task, StagedPage page, DrawnCopy copy);

@@ -61,11 +61,14 @@ std::filesystem::path PagePath(RenderOptions const& options, std::string const& 
 }
 
 StagedPage StageFile(PageFormat const& format, std::filesystem::path path, Scripting::FinishedPage& page) {
-    auto const form = format.FormOf(page);
-    StagedPage staged{form.size, form.dpi, std::make_unique<AtomicFile>(std::move(path)), {}};
-    auto const writer = format.makeWriter();
-    staged.file->Write(writer->Add(form));
-    staged.file->Write(writer->End());
+    StagedPage staged{page.PageSize(), page.PageDpi(), std::make_unique<AtomicFile>(std::move(path)), {}};
+    if (format.pieces != nullptr) {
+        (page.*format.pieces)([&file = *staged.file](std::string_view piece) { file.Write(piece); });
+    } else {
+        auto const writer = format.makeWriter();
+        staged.file->Write(writer->Add(format.FormOf(page)));
+        staged.file->Write(writer->End());
+    }
     staged.file->Close();
     return staged;
 }
@@ -103,14 +106,19 @@ void PageStore::WithPage(Scripting::GraphicContext& target, unsigned number,
     std::filesystem::remove(path, ignored);
 }
 
-StagedPage PageStore::Stage(Scripting::FinishedPage& page) const {
-    if (options_.rotation == 0) return StageUpright(page);
+StagedPage PageStore::Stage(Scripting::FinishedPage& page, bool atOnce) const {
+    if (options_.rotation == 0) return StageUpright(page, atOnce);
     auto turned = RowsPage::Turned(page, options_.rotation);
-    return StageUpright(turned);
+    return StageUpright(turned, false);
 }
 
-StagedPage PageStore::StageUpright(Scripting::FinishedPage& page) const {
+StagedPage PageStore::StageUpright(Scripting::FinishedPage& page, bool atOnce) const {
     if (!isDocument_) return StageFile(*options_.format, PagePath(options_, input_, 0), page);
+    if (atOnce && options_.format->pieces != nullptr && HoldsMany()) {
+        StagedPage staged{page.PageSize(), page.PageDpi(), nullptr, {}};
+        staged.standing = &page;
+        return staged;
+    }
     auto const form = options_.format->FormOf(page);
     return {form.size, form.dpi, nullptr, std::string(form.content)};
 }
@@ -123,13 +131,13 @@ PageStore::Place PageStore::Keep(StagedPage page) {
         page.file->SetPath(place.path);
         if (auto const error = page.file->Keep()) throw CannotWrite(place.path, error);
     } else {
-        Write(page.Form());
+        Write(page);
     }
     ++pages_;
     return place;
 }
 
-void PageStore::Write(PageForm const& page) {
+void PageStore::Write(StagedPage const& page) {
     if (pages_ != 0 && !HoldsMany()) {
         file_.reset();
         writer_.reset();
@@ -142,10 +150,12 @@ void PageStore::Write(PageForm const& page) {
         if (!IsStandardOutput()) file_.emplace(NextPath());
         writer_ = options_.format->makeWriter();
     }
-    if (HoldsMany()) {
-        WriteBytes(writer_->Add(page));
+    if (page.standing != nullptr) {
+        (page.standing->*options_.format->pieces)([this](std::string_view piece) { WriteBytes(piece); });
+    } else if (HoldsMany()) {
+        WriteBytes(writer_->Add(page.Form()));
     } else {
-        held_ = writer_->Add(page);
+        held_ = writer_->Add(page.Form());
     }
 }
 

@@ -22,12 +22,13 @@ std::filesystem::path PagePath(RenderOptions const& options, std::string const& 
 
 /// A page that a thread has made ready for its store: a file that lacks only its name, or what a document takes.
 struct StagedPage {
-    Scripting::Extent size;            ///< pixels
-    unsigned dpi = 0;                  ///< pixels per inch; 0 if that is not known
-    std::unique_ptr<AtomicFile> file;  ///< null for a document
-    std::string content;               ///< for a document
-    unsigned number = 0;               ///< of the run, that its file is called by; 0: the one behind the page before
-    bool isRepeat = false;             ///< nothing but a print more of the page before
+    Scripting::Extent size;                       ///< pixels
+    unsigned dpi = 0;                             ///< pixels per inch; 0 if that is not known
+    std::unique_ptr<AtomicFile> file;             ///< null for a document
+    std::string content;                          ///< for a document
+    Scripting::FinishedPage* standing = nullptr;  ///< in place of its content: the page itself, which is kept at once
+    unsigned number = 0;    ///< of the run, that its file is called by; 0: the one behind the page before
+    bool isRepeat = false;  ///< nothing but a print more of the page before
 
     PageForm Form() const { return {size, dpi, content}; }
 };
@@ -54,8 +55,8 @@ public:
     /// Lends the page that was rendered on `target` as page `number` of the folder. Throws OutputError.
     void WithPage(Scripting::GraphicContext& target, unsigned number,
                   std::function<void(Scripting::FinishedPage&)> const& use) const;
-    /// Makes a page ready on any thread; it is kept in its turn.
-    StagedPage Stage(Scripting::FinishedPage& page) const;
+    /// Makes a page ready on any thread; it is kept in its turn, or `atOnce`, before `page` is gone.
+    StagedPage Stage(Scripting::FinishedPage& page, bool atOnce) const;
     /// Keeps it as the next page. Throws OutputError.
     Place Keep(StagedPage page);
     /// Ends the document, if there is one. Throws OutputError.
@@ -69,8 +70,8 @@ public:
     std::filesystem::path NextPath() const { return PagePath(options_, input_, number_ + 1); }
 
 private:
-    StagedPage StageUpright(Scripting::FinishedPage& page) const;
-    void Write(PageForm const& page);
+    StagedPage StageUpright(Scripting::FinishedPage& page, bool atOnce) const;
+    void Write(StagedPage const& page);
     void WriteBytes(std::string_view bytes);
     bool IsStandardOutput() const { return options_.outputFile == "-"; }
     bool HoldsMany() const { return options_.format->isDocument || options_.format->joins; }

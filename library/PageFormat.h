@@ -33,6 +33,8 @@ struct PageFormat {
     std::string_view (Scripting::FinishedPage::*content)();
     std::unique_ptr<PageWriter> (*makeWriter)();
     bool joins = false;  ///< files one behind the other are a file of all their pages
+    /// Hands the content out piece by piece; null where that spares nothing.
+    void (Scripting::FinishedPage::*pieces)(Scripting::TakePiece const&) = nullptr;
 
     /// Valid until the page is asked for another form.
     PageForm FormOf(Scripting::FinishedPage& page) const {
@@ -46,7 +48,7 @@ std::unique_ptr<PageWriter> MakePdfWriter();   ///< ISO 32000-1, version 1.4
 /// The first one is taken where none is asked for.
 inline constexpr PageFormat PageFormats[] = {
     {"png", "png", false, &Scripting::FinishedPage::PngFile, MakeFileWriter},
-    {"pbm", "pbm", false, &Scripting::FinishedPage::PbmFile, MakeFileWriter, true},
+    {"pbm", "pbm", false, &Scripting::FinishedPage::PbmFile, MakeFileWriter, true, &Scripting::FinishedPage::PbmPieces},
     {"pdf", "pdf", true, &Scripting::FinishedPage::DeflatedRows, MakePdfWriter},
 };
 

@@ -272,4 +272,8 @@ std::string_view ScriptGraphicContext::PbmFile() {
     return state.pageForm;
 }
 
+void ScriptGraphicContext::PbmPieces(TakePiece const& take) {
+    PrintEngine::Pages::EncodePbm(state_->raster, state_->layout, state_->PageForm(), take);
+}
+
 }  // namespace Scripting

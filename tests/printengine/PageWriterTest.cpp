@@ -5,6 +5,7 @@
 #include <random>
 
 #include "printengine/src/page/PageDeflater.h"
+#include "printengine/src/page/PbmWriter.h"
 #include "tests/printengine/Picture.h"
 
 using namespace PrintEngine;
@@ -94,5 +95,30 @@ TEST(PageWriterTest, EveryPageIsFoundAgainAndIsAboutAsSmallAsByTheLibrary) {
             EXPECT_LE(stream.size(), SizeByLibrary(rows) * 115 / 100 + 512);
             EXPECT_LE(stream.size(), rows.size() + rows.size() / 5000 + 20);
         }
+    }
+}
+
+TEST(PageWriterTest, PiecesOfABitmapAreTheWholeOfIt) {
+    std::mt19937 random(11);
+    // Widths at which a piece ends in the header's row, between rows and amid one; and shaped rows.
+    for (Pages::PageLayout const& layout : std::vector<Pages::PageLayout>{
+             {.width = 8, .height = 3},
+             {.width = 1000, .height = 2500},
+             {.width = 65536, .height = 17},
+             {.width = 4096, .height = 128 * 3},
+             {.width = 812, .height = 1700, .turned = true, .shiftDown = 9},
+             {.width = 900, .height = 1700, .mirrored = true, .enlargement = 3},
+         }) {
+        Picture picture(layout.width, layout.height);
+        for (int i = 0; i < layout.height; ++i)
+            picture.At(static_cast<int>(random() % static_cast<unsigned>(layout.width)), i / 4 * 3) = 1;
+        Drawing::Raster raster;
+        auto const packed = picture.Packed();
+        raster.Blit({packed.data(), Pages::PackedRowBytes(picture.width), picture.width, picture.height}, 0, 0, 0,
+                    Drawing::Ink::Black);
+        std::string whole, room, joined;
+        Pages::EncodePbm(raster, layout, whole);
+        Pages::EncodePbm(raster, layout, room, [&](std::string_view piece) { joined += piece; });
+        EXPECT_EQ(joined, whole) << layout.width;
     }
 }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -9,6 +10,9 @@
 #include "Scripting/GraphicContext.h"
 
 namespace Scripting {
+
+/// Takes a piece of a file; it is valid until the call ends.
+using TakePiece = std::function<void(std::string_view)>;
 
 /// A finished page of 1-bit pixels, in the forms that files of pages take. What a call gives is valid until the next
 /// one.
@@ -28,6 +32,8 @@ public:
     virtual std::string_view PackedRows() = 0;
     /// A whole file of these rows: a raw portable bitmap ("P4").
     virtual std::string_view PbmFile() = 0;
+    /// The same file piece by piece, which need not be in memory as a whole.
+    virtual void PbmPieces(TakePiece const& take) { take(PbmFile()); }
 };
 
 /// A drawn label on its way from one target to another, and room for the next one.

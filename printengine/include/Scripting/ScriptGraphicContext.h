@@ -120,6 +120,7 @@ public:
     std::string_view DeflatedRows() override;
     std::string_view PackedRows() override;
     std::string_view PbmFile() override;
+    void PbmPieces(TakePiece const& take) override;
 
 private:
     struct State;

@@ -34,6 +34,19 @@ void MirrorRow(std::span<Word> row, int width) {
     }
 }
 
+/// Turns words into bytes, four at a time.
+void PackWords(Word const* from, std::size_t count, Word flip, std::uint8_t* out) {
+    Word const* const end = from + count;
+    auto const pack = [flip](Word word, std::uint8_t* to) {
+        Word const packed = Drawing::BigEndian(word ^ flip);
+        std::memcpy(to, &packed, sizeof packed);
+    };
+    for (; end - from >= 4; from += 4, out += 4 * sizeof(Word)) {
+        for (std::size_t i = 0; i < 4; ++i) pack(from[i], out + i * sizeof(Word));
+    }
+    for (; from != end; ++from, out += sizeof(Word)) pack(*from, out);
+}
+
 }  // namespace
 
 PageComposer::PageComposer(Drawing::Raster const& raster, PageLayout const& layout, bool inkBit)
@@ -67,19 +80,18 @@ void PageComposer::Write(int row, std::uint8_t* out) {
         std::memset(out, inkBit_ ? 0 : 0xFF, bytes);
         return;
     }
-    if (layout_.enlargement > 1 || layout_.mirrored != layout_.turned) {
+    if (layout_.IsShaped()) {
         Shape(source);
         source = words_;
     }
     Word const flip = inkBit_ ? 0 : ~Word{0};
     std::size_t const whole = std::min(source.size(), words_.size() - 1);
-    for (std::size_t i = 0; i < whole; ++i) {
-        Word const packed = Drawing::BigEndian(source[i] ^ flip);
-        std::memcpy(out + i * sizeof packed, &packed, sizeof packed);
-    }
+    PackWords(source.data(), whole, flip, out);
     std::size_t const done = whole * sizeof(Word);
-    std::memset(out + done, inkBit_ ? 0 : 0xFF, bytes - done);
-    if (whole == source.size()) return;
+    if (whole == source.size()) {
+        std::memset(out + done, inkBit_ ? 0 : 0xFF, bytes - done);
+        return;
+    }
     // The last word holds more pixels than the page.
     int const beyond = static_cast<int>(words_.size()) * WordBits - layout_.width;
     Word const packed = Drawing::BigEndian((source[whole] & ~Word{0} << beyond) ^ flip);
@@ -99,14 +111,25 @@ void PageComposer::Shape(std::span<Word const> source) {
     if (layout_.mirrored != layout_.turned) MirrorRow(words_, layout_.width);
 }
 
-void PackPage(Drawing::Raster const& raster, PageLayout const& layout, std::uint8_t* out) {
-    std::size_t const bytes = PackedRowBytes(layout.width);
-    PageComposer composer(raster, layout, true);
-    for (int y = 0; y < layout.height;) {
-        composer.Write(y, out);
-        int const end = composer.EndOfLike(y);
-        for (out += bytes, ++y; y < end; out += bytes, ++y) std::memcpy(out, out - bytes, bytes);
+std::uint8_t* PagePacker::Pack(std::uint8_t* out, std::uint8_t const* end) {
+    std::size_t const bytes = PackedRowBytes(layout_.width);
+    for (; row_ < layout_.height && out < end; ++row_, out += bytes) {
+        // To look whether a row is like the one above takes about as long as to write it, but for one that is shaped.
+        if (isShaped_ && row_ < endOfLike_) {
+            std::memcpy(out, written_.data(), bytes);
+            continue;
+        }
+        composer_.Write(row_, out);
+        if (!isShaped_) continue;
+        endOfLike_ = composer_.EndOfLike(row_);
+        written_.assign(out, out + bytes);
     }
+    return out;
+}
+
+void PackPage(Drawing::Raster const& raster, PageLayout const& layout, std::uint8_t* out) {
+    auto const* const end = out + PackedRowBytes(layout.width) * static_cast<std::size_t>(layout.height);
+    PagePacker(raster, layout).Pack(out, end);
 }
 
 }  // namespace PrintEngine::Pages

@@ -16,6 +16,9 @@ struct PageLayout {
     bool mirrored = false;  ///< left to right
     int enlargement = 1;    ///< pixels that each drawn pixel becomes, in both directions
     int shiftDown = 0;      ///< of the turned and mirrored page; negative is up
+
+    /// Whether a row of the page is another than the drawn one that it shows.
+    bool IsShaped() const { return enlargement > 1 || mirrored != turned; }
 };
 
 /// Bytes of a row of packed pixels.
@@ -44,6 +47,25 @@ private:
     bool inkBit_;
     std::vector<Drawing::Word> words_;
     std::span<Drawing::Word const> written_;  ///< the drawn row of what was written last
+};
+
+/// Packs the rows of a page one after the other; a set bit is black.
+class PagePacker {
+public:
+    /// Both outlive it.
+    PagePacker(Drawing::Raster const& raster, PageLayout const& layout)
+        : layout_(layout), composer_(raster, layout, true), isShaped_(layout.IsShaped()) {}
+
+    /// Writes those that begin before `end`, PackedRowBytes each, the last of them beyond it. Where they end.
+    std::uint8_t* Pack(std::uint8_t* out, std::uint8_t const* end);
+
+private:
+    PageLayout const& layout_;
+    PageComposer composer_;
+    bool isShaped_;
+    int row_ = 0;
+    int endOfLike_ = 0;
+    std::vector<std::uint8_t> written_;  ///< that like rows are copied from
 };
 
 /// Packs all rows of a page into `out`, PackedRowBytes each; a set bit is black.
