@@ -6,12 +6,18 @@
 #include "foundation/Json.h"
 #include "plugin/Machine.h"
 #include "plugin/TWSProcessorInterface.h"
+#include "plugin/surfaces/LabelEditor.h"
 #include "plugin/surfaces/TemplateList.h"
 #include "propertybus/PropertyIdentifiers.h"
 #include "propertybus/PublishingPropertyManager.h"
 
 TQTWSProcessorInterface::TQTWSProcessorInterface() : jobList_(std::make_unique<JobList>(Machine().jobsFolder)) {}
 TQTWSProcessorInterface::~TQTWSProcessorInterface() = default;
+
+QObject* TQTWSProcessorInterface::editor() {
+    if (!editor_) editor_ = std::make_unique<LabelEditor>(*this);
+    return editor_.get();
+}
 
 void TQTWSProcessorInterface::ConnectModel(std::shared_ptr<TQTWSProcessorInterface> const& self,
                                            std::shared_ptr<TWSProcessorInterface> model) {

@@ -11,6 +11,7 @@
 #include "plugin/surfaces/PrintDoor.h"
 #include "propertybus/Property.h"
 
+class LabelEditor;
 class PICLServerAgent;
 class PublishingPropertyManager;
 class TemplateList;
@@ -42,6 +43,8 @@ class TQTWSProcessorInterface : public QObject {
     Q_PROPERTY(QVariantList labelFields READ labelFields NOTIFY labelPartChanged)
     /// A TemplateList of what the printer has stored, made when it is first asked for; null before the model is there.
     Q_PROPERTY(QObject* templates READ templates NOTIFY labelPartChanged)
+    /// A LabelEditor: changes stored formats.
+    Q_PROPERTY(QObject* editor READ editor CONSTANT)
 
 public:
     TQTWSProcessorInterface();
@@ -64,6 +67,9 @@ public:
     double labelHeight() const;
     QVariantList labelFields() const;
     QObject* templates();
+
+    /// Made when it is first asked for.
+    QObject* editor();
 
     /// By which surfaces print; null before the agent is set.
     PrintDoor* Door() const { return door_.get(); }
@@ -89,4 +95,5 @@ private:
     QString jobFolder_;
     QVariantMap printedPages_;
     std::unique_ptr<JobList> jobList_;
+    std::unique_ptr<LabelEditor> editor_;
 };

@@ -18,11 +18,15 @@
 /// After each change the label is drawn anew. One thread at a time.
 class EditedStream {
 public:
+    /// Never changes, so that other threads may look at it.
+    using Page = std::shared_ptr<EditedPage const>;
+
     /// Of a stream the fields of its first label can be changed, also where it has stored the format of it itself. Of a
     /// stored format, `stored` is the name; numbers that wait for data are shown with a sample, which is never saved.
     /// Throws what drawing throws. The drawer outlives it.
     EditedStream(FormatDrawer& drawer, std::string bytes, std::optional<ObjectName> stored);
 
+    Page const& Current() const { return page_; }
     std::string const& Bytes() const { return page_->bytes; }
     DrawnFormat const& Drawn() const { return page_->drawn; }
     FieldTraits TraitsOf(std::size_t field) const;
@@ -42,8 +46,6 @@ public:
     void SetSaved(std::optional<ObjectName> stored);
 
 private:
-    using Page = std::shared_ptr<EditedPage const>;
-
     Page Draw(std::string bytes);
     bool AddSamples(DrawnFormat const& drawn);
     std::string Fills() const;

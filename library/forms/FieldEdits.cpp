@@ -4,8 +4,8 @@
 #include <array>
 #include <cstdio>
 
-#include "library/forms/FieldData.h"
 #include "library/forms/DrawnSettings.h"
+#include "library/forms/FieldData.h"
 
 using ZplCore::ByteRange;
 using ZplCore::FieldKind;

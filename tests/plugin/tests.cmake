@@ -1,3 +1,4 @@
+zpl_add_test(plugin/EditorSurfaceTest)
 zpl_add_test(plugin/PluginTest)
 zpl_add_test(plugin/PreviewSurfaceTest)
 zpl_add_test(plugin/ScreenTest)
