@@ -192,8 +192,10 @@ void TQZPLProcessorInterface::TellFindings() {
 
 void TQZPLProcessorInterface::StartStream() {
     auto const makeSession = [this] {
-        return std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fontCache_, printerContext_, handlerPool_,
-                                                    machine_);
+        auto session = std::make_unique<Zpl::Host::Session>(*model_, systemContext_, fontCache_, printerContext_,
+                                                            handlerPool_, machine_);
+        if (findings_) session->Target().KeepNotes();
+        return session;
     };
     if (!findings_) {
         stream_.emplace(makeSession);
@@ -202,7 +204,7 @@ void TQZPLProcessorInterface::StartStream() {
     auto const tell = [this](Finding finding, Findings::Format format) {
         findings_->Collected().Add(std::move(finding), format);
     };
-    stream_.emplace(makeSession, Zpl::Host::PrintStream::Watch{.tell = tell});
+    stream_.emplace(makeSession, Zpl::Host::PrintStream::Watch{ZplCore::FieldMap::Detail::Symbols, tell});
 }
 
 /// Where the format under way begins.

@@ -42,7 +42,8 @@ public:
     void InitCallbacks();
     void SetServerAgent(std::shared_ptr<PICLServerAgent> agent);
 
-    /// From the next stream on, what is found in streams is told to who takes them, and not to the log.
+    /// From the next stream on, what is found in streams is told to who takes them, and not to the log. Barcodes are
+    /// looked at too, and the files of pages carry where those stand that may not scan.
     void TellFindings();
 
     /// Jobs in the queue, the one that prints among them.

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "Scripting/GraphicContext.h"
+#include "Scripting/PageNotes.h"
 #include "Scripting/PrinterContextInterface.h"
 #include "fields/data/FieldElement.h"
 #include "fields/graphics/StoredGraphics.h"
@@ -72,7 +73,15 @@ void Label::RenderLabel(std::filesystem::path const& jobPath, unsigned copyIndex
         if (copyIndex == 0) processor_ = pristineProcessor_.DeepClone();
         ProcessLabel(copyIndex, isLastPage);
     }
+    NoteBarcodes();
     processor_.GetGraphicContext()->RenderPage(jobPath, pageNumber, isLastPage);
+}
+
+/// For who looks at pages. The map is still that of this copy.
+void Label::NoteBarcodes() const {
+    auto* const notes = Scripting::PageNotes::Of(processor_.GetGraphicContext().get());
+    auto const& map = processor_.GetFieldMap();
+    if (notes && notes->KeepsNotes() && map) notes->SetPageNote(ZplCore::MarksOfBarcodes(*map));
 }
 
 Label::Drawn Label::HandOut(std::unique_ptr<Scripting::HandedLabel> room) {

@@ -67,6 +67,7 @@ public:
     void EndJob(std::filesystem::path const& jobPath) const;
 
     void StartLabel();
+    void NoteBarcodes() const;
     void EndLabel();
     /// What the first replay left, once it has run: the state, and the copy as the drawing target holds it.
     struct Replay {

@@ -47,4 +47,16 @@ void JudgeBarcodes(FieldMap& map, ScannedLabel const& label, SymbolBoxes& boxes)
     Log::SetPlace(place);
 }
 
+std::string MarksOfBarcodes(FieldMap const& map) {
+    std::string marks;
+    for (auto const& field : map.Fields()) {
+        if (!field.verdict) continue;
+        auto const box = map.Gauge().OnPage(field.ink.image);
+        marks += field.verdict->isFault ? "fault" : "doubt";
+        for (int const number : {box.left, box.top, box.Width(), box.Height()}) marks += ' ' + std::to_string(number);
+        marks += ';';
+    }
+    return marks;
+}
+
 }  // namespace ZplCore

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "fields/map/FieldMap.h"
@@ -21,5 +22,9 @@ using SymbolBoxes = std::vector<Scripting::PixelBox>;
 /// sentence, the worst first; of further copies of a label only what stands elsewhere than in the copy before, whose
 /// boxes are given and become those of this one. The map must have been asked for symbols.
 void JudgeBarcodes(FieldMap& map, ScannedLabel const& label, SymbolBoxes& boxes);
+
+/// Where the barcodes of the label stand on its finished page that it may not read, in pixels: "fault 10 20 300 80;"
+/// for each, left, top, width and height, or "doubt" in place of the first word. Empty without one.
+std::string MarksOfBarcodes(FieldMap const& map);
 
 }  // namespace ZplCore

@@ -7,11 +7,14 @@
 #include <cmath>
 
 #include "PrintEngine/Printing/JobMetaData.h"
+#include "Scripting/PageNotes.h"
 #include "plugin/surfaces/PageReader.h"
 #include "plugin/surfaces/PrintedJobs.h"
 
 namespace {
 
+constexpr QColor Fault(0xd3, 0x2f, 0x2f);
+constexpr QColor Doubt(0xe6, 0x8a, 0x00);
 constexpr QColor Outline(0x90, 0x90, 0x90);
 
 }  // namespace
@@ -128,6 +131,7 @@ void PageView::Ask() {
     if (!keepsPicture_) {
         picture_ = {};
         reduced_ = {};
+        marks_.clear();
         update();
     }
     Q_EMIT shownChanged();
@@ -153,6 +157,7 @@ void PageView::LoadSmall() {
 }
 
 void PageView::Show(QImage picture) {
+    marks_ = small_ ? std::vector<Mark>() : MarksOf(picture);
     picture_ = turned_ ? picture.mirrored(true, true) : std::move(picture);
     reduced_ = {};
     shown_ = true;
@@ -266,4 +271,29 @@ void PageView::paint(QPainter* painter) {
     }
     painter->setPen(Outline);
     painter->drawRect(page.adjusted(-1, -1, 0, 0));
+    painter->scale(ratio, ratio);
+    PaintMarks(*painter);
+}
+
+/// As the file of the page tells (see ZplCore::MarksOfBarcodes); what is none of them is passed over.
+std::vector<PageView::Mark> PageView::MarksOf(QImage const& page) {
+    std::vector<Mark> marks;
+    for (auto const& mark :
+         page.text(QString::fromLatin1(Scripting::PageNotes::Keyword)).split(u';', Qt::SkipEmptyParts)) {
+        QStringList const words = mark.split(u' ');
+        if (words.size() != 5) continue;
+        QRect const box(words[1].toInt(), words[2].toInt(), words[3].toInt(), words[4].toInt());
+        if (box.isValid()) marks.push_back({box, words[0] == QLatin1String("fault")});
+    }
+    return marks;
+}
+
+void PageView::PaintMarks(QPainter& painter) const {
+    constexpr double Width = 3;
+    constexpr double Room = 4;  // between the barcode and its outline
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (auto const& mark : marks_) {
+        painter.setPen(QPen(mark.isFault ? Fault : Doubt, Width));
+        painter.drawRoundedRect(itemRect(mark.box).adjusted(-Room, -Room, Room, Room), Room, Room);
+    }
 }

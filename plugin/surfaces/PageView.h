@@ -5,6 +5,7 @@
 #include <QtQuick/QQuickPaintedItem>
 #include <atomic>
 #include <memory>
+#include <vector>
 
 /// Shows one page of a job folder, dot for dot: from a zoom of 1 on each dot is a square of whole screen pixels, below
 /// it the page is averaged down. The item is the window onto the page, not the page, so its memory does not grow with
@@ -31,7 +32,9 @@ class PageView : public QQuickPaintedItem {
     Q_PROPERTY(bool isShown READ isShown NOTIFY shownChanged)     ///< the picture is that of the page asked for
     Q_PROPERTY(int shownPage READ shownPage NOTIFY shownChanged)  ///< of the picture; -1 without one
     Q_PROPERTY(int shownPageCount READ shownPageCount NOTIFY shownChanged)  ///< of its job
-    Q_PROPERTY(QSize dots READ dots NOTIFY shownChanged)                    ///< of the page shown
+    /// Barcodes of the page shown that may not scan, as its file says; they are outlined.
+    Q_PROPERTY(int badBarcodes READ badBarcodes NOTIFY shownChanged)
+    Q_PROPERTY(QSize dots READ dots NOTIFY shownChanged)  ///< of the page shown
 
     Q_PROPERTY(double zoom READ zoom WRITE setZoom NOTIFY zoomChanged)  ///< screen pixels for a dot
     /// The zoom at which the whole page is seen; whole, if it is 1 or more.
@@ -61,6 +64,7 @@ public:
     bool isShown() const { return shown_; }
     int shownPage() const { return picture_.isNull() ? -1 : shownPage_; }
     int shownPageCount() const { return shownPageCount_; }
+    int badBarcodes() const { return static_cast<int>(marks_.size()); }
     QSize dots() const { return picture_.size(); }
     double zoom() const { return zoom_; }
     void setZoom(double zoom);
@@ -104,6 +108,14 @@ protected:
     void itemChange(ItemChange change, ItemChangeData const& data) override;
 
 private:
+    /// Of a barcode, in dots of the page as it prints.
+    struct Mark {
+        QRect box;
+        bool isFault;
+    };
+
+    static std::vector<Mark> MarksOf(QImage const& page);
+    void PaintMarks(QPainter& painter) const;
     void Ask();
     void Load();
     void Show(QImage picture);
@@ -132,6 +144,7 @@ private:
     int shownPageCount_ = 0;
     QImage given_;  // by `picture`
     bool turned_ = false;
+    std::vector<Mark> marks_;
     QImage picture_;  // as it is looked at
     QImage reduced_;  // the picture at a zoom below 1; made when it is painted
     double zoom_ = 1;

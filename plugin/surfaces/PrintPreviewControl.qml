@@ -119,6 +119,12 @@ Item {
                           + (surface.folder !== TQTWSProcessorInterface.jobFolder ? " of another job"
                              : surface.jobName ? " of \u201C" + surface.jobName + "\u201D" : "")
                 }
+                Note {
+                    objectName: "badBarcodes"
+                    visible: surface.badBarcodes > 0
+                    color: "#b71c1c"
+                    text: surface.badBarcodes === 1 ? "The outlined barcode may not scan" : surface.badBarcodes + " outlined barcodes may not scan"
+                }
                 Note { objectName: "job"; text: surface.jobName; visible: text.length > 0 }
                 Note { text: surface.dots.width > 0 ? surface.dots.width + " \u00D7 " + surface.dots.height + " dots" : "" }
             }

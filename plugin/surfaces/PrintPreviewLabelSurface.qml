@@ -19,6 +19,7 @@ Item {
     readonly property alias shownPage: view.shownPage
     readonly property alias shownPageCount: view.shownPageCount
     readonly property alias dots: view.dots
+    readonly property alias badBarcodes: view.badBarcodes
     readonly property alias shownZoom: view.zoom
 
     // Pages may have come, or gone.

@@ -25,6 +25,7 @@ Rectangle {
     readonly property alias shownPageCount: label.shownPageCount
     readonly property alias shownStem: label.printedPages
     readonly property alias dots: label.dots
+    readonly property alias badBarcodes: label.badBarcodes
     readonly property alias shownZoom: label.shownZoom
 
     readonly property var zoomSteps: [0.1, 0.25, 0.5, 0.75, 1, 2, 3, 4, 6, 8]

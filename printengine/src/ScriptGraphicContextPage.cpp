@@ -119,6 +119,7 @@ void ScriptGraphicContext::StartLabel() {
     state.spent = 0;
     state.pictureWords = 0;
     state.labelText.clear();
+    state.note.clear();
     state.degrees = 0;
     state.reverse = false;
     state.color = 0;
@@ -213,6 +214,12 @@ std::vector<std::uint8_t> ScriptGraphicContext::GetPageBitmap(unsigned& width, u
     return rows;
 }
 
+void ScriptGraphicContext::KeepNotes() { state_->keepsNotes = true; }
+
+bool ScriptGraphicContext::KeepsNotes() const { return state_->keepsNotes; }
+
+void ScriptGraphicContext::SetPageNote(std::string note) { state_->note = std::move(note); }
+
 void ScriptGraphicContext::KeepPages() { state_->keepsPages = true; }
 
 std::uint64_t ScriptGraphicContext::DrawnLabel() const { return state_->holdsLabel ? state_->labels : 0; }
@@ -251,7 +258,8 @@ unsigned ScriptGraphicContext::PageDpi() const { return state_->printerContext->
 
 std::string_view ScriptGraphicContext::PngFile() {
     State& state = *state_;
-    PrintEngine::Pages::EncodePng(state.raster, state.layout, PageDpi(), state.pageDeflater, state.EmptyPageForm());
+    PrintEngine::Pages::EncodePng(state.raster, state.layout, PageDpi(), state.pageDeflater, state.EmptyPageForm(),
+                                  state.note);
     return state.pageForm;
 }
 

@@ -95,6 +95,8 @@ struct ScriptGraphicContext::State {
     PrintEngine::Pages::PageLayout layout;
     Extent drawnSize{1, 1};    ///< of the page before it is enlarged, in pixels
     std::uint64_t labels = 0;  ///< that were started
+    bool keepsNotes = false;
+    std::string note;          ///< that the file of the page under way carries
     bool holdsLabel = false;   ///< drawn, and no page yet
     bool keepsPicture = false;
     Extent pageSize;

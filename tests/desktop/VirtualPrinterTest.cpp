@@ -260,6 +260,22 @@ std::string HostStatus(VirtualPrinterProcess const& printer, unsigned field) {
     return text.substr(0, text.find(','));
 }
 
+TEST(VirtualPrinter, PagesCarryWhereBarcodesStandThatDoNotScan) {
+    VirtualPrinterProcess printer({"--speed", "0", "--pause-on-start"});
+    std::string const barcode = "^FO50,40^BY2^BCN,90,N^FD1^FS";
+    printer.Print("^XA" + barcode + "^XZ^XA^PQ2" + barcode + "^FO90,40^GB40,90,40^FS^XZ");
+    printer.Type("resume");
+    ASSERT_TRUE(printer.Until([&] { return printer.Kept().size() == 3; }));
+    std::vector<std::string> notes;
+    for (auto const& file : printer.Kept()) {
+        std::string const page = ReadRegularFile(file);
+        auto const at = page.find(std::string("tEXtBarcodes\0", 13));
+        notes.push_back(at == page.npos ? "none" : page.substr(at + 13, 11));
+    }
+    std::ranges::sort(notes);
+    EXPECT_EQ(notes, (std::vector<std::string>{"fault 50 40", "fault 50 40", "none"})) << "also on a second copy";
+}
+
 TEST(VirtualPrinter, NoJobStaysWhenTheServerDiesAtItsEnd) {
     constexpr unsigned FormatsInBuffer = 4;
     constexpr std::size_t Jobs = 3;

@@ -172,6 +172,30 @@ TEST_F(PreviewSurfaceTest, ShowsPagesSmallBesideTheOneAndOnlyThoseInSight) {
     EXPECT_LT(content.value<QQuickItem*>()->childItems().size(), 30);
 }
 
+TEST_F(PreviewSurfaceTest, OutlinesBarcodesThatMayNotScanWhereTheyStand) {
+    auto const folder = AddJob("bad", 1, 10, 1);
+    QImage page(QString::fromStdString((folder / "0").string()));
+    page.setText(QStringLiteral("Barcodes"), QStringLiteral("fault 5 6 20 10;none;doubt 30 20 5 5;fault 1 1 0 9;"));
+    EXPECT_TRUE(page.save(QString::fromStdString((folder / "0").string()), "png"));
+    Surface surface(QStringLiteral("PrintPreviewControl"), {800, 480});
+    surface.Set("folder", QString::fromStdString(folder.string()));
+    surface.Set("page", 0);
+    EXPECT_EQ(surface.TextOf("badBarcodes"), "2 outlined barcodes may not scan");
+    for (bool const turned : {false, true}) {
+        surface.Set("turned", turned);
+        Surface::Settle();
+        QImage const screen = surface.Window().grabWindow();
+        auto& view = surface.Item("view");
+        for (auto const& [box, red] : {std::pair(QRectF(5, 6, 20, 10), 0xd3), {QRectF(30, 20, 5, 5), 0xe6}}) {
+            QRectF place;
+            QMetaObject::invokeMethod(&view, "itemRect", Q_RETURN_ARG(QRectF, place), Q_ARG(QRectF, box));
+            QPointF const edge = view.mapToScene({place.left() - 4, place.center().y()});
+            EXPECT_EQ(qRed(screen.pixel(edge.toPoint())), red) << turned;
+            EXPECT_LT(qBlue(screen.pixel(edge.toPoint())), 0x40) << turned;
+        }
+    }
+}
+
 TEST_F(PreviewSurfaceTest, TwoFingersZoomWhereTheyLie) {
     Surface surface(QStringLiteral("PrintPreviewLabelSurface"), {150, 120});
     surface.Item("view").setProperty("picture", PageWithDot(7, 11));

@@ -10,6 +10,7 @@
 #include "Scripting/FinishedPage.h"
 #include "Scripting/GraphicContext.h"
 #include "Scripting/InkGauge.h"
+#include "Scripting/PageNotes.h"
 #include "Scripting/PrinterContextInterface.h"
 #include "Scripting/TextGauge.h"
 
@@ -24,6 +25,7 @@ namespace Scripting {
 class PRINTENGINE_API ScriptGraphicContext : public GraphicContext,
                                              public InkGauge,
                                              public PageKeeper,
+                                             public PageNotes,
                                              public TextGauge {
 public:
     /// Tells where the targets that are made with `fonts` look for font files. Opens none: a font is opened when it is
@@ -109,6 +111,9 @@ public:
     std::vector<bool> FindBreaks(std::u32string_view text) const override;
     bool RunsRightToLeft(std::u32string_view paragraph) const override;
     std::vector<TextPiece> FindPieces(std::u32string_view line, bool isRightToLeft) const override;
+    void KeepNotes() override;
+    bool KeepsNotes() const override;
+    void SetPageNote(std::string note) override;
     void KeepPages() override;
     std::uint64_t DrawnLabel() const override;
     std::unique_ptr<FinishedPage> TakePage() override;

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <string_view>
 
+#include "Scripting/PageNotes.h"
+
 namespace PrintEngine::Pages {
 
 namespace {
@@ -30,7 +32,7 @@ std::size_t OpenChunk(std::string& file, std::string_view type) {
 }  // namespace
 
 void EncodePng(Drawing::Raster const& raster, PageLayout const& layout, unsigned dpi, PageDeflater& deflater,
-               std::string& out) {
+               std::string& out, std::string_view note) {
     using namespace std::string_view_literals;
     out += "\x89PNG\r\n\x1a\n"sv;
     std::size_t chunk = OpenChunk(out, "IHDR");
@@ -45,6 +47,12 @@ void EncodePng(Drawing::Raster const& raster, PageLayout const& layout, unsigned
     Append32(out, pixelsPerMetre);
     out += '\1';  // the unit is the metre
     CloseChunk(out, chunk);
+
+    if (!note.empty()) {
+        chunk = OpenChunk(out, "tEXt");
+        out.append(Scripting::PageNotes::Keyword).append(1, '\0').append(note);
+        CloseChunk(out, chunk);
+    }
 
     chunk = OpenChunk(out, "IDAT");
     deflater.Append(raster, layout, out);
