@@ -58,7 +58,12 @@ void SurfaceWindow::Init(std::shared_ptr<PublishingPropertyManager> properties,
     Load();
     auto* const window = qobject_cast<QQuickWindow*>(engine_->rootObjects().constFirst());
     QString const picture = qEnvironmentVariable("ZPL_PREVIEW_PICTURE");
-    if (window && !picture.isEmpty()) KeepPicture(*window, picture);
+    if (!window || picture.isEmpty()) return;
+    // The picture may be wanted of a room of the screen.
+    auto* const screen = window->findChild<QObject*>(QStringLiteral("screen"));
+    if (screen && qEnvironmentVariableIsSet("ZPL_SCREEN_ROOM"))
+        screen->setProperty("room", qEnvironmentVariableIntValue("ZPL_SCREEN_ROOM"));
+    KeepPicture(*window, picture);
 }
 
 void SurfaceWindow::Load() {
