@@ -19,25 +19,34 @@ DrawingThread::~DrawingThread() {
 }
 
 void DrawingThread::Order(QObject* who, std::string key, Work work) {
-    if (std::find(clients_.begin(), clients_.end(), who) == clients_.end()) {
-        clients_.push_back(who);
-        connect(who, &QObject::destroyed, this, [this, who] { Drop(who); });
-    }
+    Client const client = ClientOf(who);
     std::lock_guard const lock(mutex_);
-    waiting_.remove_if([&](auto const& order) { return order.who == who && order.key == key; });
-    waiting_.push_front({who, std::move(key), std::move(work)});
+    waiting_.remove_if([&](auto const& order) { return order.who == client && order.key == key; });
+    waiting_.push_front({client, std::move(key), std::move(work)});
     if (!thread_.joinable()) thread_ = std::thread([this] { Run(); });
     wake_.notify_all();
 }
 
-void DrawingThread::Drop(QObject* who) {
-    clients_.remove(who);
-    std::lock_guard const lock(mutex_);
-    waiting_.remove_if([who](auto const& order) { return order.who == who; });
+DrawingThread::Client DrawingThread::ClientOf(QObject* who) {
+    auto const [client, isNew] = clients_.try_emplace(who, newest_ + 1);
+    if (isNew) {
+        ++newest_;
+        connect(who, &QObject::destroyed, this, [this, who] { Drop(who); });
+    }
+    return client->second;
 }
 
-void DrawingThread::Deliver(QObject* who, Result const& result) {
-    if (result && std::find(clients_.begin(), clients_.end(), who) != clients_.end()) result();
+void DrawingThread::Drop(QObject* who) {
+    Client const client = clients_.at(who);
+    clients_.erase(who);
+    std::lock_guard const lock(mutex_);
+    waiting_.remove_if([client](auto const& order) { return order.who == client; });
+}
+
+void DrawingThread::Deliver(Client who, Result const& result) {
+    bool const isThere =
+        std::any_of(clients_.begin(), clients_.end(), [who](auto const& entry) { return entry.second == who; });
+    if (result && isThere) result();
 }
 
 void DrawingThread::Run() {

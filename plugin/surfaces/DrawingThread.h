@@ -4,6 +4,7 @@
 #include <condition_variable>
 #include <functional>
 #include <list>
+#include <map>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -28,18 +29,21 @@ public:
     void Order(QObject* who, std::string key, Work work);
 
 private:
+    using Client = unsigned;  ///< never comes twice, as the place of an object may
     struct Waiting {
-        QObject* who;  ///< looked at on the main thread alone
+        Client who;
         std::string key;
         Work work;
     };
 
     void Run();
+    Client ClientOf(QObject* who);
     void Drop(QObject* who);
-    void Deliver(QObject* who, Result const& result);
+    void Deliver(Client who, Result const& result);
 
     DeskSettings const settings_;
-    std::list<QObject*> clients_;
+    std::map<QObject*, Client> clients_;
+    Client newest_ = 0;
     std::mutex mutex_;  ///< guards what follows
     std::condition_variable wake_;
     std::list<Waiting> waiting_;  ///< the newest first

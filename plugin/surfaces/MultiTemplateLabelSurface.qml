@@ -69,7 +69,7 @@ Rectangle {
                 leftPadding: 8
                 text: surface.step === "list" ? "From a list"
                     : surface.step === "fill" ? (surface.forms.length === 1 ? "1 template" : surface.forms.length + " templates")
-                    : cards.chosen.length === 0 ? "Choose templates"
+                    : cards.chosen.length === 0 ? "Choose one or more templates"
                     : cards.chosen.length === 1 ? "1 chosen" : cards.chosen.length + " chosen"
                 color: "#202a33"
                 font { pixelSize: 20; bold: true }

@@ -59,7 +59,7 @@ Rectangle {
             Text {
                 Layout.fillWidth: true
                 leftPadding: 8
-                text: surface.organizer ? "Fields of " + surface.organizer.name : "Fields of a template"
+                text: surface.organizer ? "Fields of " + surface.organizer.name : "Pick a template to settle its fields"
                 color: "#202a33"
                 font { pixelSize: 20; bold: true }
                 elide: Text.ElideRight

@@ -43,7 +43,7 @@ Rectangle {
                 objectName: "title"
                 Layout.fillWidth: true
                 leftPadding: 8
-                text: surface.form ? surface.form.name : "Templates"
+                text: surface.form ? surface.form.name : "Pick a template to print"
                 color: "#202a33"
                 font { pixelSize: 20; bold: true }
                 elide: Text.ElideRight

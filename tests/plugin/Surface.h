@@ -90,9 +90,9 @@ public:
     static void Settle() {
         for (int i = 0; i < 5; ++i) QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
     }
-    QImage Grab() {
+    QImage Grab(QImage::Format format = QImage::Format_Grayscale8) {
         Settle();
-        return window_.grabWindow().convertToFormat(QImage::Format_Grayscale8);
+        return window_.grabWindow().convertToFormat(format);
     }
     QVariant Value(char const* property) {
         Settle();

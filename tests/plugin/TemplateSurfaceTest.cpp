@@ -45,11 +45,13 @@ protected:
             auto const property =
                 std::dynamic_pointer_cast<StringProperty>(TheHost().properties->Find(PropertyNames::StreamToPrint));
             auto const stream = property ? StreamToPrint::Parse(property->Get()) : std::nullopt;
-            if (!stream || stream->bytes.empty()) return streams == 0;
+            if (!stream || streams == 0) return streams == 0;
+            // Who has waited for long asks.
+            bool const isAsked = stream->bytes.empty();
             all += stream->bytes;
-            --streams;
+            streams -= isAsked ? 0 : 1;
             TheHost().Set<StringProperty>(PropertyNames::StreamTaken,
-                                          StreamTaken{stream->sender, stream->number, {}, false}.Text());
+                                          StreamTaken{stream->sender, stream->number, {}, isAsked}.Text());
             Surface::Settle();
             return streams == 0;
         };
@@ -184,6 +186,76 @@ TEST_F(TemplateSurfaceTest, PrintsSeveralTogetherOrFromAList) {
     ASSERT_TRUE(Surface::Until([&] { return surface.TextOf("notice") == "All labels are on their way."; }));
     EXPECT_NE(rest.find("^XFE:ORDER.ZPL^FS^FN1^FH_^FDc60^FS^FN2^FH_^FD123456789012^FS^PQ2"), rest.npos);
     EXPECT_FALSE(std::filesystem::exists(TheHost().storage / "batch.json"));
+}
+
+/// Draws the pictures of docs/screen.md into the folder that ZPL_TEST_PICTURES names.
+TEST_F(TemplateSurfaceTest, Pictures) {
+    char const* const folder = std::getenv("ZPL_TEST_PICTURES");
+    if (!folder) GTEST_SKIP() << "ZPL_TEST_PICTURES names no folder";
+    auto const keep = [&](Surface& surface, char const* name) {
+        QTest::qWait(1500);  // for what is still drawn
+        EXPECT_TRUE(surface.Grab(QImage::Format_RGB32).save(QString::fromStdString(std::string(folder) + '/' + name)));
+    };
+    Store("ORDER",
+          "^PW812^LL609^FO30,30^GB752,549,4^FS^FO60,60^A0N,50^FDHarbour Trading^FS^FO60,150^A0N,34^FDCustomer^FS"
+          "^FO60,190^A0N,64^FN1\"Customer\"^FS^FO60,290^A0N,34^FDLot^FS^FO60,330^A0N,64^FN3\"Lot\"^FS"
+          "^FO400,290^BY3^BEN,170^FN2\"Article\"^FS");
+    Store("BOX",
+          "^PW812^LL406^FO20,20^GB772,366,8^FS^FO60,70^A0N,140^FN1\"Customer\"^FS^FO60,250^A0N,80^FN4\"Box\"^FS");
+    Store("SHELF", "^PW609^LL203^FO20,20^A0N,100^FN1\"Shelf\"^FS^FO20,120^BY2^BCN,60,N^FN1^FS");
+    {
+        Surface surface(QStringLiteral("PrinterScreen"), {800, 480});
+        surface.Click("Templates");
+        ASSERT_TRUE(Surface::Until([&] { return surface.Has("card E:SHELF.ZPL"); }));
+        keep(surface, "screen-templates.png");
+        surface.Click("card E:ORDER.ZPL");
+        ASSERT_TRUE(Surface::Until([&] { return surface.Has("field 3"); }));
+        surface.Click("field 1");
+        surface.Type("Ingrid Olsen");
+        surface.Click("field 3");
+        surface.Type("L-2204");
+        surface.Click("field 2");
+        surface.Type("401234512345");
+        keep(surface, "screen-template.png");
+        surface.Click("fields");
+        ASSERT_TRUE(Surface::Until([&] { return surface.Has("name 1"); }));
+        surface.Click("required 1");
+        surface.Click("up 2");
+        surface.Click("name 3");
+        surface.Type("Lot number");
+        surface.Click("save");
+        keep(surface, "screen-fields.png");
+    }
+    std::filesystem::create_directories(TheHost().storage / "values");
+    std::ofstream list(TheHost().storage / "values/orders.csv");
+    list << "Customer,Article,Lot number,Colour\n";
+    for (int i = 1; i <= 1000; ++i)
+        list << "Customer " << i << ',' << (i == 17 ? "40123x512345" : "401234512345") << ",L-" << i << ",red\n";
+    list.close();
+    std::ofstream(TheHost().storage / "values/shelves.csv") << "Shelf\nA-1\n";
+    Surface surface(QStringLiteral("PrinterScreen"), {800, 480});
+    surface.Click("Templates");
+    surface.Click("Several");
+    ASSERT_TRUE(Surface::Until([&] { return surface.Has("card E:BOX.ZPL"); }));
+    surface.Click("card E:BOX.ZPL");
+    surface.Click("card E:ORDER.ZPL");
+    surface.Click("fill");
+    ASSERT_TRUE(Surface::Until([&] { return surface.Has("field 4") && surface.Has("field 2"); }));
+    surface.Click("field 4");
+    surface.Type("7 of 12");
+    keep(surface, "screen-several.png");
+    surface.Click("back");
+    surface.Click("card E:BOX.ZPL");
+    surface.Click("fromList");
+    surface.Click("list orders.csv");
+    ASSERT_TRUE(Surface::Until([&] { return surface.Item("start").isVisible(); }));
+    keep(surface, "screen-list.png");
+    surface.Click("start");
+    Printed(8);
+    keep(surface, "screen-batch.png");
+    surface.Click("stop");
+    Printed(1);
+    surface.Click("giveUp");
 }
 
 /// A batch without a surface, at a printer that answers when it is told to.
