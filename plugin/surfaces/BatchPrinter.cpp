@@ -34,7 +34,7 @@ BatchPrinter::BatchPrinter(TemplateStore store) : store_(std::move(store)), jour
     look();
     if (auto record = journal_.Read()) {
         record_ = std::move(*record);
-        Set("stopped", tr("This batch was not finished."));
+        Set("stopped", tr("This batch was not finished."), true);
     }
 }
 

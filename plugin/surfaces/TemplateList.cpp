@@ -3,6 +3,7 @@
 #include <QtQml/QQmlEngine>
 #include <algorithm>
 #include <exception>
+#include <utility>
 
 #include "plugin/surfaces/BatchPrinter.h"
 #include "plugin/surfaces/TemplateForm.h"
@@ -52,9 +53,17 @@ QObject* TemplateList::open(QString const& fullName) {
 
 QObject* TemplateList::organize(QString const& fullName) {
     auto* const organizer = new TemplateOrganizer(store_, TemplateStore::FormatNamed(fullName));
-    // Forms that are open show what is settled now.
-    connect(organizer, &TemplateOrganizer::saved, this, &TemplateList::changed);
+    connect(organizer, &TemplateOrganizer::saved, this, [this, fullName] { ShowSettled(fullName.toStdString()); });
     return Keep(organizer);
+}
+
+/// Forms that are open, and a picture that has been asked for, show what is settled of a format now.
+void TemplateList::ShowSettled(std::string const& fullName) {
+    for (std::size_t row = 0; row < entries_.size(); ++row) {
+        if (entries_[row].format.FullName() != fullName || !std::exchange(entries_[row].isAsked, false)) continue;
+        wantPicture(static_cast<int>(row));
+    }
+    Q_EMIT changed();
 }
 
 void TemplateList::close(QObject* opened) {

@@ -58,6 +58,7 @@ private:
 
     void Watch();
     void Refresh();
+    void ShowSettled(std::string const& fullName);
     void TakePicture(Entry const& drawn, QImage picture, QString const& problem);
     QObject* Keep(QObject* opened);
 
