@@ -22,118 +22,87 @@ DrawingThreads::~DrawingThreads() {
     for (auto& thread : threads_) thread.join();
 }
 
+bool DrawingThreads::IsEmpty() {
+    std::lock_guard const lock(mutex_);
+    return slots_.empty();
+}
+
 void DrawingThreads::Add(QueuedLabel label) {
-    auto& slot = *slots_.emplace_back(std::make_unique<Slot>(std::move(label)));
+    auto added = std::make_unique<Slot>(std::move(label));
+    Lock lock(mutex_);
+    auto& slot = *slots_.emplace_back(std::move(added));
     bytes_ += slot.bytes;
-    // To wake a thread costs as much as a small label.
-    bool isWorthIt = false;
-    {
-        std::lock_guard const lock(mutex_);
-        waiting_.push_back(&slot);
-        SetFirst(0);
-        waitingWork_ += slot.work;
-        // The more threads draw, the sooner they will come to it; and to start the first one costs as much as some
-        // labels.
-        std::size_t const threads = threads_.empty() ? 3 : threads_.size() - free_ + 1;
-        isWorthIt = waiting_.size() > FewLabels * threads || waitingWork_ > LittleWork * threads;
-    }
-    if (isWorthIt && slots_.size() > 1) WakeThread();
+    waiting_.push_back(&slot);
+    waitingWork_ += slot.work;
+    // To wake a thread costs as much as a small label. The more threads draw, the sooner they will come to it; and to
+    // start the first one costs as much as some labels.
+    std::size_t const threads = threads_.empty() ? 3 : threads_.size() - free_ + 1;
+    bool const isWorthIt = waiting_.size() > FewLabels * threads || waitingWork_ > LittleWork * threads;
+    bool const isAlone = threads_.empty() && slots_.size() == 1;
+    if (isWorthIt && !isAlone) WakeThread(std::move(lock));
 }
 
 /// Lets one more thread draw. One is started if none is free, and the machine gives it.
-void DrawingThreads::WakeThread() {
-    bool isFree = false;
-    {
-        std::lock_guard const lock(mutex_);
-        isFree = free_ != 0;
-        if (!isFree && threads_.size() < work_.mostThreads) ++free_;
-    }
+void DrawingThreads::WakeThread(Lock lock) {
+    bool const isFree = free_ != 0;
+    if (!isFree && threads_.size() == work_.mostThreads) return;
+    if (!isFree) ++free_;
+    lock.unlock();
     if (isFree) return label_.notify_one();
-    if (threads_.size() == work_.mostThreads) return;
     try {
         auto& drawer = *drawers_.emplace_back(work_.makeDrawer());
         threads_.emplace_back([this, &drawer] { Run(drawer); });
     } catch (std::system_error const&) {
-        std::lock_guard const lock(mutex_);
+        lock.lock();
         --free_;
     }
 }
 
 bool DrawingThreads::Tell(Telling telling) {
+    Lock lock(mutex_);
+    if (slots_.empty()) {
+        lock.unlock();
+        work_.tell(telling);
+        return true;
+    }
     auto& behind = slots_.back()->behind;
     behind.push_back(std::move(telling));
     if (behind.size() < MostTellings) return true;
-    if (threads_.empty()) WakeThread();
+    if (threads_.empty()) {
+        WakeThread(std::move(lock));
+    } else {
+        lock.unlock();
+    }
     return threads_.empty() || Settle(true);
 }
 
 bool DrawingThreads::Settle(bool all) {
-    // Not each page alone, as the threads' lock costs as much as a small label.
-    bool const areFew = slots_.size() <= FewLabels && bytes_ <= mostBytes_ / 2;
-    if (!all && areFew) return true;
-    while (!slots_.empty()) {
-        Slot& first = *slots_.front();
+    Lock lock(mutex_);
+    for (;;) {
+        if (failure_) std::rethrow_exception(failure_);
+        if (isInterrupted_) return false;
+        if (slots_.empty() || (!all && !IsFull())) return true;
         if (threads_.empty()) {
-            if (!all && !IsFull()) return true;
-            DrawFirstHere();
+            DrawFirstHere(lock);
             continue;
         }
-        if (!TakePages(first)) {
-            if (!all && !IsFull()) return true;
-            WaitForPages();
-            continue;
-        }
-        if (first.isInterrupted) return false;
-        auto const ended = DropFirst();
-        KeepRoom(std::move(ended->label.drawn.page));
-        for (auto const& telling : ended->behind) work_.tell(telling);
+        // Until half of the labels have been dealt with, as to wake the owner costs as much as a small label.
+        wanted_ = all ? 0 : slots_.size() / 2;
+        label_.notify_all();
+        few_.wait(lock, [this] { return slots_.size() <= *wanted_ || IsGivenUp(); });
+        wanted_.reset();
     }
-    return true;
-}
-
-/// Waits until half of the labels have been drawn, as to wake the owner costs as much as a small label, or a thread
-/// cannot go on before its pages are taken.
-void DrawingThreads::WaitForPages() {
-    std::unique_lock lock(mutex_);
-    awaited_ = slots_[slots_.size() / 2].get();
-    label_.notify_all();
-    page_.wait(lock, [this] { return IsOwnerNeeded(); });
-    awaited_ = nullptr;
-}
-
-bool DrawingThreads::IsOwnerNeeded() const {
-    if (!awaited_) return false;
-    return awaited_->hasEnded || (crowded_ != 0 && (first_->hasEnded || !first_->pages.empty()));
-}
-
-/// Passes on what the first label has given. Whether that was all.
-bool DrawingThreads::TakePages(Slot& first) {
-    std::unique_lock lock(mutex_);
-    auto pages = std::exchange(first.pages, {});
-    for (auto const& page : pages) pageBytes_ -= page.Bytes();
-    bool const hasEnded = first.hasEnded;
-    if (hasEnded) SetFirst(1);
-    bool const wasCrowded = crowded_ != 0;
-    lock.unlock();
-    if (wasCrowded) room_.notify_all();
-    for (auto& page : pages) Pass(first, std::move(page));
-    return hasEnded;
-}
-
-void DrawingThreads::Pass(Slot const& slot, DrawnPage page) const {
-    for (auto const& telling : page.tellings) work_.tell(telling);
-    if (page.failure) std::rethrow_exception(page.failure);
-    if (page.page) work_.keepPage(slot.label.task, std::move(*page.page), std::move(page.copy));
 }
 
 /// No other label has followed, or the machine gives no threads.
-void DrawingThreads::DrawFirstHere() {
+void DrawingThreads::DrawFirstHere(Lock& lock) {
     auto const first = DropFirst();
     waiting_.pop_front();
     waitingWork_ -= first->work;
-    SetFirst(0);
+    lock.unlock();
     work_.drawHere(std::move(first->label));
     for (auto const& telling : first->behind) work_.tell(telling);
+    lock.lock();
 }
 
 std::unique_ptr<DrawingThreads::Slot> DrawingThreads::DropFirst() {
@@ -150,6 +119,7 @@ void DrawingThreads::KeepRoom(std::unique_ptr<Scripting::HandedLabel> room) {
 }
 
 std::unique_ptr<Scripting::HandedLabel> DrawingThreads::TakeRoom() {
+    std::lock_guard const lock(mutex_);
     if (rooms_.empty()) return nullptr;
     auto room = std::move(rooms_.back());
     rooms_.pop_back();
@@ -158,8 +128,8 @@ std::unique_ptr<Scripting::HandedLabel> DrawingThreads::TakeRoom() {
 }
 
 void DrawingThreads::Run(LabelDrawer& drawer) {
+    Lock lock(mutex_);
     for (;;) {
-        std::unique_lock lock(mutex_);
         label_.wait(lock, [this] { return isOver_ || !waiting_.empty(); });
         if (isOver_) return;
         --free_;
@@ -171,31 +141,82 @@ void DrawingThreads::Run(LabelDrawer& drawer) {
         bool const goesOn =
             drawer.Draw(label, work_.tag, work_.stage, [&](DrawnPage page) { return Put(slot, std::move(page)); });
         lock.lock();
-        slot.label.drawn.page = std::move(label.drawn.page);
+        KeepRoom(std::move(label.drawn.page));
         slot.hasEnded = true;
         slot.isInterrupted = !goesOn;
+        HandOn(lock);
         ++free_;
-        if (IsOwnerNeeded()) page_.notify_one();
     }
 }
 
 /// False if nobody takes it any more.
 bool DrawingThreads::Put(Slot& slot, DrawnPage page) {
     std::size_t const bytes = page.Bytes();
-    std::unique_lock lock(mutex_);
+    Lock lock(mutex_);
     auto const fits = [&] {
-        bool const isFirst = &slot == first_ && slot.pages.empty();
-        return isOver_ || isFirst || (slot.pages.size() < MostPages && pageBytes_ + bytes <= MostPageBytes);
+        bool const isFirst = &slot == slots_.front().get() && slot.pages.empty();
+        return IsGivenUp() || isFirst || (slot.pages.size() < MostPages && pageBytes_ + bytes <= MostPageBytes);
     };
     if (!fits()) {
+        HandOn(lock);
         ++crowded_;
-        if (IsOwnerNeeded()) page_.notify_one();
         room_.wait(lock, fits);
         --crowded_;
     }
-    if (isOver_) return false;
+    if (IsGivenUp()) return false;
     slot.pages.push_back(std::move(page));
     pageBytes_ += bytes;
-    if (IsOwnerNeeded()) page_.notify_one();
+    // The last page of a label is handed on with its end.
+    if (slot.pages.size() > 1) HandOn(lock);
     return true;
+}
+
+/// Hands on what is finished of the first labels, unless another thread is at it.
+void DrawingThreads::HandOn(Lock& lock) {
+    if (isHandingOn_) return;
+    isHandingOn_ = true;
+    while (!slots_.empty() && !IsGivenUp() && HandOnOf(*slots_.front(), lock)) {
+    }
+    isHandingOn_ = false;
+    if (!isInterrupted_ && !failure_) return;
+    few_.notify_one();
+    room_.notify_all();
+}
+
+/// Gives up the lock meanwhile. False if nothing of it is finished that has not been handed on.
+bool DrawingThreads::HandOnOf(Slot& first, Lock& lock) {
+    auto pages = std::exchange(first.pages, {});
+    for (auto const& page : pages) pageBytes_ -= page.Bytes();
+    if (crowded_ != 0) room_.notify_all();
+    bool const goesOn = first.hasEnded && !first.isInterrupted;
+    auto const behind = goesOn ? std::exchange(first.behind, {}) : std::vector<Telling>();
+    if (pages.empty() && behind.empty()) {
+        isInterrupted_ = first.isInterrupted;
+        if (!goesOn) return false;
+        auto dealtWith = DropFirst();
+        if (wanted_ && slots_.size() <= *wanted_) few_.notify_one();
+        lock.unlock();
+        dealtWith.reset();
+        lock.lock();
+        return true;
+    }
+    lock.unlock();
+    std::exception_ptr failure;
+    try {
+        Pass(first, std::move(pages), behind);
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    lock.lock();
+    failure_ = failure;
+    return true;
+}
+
+void DrawingThreads::Pass(Slot const& slot, std::vector<DrawnPage> pages, std::vector<Telling> const& behind) const {
+    for (auto& page : pages) {
+        for (auto const& telling : page.tellings) work_.tell(telling);
+        if (page.failure) std::rethrow_exception(page.failure);
+        if (page.page) work_.keepPage(slot.label.task, std::move(*page.page), std::move(page.copy));
+    }
+    for (auto const& telling : behind) work_.tell(telling);
 }

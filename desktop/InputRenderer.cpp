@@ -223,7 +223,7 @@ std::optional<StagedPage> InputRenderer::Stage(Scripting::FinishedPage& page, Qu
 /// What there is to tell waits for the labels that stand before it.
 void InputRenderer::Tell(Telling telling) {
     if (failure_) return;
-    if (!threads_ || threads_->IsEmpty()) return telling(findings_);
+    if (!threads_) return telling(findings_);
     try {
         threads_->Tell(std::move(telling));
     } catch (...) {
