@@ -61,6 +61,7 @@ void InputRenderer::RenderLabels() {
             keptFormats_.push_back(finished.format);
         } else {
             UseThreads();
+            if (finished.label.Quantity() > options_.mostCopies) finished.label.JudgeLeft();
             auto const rest = finished.rest;
             QueuedLabel queued{TaskOf(std::move(finished.label), finished.number, finished.format)};
             queued.pagesBefore = asked_;
@@ -136,7 +137,7 @@ void InputRenderer::Draw(QueuedLabel queued, std::size_t rest) {
     bool const isTied = keepsPicture || pictureStands_ || label.ReadsStore() || AsksForSources(label);
     if (!isTied) {
         auto const copies = WantedCopies(queued.pagesBefore, task.copies);
-        if (!copies) return;
+        if (!copies) return label.JudgeLeft();
         task.copies = *copies;
     }
     bool const isLast = threads_ && threads_->IsEmpty() && rest <= DrawingThreads::LittleWork;
@@ -146,6 +147,7 @@ void InputRenderer::Draw(QueuedLabel queued, std::size_t rest) {
         threads_->Settle(false);
         return;
     }
+    label.JudgeLeft();
     if (threads_ && !threads_->Settle(true)) return;
     unsigned const before = drawn_;
     DrawHere(std::move(queued));
@@ -155,10 +157,13 @@ void InputRenderer::Draw(QueuedLabel queued, std::size_t rest) {
 /// Gives a label along what its first replay has drawn.
 void InputRenderer::HandOut(QueuedLabel& queued) {
     auto& label = queued.task.label;
+    // The next one leaves it to whoever draws it; the first was read before there were threads.
+    if (label.Fields()) label.Fields()->LeaveJudging();
     // What the tag says is drawn anew.
-    if (options_.tag && label.IsWaitingOnRfidReadResponse(0)) return;
-    queued.drawn = label.HandOut(threads_->TakeRoom());
-    if (!queued.drawn.page || queued.task.copies != 1) return;
+    bool const asksTag = options_.tag && label.IsWaitingOnRfidReadResponse(0);
+    if (!asksTag) queued.drawn = label.HandOut(threads_->TakeRoom());
+    if (!queued.drawn.page) return label.JudgeLeft();
+    if (queued.task.copies != 1) return;
     // Memory goes back fastest on the thread that took it.
     queued.task.operations = label.GetRfidOperations();
     queued.isUsedUp = true;
@@ -177,8 +182,9 @@ void InputRenderer::DrawHere(QueuedLabel label) {
     auto& target = interpreter_.Target();
     auto const folder = options_.keepJob ? jobPath_ : store_.Prepare(target);
     interpreter_.SetDrawnFormat(task.format);
+    drawsHere_ = true;
     DrawQueued(
-        label, target, folder, options_.tag, [this](Telling const& telling) { telling(findings_); },
+        label, target, folder, options_.tag, desk_.Reader(), [this](Telling const& telling) { telling(findings_); },
         [&](DrawnCopy copy) {
             interpreter_.SetDrawnFormat({});
             ++drawn_;
@@ -196,6 +202,7 @@ void InputRenderer::DrawHere(QueuedLabel label) {
             interpreter_.SetDrawnFormat(task.format);
             return InterruptedBy() == 0;
         });
+    drawsHere_ = false;
     interpreter_.SetDrawnFormat({});
 }
 
@@ -223,7 +230,7 @@ std::optional<StagedPage> InputRenderer::Stage(Scripting::FinishedPage& page, Qu
 /// What there is to tell waits for the labels that stand before it.
 void InputRenderer::Tell(Telling telling) {
     if (failure_) return;
-    if (!threads_) return telling(findings_);
+    if (!threads_ || drawsHere_) return telling(findings_);
     try {
         threads_->Tell(std::move(telling));
     } catch (...) {

@@ -67,6 +67,7 @@ private:
     unsigned pages_ = 0;                   ///< that were made
     std::optional<RenderedPage> waiting_;  ///< until it is known how often it prints
     bool pictureStands_ = false;           ///< which the next label begins with
+    bool drawsHere_ = false;               ///< a label in its turn
     std::exception_ptr failure_;           ///< of what was done for a report, amid a label
     std::optional<DrawingThreads> threads_;
 };

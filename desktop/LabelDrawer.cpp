@@ -9,25 +9,28 @@
 namespace {
 
 /// Makes the page of a copy that has been drawn elsewhere.
-DrawnCopy FinishDrawn(QueuedLabel& label, Scripting::GraphicContext& target) {
+DrawnCopy FinishDrawn(QueuedLabel& label, Scripting::GraphicContext& target,
+                      std::shared_ptr<ZplCore::SymbolReader const> const& reader) {
     auto& task = label.task;
     Scripting::PageKeeper::Of(&target)->TakeOver(*label.drawn.page);
     target.RenderPage({}, task.firstPage, task.firstPage >= task.lastPage);
     DrawnCopy copy{0, std::move(*task.operations), {}};
-    if (task.fieldsJson && label.drawn.fields) {
-        ZplCore::FieldMap map(*Scripting::InkGauge::Of(&target), ZplCore::FieldMap::Detail::Everything);
-        map.TakeOver(*std::exchange(label.drawn.fields, {}));
-        copy.fields = task.fieldsJson->Of(map);
-    }
+    if (!label.drawn.fields) return copy;
+    ZplCore::FieldMap map(*Scripting::InkGauge::Of(&target), ZplCore::FieldMap::Detail::Everything);
+    map.SetReader(reader);
+    map.TakeOver(*std::exchange(label.drawn.fields, {}));
+    ZplCore::SymbolBoxes boxes;
+    if (label.drawn.unjudged) ZplCore::JudgeBarcodes(map, *label.drawn.unjudged, boxes);
+    if (task.fieldsJson) copy.fields = task.fieldsJson->Of(map);
     return copy;
 }
 
 }  // namespace
 
 bool DrawQueued(QueuedLabel& label, Scripting::GraphicContext& target, std::filesystem::path const& folder,
-                std::optional<VirtualTag> const& tag, std::function<void(Telling)> const& tell,
-                std::function<bool(DrawnCopy)> const& take) {
-    if (label.isUsedUp) return take(FinishDrawn(label, target));
+                std::optional<VirtualTag> const& tag, std::shared_ptr<ZplCore::SymbolReader const> const& reader,
+                std::function<void(Telling)> const& tell, std::function<bool(DrawnCopy)> const& take) {
+    if (label.isUsedUp) return take(FinishDrawn(label, target, reader));
     if (label.drawn.page) label.task.label.TakeOver(label.drawn);
     return DrawCopies(label.task, folder, tag, tell, take);
 }
@@ -35,6 +38,7 @@ bool DrawQueued(QueuedLabel& label, Scripting::GraphicContext& target, std::file
 LabelDrawer::LabelDrawer(Desk& desk, ZplCore::FieldMap::Detail detail)
     : printer_(std::make_shared<PrinterOfThread>(desk.Printer().PrinterDpi(), desk.Printer().DesignDpi(),
                                                  desk.ClockOfPrinter())),
+      reader_(desk.Reader()),
       report_([&desk](LogTopic topic, std::string_view text, std::string_view subject, Findings::Format format) {
           return desk.Report(topic, text, subject, format);
       }) {
@@ -67,7 +71,7 @@ bool LabelDrawer::Draw(QueuedLabel& label, std::optional<VirtualTag> const& tag,
         goesOn =
             InterruptedBy() == 0 &&
             DrawQueued(
-                label, *target_, {}, tag, [this](Telling telling) { tellings_.push_back(std::move(telling)); },
+                label, *target_, {}, tag, reader_, [this](Telling telling) { tellings_.push_back(std::move(telling)); },
                 [&](DrawnCopy copy) {
                     auto staged = stage(page, label, copy);
                     bool const isSilent = !staged && tellings_.empty();

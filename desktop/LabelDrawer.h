@@ -65,10 +65,11 @@ struct QueuedLabel {
 /// Makes the page of a copy ready; nothing if it is not wanted.
 using StagePage = std::function<std::optional<StagedPage>(Scripting::FinishedPage&, QueuedLabel&, DrawnCopy const&)>;
 
-/// Draws its copies on `target`, see DrawCopies.
+/// Draws its copies on `target`, see DrawCopies. Where its barcodes are left to be judged, they are also read by
+/// `reader`, which may be null.
 bool DrawQueued(QueuedLabel& label, Scripting::GraphicContext& target, std::filesystem::path const& folder,
-                std::optional<VirtualTag> const& tag, std::function<void(Telling)> const& tell,
-                std::function<bool(DrawnCopy)> const& take);
+                std::optional<VirtualTag> const& tag, std::shared_ptr<ZplCore::SymbolReader const> const& reader,
+                std::function<void(Telling)> const& tell, std::function<bool(DrawnCopy)> const& take);
 
 /// A page that a thread has made ready, or what there is to tell behind the last one.
 struct DrawnPage {
@@ -111,6 +112,7 @@ private:
     std::shared_ptr<PrinterOfThread> printer_;
     std::shared_ptr<Scripting::ScriptGraphicContext> target_;
     std::shared_ptr<ZplCore::FieldMap> map_;
+    std::shared_ptr<ZplCore::SymbolReader const> reader_;
     Report report_;
     Findings::Format format_;        ///< of the label under way
     std::vector<Telling> tellings_;  ///< since the page before

@@ -73,6 +73,7 @@ void Label::RenderLabel(std::filesystem::path const& jobPath, unsigned copyIndex
         if (copyIndex == 0) processor_ = pristineProcessor_.DeepClone();
         ProcessLabel(copyIndex, isLastPage);
     }
+    JudgeLeft();
     NoteBarcodes();
     processor_.GetGraphicContext()->RenderPage(jobPath, pageNumber, isLastPage);
 }
@@ -85,17 +86,24 @@ void Label::NoteBarcodes() const {
 }
 
 Label::Drawn Label::HandOut(std::unique_ptr<Scripting::HandedLabel> room) {
-    if (!GoOnFromReplay()) return {};
+    auto const replay = replay_.lock();
+    if (!GoOnFromReplay()) {
+        replay_ = replay;
+        JudgeLeft();
+        return {};
+    }
     auto page = Scripting::PageKeeper::Of(processor_.GetGraphicContext().get())->HandOut(std::move(room));
     if (!page) return {};
     auto const& map = processor_.GetFieldMap();
-    bool const hasDetails = map && map->WantsDetails();
-    return {std::move(page), hasDetails ? std::optional(map->HandOut()) : std::nullopt};
+    bool const isAskedFor = map && (map->WantsDetails() || unjudged_);
+    return {std::move(page), isAskedFor ? std::optional(map->HandOut()) : std::nullopt, std::exchange(unjudged_, {})};
 }
 
 void Label::TakeOver(Drawn& drawn) {
     Scripting::PageKeeper::Of(processor_.GetGraphicContext().get())->TakeOver(*drawn.page);
-    if (drawn.fields) processor_.GetFieldMap()->TakeOver(*std::exchange(drawn.fields, {}));
+    auto const& map = processor_.GetFieldMap();
+    if (drawn.fields) map->TakeOver(*std::exchange(drawn.fields, {}));
+    if (drawn.unjudged) ZplCore::JudgeBarcodes(*map, *std::exchange(drawn.unjudged, {}), symbolBoxes_);
     isDrawn_ = true;
 }
 
@@ -103,7 +111,14 @@ std::shared_ptr<Label::Replay> Label::TakeReplay() {
     auto const* const keeper = Scripting::PageKeeper::Of(processor_.GetGraphicContext().get());
     if (!keeper) return nullptr;
     auto const drawn = keeper->DrawnLabel();
-    return std::make_shared<Replay>(Replay{std::move(processor_), drawn, std::move(symbolBoxes_)});
+    return std::make_shared<Replay>(Replay{std::move(processor_), drawn, std::move(symbolBoxes_), unjudged_});
+}
+
+void Label::JudgeLeft() {
+    auto const replay = replay_.lock();
+    auto const& map = (replay ? replay->processor : processor_).GetFieldMap();
+    auto const unjudged = std::exchange(replay ? replay->unjudged : unjudged_, {});
+    if (unjudged) ZplCore::JudgeBarcodes(*map, *unjudged, replay ? replay->symbolBoxes : symbolBoxes_);
 }
 
 /// Takes the state that the first replay left, if the page that it drew is the one that is wanted.
@@ -119,6 +134,7 @@ bool Label::GoOnFromReplay() {
     auto system = std::make_shared<Context>(*processor_.GetSystemContext());
     processor_ = std::move(replay->processor);
     symbolBoxes_ = std::move(replay->symbolBoxes);
+    unjudged_ = replay->unjudged;
     processor_.SetSystemContext(std::move(system));
     return true;
 }
@@ -233,9 +249,9 @@ void Label::EndLabel() {
     // Copies differ in a number at most, and one sentence is enough.
     bool const isFirst = processor_.CurrentLabelNumber() == 0;
     bool const isBlank = isFirst && ZplCore::ReportMissingInk(*map);
-    if (map->WantsSymbols())
-        ZplCore::JudgeBarcodes(*map, {processor_.GetPrinterContext()->PrinterDpi().Value(), isFirst, isBlank},
-                               symbolBoxes_);
+    if (!map->WantsSymbols()) return;
+    unjudged_ = {processor_.GetPrinterContext()->PrinterDpi().Value(), isFirst, isBlank};
+    if (!map->LeavesJudging()) JudgeLeft();
 }
 
 bool Label::ShouldPrint() const {

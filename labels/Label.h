@@ -33,6 +33,7 @@ public:
     struct Drawn {
         std::unique_ptr<Scripting::HandedLabel> page;  ///< null if the copy has to be drawn
         std::optional<ZplCore::FieldMap::Label> fields;
+        std::optional<ZplCore::ScannedLabel> unjudged;  ///< its barcodes are judged where it is taken over
     };
     /// Goes on from what the first replay left (GoOnFrom) and hands out what it drew, if the target holds it. `room` is
     /// that of an earlier page; may be null.
@@ -74,7 +75,12 @@ public:
         ContextProcessor processor;
         std::uint64_t drawn;               ///< by Scripting::PageKeeper::DrawnLabel
         ZplCore::SymbolBoxes symbolBoxes;  ///< where its barcodes stand
+        std::optional<ZplCore::ScannedLabel> unjudged;
     };
+    /// Judges the barcodes of the first replay where its map has left that (FieldMap::LeaveJudging). The target must
+    /// still hold what it drew, and the map what it noted: before the next label is read. A label that is handed out
+    /// goes without.
+    void JudgeLeft();
     /// Uses the label up. Null if the target cannot tell what it holds.
     std::shared_ptr<Replay> TakeReplay();
     /// Copy 0 is not drawn again as long as that replay lives and the target holds what it drew.
@@ -119,8 +125,9 @@ private:
     std::vector<RfidOperation> rfidOperations_;
     std::map<unsigned, std::vector<RfidReadResponse>> rfidReadResponses_;
     std::weak_ptr<Replay> replay_;
-    ZplCore::SymbolBoxes symbolBoxes_;  ///< of the copy that was drawn last
-    bool isDrawn_ = false;              ///< copy 0, which has been taken over
+    ZplCore::SymbolBoxes symbolBoxes_;               ///< of the copy that was drawn last
+    std::optional<ZplCore::ScannedLabel> unjudged_;  ///< likewise
+    bool isDrawn_ = false;                           ///< copy 0, which has been taken over
 };
 
 }  // namespace Zpl

@@ -132,6 +132,9 @@ public:
     void DropField() { gauge_.EndField(); }
 
     bool WantsSymbols() const { return detail_ != Detail::Ink; }
+    /// Whoever takes a label from now on has its barcodes judged himself: see Zpl::Label::JudgeLeft.
+    void LeaveJudging() { leavesJudging_ = true; }
+    bool LeavesJudging() const { return leavesJudging_; }
     /// Symbols are also read by this one; null: they are not.
     void SetReader(std::shared_ptr<SymbolReader const> reader) { reader_ = std::move(reader); }
     SymbolReader const* Reader() const { return reader_.get(); }
@@ -166,6 +169,7 @@ private:
 
     Scripting::InkGauge& gauge_;
     Detail detail_;
+    bool leavesJudging_ = false;
     std::shared_ptr<SymbolReader const> reader_;
     std::vector<MappedField> fields_;
     std::string_view symbology_;  ///< of the field under way; empty if it is no barcode

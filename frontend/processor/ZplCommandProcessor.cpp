@@ -219,10 +219,13 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
     clone.SetRfidOperations(label.GetRfidOperations());
     // Behind the first replay, which has brought the format's own settings into the system context.
     clone.Freeze();
+    bool const isPrinted = (result.hasRfidOperations || text) && label.ShouldPrint();
+    if (!isPrinted || label.HasImageSavePath()) label.JudgeLeft();
     if (text && label.HasImageSavePath()) label.RenderLabelToFile();
-    if ((result.hasRfidOperations || text) && label.ShouldPrint()) {
+    if (isPrinted) {
         // The page that stores itself as a picture may recall it.
         replay_ = label.HasImageSavePath() ? nullptr : label.TakeReplay();
+        if (!replay_) label.JudgeLeft();
         clone.GoOnFrom(replay_);
         result.label.emplace(text.value_or(std::string()), std::move(clone));
     } else {
