@@ -69,7 +69,7 @@ Rectangle {
                 visible: surface.organizer !== null
                 enabled: surface.organizer ? surface.organizer.isChanged : false
                 text: "Undo all"
-                onClicked: surface.organizer.revert()
+                onClicked: surface.organizer.undoAll()
             }
             UiButton {
                 objectName: "save"
@@ -229,7 +229,7 @@ Rectangle {
         reject: "Leave it"
         onAccepted: if (surface.organizer.save()) surface.goOut()
         onRejected: {
-            surface.organizer.revert()
+            surface.organizer.undoAll()
             surface.goOut()
         }
     }

@@ -125,7 +125,7 @@ bool TemplateOrganizer::save() {
     return true;
 }
 
-void TemplateOrganizer::revert() {
+void TemplateOrganizer::undoAll() {
     beginResetModel();
     fields_ = saved_;
     endResetModel();

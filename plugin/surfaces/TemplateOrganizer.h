@@ -31,7 +31,7 @@ public:
     /// False if it is not saved, with the reason as notice.
     Q_INVOKABLE bool save();
     /// Back to what is saved.
-    Q_INVOKABLE void revert();
+    Q_INVOKABLE void undoAll();
 
     int rowCount(QModelIndex const& parent = {}) const override;
     QVariant data(QModelIndex const& index, int role) const override;
