@@ -13,7 +13,14 @@ Item {
     property bool several: false
     readonly property alias shownZoom: view.zoom
 
-    function itemRect(dots) { return view.itemRect(dots) }
+    // With what is seen at a point staying there.
+    function zoomAt(next, at) {
+        const dot = view.dotAt(at)
+        zoom = next
+        const now = view.itemRect(Qt.rect(dot.x, dot.y, 0, 0))
+        flickable.pan(at.x - now.x, at.y - now.y)
+    }
+    function zoomTo(next) { zoomAt(next, Qt.point(width / 2, height / 2)) }
 
     implicitWidth: 240
     implicitHeight: 240
@@ -66,18 +73,10 @@ Item {
         }
     }
 
-    PinchHandler {
-        target: null
-        property real zoomBefore: 1
-        onActiveChanged: if (active) zoomBefore = view.zoom
-        onActiveScaleChanged: if (active) surface.zoom = Math.max(0.1, Math.min(8, zoomBefore * activeScale))
-    }
-
     MouseArea {
         id: touch
         anchors.fill: parent
         enabled: surface.editor.isOpen
-        preventStealing: true
 
         readonly property real slop: 8   // pixels that a finger may slip
         readonly property real reach: 14 // pixels beside a small field
@@ -86,6 +85,17 @@ Item {
         property int field: -1
         property bool wasSelected: false
         property string does
+
+        PinchHandler {
+            target: null
+            // One finger may have touched a field.
+            grabPermissions: PointerHandler.CanTakeOverFromAnything
+            property real zoomBefore: 1
+            onActiveChanged: if (active) zoomBefore = view.zoom
+            onActiveScaleChanged: {
+                if (active) surface.zoomAt(Math.max(0.1, Math.min(8, zoomBefore * activeScale)), centroid.position)
+            }
+        }
 
         onPressed: mouse => {
             from = last = Qt.point(mouse.x, mouse.y)
@@ -107,6 +117,12 @@ Item {
         }
         onReleased: {
             if (does === "") tap()
+            does = "nothing"
+        }
+        // By a second finger: what the first has done is taken back.
+        onCanceled: {
+            if (does === "move") surface.editor.drag(0, 0)
+            does = "nothing"
         }
 
         function start() {

@@ -17,13 +17,12 @@ Rectangle {
 
     function zoomIn() {
         const next = zoomSteps.find(step => step > label.shownZoom + 0.001)
-        if (next !== undefined) zoom = next
+        if (next !== undefined) label.zoomTo(next)
     }
     function zoomOut() {
         const before = zoomSteps.filter(step => step < label.shownZoom - 0.001)
-        if (before.length > 0) zoom = before[before.length - 1]
+        if (before.length > 0) label.zoomTo(before[before.length - 1])
     }
-    function itemRect(dots) { return label.itemRect(dots) }
 
     color: "#d8dcdf"
     implicitWidth: 400

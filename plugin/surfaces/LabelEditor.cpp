@@ -146,15 +146,22 @@ void LabelEditor::saveAs(QString const& device, QString const& name, bool isSure
     Store({device.toStdString(), own.toStdString(), 0}, isSure);
 }
 
+/// Whether there are numbers that the format leaves to be filled.
+bool LabelEditor::HasWaitingFields() const {
+    auto const& fields = Drawn()->fields;
+    return std::any_of(fields.begin(), fields.end(),
+                       [](DrawnField const& field) { return field.details.number && !field.data; });
+}
+
 void LabelEditor::print() {
     Ask([this](EditorDesk& desk, Outcome& outcome) {
         auto const stream = QByteArray::fromStdString(desk.PrintStream());
         outcome.then = [this, stream] {
             auto* const door = printer_.Door();
-            if (!door || !door->IsOpen()) return Q_EMIT told(tr("The printer takes no labels at present."));
-            door->Print(stream, [this](QString const& error) {
-                Q_EMIT told(error.isEmpty() ? tr("The label is on its way to the printer.") : error);
-            });
+            if (!Drawn() || !door || !door->IsOpen()) return Q_EMIT told(tr("The printer takes no labels at present."));
+            auto const words = tr("The label is on its way to the printer.") +
+                               (HasWaitingFields() ? tr(" What is filled in when it prints stays empty.") : QString());
+            door->Print(stream, [this, words](QString const& error) { Q_EMIT told(error.isEmpty() ? words : error); });
         };
     });
 }

@@ -141,6 +141,7 @@ private:
     void Edit(Change change, QString const& key = {});
     void Move(std::vector<FieldShift> const& shifts, QString const& key);
     void SetSelection(QList<int> selection);
+    bool HasWaitingFields() const;
     void Store(StoredFormat const& format, bool isSure);
     DrawnFormat const* Drawn() const { return shown_.page ? &shown_.page->drawn : nullptr; }
     QRectF BoxOf(int field) const;

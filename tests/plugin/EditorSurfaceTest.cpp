@@ -388,6 +388,35 @@ TEST_F(EditorSurfaceTest, GoesOnToTheFieldBeneath) {
     EXPECT_EQ(Editor().fieldCount(), 4);
 }
 
+TEST_F(EditorSurfaceTest, TwoFingersZoomAndMoveNothing) {
+    auto* const screen = QTest::createTouchDevice();
+    Touched editor(QStringLiteral("EditorControl"));
+    editor.Click("E:ORDER.ZPL");
+    Wait();
+    double const before = editor.Find("page")->property("zoom").toDouble();
+    QPoint const middle(230, 150);
+    auto& window = editor.Window();
+    QTest::touchEvent(&window, screen).press(0, middle - QPoint(0, 20)).press(1, middle + QPoint(0, 20));
+    for (int apart = 20; apart <= 80; apart += 5) {
+        QTest::touchEvent(&window, screen).move(0, middle - QPoint(0, apart)).move(1, middle + QPoint(0, apart));
+        Surface::Settle();
+    }
+    QTest::touchEvent(&window, screen).release(0, middle - QPoint(0, 80)).release(1, middle + QPoint(0, 80));
+    Wait();
+    EXPECT_GT(editor.Find("page")->property("zoom").toDouble(), 1.1 * before);
+    EXPECT_FALSE(Editor().isChanged());
+    editor.Click("fit");
+    EXPECT_EQ(editor.Find("page")->property("zoom").toDouble(), before);
+    // One finger, dot for dot: the field stands where it was dragged to.
+    editor.Click("zoomIn");
+    editor.Drag({100, 60}, {140, 90});
+    Wait();
+    EXPECT_TRUE(Editor().isChanged());
+    EXPECT_NEAR(Editor().boxes().at(0).toRectF().left(), 82, 4);
+    editor.Tap({100, 500});
+    EXPECT_EQ(Editor().selection(), QList<int>()) << "beside the label's fields";
+}
+
 TEST_F(EditorSurfaceTest, PrintsByTheDoorOfAllSurfaces) {
     using Zpl::Host::StreamTaken;
     using Zpl::Host::StreamToPrint;
@@ -401,8 +430,11 @@ TEST_F(EditorSurfaceTest, PrintsByTheDoorOfAllSurfaces) {
         if (!stream) return std::string("nothing");
         TheHost().Set<StringProperty>(PropertyNames::StreamTaken,
                                       StreamTaken{stream->sender, stream->number, {}}.Text());
-        EXPECT_TRUE(
-            QTest::qWaitFor([&] { return editor.TextOf("words") == "The label is on its way to the printer."; }));
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            return editor.TextOf("words") ==
+                   "The label is on its way to the printer. "
+                   "What is filled in when it prints stays empty.";
+        }));
         editor.Click("accept");
         return stream->bytes;
     };
