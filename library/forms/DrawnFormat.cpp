@@ -47,8 +47,9 @@ DrawnField FieldOf(ZplCore::MappedField const& field, FieldMap const& map, Place
     if (!field.IsEmpty() || drawn.isWhite)
         drawn.box = map.Gauge().OnPage(drawn.isWhite ? field.ink.white : field.ink.All());
     auto const& [place, definition] = std::tie(drawn.details.place, drawn.details.definition);
-    drawn.data = places.Of(place);
-    drawn.look = definition.IsEmpty() ? drawn.data : places.Of(definition);
+    // A numbered field may bring its data itself.
+    drawn.data = places.Of(place.IsEmpty() ? definition : place);
+    drawn.look = places.Of(definition.IsEmpty() ? place : definition);
     return drawn;
 }
 

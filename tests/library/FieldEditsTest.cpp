@@ -351,6 +351,7 @@ TEST_F(FieldEditsTest, WritesWhatALabelOfThatKindNeeds) {
         // Stored formats
         {"^FO9,9^BY2^BCN,50^FN1\"Who\"^FS^FO9,99^FDx^FS", Bars(1, {.height = 60}),
          "^FO9,9^BY2^BCN,60^FN1\"Who\"^FS^FO9,99^FDx^FS", true},
+        {"^FO9,9^FN1^FDa^FS", Text(0, "b"), "^FO9,9^FN1^FDb^FS", true},
         {"^CC!^FO9,9^FDx^FS", Move(0, 1, 0), "^CC!^FO10,9^FDx^FS", true},
     };
     for (auto const& [before, edit, after, isStored] : cases) {
