@@ -70,7 +70,7 @@ bool TQTWSProcessorInterface::isPrinting() const {
 }
 
 QString TQTWSProcessorInterface::jobStatus() const {
-    return isPrinting() ? QString::fromStdString(model_->GetPrintJobStatusProperty()->Get()) : QString();
+    return model_ ? QString::fromStdString(model_->GetPrintJobStatusProperty()->Get()) : QString();
 }
 
 int TQTWSProcessorInterface::printingPage() const {

@@ -24,7 +24,7 @@ class TQTWSProcessorInterface : public QObject {
     /// Of the job that prints, or printed last; empty before the first one.
     Q_PROPERTY(QString jobFolder READ jobFolder NOTIFY jobChanged)
     Q_PROPERTY(bool isPrinting READ isPrinting NOTIFY jobChanged)
-    /// In the driver's words; empty when nothing prints.
+    /// In the driver's words, as "Print Paused"; empty when it is ready and nothing prints.
     Q_PROPERTY(QString jobStatus READ jobStatus NOTIFY jobChanged)
     /// Counted from 0.
     Q_PROPERTY(int printingPage READ printingPage NOTIFY jobChanged)

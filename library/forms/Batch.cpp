@@ -144,8 +144,9 @@ BatchCheck CheckBatch(std::filesystem::path const& list, std::vector<BatchTempla
     return check;
 }
 
-Batch::Batch(std::filesystem::path const& list, std::vector<BatchTemplate> templates, std::uint64_t behind)
-    : rows_(list, std::move(templates)) {
+Batch::Batch(std::filesystem::path const& list, std::vector<BatchTemplate> templates, LabelDots const& label,
+             std::uint64_t behind)
+    : rows_(list, std::move(templates)), label_(label) {
     while (rows_.RowsSoFar() < behind) {
         try {
             if (!rows_.Next()) return;
@@ -158,7 +159,7 @@ Batch::Batch(std::filesystem::path const& list, std::vector<BatchTemplate> templ
 std::optional<Batch::Piece> Batch::Next() {
     constexpr std::uint64_t MostRows = 25;
     constexpr std::size_t MostBytes = 128UL * 1024;
-    FilledStream stream;
+    FilledStream stream(label_);
     Piece piece{{}, rows_.RowsSoFar() + 1, 0, 0};
     while (rows_.RowsSoFar() < piece.firstRow - 1 + MostRows && stream.Bytes().size() < MostBytes) {
         try {

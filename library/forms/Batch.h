@@ -72,8 +72,9 @@ BatchCheck CheckBatch(std::filesystem::path const& list, std::vector<BatchTempla
 /// A list on its way to the printer, in streams of some rows each. Rows that cannot print are left out.
 class Batch {
 public:
-    /// `behind`: rows that are done already. Throws what ValueList throws.
-    Batch(std::filesystem::path const& list, std::vector<BatchTemplate> templates, std::uint64_t behind = 0);
+    /// `label`: in the printer. `behind`: rows that are done already. Throws what ValueList throws.
+    Batch(std::filesystem::path const& list, std::vector<BatchTemplate> templates, LabelDots const& label,
+          std::uint64_t behind = 0);
 
     struct Piece {
         std::string stream;
@@ -86,4 +87,5 @@ public:
 
 private:
     BatchRows rows_;
+    LabelDots label_;
 };

@@ -27,6 +27,7 @@ void EditorDesk::Open(DeskSettings const& settings, StoredFormat const& format) 
     auto drawer = std::make_unique<FormatDrawer>(settings);
     auto stream = std::make_unique<EditedStream>(*drawer, bytes, NameOf(format));
     formats_.emplace(std::move(formats));
+    label_ = LabelDots::Of(settings);
     stream_ = std::move(stream);
     drawer_ = std::move(drawer);
     format_ = format;
@@ -68,7 +69,7 @@ void EditorDesk::Save(StoredFormat const& format, bool isSure) {
 
 std::string EditorDesk::PrintStream() const {
     if (!stream_) throw std::runtime_error("No label is open.");
-    if (!stream_->IsChanged()) return "^XA^XF" + format_.FullName() + "^FS^PQ1^XZ";
+    if (!stream_->IsChanged()) return "^XA" + label_.Commands() + "^XF" + format_.FullName() + "^FS^PQ1^XZ";
     if (ChangesCharacters(stream_->Current()->commands)) throw std::runtime_error("Save this label first, then print.");
-    return "^XA" + stream_->Bytes() + "^FS^PQ1^XZ";
+    return "^XA" + label_.Commands() + stream_->Bytes() + "^FS^PQ1^XZ";
 }

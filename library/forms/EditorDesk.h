@@ -7,6 +7,7 @@
 
 #include "library/forms/DrawnFormat.h"
 #include "library/forms/EditedStream.h"
+#include "library/forms/LabelDots.h"
 #include "library/forms/StoredFormats.h"
 
 /// Something that a person has to say yes to; the text asks in a sentence or two.
@@ -43,5 +44,6 @@ private:
     std::unique_ptr<FormatDrawer> drawer_;
     std::unique_ptr<EditedStream> stream_;
     StoredFormat format_;
+    LabelDots label_;     ///< in the printer
     std::string stored_;  ///< what its object held when it was opened or saved
 };

@@ -123,7 +123,7 @@ void FilledStream::Add(StoredFormat const& format, std::string_view bytes, Field
     // The mark chooses the encoding of this stream alone. A format may choose another one, from there on.
     if (stream_.empty()) stream_ = "\xEF\xBB\xBF";
     if (auto set = LastCharacterSet(bytes); !set.empty()) characterSet_ = std::move(set);
-    stream_ += "^XA^XF" + format.FullName() + "^FS";
+    stream_ += "^XA" + setUp_ + "^XF" + format.FullName() + "^FS";
     if (!characterSet_.empty()) stream_ += "^CI28";
     for (auto const& [number, value] : values) {
         if (!value.empty()) stream_ += "^FN" + std::to_string(number) + "^FH_^FD" + Escaped(value) + "^FS";

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "library/forms/DrawnFormat.h"
+#include "library/forms/LabelDots.h"
 #include "library/forms/StoredFormats.h"
 
 /// What the value of a field must be like. Lengths are in characters.
@@ -52,12 +53,15 @@ std::string SampleOf(TemplateField const& field);
 /// streams have chosen, and later ones find no other than that of the formats.
 class FilledStream {
 public:
+    explicit FilledStream(LabelDots const& label) : setUp_(label.Commands()) {}
+
     /// `bytes`: of the format, as they are stored. Fields without text draw nothing.
     void Add(StoredFormat const& format, std::string_view bytes, FieldValues const& values, unsigned labels);
     bool IsEmpty() const { return stream_.empty(); }
     std::string const& Bytes() const { return stream_; }
 
 private:
+    std::string setUp_;  ///< in front of each format
     std::string stream_;
     std::string characterSet_;  ///< that the formats so far leave behind; empty: none
 };

@@ -123,7 +123,7 @@ void BatchPrinter::Begin(std::uint64_t behind, char const* otherwise) {
     try {
         if (BatchRecord::StateOf(record_.list) != record_.listState)
             throw std::runtime_error("the list has changed since it was looked through");
-        batch_.emplace(record_.list, templates_, behind);
+        batch_.emplace(record_.list, templates_, store_.label, behind);
     } catch (std::exception const& error) {
         return Set(otherwise, Sentence(error.what()), true);
     }

@@ -114,7 +114,7 @@ Item {
                     objectName: "status"
                     Layout.fillWidth: true
                     elide: Text.ElideRight
-                    text: !TQTWSProcessorInterface.isPrinting ? "Ready"
+                    text: !TQTWSProcessorInterface.isPrinting ? TQTWSProcessorInterface.jobStatus || "Ready"
                         : (TQTWSProcessorInterface.jobStatus || "Waiting") + ": page " + (TQTWSProcessorInterface.printingPage + 1)
                           + (surface.folder !== TQTWSProcessorInterface.jobFolder ? " of another job"
                              : surface.jobName ? " of \u201C" + surface.jobName + "\u201D" : "")

@@ -35,7 +35,7 @@ Rectangle {
         id: state
         objectName: "state"
         visible: false
-        text: !TQTWSProcessorInterface.isPrinting ? "Ready"
+        text: !TQTWSProcessorInterface.isPrinting ? TQTWSProcessorInterface.jobStatus || "Ready"
             : (TQTWSProcessorInterface.jobStatus || "Waiting") + ", page " + (TQTWSProcessorInterface.printingPage + 1)
     }
 

@@ -161,7 +161,7 @@ bool TemplateForm::check() {
 void TemplateForm::print() {
     if (isGone_ || isPrinting_) return;
     if (!check()) return Tell(tr("Some fields are not filled in as they should be."), true);
-    FilledStream stream;
+    FilledStream stream(store_.label);
     stream.Add(format_, bytes_, Values(), quantity_);
     isPrinting_ = true;
     Tell({}, false);

@@ -21,7 +21,7 @@ constexpr int RefreshPause = 200;
 TemplateList::TemplateList(DeskSettings const& settings, TemplateStore::Print print)
     : drawing_(settings),
       store_{StoredFormats(settings.machine.formatsFolder), FieldSettings(settings.machine.formatsFolder), drawing_,
-             std::move(print)} {
+             LabelDots::Of(settings), std::move(print)} {
     refresh_.setSingleShot(true);
     refresh_.setInterval(RefreshPause);
     connect(&refresh_, &QTimer::timeout, this, &TemplateList::Refresh);

@@ -35,7 +35,7 @@ DrawnFormat DrawTemplate(FormatDrawer& drawer, StoredFormat const& format, std::
 
 DrawnFormat DrawFilled(FormatDrawer& drawer, StoredFormat const& format, std::string const& bytes,
                        FieldValues const& values) {
-    FilledStream stream;
+    FilledStream stream({});
     stream.Add(format, bytes, values, 1);
     return drawer.Draw(stream.Bytes());
 }

@@ -21,6 +21,7 @@ struct TemplateStore {
     StoredFormats formats;
     FieldSettings settings;
     DrawingThread& drawing;
+    LabelDots label;  ///< in the printer
     Print print;
 
     /// Lists of values, as CSV files, are put there.

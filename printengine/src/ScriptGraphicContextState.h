@@ -96,8 +96,8 @@ struct ScriptGraphicContext::State {
     Extent drawnSize{1, 1};    ///< of the page before it is enlarged, in pixels
     std::uint64_t labels = 0;  ///< that were started
     bool keepsNotes = false;
-    std::string note;          ///< that the file of the page under way carries
-    bool holdsLabel = false;   ///< drawn, and no page yet
+    std::string note;         ///< that the file of the page under way carries
+    bool holdsLabel = false;  ///< drawn, and no page yet
     bool keepsPicture = false;
     Extent pageSize;
     bool keepsPages = false;  ///< to be handed out, in place of writing their files

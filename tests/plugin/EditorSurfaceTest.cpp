@@ -438,11 +438,11 @@ TEST_F(EditorSurfaceTest, PrintsByTheDoorOfAllSurfaces) {
         editor.Click("accept");
         return stream->bytes;
     };
-    EXPECT_EQ(printed(), "^XA^XFE:ORDER.ZPL^FS^PQ1^XZ");
+    EXPECT_EQ(printed(), "^XA^PW812^LL1218^XFE:ORDER.ZPL^FS^PQ1^XZ");
     editor.Tap({100, 60});
     editor.Click("nudgeRight");
     Wait();
-    EXPECT_EQ(printed().substr(0, 12), "^XA^FO41,40^");
+    EXPECT_EQ(printed().substr(0, 26), "^XA^PW812^LL1218^FO41,40^A");
 }
 
 }  // namespace

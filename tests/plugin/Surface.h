@@ -24,8 +24,10 @@ struct Host {
     Host() {
         qputenv("QT_QPA_PLATFORM", "offscreen");
         AppSettings::GetInstance().SetStorageDir(storage.Path());
-        qInstallMessageHandler(
-            [](QtMsgType, QMessageLogContext const&, QString const& text) { messages.append(text); });
+        qInstallMessageHandler([](QtMsgType, QMessageLogContext const&, QString const& text) {
+            // Of the toolkit about itself, where a window is grabbed as an animation ends.
+            if (!text.startsWith(QStringLiteral("QUnifiedTimer::stopAnimationDriver"))) messages.append(text);
+        });
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
         application = std::make_unique<QGuiApplication>(argc, argv.data());
         engine = std::make_shared<QQmlApplicationEngine>();

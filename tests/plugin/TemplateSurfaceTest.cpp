@@ -96,7 +96,9 @@ TEST_F(TemplateSurfaceTest, PrintsWhatIsFilledIn) {
     surface.Click("more");
     surface.Click("more");
     surface.Click("print");
-    EXPECT_EQ(Printed(1), "\xEF\xBB\xBF^XA^XFE:ORDER.ZPL^FS^FN1^FH_^FDAnn _5EXZ^FS^FN2^FH_^FD123456789012^FS^PQ3^XZ\n");
+    EXPECT_EQ(
+        Printed(1),
+        "\xEF\xBB\xBF^XA^PW812^LL1218^XFE:ORDER.ZPL^FS^FN1^FH_^FDAnn _5EXZ^FS^FN2^FH_^FD123456789012^FS^PQ3^XZ\n");
     ASSERT_TRUE(Surface::Until([&] { return surface.TextOf("notice") == "3 labels are on their way."; }));
     surface.Click("clear");
     EXPECT_EQ(surface.TextOf("field 1"), "");
@@ -170,8 +172,8 @@ TEST_F(TemplateSurfaceTest, PrintsSeveralTogetherOrFromAList) {
     surface.Type("123456789012");
     surface.Click("printAll");
     EXPECT_EQ(Printed(2),
-              "\xEF\xBB\xBF^XA^XFE:BOX.ZPL^FS^PQ1^XZ\n"
-              "\xEF\xBB\xBF^XA^XFE:ORDER.ZPL^FS^FN2^FH_^FD123456789012^FS^PQ1^XZ\n")
+              "\xEF\xBB\xBF^XA^PW812^LL1218^XFE:BOX.ZPL^FS^PQ1^XZ\n"
+              "\xEF\xBB\xBF^XA^PW812^LL1218^XFE:ORDER.ZPL^FS^FN2^FH_^FD123456789012^FS^PQ1^XZ\n")
         << "all or none";
 
     surface.Click("back");

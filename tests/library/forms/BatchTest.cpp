@@ -128,12 +128,12 @@ TEST_F(BatchTest, GoesOnBehindTheRowsThatWereTaken) {
     List(bytes);
     std::string all;
     std::uint64_t labels = 0;
-    for (Batch batch(file_, {template_, other});;) {
+    for (Batch batch(file_, {template_, other}, {});;) {
         auto const piece = batch.Next();
         if (!piece) break;
         labels += piece->labels;
         all += piece->stream.substr(3);
-        Batch next(file_, {template_, other}, piece->lastRow);
+        Batch next(file_, {template_, other}, {}, piece->lastRow);
         auto const following = next.Next();
         EXPECT_EQ(following ? following->firstRow : 61, piece->lastRow + 1);
     }

@@ -55,18 +55,19 @@ TEST_F(TemplateTest, PrintsAnyTextUnderAnyCharacterSet) {
     for (std::string const own : {"", "^CI27", "^CI13", "^CI28"}) {
         SCOPED_TRACE(own);
         Store(own + "^FO9,9^A0N,30^FN1^FS^FO9,60^A0N,30^FN2^FS");
-        FilledStream stream;
+        FilledStream stream({});
         stream.Add(format_, bytes_, {{1, text}, {2, ""}}, 3);
         EXPECT_EQ(Texts(stream.Bytes()).front(), text);
         auto const set = stream.Bytes().rfind("^CI");
         EXPECT_EQ(set == std::string::npos ? "" : stream.Bytes().substr(set, own.size()), own);
         EXPECT_NE(stream.Bytes().find("^PQ3^"), std::string::npos);
     }
-    FilledStream both;
+    FilledStream both({812, 1218});
     both.Add(format_, "^CI27^FN1", {{1, text}}, 1);
     both.Add(format_, "^FN1", {{1, text}}, 1);
     auto const second = both.Bytes().substr(both.Bytes().rfind("^XA"));
     EXPECT_NE(second.find("^CI28^FN1"), std::string::npos) << "the set of the format before it is in force";
+    EXPECT_TRUE(second.starts_with("^XA^PW812^LL1218^XF")) << "the format before it may have said another size";
 }
 
 TEST_F(TemplateTest, ChecksValues) {
