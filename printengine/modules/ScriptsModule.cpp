@@ -72,7 +72,7 @@ char32_t Compose(char32_t const* text, std::uint32_t length) {
     char32_t marks[MostMarks];
     std::copy(text + 1, text + length, marks);
     // The tables know only one order of marks.
-    std::stable_sort(marks, marks + length - 1, [unicode](char32_t a, char32_t b) {
+    std::stable_sort(marks, marks + (length - 1), [unicode](char32_t a, char32_t b) {
         return hb_unicode_combining_class(unicode, a) < hb_unicode_combining_class(unicode, b);
     });
     hb_codepoint_t letter = text[0];
