@@ -12,6 +12,7 @@
 #include "propertybus/PropertyIdentifiers.h"
 #include "propertybus/PublishingPropertyManager.h"
 #include "propertybus/ThreadFactory.h"
+#include "tests/support/Sanitizers.h"
 #include "tests/support/VirtualPrinterProcess.h"
 
 // The door by which surfaces print, at a printer with its processes.
@@ -188,7 +189,8 @@ TEST_F(PrintDoorTest, ABatchPrintsEachRowOnceInFlatMemoryThoughTheHostIsKilled) 
         << batch->notice().toStdString() << printer.Log();
     EXPECT_TRUE(Until([&] { return batch->state() == u"done"; }));
     EXPECT_EQ(printer.Kept().size(), rows);
-    EXPECT_LE(Memory() - early, 8);
+    // A checker of addresses keeps what is freed.
+    if (SanitizerFactor == 1) EXPECT_LE(Memory() - early, 8);
     if (asked) std::printf("%zu rows: %ld MiB behind the first hundred, %ld at the end\n", rows, early, Memory());
 }
 
