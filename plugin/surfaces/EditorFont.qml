@@ -23,6 +23,7 @@ ColumnLayout {
             font.pixelSize: 16
         }
         ComboBox {
+            id: letters
             objectName: "letter"
             implicitWidth: 162
             implicitHeight: 44
@@ -31,6 +32,14 @@ ColumnLayout {
             background: Rectangle {
                 radius: 6
                 border.color: "#b8bec4"
+            }
+            // The style's own is a picture, whose texture the toolkit keeps beyond its window.
+            indicator: Text {
+                x: letters.width - width - 14
+                anchors.verticalCenter: letters.verticalCenter
+                text: "\u25BC"
+                color: "#202a33"
+                font.pixelSize: 12
             }
             displayText: font.field.letter ?? ""
             currentIndex: font.letters.indexOf(font.field.letter ?? "")

@@ -190,7 +190,9 @@ TEST_F(PrintDoorTest, ABatchPrintsEachRowOnceInFlatMemoryThoughTheHostIsKilled) 
     EXPECT_TRUE(Until([&] { return batch->state() == u"done"; }));
     EXPECT_EQ(printer.Kept().size(), rows);
     // A checker of addresses keeps what is freed.
-    if (SanitizerFactor == 1) EXPECT_LE(Memory() - early, 8);
+    if (SanitizerFactor == 1) {
+        EXPECT_LE(Memory() - early, 8);
+    }
     if (asked) std::printf("%zu rows: %ld MiB behind the first hundred, %ld at the end\n", rows, early, Memory());
 }
 

@@ -389,7 +389,7 @@ TEST_F(EditorSurfaceTest, GoesOnToTheFieldBeneath) {
 }
 
 TEST_F(EditorSurfaceTest, TwoFingersZoomAndMoveNothing) {
-    auto* const screen = QTest::createTouchDevice();
+    static auto* const screen = QTest::createTouchDevice();  // stays, as devices of a machine do
     Touched editor(QStringLiteral("EditorControl"));
     editor.Click("E:ORDER.ZPL");
     Wait();

@@ -199,7 +199,7 @@ TEST_F(PreviewSurfaceTest, OutlinesBarcodesThatMayNotScanWhereTheyStand) {
 TEST_F(PreviewSurfaceTest, TwoFingersZoomWhereTheyLie) {
     Surface surface(QStringLiteral("PrintPreviewLabelSurface"), {150, 120});
     surface.Item("view").setProperty("picture", PageWithDot(7, 11));
-    auto* const screen = QTest::createTouchDevice();
+    static auto* const screen = QTest::createTouchDevice();  // stays, as devices of a machine do
     surface.Set("zoom", 4);
     QRectF before;
     auto& view = surface.Item("view");
