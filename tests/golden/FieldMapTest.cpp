@@ -8,6 +8,7 @@
 #include "frontend/stream/ZplTokenizer.h"
 #include "jobhost/model/PrintStream.h"
 #include "tests/support/PagePictures.h"
+#include "tests/support/StreamFiles.h"
 
 // What the field map tells of the examples, of the golden pages, and of the hard cases below: the commands of each
 // field are taken at their places, all others out of the stream, and the field is drawn alone. ZPL_STREAMS=DIR names a
@@ -15,7 +16,6 @@
 
 namespace {
 
-namespace fs = std::filesystem;
 using Scripting::PixelBox;
 using ZplCore::ByteRange;
 using ZplCore::FieldDetails;
@@ -187,19 +187,6 @@ void ExpectBoxesHold(Desk& desk, std::string const& stream, std::string const& n
                 << alone.substr(0, 1000);
         }
     }
-}
-
-std::vector<fs::path> StreamFiles() {
-    std::vector<fs::path> files;
-    char const* const further = std::getenv("ZPL_STREAMS");
-    for (fs::path const folder : {"examples", "tests/golden", further ? further : ""}) {
-        if (folder.empty()) continue;
-        for (auto const& entry : fs::recursive_directory_iterator(folder)) {
-            if (entry.path().extension() == ".zpl") files.push_back(entry.path());
-        }
-    }
-    std::sort(files.begin(), files.end());
-    return files;
 }
 
 TEST(FieldMap, BoxesHoldTheInkOfTheirFieldsAlone) {

@@ -9,12 +9,12 @@
 #include "library/forms/EditedStream.h"
 #include "library/forms/FieldData.h"
 #include "tests/support/PagePictures.h"
+#include "tests/support/StreamFiles.h"
 #include "tests/support/TemporaryDirectory.h"
 
 // Labels that are changed field by field. ZPL_STREAMS=DIR names a folder of further streams.
 namespace {
 
-namespace fs = std::filesystem;
 using Scripting::PixelBox;
 using ZplCore::ByteRange;
 using ZplCore::FieldKind;
@@ -189,19 +189,6 @@ protected:
     FormatDrawer drawer_;
     int changes_ = 0;
 };
-
-std::vector<fs::path> StreamFiles() {
-    std::vector<fs::path> files;
-    char const* const further = std::getenv("ZPL_STREAMS");
-    for (fs::path const folder : {"examples", "tests/golden", further ? further : ""}) {
-        if (folder.empty()) continue;
-        for (auto const& entry : fs::recursive_directory_iterator(folder)) {
-            if (entry.path().extension() == ".zpl") files.push_back(entry.path());
-        }
-    }
-    std::sort(files.begin(), files.end());
-    return files;
-}
 
 TEST_F(FieldEditsTest, AChangeOfOneFieldChangesNothingElse) {
     for (auto const& file : StreamFiles()) {
