@@ -80,7 +80,8 @@ set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_NAME zplhost-printer)
 set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_DEPENDS "zplhost (= ${PROJECT_VERSION}), ${surfaces}")
 set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_RECOMMENDS zplhost-web)
-set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_SUGGESTS "qml6-module-qtquick-virtualkeyboard, qt6-virtualkeyboard-plugin")
+set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_SUGGESTS 
+    "qml6-module-qtquick-virtualkeyboard, qml6-module-qt-labs-folderlistmodel, qt6-virtualkeyboard-plugin")
 set(CPACK_DEBIAN_ZPLHOST-PRINTER_PACKAGE_CONTROL_EXTRA
     ${PROJECT_SOURCE_DIR}/packaging/postinst ${PROJECT_SOURCE_DIR}/packaging/prerm ${PROJECT_SOURCE_DIR}/packaging/postrm)
 set(CPACK_COMPONENT_ZPLHOST-PRINTER_DESCRIPTION "virtual printer for the ZPL label language

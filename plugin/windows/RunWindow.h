@@ -28,6 +28,9 @@ int RunWindow(int argc, char** argv, char const* what) {
         Fail(text.contains("platform plugin") ? "there is no display that it can be opened on" : text.constData());
         ::_exit(1);
     });
+    // A keyboard that cannot stand within the window does not cover it either.
+    if (qEnvironmentVariableIsEmpty("QT_VIRTUALKEYBOARD_DESKTOP_DISABLE"))
+        qputenv("QT_VIRTUALKEYBOARD_DESKTOP_DISABLE", "1");
     // Pages are pictures already; so any display will do, also one without acceleration.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     try {

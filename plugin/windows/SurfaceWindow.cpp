@@ -5,6 +5,7 @@
 #include <QtGui/QImage>
 #include <QtQml/QQmlApplicationEngine>
 #include <QtQuick/QQuickWindow>
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 
@@ -16,13 +17,18 @@
 
 namespace {
 
-/// A keyboard on the screen, where the machine has one.
+bool HasModule(QQmlEngine const& engine, QString const& module) {
+    auto const folders = engine.importPathList();
+    return std::any_of(folders.begin(), folders.end(), [&](QString const& folder) {
+        return QFile::exists(QDir(folder).filePath(module + QStringLiteral("/qmldir")));
+    });
+}
+
+/// A keyboard on the screen, where the machine has one with all that it needs.
 QString Keyboard(QQmlEngine const& engine) {
-    for (auto const& folder : engine.importPathList()) {
-        if (QFile::exists(QDir(folder).filePath(QStringLiteral("QtQuick/VirtualKeyboard/qmldir"))))
-            return QStringLiteral("qrc:/TCPrintEngine/UiKeyboard.qml");
-    }
-    return {};
+    bool const isWhole = HasModule(engine, QStringLiteral("QtQuick/VirtualKeyboard")) &&
+                         HasModule(engine, QStringLiteral("Qt/labs/folderlistmodel"));
+    return isWhole ? QStringLiteral("qrc:/TCPrintEngine/UiKeyboard.qml") : QString();
 }
 
 /// What the host has of itself, and these surfaces draw labels by.
