@@ -9,6 +9,7 @@
 
 #include "library/forms/FieldData.h"
 #include "plugin/TQTWSProcessorInterface.h"
+#include "plugin/surfaces/DrawnPicture.h"
 #include "plugin/surfaces/FieldValues.h"
 #include "plugin/surfaces/PrintDoor.h"
 
@@ -18,15 +19,6 @@ QString FullName(StoredFormat const& format) { return QString::fromStdString(for
 
 /// "E:ORDER.ZPL" as what it names.
 StoredFormat FormatOf(QString const& name) { return {name.left(1).toStdString(), name.mid(2).toStdString(), 0}; }
-
-/// A page of packed rows as a picture of its own.
-QImage PictureOf(DrawnFormat const& drawn) {
-    auto const& [width, height] = drawn.size;
-    int const stride = (width + 7) / 8;
-    QImage picture(reinterpret_cast<uchar const*>(drawn.rows.data()), width, height, stride, QImage::Format_Mono);
-    picture.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});
-    return picture.copy();
-}
 
 }  // namespace
 

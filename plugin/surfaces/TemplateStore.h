@@ -2,7 +2,6 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
-#include <QtGui/QImage>
 #include <filesystem>
 #include <functional>
 #include <string_view>
@@ -10,6 +9,7 @@
 #include "library/forms/DrawnFormat.h"
 #include "library/forms/FieldSettings.h"
 #include "library/forms/StoredFormats.h"
+#include "plugin/surfaces/DrawnPicture.h"
 
 class DrawingThread;
 
@@ -33,9 +33,6 @@ struct TemplateStore {
 
 /// As it is shown: with a capital first and a full stop.
 QString Sentence(std::string_view text);
-
-/// The dots of a label, and at most so many pixels high if that is not 0.
-QImage PictureOf(DrawnFormat const& drawn, int height = 0);
 
 /// A stored format without what fills it, and filled.
 DrawnFormat DrawTemplate(FormatDrawer& drawer, StoredFormat const& format, std::string const& bytes);
