@@ -1,3 +1,4 @@
+#include <malloc.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -43,7 +44,18 @@ int PrintManual(std::vector<std::string> const& names) {
     return Print(text, stdout, ExitCode::Success);
 }
 
+/// The memory of a label is needed again by the next one. Given back to the system in between, it would be wiped and
+/// mapped anew for each label whose pictures are large.
+void KeepFreedMemory() {
+#ifdef __GLIBC__
+    constexpr int KeptBytes = 8 << 20;
+    mallopt(M_TRIM_THRESHOLD, KeptBytes);
+    mallopt(M_MMAP_THRESHOLD, KeptBytes / 2);
+#endif
+}
+
 int Draw(CommandRow const& command, RenderOptions options) {
+    KeepFreedMemory();
     options.machine = DeskMachine();
     if (options.keepJob) options.machine.jobsFolder = options.outputFolder;
     options.inputs = NamedInputs(options.inputs);

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <span>
 
+#include "foundation/Vectorized.h"
 #include "printengine/src/raster/BitRuns.h"
 #include "printengine/src/raster/Bits.h"
 
@@ -34,30 +35,47 @@ void MirrorRow(std::span<Word> row, int width) {
     }
 }
 
-/// Turns words into bytes, four at a time.
-void PackWords(Word const* from, std::size_t count, Word flip, std::uint8_t* out) {
-    Word const* const end = from + count;
-    auto const pack = [flip](Word word, std::uint8_t* to) {
-        Word const packed = Drawing::BigEndian(word ^ flip);
-        std::memcpy(to, &packed, sizeof packed);
-    };
-    for (; end - from >= 4; from += 4, out += 4 * sizeof(Word)) {
-        for (std::size_t i = 0; i < 4; ++i) pack(from[i], out + i * sizeof(Word));
+/// Turns words into bytes.
+ZPL_VECTORIZED void PackWords(Word const* from, std::size_t count, Word flip, std::uint8_t* out) {
+    for (std::size_t i = 0; i < count; ++i) {
+        Word const packed = Drawing::BigEndian(from[i] ^ flip);
+        std::memcpy(out + i * sizeof packed, &packed, sizeof packed);
     }
-    for (; from != end; ++from, out += sizeof(Word)) pack(*from, out);
+}
+
+/// Writes the first `count` bytes of a word, 1 to 8.
+void PackPart(Word word, std::size_t count, std::uint8_t* out) {
+    Word const packed = Drawing::BigEndian(word);
+    auto const* from = reinterpret_cast<std::uint8_t const*>(&packed);
+    // Copies of a fixed length take no call.
+    auto const copy = [&]<std::size_t Bytes>() {
+        if ((count & Bytes) == 0) return;
+        std::memcpy(out, from, Bytes);
+        from += Bytes;
+        out += Bytes;
+    };
+    copy.template operator()<8>();
+    copy.template operator()<4>();
+    copy.template operator()<2>();
+    copy.template operator()<1>();
 }
 
 }  // namespace
 
 PageComposer::PageComposer(Drawing::Raster const& raster, PageLayout const& layout, bool inkBit)
-    : raster_(raster), layout_(layout), inkBit_(inkBit), words_(WordsFor(layout.width)) {}
+    : raster_(raster),
+      layout_(layout),
+      inkBit_(inkBit),
+      isShaped_(layout.IsShaped()),
+      isEnlarged_(layout.enlargement != 1),
+      words_(WordsFor(layout.width)) {}
 
 inline std::span<Word const> PageComposer::Source(int row) const {
     int const shifted = row - layout_.shiftDown;
     if (shifted < 0 || shifted >= layout_.height) return {};
     int const upright = layout_.turned ? layout_.height - 1 - shifted : shifted;
     // Division takes longer than all the rest, and few pages are enlarged.
-    auto const source = raster_.Row(layout_.enlargement == 1 ? upright : upright / layout_.enlargement);
+    auto const source = raster_.Row(isEnlarged_ ? upright / layout_.enlargement : upright);
     return source.first(std::min(source.size(), words_.size()));
 }
 
@@ -80,7 +98,7 @@ void PageComposer::Write(int row, std::uint8_t* out) {
         std::memset(out, inkBit_ ? 0 : 0xFF, bytes);
         return;
     }
-    if (layout_.IsShaped()) {
+    if (isShaped_) {
         Shape(source);
         source = words_;
     }
@@ -94,8 +112,7 @@ void PageComposer::Write(int row, std::uint8_t* out) {
     }
     // The last word holds more pixels than the page.
     int const beyond = static_cast<int>(words_.size()) * WordBits - layout_.width;
-    Word const packed = Drawing::BigEndian((source[whole] & ~Word{0} << beyond) ^ flip);
-    std::memcpy(out + done, &packed, bytes - done);
+    PackPart((source[whole] & ~Word{0} << beyond) ^ flip, bytes - done, out + done);
 }
 
 /// Brings a drawn row into the shape of the page.

@@ -45,6 +45,8 @@ private:
     Drawing::Raster const& raster_;
     PageLayout const& layout_;
     bool inkBit_;
+    bool isShaped_;
+    bool isEnlarged_;
     std::vector<Drawing::Word> words_;
     std::span<Drawing::Word const> written_;  ///< the drawn row of what was written last
 };
