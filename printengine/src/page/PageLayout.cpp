@@ -4,7 +4,7 @@
 #include <cstring>
 #include <span>
 
-#include "foundation/Vectorized.h"
+#include "printengine/src/page/PackWords.h"
 #include "printengine/src/raster/BitRuns.h"
 #include "printengine/src/raster/Bits.h"
 
@@ -32,14 +32,6 @@ void MirrorRow(std::span<Word> row, int width) {
     if (shift == 0) return;
     for (std::size_t i = 0; i < row.size(); ++i) {
         row[i] = row[i] << shift | (i + 1 < row.size() ? row[i + 1] >> (WordBits - shift) : 0);
-    }
-}
-
-/// Turns words into bytes.
-ZPL_VECTORIZED void PackWords(Word const* from, std::size_t count, Word flip, std::uint8_t* out) {
-    for (std::size_t i = 0; i < count; ++i) {
-        Word const packed = Drawing::BigEndian(from[i] ^ flip);
-        std::memcpy(out + i * sizeof packed, &packed, sizeof packed);
     }
 }
 
