@@ -114,13 +114,13 @@ void SymbolCheck::CheckQuietZone(PixelRows const& picture) {
     std::string mends;
     for (Side const side : Sides) {
         if (NeededAt(side) == 0) continue;
-        Margin const margin = MarginAt(picture.box, side);
+        Margin const margin = MarginAt(picture.box, side, 0);
         if (margin.clear + std::max(1.0, Share * margin.needed) >= margin.needed) continue;
         auto const next = Strip(Strip(picture.box, side, margin.clear), side, 1);
         std::string const intruder = margin.endsPage ? std::string() : Intruder(next);
         // What stands on the symbol stands beside it too.
         if (!intruder.empty() && intruder == overprinter_) continue;
-        std::string const mend = MendOfMargin(side, margin, MarginAt(picture.box, Opposite(side)));
+        std::string const mend = MendOfMargin(side, margin, MarginAt(picture.box, Opposite(side), margin.needed));
         says += (says.empty() ? "needs " : " and ") + SaysMargin(side, margin, intruder);
         if (mends.find(mend) == mends.npos) mends += (mends.empty() ? "" : ", and ") + mend;
     }
@@ -178,10 +178,9 @@ double SymbolCheck::NeededAt(Side side) const {
     return 0;
 }
 
-SymbolCheck::Margin SymbolCheck::MarginAt(PixelBox const& symbol, Side side) const {
+SymbolCheck::Margin SymbolCheck::MarginAt(PixelBox const& symbol, Side side, double spare) const {
     Margin margin{NeededAt(side), 0, false};
-    // As far as the field may have to move to give room at the other side.
-    int const depth = static_cast<int>(std::ceil(margin.needed + NeededAt(Opposite(side))));
+    int const depth = static_cast<int>(std::ceil(margin.needed + spare));
     PixelBox from = symbol;
     if (IsBars()) {
         // A line for the scanner is wanted, not the corners.

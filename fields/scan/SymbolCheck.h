@@ -35,7 +35,7 @@ private:
     /// The ground at one side of a symbol.
     struct Margin {
         double needed = 0;      ///< pixels
-        int clear = 0;          ///< pixels, looked at as far as may be of use
+        int clear = 0;          ///< pixels, looked at as far as is needed or may be spared
         bool endsPage = false;  ///< what follows is the page's edge
     };
 
@@ -47,7 +47,9 @@ private:
     void CheckReading(Scripting::PixelRows const& picture);
 
     double NeededAt(Side side) const;
-    Margin MarginAt(Scripting::PixelBox const& symbol, Side side) const;
+    /// `spare` are pixels beyond those that are needed: as far as the field may have to move to give room at the other
+    /// side.
+    Margin MarginAt(Scripting::PixelBox const& symbol, Side side, double spare) const;
     bool HasLevelBars() const;
     bool IsBars() const { return rule_.shape == SymbologyRule::Shape::Bars; }
     /// Dots of the stream that take at least so many pixels.

@@ -136,14 +136,14 @@ PixelBox Strip(PixelBox const& box, Side side, int depth) {
 }
 
 void Mirror(PixelRows& picture) {
-    PixelRows mirrored{picture.box, std::vector<std::uint64_t>(picture.words.size())};
-    std::size_t const words = picture.WordsPerRow();
+    PixelRows mirrored{picture.box, std::vector<std::uint64_t>(picture.words.size()), picture.starts};
     for (int y = 0; y < picture.box.Height(); ++y) {
+        std::size_t const start = picture.starts[static_cast<std::size_t>(y)];
         for (int x = 0; x < picture.box.Width(); ++x) {
+            if (!IsBlack(picture.Row(y), x)) continue;
             int const to = picture.box.Width() - 1 - x;
-            if (IsBlack(picture.Row(y), x))
-                mirrored.words[static_cast<std::size_t>(y) * words + static_cast<std::size_t>(to / WordBits)] |=
-                    std::uint64_t{1} << (WordBits - 1 - to % WordBits);
+            std::uint64_t const bit = std::uint64_t{1} << (WordBits - 1 - to % WordBits);
+            mirrored.words[start + static_cast<std::size_t>(to / WordBits)] |= bit;
         }
     }
     picture = std::move(mirrored);
@@ -161,17 +161,21 @@ int LeastRun(PixelRows const& picture, bool isLevel, int lines) {
 
 Likeness Compare(Scripting::InkGauge const& gauge, PixelRows const& picture, bool isLevel, PixelBox const& besides) {
     Likeness result;
-    PixelRows wrong = gauge.InkIn(picture.box);
-    for (std::size_t i = 0; i < wrong.words.size(); ++i) wrong.words[i] ^= picture.words[i];
-    Clear(wrong, besides);
     PixelBox const hidden = besides.Within(picture.box);
     auto const areaOf = [](PixelBox const& box) {
         return static_cast<std::size_t>(box.Width()) * static_cast<std::size_t>(box.Height());
     };
     result.pixels = areaOf(picture.box) - (hidden.IsEmpty() ? 0 : areaOf(hidden));
-    result.wrong = CountOf(wrong);
     result.lines = isLevel ? picture.box.Height() - (hidden.IsEmpty() ? 0 : hidden.Height())
                            : picture.box.Width() - (hidden.IsEmpty() ? 0 : hidden.Width());
+    if (gauge.Shows(picture)) return result;
+    PixelRows wrong = gauge.InkIn(picture.box);
+    auto word = wrong.words.begin();
+    for (int y = 0; y < picture.box.Height(); ++y) {
+        for (std::size_t i = 0; i < wrong.WordsPerRow(); ++i) *word++ ^= picture.Row(y)[i];
+    }
+    Clear(wrong, besides);
+    result.wrong = CountOf(wrong);
     if (result.wrong == 0) return result;
     result.isInverted = result.wrong * 10 >= result.pixels * 9;
     if (result.isInverted) {
@@ -188,7 +192,9 @@ Likeness Compare(Scripting::InkGauge const& gauge, PixelRows const& picture, boo
 
 int GroundAt(Scripting::InkGauge const& gauge, Look const& look) {
     if (look.depth <= 0) return 0;
-    PixelRows rows = gauge.InkIn(Strip(look.from, look.side, look.depth));
+    PixelBox const strip = Strip(look.from, look.side, look.depth);
+    if (!look.isInverted && gauge.IsWhite(strip)) return look.depth;
+    PixelRows rows = gauge.InkIn(strip);
     if (look.isInverted) Invert(rows);
     Clear(rows, look.besides);
     Projection const seen(rows);

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <utility>
 
@@ -33,49 +34,70 @@ Word WordAt(std::span<Word const> row, int x) {
     return shift == 0 ? at(first) : at(first) << shift | at(first + 1) >> (WordBits - shift);
 }
 
+/// The pixels of a row from `left` on, as many as `out` holds.
+void CopyPixels(std::span<Word const> row, int left, std::span<Word> out) {
+    auto const first = static_cast<std::size_t>(std::max(left, 0)) / WordBits;
+    int const shift = left % WordBits;
+    if (left >= 0 && first + out.size() < row.size()) {
+        // Shifted twice, as a shift by 64 is undefined.
+        for (std::size_t i = 0; i < out.size(); ++i)
+            out[i] = row[first + i] << shift | row[first + i + 1] >> 1 >> (WordBits - 1 - shift);
+    } else {
+        for (std::size_t i = 0; i < out.size(); ++i) out[i] = WordAt(row, left + static_cast<int>(i) * WordBits);
+    }
+}
+
+/// The pixels of the last word of a row that lie in its box.
+Word LastInside(PixelBox const& box) { return ~Word{0} << ((WordBits - box.Width() % WordBits) % WordBits); }
+
 /// The pixels of a box that begins at (left, top) of a raster.
 PixelRows RowsOf(Raster const& raster, PixelBox const& box, int left, int top) {
-    PixelRows rows{box, {}};
+    PixelRows rows{box, {}, {}};
     if (box.IsEmpty()) return rows;
     std::size_t const words = rows.WordsPerRow();
-    rows.words.resize(words * static_cast<std::size_t>(box.Height()));
-    int const rest = box.Width() % WordBits;
-    Word const inside = rest == 0 ? ~Word{0} : ~(~Word{0} >> rest);
-    Word* out = rows.words.data();
-    for (int y = 0; y < box.Height(); ++y, out += words) {
-        auto const row = raster.Row(top + y);
-        if (row.empty()) continue;
-        auto const first = static_cast<std::size_t>(std::max(left, 0)) / WordBits;
-        int const shift = left % WordBits;
-        if (left >= 0 && first + words < row.size()) {
-            // Shifted twice, as a shift by 64 is undefined.
-            for (std::size_t i = 0; i < words; ++i)
-                out[i] = row[first + i] << shift | row[first + i + 1] >> 1 >> (WordBits - 1 - shift);
-        } else {
-            for (std::size_t i = 0; i < words; ++i) out[i] = WordAt(row, left + static_cast<int>(i) * WordBits);
-        }
-        out[words - 1] &= inside;
+    auto const height = static_cast<std::size_t>(box.Height());
+    rows.words.resize(words * height);
+    rows.starts.resize(height);
+    for (std::size_t y = 0; y < height; ++y) {
+        rows.starts[y] = static_cast<std::uint32_t>(y * words);
+        std::span const out(rows.words.data() + y * words, words);
+        CopyPixels(raster.Row(top + static_cast<int>(y)), left, out);
+        out.back() &= LastInside(box);
     }
     return rows;
 }
 
-/// A picture from the corner of its ink on.
-std::vector<Word> InkWords(BitRows const& picture, PixelBox const& ink, std::size_t words) {
-    std::vector<Word> result;
-    result.reserve(words * static_cast<std::size_t>(ink.Height()));
-    int const first = ink.left / WordBits;
+/// Whether two rows are surely alike from `left` up to `right`: in all words that hold these pixels.
+bool AreAlike(std::span<Word const> row, std::span<Word const> other, int left, int right) {
+    auto const first = static_cast<std::size_t>(std::max(left, 0)) / WordBits;
+    auto const end = static_cast<std::size_t>(std::max(right + WordBits - 1, 0)) / WordBits;
+    if (first >= end || row.size() < end || other.size() < end) return false;
+    return std::memcmp(row.data() + first, other.data() + first, (end - first) * sizeof(Word)) == 0;
+}
+
+/// The ink of a picture, whose rows that are alike become one.
+PixelRows InkRows(BitRows const& picture, PixelBox const& ink, PixelBox const& box) {
+    PixelRows rows{box, {}, {}};
+    rows.starts.reserve(static_cast<std::size_t>(ink.Height()));
+    std::size_t const words = rows.WordsPerRow();
+    std::size_t const bytes = (static_cast<std::size_t>(picture.width) + 7) / 8;
+    auto const row = [&](int y) { return picture.bytes + static_cast<std::size_t>(y) * picture.stride; };
     int const shift = ink.left % WordBits;
     int const last = (picture.width - 1) / WordBits;
-    for (int y = ink.top; y < ink.bottom; ++y) {
-        Word bits = picture.Fetch(y, first);
+    for (int y = ink.top, next = y; y < ink.bottom; y = next) {
+        do ++next;
+        while (next < ink.bottom && std::memcmp(row(y), row(next), bytes) == 0);
+        rows.starts.insert(rows.starts.end(), static_cast<std::size_t>(next - y),
+                           static_cast<std::uint32_t>(rows.words.size()));
+        int word = ink.left / WordBits;
+        Word bits = picture.Fetch(y, word);
         for (std::size_t i = 0; i < words; ++i) {
-            int const next = first + static_cast<int>(i) + 1;
-            Word const behind = next > last ? 0 : next < last ? picture.FetchWhole(y, next) : picture.Fetch(y, next);
-            result.push_back(bits << shift | behind >> 1 >> (WordBits - 1 - shift));
+            Word const behind = ++word <= last ? picture.Fetch(y, word) : 0;
+            rows.words.push_back(bits << shift | behind >> 1 >> (WordBits - 1 - shift));
             bits = behind;
         }
     }
-    return result;
+    return rows;
 }
 
 }  // namespace
@@ -106,19 +128,18 @@ void ScriptGraphicContext::State::CountBaseline(PrintEngine::Text::TextFrame con
 
 void ScriptGraphicContext::State::KeepPicture(BitRows const& picture, PixelBox const& ink, int left, int top) {
     constexpr std::size_t MostWords = std::size_t{4} << 20;
-    PixelRows kept{{left + ink.left, top + ink.top, left + ink.right, top + ink.bottom}, {}};
+    PixelBox const box{left + ink.left, top + ink.top, left + ink.right, top + ink.bottom};
     if (ink.IsEmpty()) return;
-    std::size_t const words = kept.WordsPerRow() * static_cast<std::size_t>(ink.Height());
+    std::size_t const words = PixelRows{box, {}, {}}.WordsPerRow() * static_cast<std::size_t>(ink.Height());
     if (words > MostWords - pictureWords) return;
     pictureWords += words;
     if (degrees == 0) {
-        kept.words = InkWords(picture, ink, kept.WordsPerRow());
-        pictures.push_back(std::move(kept));
+        pictures.push_back(InkRows(picture, ink, box));
         return;
     }
     scratch.Reset(ink.Width(), ink.Height());
     scratch.Blit(picture, -ink.left, -ink.top, degrees, PrintEngine::Drawing::Ink::Black);
-    pictures.push_back(RowsOf(scratch, kept.box, 0, 0));
+    pictures.push_back(RowsOf(scratch, box, 0, 0));
 }
 
 void ScriptGraphicContext::StartField() {
@@ -133,6 +154,41 @@ std::vector<PixelRows> ScriptGraphicContext::TakePictures() { return std::exchan
 
 PixelRows ScriptGraphicContext::InkIn(PixelBox const& drawn) const {
     return RowsOf(state_->raster, drawn, drawn.left, drawn.top);
+}
+
+bool ScriptGraphicContext::Shows(PixelRows const& drawn) const {
+    PixelBox const& box = drawn.box;
+    std::vector<Word> shown(drawn.WordsPerRow());
+    std::span<Word const> above;
+    for (int y = 0; y < box.Height(); ++y) {
+        auto const row = state_->raster.Row(box.top + y);
+        auto const before = std::exchange(above, row);
+        // Most rows of a symbol are like those above them, and so they are on the label.
+        if (drawn.IsOneWithAbove(y) && AreAlike(row, before, box.left, box.right)) continue;
+        CopyPixels(row, box.left, shown);
+        shown.back() &= LastInside(box);
+        if (!std::equal(shown.begin(), shown.end(), drawn.Row(y))) return false;
+    }
+    return true;
+}
+
+bool ScriptGraphicContext::IsWhite(PixelBox const& drawn) const {
+    Raster const& raster = state_->raster;
+    int const left = std::max(drawn.left, 0);
+    if (left >= drawn.right) return true;
+    auto const first = static_cast<std::size_t>(left / WordBits);
+    auto const last = static_cast<std::size_t>((drawn.right - 1) / WordBits);
+    Word const head = ~Word{0} >> left % WordBits;
+    Word const tail = ~Word{0} << (WordBits - 1 - (drawn.right - 1) % WordBits);
+    for (int y = std::max(drawn.top, raster.Top()); y < std::min(drawn.bottom, raster.Bottom()); ++y) {
+        auto const row = raster.Row(y);
+        if (row.size() <= first) continue;
+        Word ink = row[first] & head & (first == last ? tail : ~Word{0});
+        for (std::size_t i = first + 1; i < std::min(last, row.size()); ++i) ink |= row[i];
+        if (first < last && last < row.size()) ink |= row[last] & tail;
+        if (ink != 0) return false;
+    }
+    return true;
 }
 
 FieldInk ScriptGraphicContext::EndField() {

@@ -98,6 +98,8 @@ Damage const DamagedLabels[] = {
     {"^FO80,20^GB20,150,20,W^FS^FO40,50^BCN,80,N^FDABC^FS^FO80,20^GB20,150,20,W^FS",
      Unreadable +
          "is overprinted across its whole height by the white box or line at x = 80, y = 20: move one of them"},
+    {"^FO40,50^BCN,80,N^FDABC^FS^FO80,90^GB20,150,20,W^FS",
+     Doubtful + "is overprinted on 50 % of its height by the white box or line at x = 80, y = 90: move one of them"},
     {"^FO60,50^B7N,6,3,3^FDABC^FS^FO60,70^GB300,10,10^FS",
      Doubtful + "is overprinted on 10 % of its area by the box or line at x = 60, y = 70: move one of them"},
     // Reversed.

@@ -64,13 +64,18 @@ struct FieldInk {
 };
 
 /// The pixels of a box: rows of whole words from the top, 64 pixels each, the leftmost in the most significant bit. A
-/// set bit is black, those right of the box are 0.
+/// set bit is black, those right of the box are 0. Rows that are like the one above them may be one with it.
 struct PixelRows {
     PixelBox box;
     std::vector<std::uint64_t> words;
+    std::vector<std::uint32_t> starts;  ///< where each row begins in them
 
     std::size_t WordsPerRow() const { return (static_cast<std::size_t>(std::max(box.Width(), 0)) + 63) / 64; }
-    std::uint64_t const* Row(int index) const { return words.data() + static_cast<std::size_t>(index) * WordsPerRow(); }
+    std::uint64_t const* Row(int index) const { return words.data() + starts[static_cast<std::size_t>(index)]; }
+    bool IsOneWithAbove(int index) const {
+        auto const row = static_cast<std::size_t>(index);
+        return row > 0 && starts[row] == starts[row - 1];
+    }
 };
 
 /// What a drawing target can tell of its ink beyond what it is told to draw. Not every target can: it is asked for by
@@ -90,8 +95,13 @@ public:
     virtual void KeepPictures() = 0;
     /// Those of the field that has ended last: each on a white ground, turned as it was drawn, as far as it has ink.
     virtual std::vector<PixelRows> TakePictures() = 0;
-    /// What the label shows in a box as it is drawn, before its page is shaped; white where nothing can be drawn.
+    /// What the label shows in a box as it is drawn, before its page is shaped; white where nothing can be drawn. No
+    /// two rows are one.
     virtual PixelRows InkIn(PixelBox const& drawn) const = 0;
+    /// Whether the label shows nothing else than that in its box: what InkIn would tell, told without a copy.
+    virtual bool Shows(PixelRows const& drawn) const = 0;
+    /// The same of a box that is white.
+    virtual bool IsWhite(PixelBox const& drawn) const = 0;
 
     // Valid once GraphicContext::EndLabel has fixed the shape of the page.
 

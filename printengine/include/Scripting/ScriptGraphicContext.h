@@ -102,6 +102,8 @@ public:
     void KeepPictures() override;
     std::vector<PixelRows> TakePictures() override;
     PixelRows InkIn(PixelBox const& drawn) const override;
+    bool Shows(PixelRows const& drawn) const override;
+    bool IsWhite(PixelBox const& drawn) const override;
     PixelBox OnPage(PixelBox const& drawn) const override;
     PixelBox PrintArea() const override;
     double PixelsPerDot() const override;
