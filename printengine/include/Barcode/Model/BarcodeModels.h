@@ -71,7 +71,11 @@ private:
 /// Square cells, rows from the top; true is dark.
 class MatrixBarcodeModel : public BarcodeModelBase {
 public:
-    MatrixBarcodeModel(unsigned long rows, unsigned long cols) : cells_(rows, std::vector<bool>(cols)) {}
+    MatrixBarcodeModel(unsigned long rows, unsigned long cols) {
+        // Each row is made where it stays: a copy of one is made cell by cell.
+        cells_.reserve(rows);
+        while (cells_.size() < rows) cells_.emplace_back(cols);
+    }
 
     SymbologyGroup GetSymbologyGroup() const override { return SymbologyGroup::Matrix; }
     std::vector<std::vector<bool>> const& GetCells() const { return cells_; }
