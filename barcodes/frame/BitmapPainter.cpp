@@ -1,6 +1,7 @@
 #include "barcodes/frame/BitmapPainter.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 #include <stdexcept>
@@ -35,11 +36,14 @@ public:
 
 private:
     void Put(std::uint64_t word) {
-        std::array<std::uint8_t, sizeof word> bytes{};
-        for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<std::uint8_t>(word >> (56 - 8 * i));
-        std::size_t const size = std::min(bytes.size(), row_.size());
-        std::memcpy(row_.data(), bytes.data(), size);
-        row_ = row_.subspan(size);
+        if constexpr (std::endian::native == std::endian::little) word = __builtin_bswap64(word);
+        if (row_.size() < sizeof word) {
+            std::memcpy(row_.data(), &word, row_.size());
+            row_ = {};
+        } else {
+            std::memcpy(row_.data(), &word, sizeof word);
+            row_ = row_.subspan(sizeof word);
+        }
     }
 
     BitmapRow row_;
@@ -88,19 +92,21 @@ void PaintRun(BitmapRow row, std::uint64_t begin, std::uint64_t end) {
 
 void PaintBlocks(BitmapRow row, std::vector<Barcode::Model::Block> const& blocks, std::uint64_t narrow,
                  std::uint64_t wide, std::uint64_t x) {
+    // Black blocks that touch each other are painted as one.
+    std::uint64_t bar = x;
     for (auto const block : blocks) {
-        std::uint64_t const width = block.wide ? wide : narrow;
-        if (block.black) PaintRun(row, x, x + width);
-        x += width;
+        if (!block.black) PaintRun(row, bar, x);
+        x += block.wide ? wide : narrow;
+        if (!block.black) bar = x;
     }
+    PaintRun(row, bar, x);
 }
 
 CellPainter::CellPainter(std::uint64_t pixels) : pixels_(pixels) {
     if (pixels > MostPixels) return;
     std::uint64_t const cell = (std::uint64_t{1} << pixels) - 1;
-    for (std::size_t group = 0; group < groups_.size(); ++group) {
-        for (std::size_t i = 0; i < Group; ++i) groups_[group] |= (group >> i & 1) * (cell << i * pixels);
-    }
+    for (std::size_t group = 1; group < groups_.size(); ++group)
+        groups_[group] = groups_[group / 2] << pixels | group % 2 * cell;
 }
 
 void CellPainter::Paint(BitmapRow row, std::vector<bool> const& cells) const {
@@ -108,15 +114,22 @@ void CellPainter::Paint(BitmapRow row, std::vector<bool> const& cells) const {
 }
 
 void CellPainter::PaintGroups(BitmapRow row, std::vector<bool> const& cells) const {
+    constexpr std::size_t Most = 64;
+    static_assert(Most % Group == 0);
+    std::uint64_t const width = Group * pixels_;
     BitStream stream(row);
     auto cell = cells.begin();
-    std::size_t const whole = cells.size() / Group * Group;
-    for (std::size_t i = 0; i < whole; i += Group) {
-        std::size_t group = 0;
-        for (std::size_t k = 0; k < Group; ++k, ++cell) group = group * 2 + (*cell ? 1 : 0);
-        stream.Add(groups_[group], Group * pixels_);
+    for (std::size_t first = 0; first < cells.size(); first += Most) {
+        std::size_t const count = std::min(Most, cells.size() - first);
+        std::uint64_t dark = 0;
+        for (std::size_t i = 0; i < count; ++i, ++cell) dark = dark << 1 | std::uint64_t{*cell};
+        // The last group is filled up by white cells, which lie beyond the row.
+        std::size_t left = (count + Group - 1) / Group * Group;
+        for (dark <<= left - count; left > 0;) {
+            left -= Group;
+            stream.Add(groups_[dark >> left & (groups_.size() - 1)], width);
+        }
     }
-    for (; cell != cells.end(); ++cell) stream.Add(groups_[*cell ? 1 : 0], pixels_);
     stream.End();
 }
 
@@ -130,7 +143,8 @@ void CellPainter::PaintRuns(BitmapRow row, std::vector<bool> const& cells) const
 
 void RepeatRow(SketchedBitmap& bitmap, std::size_t first, std::size_t count) {
     BitmapRow const source = RowAt(bitmap, first);
-    for (std::size_t y = 1; y < count; ++y) std::copy(source.begin(), source.end(), RowAt(bitmap, first + y).begin());
+    for (std::size_t y = 1; y < count; ++y)
+        std::copy(source.begin(), source.end(), source.data() + y * source.size());
 }
 
 }  // namespace Scripting
