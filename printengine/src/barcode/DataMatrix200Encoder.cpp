@@ -52,10 +52,10 @@ void AppendErrorCorrection(std::vector<std::uint8_t>& codewords, Size const& siz
     constexpr unsigned Polynomial = 0x12D, FirstRoot = 1, MostChecks = 68;
     std::array<std::uint8_t, MostChecks> room{};
     std::span const checks(room.data(), size.errorCorrection / size.blocks);
+    ReedSolomon<Polynomial, FirstRoot, MostChecks> const code(checks.size());
     codewords.resize(size.data + size.errorCorrection);
     for (std::size_t block = 0; block < size.blocks; ++block) {
-        ReedSolomon<Polynomial, FirstRoot, MostChecks>::Check(std::span(codewords).subspan(block, size.data - block),
-                                                              size.blocks, checks);
+        code.Check(std::span(codewords).subspan(block, size.data - block), size.blocks, checks);
         // In 144 x 144 the data end amid a round of the blocks, two of which are a codeword shorter.
         std::size_t p = size.data;
         while (p % size.blocks != block) ++p;
@@ -76,40 +76,29 @@ void PadTo(std::vector<std::uint8_t>& codewords, std::size_t count) {
     }
 }
 
-/// A row of the symbol under way.
-class SymbolRow {
-public:
-    void Set(unsigned column, bool dark) { words_[column / WordBits] |= std::uint64_t{dark} << column % WordBits; }
-
-    void Into(std::vector<bool>& cells) const {
-        for (std::size_t w = 0; w < words_.size(); ++w) DarkenCells(cells, w * WordBits, words_[w]);
-    }
-
-private:
-    static constexpr unsigned WordBits = 64, MostColumns = 144;
-
-    std::array<std::uint64_t, (MostColumns + WordBits - 1) / WordBits> words_{};
-};
-
 /// The data modules, each region in a frame of a solid L and alternating sides.
 Model::MatrixBarcodeModel Assemble(std::vector<std::uint8_t> const& codewords, Size const& size) {
+    constexpr std::uint64_t EveryOther = 0x5555555555555555;
     unsigned const regionRows = size.rows / size.regionsDown;
     unsigned const regionColumns = size.columns / size.regionsAcross;
+    std::uint64_t const all = (std::uint64_t{1} << regionColumns) - 1;
     auto const modules =
         PlaceDataMatrix(codewords, size.rows - 2 * size.regionsDown, size.columns - 2 * size.regionsAcross);
     Model::MatrixBarcodeModel model(size.rows, size.columns);
     auto const* module = modules.data();
     for (unsigned r = 0; r < size.rows; ++r) {
         unsigned const inRow = r % regionRows;
-        bool const isFrame = inRow == 0 || inRow == regionRows - 1;
-        SymbolRow row;
         for (unsigned left = 0; left < size.columns; left += regionColumns) {
-            row.Set(left, true);
-            for (unsigned c = 1; c + 1 < regionColumns; ++c)
-                row.Set(left + c, isFrame ? inRow != 0 || c % 2 == 0 : *module++ != 0);
-            row.Set(left + regionColumns - 1, inRow == regionRows - 1 || inRow % 2 != 0);
+            std::uint64_t dark = 1 | std::uint64_t{inRow % 2} << (regionColumns - 1);
+            if (inRow == 0) {
+                dark = EveryOther & all;
+            } else if (inRow == regionRows - 1) {
+                dark = all;
+            } else {
+                for (unsigned c = 1; c < regionColumns - 1; ++c) dark |= std::uint64_t{*module++} << c;
+            }
+            DarkenCells(model.GetCells()[r], left, dark);
         }
-        row.Into(model.GetCells()[r]);
     }
     return model;
 }

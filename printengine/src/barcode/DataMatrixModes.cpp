@@ -7,7 +7,7 @@ namespace Barcode::Encoder {
 namespace {
 
 /// ISO/IEC 16022, table C.1: the basic set, and three sets behind the shifts 0 to 2. Text has the cases exchanged.
-DataMatrixValues TextValues(unsigned value, bool isText) {
+constexpr DataMatrixValues TextValues(unsigned value, bool isText) {
     DataMatrixValues result;
     if (value == DataMatrixToken::Fnc1) {
         result.Add(1);
@@ -47,7 +47,7 @@ DataMatrixValues TextValues(unsigned value, bool isText) {
 }
 
 /// ISO/IEC 16022, table 6.
-DataMatrixValues X12Values(unsigned value) {
+constexpr DataMatrixValues X12Values(unsigned value) {
     constexpr unsigned Separators[] = {'\r', '*', '>', ' '};
     DataMatrixValues result;
     for (unsigned i = 0; i < std::size(Separators); ++i) {
@@ -59,15 +59,13 @@ DataMatrixValues X12Values(unsigned value) {
 }
 
 /// The lower six bits of the characters from the blank to the circumflex.
-DataMatrixValues EdifactValues(unsigned value) {
+constexpr DataMatrixValues EdifactValues(unsigned value) {
     DataMatrixValues result;
     if (value >= ' ' && value <= '^') result.Add(value & 0x3FU);
     return result;
 }
 
-}  // namespace
-
-DataMatrixValues DataMatrixValuesOf(unsigned value, DataMatrixMode mode) {
+constexpr DataMatrixValues ValuesOf(unsigned value, DataMatrixMode mode) {
     switch (Emptied(mode)) {
         case DataMatrixMode::C40: return TextValues(value, false);
         case DataMatrixMode::Text: return TextValues(value, true);
@@ -75,6 +73,23 @@ DataMatrixValues DataMatrixValuesOf(unsigned value, DataMatrixMode mode) {
         case DataMatrixMode::Edifact: return EdifactValues(value);
         default: return {};
     }
+}
+
+}  // namespace
+
+DataMatrixValues DataMatrixValuesOf(unsigned value, DataMatrixMode mode) { return ValuesOf(value, mode); }
+
+std::size_t DataMatrixValueCount(unsigned value, DataMatrixMode mode) {
+    static constexpr auto Counts = [] {
+        std::array<std::array<std::uint8_t, DataMatrixToken::Fnc1 + 1>, DataMatrixModeCount> counts{};
+        for (auto const packed :
+             {DataMatrixMode::C40, DataMatrixMode::Text, DataMatrixMode::X12, DataMatrixMode::Edifact}) {
+            for (unsigned i = 0; i <= DataMatrixToken::Fnc1; ++i)
+                counts[Index(packed)][i] = static_cast<std::uint8_t>(ValuesOf(i, packed).count);
+        }
+        return counts;
+    }();
+    return Counts[Index(Emptied(mode))][value];
 }
 
 }  // namespace Barcode::Encoder

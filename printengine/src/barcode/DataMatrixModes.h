@@ -51,10 +51,12 @@ struct DataMatrixValues {
     std::array<std::uint8_t, 4> values{};
     std::size_t count = 0;
 
-    void Add(unsigned value) { values[count++] = static_cast<std::uint8_t>(value); }
+    constexpr void Add(unsigned value) { values[count++] = static_cast<std::uint8_t>(value); }
 };
 
 /// The values of a byte or an FNC1 in C40, Text, X12 or EDIFACT.
 DataMatrixValues DataMatrixValuesOf(unsigned value, DataMatrixMode mode);
+/// How many they are.
+std::size_t DataMatrixValueCount(unsigned value, DataMatrixMode mode);
 
 }  // namespace Barcode::Encoder

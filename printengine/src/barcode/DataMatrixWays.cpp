@@ -107,14 +107,15 @@ void DataMatrixWays::TakeAsValues(std::size_t at) {
     if (!token.codewords.empty() || isMark) return;
     for (auto const mode : {C40, Text, X12, Edifact}) {
         std::size_t const group = mode == Edifact ? 4 : 3;
-        std::size_t const count = DataMatrixValuesOf(token.value, mode).count;
+        std::size_t const count = DataMatrixValueCount(token.value, mode);
         if (count == 0) continue;
         for (std::size_t waiting = 0; waiting < group; ++waiting) {
             auto const from = Filled(mode, waiting);
-            if (CostAt(at, from) >= Unreached) continue;
-            std::size_t const values = waiting + count;
-            auto const cost = CostAt(at, from) + static_cast<unsigned>(values / group * (group - 1));
-            Improve(At(at + 1, Filled(mode, values % group)), {cost, from, 1});
+            std::size_t cost = CostAt(at, from);
+            if (cost >= Unreached) continue;
+            std::size_t values = waiting + count;
+            for (; values >= group; values -= group) cost += group - 1;
+            Improve(At(at + 1, Filled(mode, values)), {static_cast<unsigned>(cost), from, 1});
         }
     }
 }

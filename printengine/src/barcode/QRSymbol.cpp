@@ -70,6 +70,7 @@ std::vector<std::uint8_t> Interleaved(std::vector<std::uint8_t> const& data, Blo
     std::vector<std::uint8_t> result(blocks.codewords);
     std::size_t const least = data.size() / blocks.count;
     std::size_t const shortBlocks = blocks.count - data.size() % blocks.count;
+    ReedSolomon<Polynomial, FirstRoot, MostChecks> const code(blocks.checks);
     std::array<std::uint8_t, MostChecks> room{};
     std::span const checks(room.data(), blocks.checks);
     auto const* next = data.data();
@@ -78,7 +79,7 @@ std::vector<std::uint8_t> Interleaved(std::vector<std::uint8_t> const& data, Blo
         next += words.size();
         for (std::size_t i = 0; i < least; ++i) result[i * blocks.count + block] = words[i];
         if (words.size() > least) result[least * blocks.count + block - shortBlocks] = words.back();
-        ReedSolomon<Polynomial, FirstRoot, MostChecks>::Check(words, 1, checks);
+        code.Check(words, 1, checks);
         for (std::size_t i = 0; i < checks.size(); ++i) result[data.size() + i * blocks.count + block] = checks[i];
     }
     return result;
@@ -100,6 +101,22 @@ constexpr bool IsTurned(unsigned mask, unsigned i, unsigned j) {
         case 6: return (i * j % 2 + i * j % 3) % 2 == 0;
         default: return ((i + j) % 2 + i * j % 3) % 2 == 0;
     }
+}
+
+/// The columns from 0 on that a mask turns over in a row, a bit each.
+unsigned TurnedColumns(unsigned mask, unsigned row) {
+    constexpr unsigned Masks = 8;
+    static constexpr auto Columns = [] {
+        std::array<std::array<std::uint8_t, MaskRows>, Masks> columns{};
+        for (unsigned m = 0; m < Masks; ++m) {
+            for (unsigned i = 0; i < MaskRows; ++i) {
+                for (unsigned j = 0; j < MaskColumns; ++j)
+                    columns[m][i] = static_cast<std::uint8_t>(columns[m][i] | unsigned{IsTurned(m, i, j)} << j);
+            }
+        }
+        return columns;
+    }();
+    return Columns[mask][row % MaskRows];
 }
 
 /// Appends the remainder of its division by `generator`, a polynomial of degree `checks` over the field of two
@@ -156,12 +173,10 @@ public:
 
     void Mask(unsigned mask) {
         for (unsigned r = 0; r < side_; ++r) {
-            std::uint64_t period = 0;
-            for (unsigned c = 0; c < MaskColumns; ++c) period |= std::uint64_t{IsTurned(mask, r % MaskRows, c)} << c;
             Row& row = dark_[r];
             // A word is not a whole number of periods: the next one begins amid one.
             constexpr unsigned FirstBit = MaskColumns - Lead, NextBit = WordBits % MaskColumns;
-            period = Turned(period, FirstBit);
+            std::uint64_t period = Turned(TurnedColumns(mask, r), FirstBit);
             for (std::size_t w = 0; w < row.size(); ++w, period = Turned(period, NextBit))
                 row[w] ^= period * EverySixth & ~fixed_[r][w];
         }
@@ -193,17 +208,21 @@ private:
 
         /// The next `count`, 1 or 2, the first of them the upper one.
         std::uint64_t Take(unsigned count) {
-            unsigned const two = unsigned{Codeword(at_ / 8)} << 8 | Codeword(at_ / 8 + 1);
-            unsigned const taken = two >> (16 - count - at_ % 8) & ((1U << count) - 1);
-            at_ += count;
-            return taken;
+            if (left_ < count) Refill();
+            left_ -= count;
+            return rest_ >> left_ & ((1U << count) - 1);
         }
 
     private:
-        std::uint8_t Codeword(std::size_t i) const { return i < codewords_.size() ? codewords_[i] : std::uint8_t{0}; }
+        void Refill() {
+            for (; left_ <= WordBits - 8; left_ += 8)
+                rest_ = rest_ << 8 | (at_ < codewords_.size() ? codewords_[at_++] : 0U);
+        }
 
         std::vector<std::uint8_t> const& codewords_;
         std::size_t at_ = 0;
+        std::uint64_t rest_ = 0;
+        unsigned left_ = 0;  ///< how many of its low bits are not taken yet
     };
 
     static constexpr std::uint64_t Turned(std::uint64_t period, unsigned by) {

@@ -12,24 +12,47 @@ namespace Barcode::Encoder {
 template <unsigned Polynomial, unsigned FirstRoot, unsigned MostChecks>
 class ReedSolomon {
 public:
-    /// Fills `checks` with those of every `step`th word of `data`, from the first on.
-    static void Check(std::span<std::uint8_t const> data, std::size_t step, std::span<std::uint8_t> checks) {
-        static_assert(MostChecks < 255);
-        auto const* const generator = Generators.data() + Start(checks.size());
-        std::size_t const last = checks.size() - 1;
-        // Long division by the generator: the register holds the remainder so far, its highest word first.
-        for (auto& check : checks) check = 0;
-        for (std::size_t p = 0; p < data.size(); p += step) {
-            std::uint8_t const factor = data[p] ^ checks[0];
-            auto const* const multiples = &Gf.power[Gf.logarithm[factor]];
-            std::uint8_t const mask = factor == 0 ? 0 : 0xFF;
-            for (std::size_t i = 0; i < last; ++i)
-                checks[i] = static_cast<std::uint8_t>(checks[i + 1] ^ (multiples[generator[i]] & mask));
-            checks[last] = multiples[generator[last]] & mask;
+    /// For so many checks.
+    explicit ReedSolomon(std::size_t checks) : checks_(checks), words_((checks + 7) / 8) {
+        // The products of the generator and the powers of 2 make up all others.
+        Register product{};
+        for (std::size_t i = 0; i < checks; ++i) Put(product, i, Gf.power[Generators[Start(checks) + i]]);
+        for (auto& products : products_) {
+            for (std::size_t bit = 1; bit < products.size(); bit *= 2) {
+                for (std::size_t rest = 0; rest < bit; ++rest) {
+                    for (std::size_t w = 0; w < words_; ++w) products[bit + rest][w] = products[rest][w] ^ product[w];
+                }
+                for (std::size_t w = 0; w < words_; ++w) product[w] = Doubled(product[w]);
+            }
         }
     }
 
+    /// Fills `checks` with those of every `step`th word of `data`, from the first on.
+    void Check(std::span<std::uint8_t const> data, std::size_t step, std::span<std::uint8_t> checks) const {
+        // Long division by the generator: the register holds the remainder so far, its highest word first.
+        Register rest{};
+        for (std::size_t p = 0; p < data.size(); p += step) {
+            auto const factor = static_cast<std::uint8_t>(data[p] ^ rest[0] >> 56);
+            auto const& low = products_[0][factor & 0xF];
+            auto const& high = products_[1][factor >> 4];
+            for (std::size_t w = 0; w < words_; ++w) rest[w] = (rest[w] << 8 | rest[w + 1] >> 56) ^ low[w] ^ high[w];
+        }
+        for (std::size_t i = 0; i < checks_; ++i)
+            checks[i] = static_cast<std::uint8_t>(rest[i / 8] >> (56 - i % 8 * 8));
+    }
+
 private:
+    /// Words of the field, eight in each of its own, the first in the highest bits; the last is always 0.
+    using Register = std::array<std::uint64_t, (MostChecks + 7) / 8 + 1>;
+
+    static void Put(Register& into, std::size_t i, std::uint64_t value) { into[i / 8] |= value << (56 - i % 8 * 8); }
+
+    /// Eight words of the field times 2.
+    static std::uint64_t Doubled(std::uint64_t words) {
+        constexpr std::uint64_t Each = 0x0101010101010101;
+        return (words & Each * 0x7F) << 1 ^ (words >> 7 & Each) * (Polynomial & 0xFF);
+    }
+
     struct Field {
         std::array<std::uint8_t, 510> power{};  ///< twice around, for sums of two logarithms
         std::array<std::uint8_t, 256> logarithm{};
@@ -62,6 +85,11 @@ private:
         }
         return generators;
     }();
+
+    std::size_t checks_;
+    std::size_t words_;  ///< of a register, that hold checks
+    /// The generator times each value of the lower and of the upper half of a factor.
+    std::array<std::array<Register, 16>, 2> products_{};
 };
 
 }  // namespace Barcode::Encoder
