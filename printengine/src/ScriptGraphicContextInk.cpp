@@ -50,8 +50,8 @@ void CopyPixels(std::span<Word const> row, int left, std::span<Word> out) {
 /// The pixels of the last word of a row that lie in its box.
 Word LastInside(PixelBox const& box) { return ~Word{0} << ((WordBits - box.Width() % WordBits) % WordBits); }
 
-/// The pixels of a box that begins at (left, top) of a raster.
-PixelRows RowsOf(Raster const& raster, PixelBox const& box, int left, int top) {
+/// The pixels of a box of a raster.
+PixelRows RowsOf(Raster const& raster, PixelBox const& box) {
     PixelRows rows{box, {}, {}};
     if (box.IsEmpty()) return rows;
     std::size_t const words = rows.WordsPerRow();
@@ -61,7 +61,7 @@ PixelRows RowsOf(Raster const& raster, PixelBox const& box, int left, int top) {
     for (std::size_t y = 0; y < height; ++y) {
         rows.starts[y] = static_cast<std::uint32_t>(y * words);
         std::span const out(rows.words.data() + y * words, words);
-        CopyPixels(raster.Row(top + static_cast<int>(y)), left, out);
+        CopyPixels(raster.Row(box.top + static_cast<int>(y)), box.left, out);
         out.back() &= LastInside(box);
     }
     return rows;
@@ -70,9 +70,23 @@ PixelRows RowsOf(Raster const& raster, PixelBox const& box, int left, int top) {
 /// Whether two rows are surely alike from `left` up to `right`: in all words that hold these pixels.
 bool AreAlike(std::span<Word const> row, std::span<Word const> other, int left, int right) {
     auto const first = static_cast<std::size_t>(std::max(left, 0)) / WordBits;
-    auto const end = static_cast<std::size_t>(std::max(right + WordBits - 1, 0)) / WordBits;
-    if (first >= end || row.size() < end || other.size() < end) return false;
-    return std::memcmp(row.data() + first, other.data() + first, (end - first) * sizeof(Word)) == 0;
+    auto const behind = static_cast<std::size_t>(std::max(right + WordBits - 1, 0)) / WordBits;
+    auto const end = std::min(behind, row.size());
+    if (end != std::min(behind, other.size())) return false;
+    return first >= end || std::memcmp(row.data() + first, other.data() + first, (end - first) * sizeof(Word)) == 0;
+}
+
+/// The pixels of a raster as those of a box, whose rows that are alike become one.
+PixelRows RowsOnce(Raster const& raster, PixelBox const& box) {
+    PixelRows rows{box, {}, {}};
+    std::vector<Word> row(rows.WordsPerRow());
+    for (int y = 0; y < box.Height(); ++y) {
+        CopyPixels(raster.Row(y), 0, row);
+        bool const isLikeAbove = y > 0 && std::equal(row.begin(), row.end(), rows.Row(y - 1));
+        if (!isLikeAbove) rows.words.insert(rows.words.end(), row.begin(), row.end());
+        rows.starts.push_back(static_cast<std::uint32_t>(rows.words.size() - row.size()));
+    }
+    return rows;
 }
 
 /// The ink of a picture, whose rows that are alike become one.
@@ -130,6 +144,7 @@ void ScriptGraphicContext::State::KeepPicture(BitRows const& picture, PixelBox c
     constexpr std::size_t MostWords = std::size_t{4} << 20;
     PixelBox const box{left + ink.left, top + ink.top, left + ink.right, top + ink.bottom};
     if (ink.IsEmpty()) return;
+    // Counted with all rows, so that the limit is one of what a label shows.
     std::size_t const words = PixelRows{box, {}, {}}.WordsPerRow() * static_cast<std::size_t>(ink.Height());
     if (words > MostWords - pictureWords) return;
     pictureWords += words;
@@ -139,7 +154,7 @@ void ScriptGraphicContext::State::KeepPicture(BitRows const& picture, PixelBox c
     }
     scratch.Reset(ink.Width(), ink.Height());
     scratch.Blit(picture, -ink.left, -ink.top, degrees, PrintEngine::Drawing::Ink::Black);
-    pictures.push_back(RowsOf(scratch, box, 0, 0));
+    pictures.push_back(RowsOnce(scratch, box));
 }
 
 void ScriptGraphicContext::StartField() {
@@ -152,9 +167,7 @@ void ScriptGraphicContext::KeepPictures() { state_->keepsPictures = true; }
 
 std::vector<PixelRows> ScriptGraphicContext::TakePictures() { return std::exchange(state_->pictures, {}); }
 
-PixelRows ScriptGraphicContext::InkIn(PixelBox const& drawn) const {
-    return RowsOf(state_->raster, drawn, drawn.left, drawn.top);
-}
+PixelRows ScriptGraphicContext::InkIn(PixelBox const& drawn) const { return RowsOf(state_->raster, drawn); }
 
 bool ScriptGraphicContext::Shows(PixelRows const& drawn) const {
     PixelBox const& box = drawn.box;
