@@ -106,7 +106,8 @@ public:
     void IncrementLifetimeScriptCount(unsigned count) const;
 
 private:
-    std::unique_ptr<ZplCommand> NextCommand(std::string_view input, std::size_t& position, bool flushAtEnd);
+    ZplCommand const* NextCommand(std::string_view input, std::size_t& position, bool flushAtEnd);
+    void ReadCharacters();
     void RunOrRecord(CommandHandler& handler, ZplCommand const& command, bool controlCommandsOnly);
     void FinishFormat(ProcessResult& result);
     bool DrawsFormat() const;
@@ -115,6 +116,11 @@ private:
 
     CommandHandlerPool const& handlerPool_;
     ZplTokenizer tokenizer_;
+    struct {
+        char formatPrefix;
+        char controlPrefix;
+        char delimiter;
+    } characters_{};  ///< of the printer, as they are since the last command that has run
     ContextProcessor contextProcessor_;
     std::shared_ptr<StringProperty> missingZplCommands_;
     std::shared_ptr<StringProperty> zplFormatCharacter_;

@@ -32,6 +32,18 @@ struct ZplCommand {
     std::optional<StoredPlace> stored = {};  ///< nothing unless it was recalled; its offset is that of the recall then
     bool isOverlong = false;                 ///< it was too long to be kept, and has no parameters
 
+    /// Makes it as new, but for the memory that it holds.
+    void Clear() {
+        command.clear();
+        isControl = false;
+        parameters.clear();
+        delimiter = ',';
+        offset.reset();
+        length = 0;
+        stored.reset();
+        isOverlong = false;
+    }
+
     /// The parameter at `index` (from 0); empty past the end.
     std::string Parameter(std::size_t index) const {
         return index < parameters.size() ? std::string(parameters[index]) : std::string();

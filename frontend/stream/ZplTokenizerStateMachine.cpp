@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <initializer_list>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -13,12 +14,38 @@
 
 namespace {
 
+constexpr std::string_view AnnouncesBytes = "GF";
 constexpr std::size_t BinaryCountParameter = 2;  // not the total that stands before it
 constexpr std::size_t BinaryDataParameter = 4;
 
 // A host that waits for an effect sends no longer argument. Looking at a longer one, or copying it, at each of its
 // characters would take ever longer.
 constexpr std::size_t LongestEagerArgument = 256;
+
+/// Some of the characters of 7 bits. Others are passed over when they are added.
+class AsciiSet {
+public:
+    AsciiSet(std::initializer_list<char32_t> characters) {
+        for (char32_t const character : characters) Add(character);
+    }
+    void Add(char32_t character) {
+        if (character < 0x80) bits_[character / 64] |= std::uint64_t{1} << character % 64;
+    }
+    bool Holds(char32_t character) const {
+        return character < 0x80 && (bits_[character / 64] >> character % 64 & 1) != 0;
+    }
+
+private:
+    std::uint64_t bits_[2] = {};
+};
+
+/// How many characters of 7 bits stand at the start of a text before one of `stops`.
+std::size_t LengthWithout(AsciiSet const& stops, std::string_view text) {
+    std::size_t length = 0;
+    while (length < text.size() && IsAscii(text[length]) && !stops.Holds(static_cast<unsigned char>(text[length])))
+        ++length;
+    return length;
+}
 
 bool IsLineEnd(char32_t character) { return character == U'\r' || character == U'\n'; }
 
@@ -29,7 +56,7 @@ bool TakesOneCharacter(std::string_view command) {
 
 /// The number of raw bytes that follow the parameters so far, if they announce a binary graphic field.
 std::optional<std::uint32_t> AnnouncedBinaryCount(std::string_view command, ZplParameters const& parameters) {
-    if (command != "GF" || parameters.size() != BinaryDataParameter + 1) return std::nullopt;
+    if (command != AnnouncesBytes || parameters.size() != BinaryDataParameter + 1) return std::nullopt;
     if (parameters[0].empty() || ToAsciiUpper(parameters[0][0]) != 'B') return std::nullopt;
     auto const text = parameters[BinaryCountParameter];
     std::uint32_t count = 0;
@@ -40,9 +67,8 @@ std::optional<std::uint32_t> AnnouncedBinaryCount(std::string_view command, ZplP
 
 }  // namespace
 
-std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Consume(char32_t character, char32_t formatPrefix,
-                                                              char32_t controlPrefix, char32_t delimiter,
-                                                              Encoding encoding) {
+ZplCommand* ZplTokenizerStateMachine::Consume(char32_t character, char32_t formatPrefix, char32_t controlPrefix,
+                                              char32_t delimiter, Encoding encoding) {
     if (state_ == ZplTokenizerState::Binary) {
         auto const byte = static_cast<char>(character);
         return ConsumeBinaryRun({&byte, 1});
@@ -51,18 +77,16 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Consume(char32_t character
     if (IsLineEnd(character)) return nullptr;
 
     if (character == controlPrefix || character == formatPrefix) {
-        std::unique_ptr<ZplCommand> finished;
+        ZplCommand* finished = nullptr;
         if (state_ == ZplTokenizerState::Parameters) {
             finished = Reset(ZplTokenizerState::Command);
         } else {
             // A prefix before all letters are there drops what has been begun.
-            command_.clear();
-            parameters_.clear();
-            isOverlong_ = false;
+            Open().Clear();
             state_ = ZplTokenizerState::Command;
         }
         // Behind Reset, which hands out the command before with the prefix that it had.
-        isControl_ = character == controlPrefix;
+        Open().isControl = character == controlPrefix;
         return finished;
     }
     switch (state_) {
@@ -72,20 +96,25 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Consume(char32_t character
     }
 }
 
-std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeLetter(char32_t character) {
-    utf8::unchecked::append(ToAsciiUpper(character), std::back_inserter(command_));
+ZplCommand* ZplTokenizerStateMachine::ConsumeLetter(char32_t character) {
+    auto& letters = Open().command;
+    if (character < 0x80) {
+        letters += ToAsciiUpper(static_cast<char>(character));
+    } else {
+        utf8::unchecked::append(character, std::back_inserter(letters));
+    }
     // Counted in bytes: one letter beyond 7 bits is a command by itself, and an unknown one.
-    if (command_.size() < 2) return nullptr;
+    if (letters.size() < 2) return nullptr;
     state_ = ZplTokenizerState::Parameters;
-    eager_ = FindEagerReturnCommand(command_, isControl_);
+    eager_ = FindEagerReturnCommand(letters, Open().isControl);
     return HandleEagerReturnCommand();
 }
 
-std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeParameterCharacter(char32_t character, char32_t delimiter,
-                                                                                Encoding encoding) {
+ZplCommand* ZplTokenizerStateMachine::ConsumeParameterCharacter(char32_t character, char32_t delimiter,
+                                                                Encoding encoding) {
     // After a flush there may be no parameter to go on with.
-    if (parameters_.empty()) StartParameter();
-    bool const takesOne = TakesOneCharacter(command_);
+    if (Open().parameters.empty()) StartParameter();
+    bool const takesOne = TakesOneCharacter(Open().command);
     if (character == delimiter) {
         // In place of the one character a delimiter leaves the parameter empty.
         if (!takesOne) StartParameter();
@@ -103,38 +132,39 @@ std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeParameterCharacter(
 
 void ZplTokenizerStateMachine::StartParameter() {
     constexpr std::size_t MostBeginnings = 8;
-    if (keepsBeginnings_ && parameters_.size() == MostBeginnings) return;
-    if (FitsAnother(sizeof(std::uint32_t))) parameters_.push_back({});
+    if (keepsBeginnings_ && Open().parameters.size() == MostBeginnings) return;
+    if (FitsAnother(sizeof(std::uint32_t))) Open().parameters.push_back({});
 }
 
 void ZplTokenizerStateMachine::Append(std::string_view text) {
     constexpr std::size_t LongestBeginning = 1024;
-    if (parameters_.empty()) StartParameter();
-    if (keepsBeginnings_ && !parameters_.empty() && !TellsHowToReadOn())
-        text =
-            text.substr(0, LongestBeginning - std::min(LongestBeginning, parameters_[parameters_.size() - 1].size()));
-    if (FitsAnother(text.size())) parameters_.AppendToLast(text);
+    auto& parameters = Open().parameters;
+    if (parameters.empty()) StartParameter();
+    if (keepsBeginnings_ && !parameters.empty() && !TellsHowToReadOn())
+        text = text.substr(0, LongestBeginning - std::min(LongestBeginning, parameters[parameters.size() - 1].size()));
+    if (FitsAnother(text.size())) parameters.AppendToLast(text);
 }
 
 // The number of a character set, and what announces raw bytes: there a digit far behind may be the one that counts.
 bool ZplTokenizerStateMachine::TellsHowToReadOn() const {
-    if (command_ == "CI") return parameters_.size() == 1;
-    return command_ == "GF" && parameters_.size() <= BinaryCountParameter + 1;
+    if (Open().command == "CI") return Open().parameters.size() == 1;
+    return Open().command == AnnouncesBytes && Open().parameters.size() <= BinaryCountParameter + 1;
 }
 
 // What follows a command that is too long is read as before, to the same end, and kept nowhere.
 bool ZplTokenizerStateMachine::FitsAnother(std::size_t bytes) {
-    if (!isOverlong_ && parameters_.Bytes() + bytes > ZplCommand::LongestParameters) {
-        isOverlong_ = true;
-        parameters_ = {};
+    auto& open = Open();
+    if (!open.isOverlong && open.parameters.Bytes() + bytes > ZplCommand::LongestParameters) {
+        open.isOverlong = true;
+        open.parameters = {};
     }
-    return !isOverlong_;
+    return !open.isOverlong;
 }
 
 // The bytes of a binary graphic must not be scanned for prefixes, so the count is read here. The count is no reason to
 // allocate: it may be a lie, and the bytes bring their own memory.
 void ZplTokenizerStateMachine::EnterBinaryMode() {
-    if (auto const count = AnnouncedBinaryCount(command_, parameters_)) {
+    if (auto const count = AnnouncedBinaryCount(Open().command, Open().parameters)) {
         state_ = ZplTokenizerState::Binary;
         binaryRemaining_ = *count;
     }
@@ -142,64 +172,69 @@ void ZplTokenizerStateMachine::EnterBinaryMode() {
 
 std::size_t ZplTokenizerStateMachine::ConsumePlainRun(std::string_view text, char32_t formatPrefix,
                                                       char32_t controlPrefix, char32_t delimiter) {
-    bool const idle = state_ == ZplTokenizerState::Idle;
-    bool const collecting = state_ == ZplTokenizerState::Parameters && !eager_ && !TakesOneCharacter(command_);
-    if (!idle && !collecting) return 0;
+    bool const collecting = state_ == ZplTokenizerState::Parameters && !eager_ && !TakesOneCharacter(Open().command);
+    if (!collecting && state_ != ZplTokenizerState::Idle) return 0;
 
-    auto const endsRun = [&](char byte) {
-        auto const character = static_cast<unsigned char>(byte);
-        return character >= 0x80 || character == formatPrefix || character == controlPrefix ||
-               (collecting && (character == delimiter || character == '\r' || character == '\n'));
-    };
-    auto const end = std::find_if(text.begin(), text.end(), endsRun);
-    auto const length = static_cast<std::size_t>(end - text.begin());
-    if (collecting && length != 0) Append(text.substr(0, length));
-    return length;
+    AsciiSet stops{formatPrefix, controlPrefix};
+    if (!collecting) return LengthWithout(stops, text);
+    stops.Add('\r');
+    stops.Add('\n');
+    // Behind a delimiter of these there may be raw bytes.
+    bool const goesOnBehindDelimiters = !stops.Holds(delimiter) && Open().command != AnnouncesBytes;
+    stops.Add(delimiter);
+    for (std::size_t length = 0;; ++length) {
+        auto const part = text.substr(length, LengthWithout(stops, text.substr(length)));
+        if (!part.empty()) Append(part);
+        length += part.size();
+        bool const isDelimiter = length < text.size() && static_cast<unsigned char>(text[length]) == delimiter;
+        if (!isDelimiter || !goesOnBehindDelimiters) return length;
+        if (Open().parameters.empty()) StartParameter();
+        StartParameter();
+    }
 }
 
-std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeBinaryRun(std::string_view bytes) {
+ZplCommand* ZplTokenizerStateMachine::ConsumeBinaryRun(std::string_view bytes) {
     Append(bytes);
     binaryRemaining_ -= static_cast<std::uint32_t>(bytes.size());
     return binaryRemaining_ == 0 ? Reset(ZplTokenizerState::Idle) : nullptr;
 }
 
-std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Reset(ZplTokenizerState next) {
+ZplCommand* ZplTokenizerStateMachine::Reset(ZplTokenizerState next) {
     state_ = next;
     return TakeCommand();
 }
 
-std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Flush() { return command_.empty() ? nullptr : TakeCommand(); }
+ZplCommand* ZplTokenizerStateMachine::Flush() { return Open().command.empty() ? nullptr : TakeCommand(); }
 
-std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::HandleEagerReturnCommand() {
+ZplCommand* ZplTokenizerStateMachine::HandleEagerReturnCommand() {
     using Operation = CommandIdentifier::ArgumentMatchOperation;
     if (!eager_) return nullptr;
-    if (parameters_.size() == 1 && parameters_[0].size() > LongestEagerArgument) return nullptr;
+    auto const& parameters = Open().parameters;
+    if (parameters.size() == 1 && parameters[0].size() > LongestEagerArgument) return nullptr;
 
     auto operation = Operation::Return;
-    if (eager_->argumentMatch && parameters_.empty()) operation = Operation::Continue;
-    if (eager_->argumentMatch && parameters_.size() == 1) operation = eager_->argumentMatch(parameters_[0]);
+    if (eager_->argumentMatch && parameters.empty()) operation = Operation::Continue;
+    if (eager_->argumentMatch && parameters.size() == 1) operation = eager_->argumentMatch(parameters[0]);
     switch (operation) {
         case Operation::Return: return Reset(ZplTokenizerState::Idle);
         // The command stays open: what follows may still belong to it.
-        case Operation::ReturnCopy: return std::make_unique<ZplCommand>(ZplCommand{command_, isControl_, parameters_});
+        case Operation::ReturnCopy: return &(commands_[1 - open_] = Open());
         case Operation::Continue: break;
     }
     return nullptr;
 }
 
 std::string_view ZplTokenizerStateMachine::FirstText() const {
+    auto const& parameters = Open().parameters;
     std::size_t first = 0;
-    while (first < parameters_.size() && parameters_[first].empty()) ++first;
-    return first < parameters_.size() ? parameters_[first] : std::string_view();
+    while (first < parameters.size() && parameters[first].empty()) ++first;
+    return first < parameters.size() ? parameters[first] : std::string_view();
 }
 
-std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::TakeCommand() {
-    auto command = std::make_unique<ZplCommand>();
-    command->command.swap(command_);
-    command->parameters = std::move(parameters_);
-    parameters_.clear();
-    command->isControl = std::exchange(isControl_, false);
-    command->isOverlong = std::exchange(isOverlong_, false);
+ZplCommand* ZplTokenizerStateMachine::TakeCommand() {
+    auto& finished = Open();
+    open_ = 1 - open_;
+    Open().Clear();
     eager_ = nullptr;
-    return command;
+    return &finished;
 }
