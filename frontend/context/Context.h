@@ -1,10 +1,11 @@
 #pragma once
 
 #include <algorithm>
+#include <bitset>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -13,11 +14,13 @@
 /// A named store of typed values. Copying copies every value.
 class Context {
 public:
+    /// One value, of the type of its key.
     class ContextValue {
     public:
         virtual ~ContextValue() = default;
         virtual std::unique_ptr<ContextValue> Clone() const = 0;
-        virtual std::type_info const& GetType() const = 0;
+        /// Gives up what it holds.
+        virtual void Reset() = 0;
     };
 
     template <typename T>
@@ -25,56 +28,49 @@ public:
     public:
         explicit ConcreteContextValue(T initial) : value(std::move(initial)) {}
         std::unique_ptr<ContextValue> Clone() const override { return std::make_unique<ConcreteContextValue>(value); }
-        std::type_info const& GetType() const override { return typeid(T); }
+        void Reset() override { value = T(); }
 
         T value;
     };
 
-    /// Owns one value; a copy owns a clone.
-    class ContextValueWrapper {
-    public:
-        ContextValueWrapper() = default;
-        explicit ContextValueWrapper(std::unique_ptr<ContextValue> value) : value_(std::move(value)) {}
-        ContextValueWrapper(ContextValueWrapper const& other)
-            : value_(other.value_ ? other.value_->Clone() : nullptr) {}
-        ContextValueWrapper(ContextValueWrapper&&) noexcept = default;
-        ContextValueWrapper& operator=(ContextValueWrapper const& other) {
-            if (this != &other) value_ = other.value_ ? other.value_->Clone() : nullptr;
-            return *this;
-        }
-        ContextValueWrapper& operator=(ContextValueWrapper&&) noexcept = default;
-
-        /// The value if it is a T, otherwise null.
-        template <typename T>
-        T* As() const {
-            if (!value_ || value_->GetType() != typeid(T)) return nullptr;
-            return &static_cast<ConcreteContextValue<T>*>(value_.get())->value;
-        }
-
-    private:
-        std::unique_ptr<ContextValue> value_;
-    };
-
     Context() = default;
     explicit Context(std::string name) : name_(std::move(name)) {}
+    Context(Context const& other) : name_(other.name_), everHeld_(other.everHeld_) {
+        values_.reserve(other.Count());
+        for (Entry const& entry : other.values_) {
+            if (entry.isSet) values_.push_back({entry.id, entry.value->Clone(), true});
+        }
+    }
+    Context(Context&&) noexcept = default;
+    Context& operator=(Context const& other) { return *this = Context(other); }
+    Context& operator=(Context&&) noexcept = default;
+    ~Context() = default;
 
     std::string const& GetContextName() const { return name_; }
 
-    /// The value, made from the key's default if there is none of this type.
+    /// The value, made from the key's default if there is none.
     template <typename T>
     T& operator[](ContextKey<T> const& key) {
         auto& entry = EntryOf(key.id);
-        if (T* held = entry.template As<T>()) return *held;
-        entry = ContextValueWrapper(std::make_unique<ConcreteContextValue<T>>(key.defaultValue));
-        return *entry.template As<T>();
+        return entry.isSet ? ValueOf<T>(*entry.value) : Assign<T>(entry, key.defaultValue);
     }
 
-    /// The value, or null if there is none of this type.
+    /// The value, or null if there is none.
     template <typename T>
     T const* Find(ContextKey<T> const& key) const {
-        if (IsSurelyWithout(key.id)) return nullptr;
-        std::size_t const place = PlaceOf(key.id);
-        return IsAt(place, key.id) ? values_[place].value.template As<T>() : nullptr;
+        ContextValue const* const value = FindValue(key.id);
+        return value ? &ValueOf<T>(*value) : nullptr;
+    }
+    /// The same of any type: the value of the key with that id.
+    ContextValue const* FindValue(std::uint64_t keyId) const {
+        if (IsSurelyWithout(keyId)) return nullptr;
+        std::size_t const place = PlaceOf(keyId);
+        return IsAt(place, keyId) && values_[place].isSet ? values_[place].value.get() : nullptr;
+    }
+    /// `value` as what it is: each key has values of one type.
+    template <typename T>
+    static T const& ValueOf(ContextValue const& value) {
+        return static_cast<ConcreteContextValue<T> const&>(value).value;
     }
 
     template <typename T>
@@ -84,35 +80,53 @@ public:
 
     template <typename T>
     void Set(ContextKey<T> const& key, T value) {
-        auto& entry = EntryOf(key.id);
-        if (T* held = entry.template As<T>()) {
-            *held = std::move(value);
-        } else {
-            entry = ContextValueWrapper(std::make_unique<ConcreteContextValue<T>>(std::move(value)));
-        }
+        Assign<T>(EntryOf(key.id), std::move(value));
     }
 
     void Erase(std::uint64_t keyId) {
         if (IsSurelyWithout(keyId)) return;
         std::size_t const place = PlaceOf(keyId);
-        if (IsAt(place, keyId)) values_.erase(values_.begin() + static_cast<std::ptrdiff_t>(place));
+        if (IsAt(place, keyId)) values_[place].Unset();
     }
     void Clear() {
-        values_.clear();
-        everHeld_ = 0;
+        for (Entry& entry : values_) entry.Unset();
+        everHeld_ = {};
     }
-    bool IsEmpty() const { return values_.empty(); }
-    std::size_t Count() const { return values_.size(); }
+    bool IsEmpty() const { return Count() == 0; }
+    std::size_t Count() const {
+        return static_cast<std::size_t>(
+            std::count_if(values_.begin(), values_.end(), [](Entry const& entry) { return entry.isSet; }));
+    }
 
 private:
+    /// Field after field sets the same keys, so the memory of a value that is taken away waits for the next.
     struct Entry {
         std::uint64_t id;
-        ContextValueWrapper value;
+        std::unique_ptr<ContextValue> value;
+        bool isSet;
+
+        void Unset() {
+            if (std::exchange(isSet, false)) value->Reset();
+        }
     };
 
-    static std::uint64_t BitOf(std::uint64_t keyId) { return std::uint64_t{1} << keyId % 64; }
+    template <typename T>
+    static T& ValueOf(ContextValue& value) {
+        return static_cast<ConcreteContextValue<T>&>(value).value;
+    }
+    template <typename T>
+    static T& Assign(Entry& entry, T value) {
+        if (entry.value) {
+            ValueOf<T>(*entry.value) = std::move(value);
+        } else {
+            entry.value = std::make_unique<ConcreteContextValue<T>>(std::move(value));
+        }
+        entry.isSet = true;
+        return ValueOf<T>(*entry.value);
+    }
+
     /// Most looks for a value go through contexts that have never had it.
-    bool IsSurelyWithout(std::uint64_t keyId) const { return (everHeld_ & BitOf(keyId)) == 0; }
+    bool IsSurelyWithout(std::uint64_t keyId) const { return !everHeld_[keyId % everHeld_.size()]; }
 
     /// Where the entry of a key is, or belongs.
     std::size_t PlaceOf(std::uint64_t keyId) const {
@@ -124,15 +138,16 @@ private:
         return place < values_.size() && values_[place].id == keyId;
     }
 
-    ContextValueWrapper& EntryOf(std::uint64_t keyId) {
+    Entry& EntryOf(std::uint64_t keyId) {
         std::size_t const place = PlaceOf(keyId);
-        everHeld_ |= BitOf(keyId);
-        if (!IsAt(place, keyId)) values_.insert(values_.begin() + static_cast<std::ptrdiff_t>(place), Entry{keyId, {}});
-        return values_[place].value;
+        everHeld_[keyId % everHeld_.size()] = true;
+        if (!IsAt(place, keyId))
+            values_.insert(values_.begin() + static_cast<std::ptrdiff_t>(place), Entry{keyId, nullptr, false});
+        return values_[place];
     }
 
     std::string name_;
     /// By key. Few values are set and many are looked for, so they lie side by side; a value itself never moves.
     std::vector<Entry> values_;
-    std::uint64_t everHeld_ = 0;  ///< bits of the keys that there were since the context was last empty
+    std::bitset<128> everHeld_;  ///< by the last bits of a key: whether it was set since the context was last empty
 };

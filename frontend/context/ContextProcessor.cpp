@@ -118,6 +118,22 @@ ContextProcessor ContextProcessor::DeepClone() const {
     return clone;
 }
 
+Context::ContextValue const* ContextProcessor::FindValue(std::uint64_t keyId) const {
+    // With every name on the stack once, the contexts stand in the order of the stack.
+    if (contexts_.size() == contextStack_.size()) {
+        for (auto const& context : contexts_) {
+            if (auto const* value = context.FindValue(keyId)) return value;
+        }
+    } else {
+        for (auto const& name : contextStack_) {
+            Context const* const context = FindOnStack(name);
+            if (!context) continue;
+            if (auto const* value = context->FindValue(keyId)) return value;
+        }
+    }
+    return systemContext_ ? systemContext_->FindValue(keyId) : nullptr;
+}
+
 void ContextProcessor::EraseBefore(Context const& context, std::uint64_t keyId) {
     if (contexts_.size() == contextStack_.size()) {
         for (auto& earlier : contexts_) {

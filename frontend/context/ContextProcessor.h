@@ -57,7 +57,9 @@ public:
     FormatCommands const& GetFormatCommands() const { return formatCommands_; }
     void ClearFormatCommands() { formatCommands_.Clear(); }
     /// Appends a copy. A format that becomes too large is dropped, with a report.
-    void AddFormatCommand(ZplCommand const& command) { ReportExcess(formatCommands_.Append(command)); }
+    void AddFormatCommand(ZplCommand const& command, bool isImmediate = false) {
+        ReportExcess(formatCommands_.Append(command, isImmediate));
+    }
     /// Appends the commands of the stored format `name`, a path below the formats folder. A missing file adds nothing.
     /// `length`: of the command under way, which recalls it, in bytes.
     void RecallFormat(std::filesystem::path const& name, std::uint64_t length = 0);
@@ -115,6 +117,8 @@ private:
             !contexts_.empty() && &context >= contexts_.data() && &context < contexts_.data() + contexts_.size();
         return onStack || &context == systemContext_.get();
     }
+    /// The value that `at` gives, or null where that is the default.
+    Context::ContextValue const* FindValue(std::uint64_t keyId) const;
     void ReportExcess(char const* excess) const;
     /// Erases a key from the contexts that are searched before `context`.
     void EraseBefore(Context const& context, std::uint64_t keyId);
@@ -135,22 +139,8 @@ private:
 
 template <typename T>
 T const& ContextProcessor::at(ContextKey<T> const& key) const {
-    // With every name on the stack once, the contexts stand in the order of the stack.
-    if (contexts_.size() == contextStack_.size()) {
-        for (auto const& context : contexts_) {
-            if (T const* value = context.Find(key)) return *value;
-        }
-    } else {
-        for (auto const& name : contextStack_) {
-            Context const* const context = FindOnStack(name);
-            if (!context) continue;
-            if (T const* value = context->Find(key)) return *value;
-        }
-    }
-    if (systemContext_) {
-        if (T const* value = systemContext_->Find(key)) return *value;
-    }
-    return key.defaultValue;
+    Context::ContextValue const* const value = FindValue(key.id);
+    return value ? Context::ValueOf<T>(*value) : key.defaultValue;
 }
 
 template <typename T>

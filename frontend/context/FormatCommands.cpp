@@ -1,6 +1,9 @@
 #include "frontend/context/FormatCommands.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
+#include <string_view>
 
 namespace {
 
@@ -14,32 +17,59 @@ constexpr unsigned FlagBits = 3;
 // What grows is small, so that growing costs little.
 constexpr std::size_t LargestGrowing = 64UL * 1024;
 
-void PackNumber(std::string& block, std::uint64_t number) {
-    for (; number >= 0x80; number >>= 7) block += static_cast<char>(number | 0x80);
-    block += static_cast<char>(number);
-}
+/// Appends numbers and texts to a block, several at a time.
+class Packer {
+public:
+    explicit Packer(std::string& block) : block_(block) {}
+    Packer(Packer const&) = delete;
+    Packer& operator=(Packer const&) = delete;
+
+    void Number(std::uint64_t number) {
+        constexpr std::size_t LongestNumber = 10;
+        if (held_ + LongestNumber > buffer_.size()) Flush();
+        for (; number >= 0x80; number >>= 7) buffer_[held_++] = static_cast<char>(number | 0x80);
+        buffer_[held_++] = static_cast<char>(number);
+    }
+    void Text(std::string_view text) {
+        if (held_ + text.size() > buffer_.size()) Flush();
+        if (text.size() > buffer_.size()) {
+            block_ += text;
+        } else {
+            held_ = static_cast<std::size_t>(std::copy(text.begin(), text.end(), buffer_.begin() + held_) -
+                                             buffer_.begin());
+        }
+    }
+    void Flush() {
+        block_.append(buffer_.data(), held_);
+        held_ = 0;
+    }
+
+private:
+    std::string& block_;
+    std::array<char, 128> buffer_;
+    std::size_t held_ = 0;
+};
 
 class Reader {
 public:
-    Reader(std::string const& block, std::size_t& position) : block_(block), position_(position) {}
+    explicit Reader(char const* at) : at_(at) {}
 
+    char const* At() const { return at_; }
     std::uint64_t Number() {
         std::uint64_t number = 0;
         for (unsigned shift = 0;; shift += 7) {
-            auto const byte = static_cast<std::uint8_t>(block_[position_++]);
+            auto const byte = static_cast<std::uint8_t>(*at_++);
             number |= static_cast<std::uint64_t>(byte & 0x7F) << shift;
             if (byte < 0x80) return number;
         }
     }
     std::string_view Text(std::size_t length) {
-        auto const text = std::string_view(block_).substr(position_, length);
-        position_ += length;
-        return text;
+        at_ += length;
+        return {at_ - length, length};
     }
 
 private:
-    std::string const& block_;
-    std::size_t& position_;
+    char const* at_;
 };
 
 }  // namespace
@@ -47,23 +77,25 @@ private:
 void PackedCommands::Append(ZplCommand const& command) {
     unsigned const flags = (command.isControl ? IsControl : 0) | (command.offset ? HasOffset : 0) |
                            (command.delimiter != ',' ? HasOwnDelimiter : 0);
-    PackNumber(packed_, command.command.size() << FlagBits | flags);
-    packed_ += command.command;
-    if (flags & HasOwnDelimiter) packed_ += command.delimiter;
+    Packer packer(packed_);
+    packer.Number(command.command.size() << FlagBits | flags);
+    packer.Text(command.command);
+    if (flags & HasOwnDelimiter) packer.Text({&command.delimiter, 1});
     if (flags & HasOffset) {
-        PackNumber(packed_, *command.offset);
-        PackNumber(packed_, command.length);
+        packer.Number(*command.offset);
+        packer.Number(command.length);
     }
-    PackNumber(packed_, command.parameters.size());
-    for (auto const parameter : command.parameters) PackNumber(packed_, parameter.size());
-    packed_ += command.parameters.Text();
+    packer.Number(command.parameters.size());
+    for (auto const parameter : command.parameters) packer.Number(parameter.size());
+    packer.Text(command.parameters.Text());
+    packer.Flush();
 
     ++size_;
     streamBytes_ += 1 + command.command.size() + command.parameters.Text().size() + command.parameters.size();
 }
 
 void PackedCommands::Read(std::size_t& position, ZplCommand& command) const {
-    Reader reader(packed_, position);
+    Reader reader(packed_.data() + position);
     auto const head = reader.Number();
     command.command = reader.Text(head >> FlagBits);
     command.isControl = (head & IsControl) != 0;
@@ -82,10 +114,12 @@ void PackedCommands::Read(std::size_t& position, ZplCommand& command) const {
         begin += static_cast<std::uint32_t>(reader.Number());
     }
     command.parameters.AppendToLast(reader.Text(begin));
+    position = static_cast<std::size_t>(reader.At() - packed_.data());
 }
 
-char const* FormatCommands::Append(ZplCommand const& command) {
+char const* FormatCommands::Append(ZplCommand const& command, bool isImmediate) {
     if (isRefused_) return nullptr;
+    hasImmediate_ |= isImmediate;
     auto& parts = Own();
     // Another format may share the last part, but for what comes now.
     bool const grows = !parts.empty() && parts.back().own && parts.back().own.use_count() == 2 &&

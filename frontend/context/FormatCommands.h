@@ -74,7 +74,7 @@ public:
     };
 
     /// Gives what there is too much of when a limit is passed: from then on the list is and stays empty, until Clear.
-    char const* Append(ZplCommand const& command);
+    char const* Append(ZplCommand const& command, bool isImmediate = false);
     /// The same for the commands of the stored format `format`. They stand at `place`, that of the command of `length`
     /// bytes which recalls, and their own places are those in the stored format.
     char const* AppendRecalled(std::shared_ptr<PackedCommands const> commands, std::optional<std::uint64_t> place,
@@ -84,6 +84,8 @@ public:
     /// Whether a limit was passed.
     bool IsRefused() const { return isRefused_; }
     bool HasRecalled() const { return recalled_ != 0; }
+    /// Whether immediate commands may be among them, as in what is recalled.
+    bool MayHoldImmediate() const { return hasImmediate_ || HasRecalled(); }
     /// What the commands take in a stream, about.
     std::size_t Bytes() const { return bytes_; }
 
@@ -102,4 +104,5 @@ private:
     std::size_t packed_ = 0;
     std::size_t recalled_ = 0;
     bool isRefused_ = false;
+    bool hasImmediate_ = false;
 };

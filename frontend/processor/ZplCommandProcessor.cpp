@@ -186,7 +186,7 @@ void ZplCommandProcessor::RunOrRecord(CommandHandler& handler, ZplCommand const&
         case ProcessingType::Immediate:
             RunCommand(handler, command, contextProcessor_);
             ReadCharacters();
-            if (handler.IsAdditonalSaveType()) contextProcessor_.AddFormatCommand(command);
+            if (handler.IsAdditonalSaveType()) contextProcessor_.AddFormatCommand(command, true);
             return;
     }
 }
@@ -243,6 +243,7 @@ void ZplCommandProcessor::FinishFormat(ProcessResult& result) {
 void ZplCommandProcessor::ProcessControlCommands() {
     // A handler may add to the recorded list; the run is over the list as it stands now.
     FormatCommands const commands = contextProcessor_.GetFormatCommands();
+    if (!commands.MayHoldImmediate()) return;
     for (auto const& command : commands) {
         CommandHandler* const handler = handlerPool_.GetCommandHandler(command.command);
         // What a stored format holds of these came there by field data in other characters; a format in a format has no
