@@ -104,8 +104,8 @@ unsigned BatchRows::LabelsOf(ValueRow const& row) const {
     return labels;
 }
 
-FieldValues BatchRows::ValuesOf(std::size_t index, ValueRow const& row) const {
-    FieldValues values;
+ValuesByNumber BatchRows::ValuesOf(std::size_t index, ValueRow const& row) const {
+    ValuesByNumber values;
     auto const& fields = templates_[index].fields;
     for (std::size_t i = 0; i < fields.size(); ++i) {
         auto const column = columns_[index][i];

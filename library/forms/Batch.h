@@ -26,9 +26,9 @@ public:
     BatchRows(std::filesystem::path const& list, std::vector<BatchTemplate> templates);
 
     struct Row {
-        std::uint64_t number = 0;         ///< from 1
-        unsigned labels = 1;              ///< of each template
-        std::vector<FieldValues> values;  ///< of each template
+        std::uint64_t number = 0;            ///< from 1
+        unsigned labels = 1;                 ///< of each template
+        std::vector<ValuesByNumber> values;  ///< of each template
     };
 
     /// The next row; nothing behind the last one. Throws ValueListError for one that cannot print; the next call goes
@@ -45,7 +45,7 @@ public:
 private:
     void MatchColumns();
     unsigned LabelsOf(ValueRow const& row) const;
-    FieldValues ValuesOf(std::size_t index, ValueRow const& row) const;
+    ValuesByNumber ValuesOf(std::size_t index, ValueRow const& row) const;
 
     ValueList list_;
     std::vector<BatchTemplate> templates_;

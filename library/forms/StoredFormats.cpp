@@ -41,6 +41,12 @@ void AddFormatsOf(std::filesystem::path const& folder, char device, std::vector<
 
 }  // namespace
 
+StoredFormat StoredFormat::Named(std::string_view fullName) {
+    auto const colon = fullName.find(':');
+    if (colon == fullName.npos) return {"E", std::string(fullName)};
+    return {std::string(fullName.substr(0, colon)), std::string(fullName.substr(colon + 1))};
+}
+
 std::vector<StoredFormat> StoredFormats::List() const {
     std::vector<StoredFormat> formats;
     for (char const device : Devices) AddFormatsOf(folder_, device, formats);

@@ -14,6 +14,8 @@ struct StoredFormat {
 
     /// As commands write it: "E:ORDER.ZPL".
     std::string FullName() const { return device + ':' + name; }
+    /// What a full name names; without a device one on E. Its size is not known.
+    static StoredFormat Named(std::string_view fullName);
 };
 
 /// The formats that a printer keeps, for who lists, shows and changes them. Others may store and remove objects at any

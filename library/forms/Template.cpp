@@ -119,7 +119,8 @@ std::string SampleOf(TemplateField const& field) {
     return sample;
 }
 
-void FilledStream::Add(StoredFormat const& format, std::string_view bytes, FieldValues const& values, unsigned labels) {
+void FilledStream::Add(StoredFormat const& format, std::string_view bytes, ValuesByNumber const& values,
+                       unsigned labels) {
     // The mark chooses the encoding of this stream alone. A format may choose another one, from there on.
     if (stream_.empty()) stream_ = "\xEF\xBB\xBF";
     if (auto set = LastCharacterSet(bytes); !set.empty()) characterSet_ = std::move(set);

@@ -31,8 +31,8 @@ struct TemplateField {
     friend bool operator==(TemplateField const&, TemplateField const&) = default;
 };
 
-/// Values by the number of their field, UTF-8.
-using FieldValues = std::map<unsigned, std::string>;
+/// What fills fields, each by its number; UTF-8.
+using ValuesByNumber = std::map<unsigned, std::string>;
 
 /// Bytes of a value; no symbology holds so many.
 inline constexpr std::size_t LongestValue = 8192;
@@ -56,7 +56,7 @@ public:
     explicit FilledStream(LabelDots const& label) : setUp_(label.Commands()) {}
 
     /// `bytes`: of the format, as they are stored. Fields without text draw nothing.
-    void Add(StoredFormat const& format, std::string_view bytes, FieldValues const& values, unsigned labels);
+    void Add(StoredFormat const& format, std::string_view bytes, ValuesByNumber const& values, unsigned labels);
     bool IsEmpty() const { return stream_.empty(); }
     std::string const& Bytes() const { return stream_; }
 

@@ -79,7 +79,7 @@ void BatchPrinter::check(QString const& list, QStringList const& formats) {
     record_ = {};
     record_.list = file.string();
     record_.listState = BatchRecord::StateOf(file);
-    for (auto const& name : formats) record_.formats.push_back(TemplateStore::FormatNamed(name));
+    for (auto const& name : formats) record_.formats.push_back(StoredFormat::Named(name.toStdString()));
     check_ = {};
     Set("checking");
     Read([this](Found found) { TakeCheck(std::move(found)); });

@@ -17,9 +17,6 @@ namespace {
 
 QString FullName(StoredFormat const& format) { return QString::fromStdString(format.FullName()); }
 
-/// "E:ORDER.ZPL" as what it names.
-StoredFormat FormatOf(QString const& name) { return {name.left(1).toStdString(), name.mid(2).toStdString(), 0}; }
-
 }  // namespace
 
 LabelEditor::LabelEditor(TQTWSProcessorInterface const& printer) : printer_(printer) {
@@ -110,9 +107,8 @@ void LabelEditor::refresh() {
 
 void LabelEditor::open(QString const& name) {
     SetSelection({});
-    Ask([settings = printer_.PrinterDesk(), format = FormatOf(name)](EditorDesk& desk, Outcome&) {
-        desk.Open(settings, format);
-    });
+    Ask([settings = printer_.PrinterDesk(), format = StoredFormat::Named(name.toStdString())](
+            EditorDesk& desk, Outcome&) { desk.Open(settings, format); });
 }
 
 void LabelEditor::close() {
@@ -130,7 +126,7 @@ void LabelEditor::Store(StoredFormat const& format, bool isSure) {
     });
 }
 
-void LabelEditor::save(bool isSure) { Store(FormatOf(name()), isSure); }
+void LabelEditor::save(bool isSure) { Store(StoredFormat::Named(name().toStdString()), isSure); }
 
 void LabelEditor::saveAs(QString const& device, QString const& name, bool isSure) {
     QString own = name.trimmed().toUpper();

@@ -124,8 +124,8 @@ void TemplateForm::setQuantity(int quantity) {
 }
 
 /// Of the fields that the format has now.
-FieldValues TemplateForm::Values() const {
-    FieldValues values;
+ValuesByNumber TemplateForm::Values() const {
+    ValuesByNumber values;
     for (auto const& field : fields_) values[field.number] = values_.at(field.number);
     return values;
 }

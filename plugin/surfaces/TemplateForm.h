@@ -78,14 +78,14 @@ private:
     void ReadFields();
     void TakeFields(Found found);
     void Draw();
-    FieldValues Values() const;
+    ValuesByNumber Values() const;
     void Tell(QString const& notice, bool isTrouble);
 
     TemplateStore store_;
     StoredFormat format_;
     std::string bytes_;
     std::vector<TemplateField> fields_;
-    FieldValues values_;  ///< as typed, by number; also of fields that a change of the format has taken away
+    ValuesByNumber values_;  ///< as typed, by number; also of fields that a change of the format has taken away
     bool showsFaults_ = false;
     unsigned quantity_ = 1;
     QImage picture_;

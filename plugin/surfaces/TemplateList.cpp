@@ -46,13 +46,13 @@ QObject* TemplateList::Keep(QObject* opened) {
 }
 
 QObject* TemplateList::open(QString const& fullName) {
-    auto* const form = new TemplateForm(store_, TemplateStore::FormatNamed(fullName));
+    auto* const form = new TemplateForm(store_, StoredFormat::Named(fullName.toStdString()));
     connect(this, &TemplateList::changed, form, &TemplateForm::Look);
     return Keep(form);
 }
 
 QObject* TemplateList::organize(QString const& fullName) {
-    auto* const organizer = new TemplateOrganizer(store_, TemplateStore::FormatNamed(fullName));
+    auto* const organizer = new TemplateOrganizer(store_, StoredFormat::Named(fullName.toStdString()));
     connect(organizer, &TemplateOrganizer::saved, this, [this, fullName] { ShowSettled(fullName.toStdString()); });
     return Keep(organizer);
 }
@@ -143,7 +143,7 @@ void TemplateList::wantPicture(int row) {
         try {
             auto const bytes = store.formats.Read(asked.format);
             auto const drawn = DrawTemplate(drawer, asked.format, bytes);
-            FieldValues values;
+            ValuesByNumber values;
             for (auto const& field : store.settings.Of(asked.format, VariableFields(drawn)).fields)
                 values[field.number] = SampleOf(field);
             picture = PictureOf(DrawFilled(drawer, asked.format, bytes, values), PictureHeight);

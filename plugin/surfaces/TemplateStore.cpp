@@ -1,12 +1,5 @@
 #include "plugin/surfaces/TemplateStore.h"
 
-StoredFormat TemplateStore::FormatNamed(QString const& fullName) {
-    auto const text = fullName.toStdString();
-    auto const colon = text.find(':');
-    if (colon == text.npos) return {"E", text};
-    return {text.substr(0, colon), text.substr(colon + 1)};
-}
-
 QString Sentence(std::string_view text) {
     QString sentence = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     if (sentence.isEmpty()) return sentence;
@@ -19,7 +12,7 @@ DrawnFormat DrawTemplate(FormatDrawer& drawer, StoredFormat const& format, std::
 }
 
 DrawnFormat DrawFilled(FormatDrawer& drawer, StoredFormat const& format, std::string const& bytes,
-                       FieldValues const& values) {
+                       ValuesByNumber const& values) {
     FilledStream stream({});
     stream.Add(format, bytes, values, 1);
     return drawer.Draw(stream.Bytes());

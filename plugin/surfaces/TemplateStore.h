@@ -27,8 +27,6 @@ struct TemplateStore {
     /// Lists of values, as CSV files, are put there.
     std::filesystem::path ValuesFolder() const { return formats.Folder().parent_path() / "values"; }
     std::filesystem::path JournalFile() const { return formats.Folder().parent_path() / "batch.json"; }
-    /// Of a format whose full name is "E:ORDER.ZPL".
-    static StoredFormat FormatNamed(QString const& fullName);
 };
 
 /// As it is shown: with a capital first and a full stop.
@@ -37,4 +35,4 @@ QString Sentence(std::string_view text);
 /// A stored format without what fills it, and filled.
 DrawnFormat DrawTemplate(FormatDrawer& drawer, StoredFormat const& format, std::string const& bytes);
 DrawnFormat DrawFilled(FormatDrawer& drawer, StoredFormat const& format, std::string const& bytes,
-                       FieldValues const& values);
+                       ValuesByNumber const& values);

@@ -55,6 +55,12 @@ TEST_F(StoredFormatsTest, SavesAndReadsByteForByte) {
     EXPECT_EQ(Names().size(), 2U);
 }
 
+TEST_F(StoredFormatsTest, AreNamedAsCommandsNameThem) {
+    for (auto const& [text, fullName] :
+         {std::pair("R:A.ZPL", "R:A.ZPL"), {"E:ORDER.ZPL", "E:ORDER.ZPL"}, {"A.ZPL", "E:A.ZPL"}, {"", "E:"}})
+        EXPECT_EQ(StoredFormat::Named(text).FullName(), fullName);
+}
+
 TEST_F(StoredFormatsTest, SaysInASentenceWhatCannotBeDone) {
     std::string const most(std::size_t{40} << 20, 'x');
     formats_.Save({"E", "MOST.ZPL"}, most);
