@@ -60,7 +60,7 @@ Rectangle {
             UiButton {
                 objectName: "back"
                 visible: surface.step !== "choose"
-                text: "\u2039 Templates"
+                text: "\u2039 Back"
                 onClicked: surface.goBack()
             }
             Text {

@@ -36,7 +36,7 @@ Rectangle {
             UiButton {
                 objectName: "back"
                 visible: surface.form !== null
-                text: "\u2039 Templates"
+                text: "\u2039 Back"
                 onClicked: surface.format = ""
             }
             Text {
