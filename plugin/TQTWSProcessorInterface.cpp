@@ -45,6 +45,7 @@ void TQTWSProcessorInterface::InitCallbacks() {
 }
 
 void TQTWSProcessorInterface::SetServerAgent(std::shared_ptr<PICLServerAgent> agent) {
+    orders_ = std::make_unique<DriverOrders>(properties_, agent);
     door_ = std::make_unique<PrintDoor>(properties_, std::move(agent));
 }
 

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "library/DeskSettings.h"
+#include "plugin/surfaces/DriverOrders.h"
 #include "plugin/surfaces/JobList.h"
 #include "plugin/surfaces/PrintDoor.h"
 #include "propertybus/Property.h"
@@ -71,6 +72,11 @@ public:
     /// Made when it is first asked for.
     QObject* editor();
 
+    /// What a person has the print driver do; see DriverOrders. False if nobody is there who would.
+    Q_INVOKABLE bool pause() { return orders_ && orders_->Pause(); }
+    Q_INVOKABLE bool resume() { return orders_ && orders_->Resume(); }
+    Q_INVOKABLE bool cancel(QString const& folder) { return orders_ && orders_->Cancel(folder.toStdString()); }
+
     /// By which surfaces print; null before the agent is set.
     PrintDoor* Door() const { return door_.get(); }
     /// What a desk is opened with that is to draw what this printer would print, from its store. Whoever opens it must
@@ -91,6 +97,7 @@ private:
     std::shared_ptr<TWSProcessorInterface> model_;
     std::shared_ptr<PublishingPropertyManager> properties_;
     std::unique_ptr<PrintDoor> door_;
+    std::unique_ptr<DriverOrders> orders_;
     std::unique_ptr<TemplateList> templates_;
     QString jobFolder_;
     QVariantMap printedPages_;

@@ -62,6 +62,7 @@ inline constexpr char const* ResumePrintingFromPageNumber = "C4D2A9E1-7F36-4B0D-
 inline constexpr char const* ResumePrinting = "0A9E3C57-B1D8-4F62-95E4-6C7D8F20A1B3";
 inline constexpr char const* PrintOnDemandModeUpdateLastPage = "7D61F0B2-3A8C-4E95-B7D4-902C5E1F6A38";
 inline constexpr char const* PausePrinting = "93B6F1D8-2C47-4E0A-B5D9-6A81C3F7E204";
+inline constexpr char const* JobToCancel = "6C94F1B3-2E8A-4D57-90BC-D35A7E1840F9";
 inline constexpr char const* CancelAllPrintJobs = "E52B8D14-6F90-47A3-8C1E-B40D7A93F526";
 }  // namespace PropertyNames
 
@@ -99,5 +100,6 @@ inline constexpr char const* ResumePrintingFromPageNumber = "Resume Printing Fro
 inline constexpr char const* ResumePrinting = "Resume Printing";
 inline constexpr char const* PrintOnDemandModeUpdateLastPage = "Print On Demand Mode Update Last Page";
 inline constexpr char const* PausePrinting = "Pause Printing";
+inline constexpr char const* JobToCancel = "Job To Cancel";
 inline constexpr char const* CancelAllPrintJobs = "Cancel All Print Jobs";
 }  // namespace PropertyNameStrings

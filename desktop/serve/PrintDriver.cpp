@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <QtCore/QThread>
 #include <algorithm>
 #include <chrono>
 
@@ -100,6 +101,7 @@ void PrintDriver::PublishProperties() {
     pausePrinting_ = driver_.Own<BoolProperty>(PropertyNames::PausePrinting, Group::PrintOperations, false);
     // Who asks to go on may mean a pause that was not asked for by it.
     pausePrinting_->SetEveryDeliveryCounts();
+    jobToCancel_ = driver_.Own<StringProperty>(JobToCancel, Group::PrintOperations, "");
     apps_.Own<BoolProperty>(PrintOnDemandToggle, Group::PrintingPreferences, false);
     apps_.Own<UInt32Property>(PrintStyle, Group::PrintingPreferences, 0U);
     apps_.Own<UInt32Property>(PrintingUnPaused, Group::PrintOperations, 0U);
@@ -126,7 +128,13 @@ void PrintDriver::PublishProperties() {
         next_ = resumeFrom_->Get();
         GoOn();
     });
-    OnMain(pausePrinting_, [this](std::string const& value) { value == "true" ? Pause() : Resume(); });
+    OnMain(pausePrinting_, [this](std::string const& value) { TakePause(value == "true"); });
+    OnMain(jobToCancel_, [this](std::string const& value) {
+        if (value.empty()) return;
+        jobToCancel_->Set("");
+        // The one that was meant may be over, and the next one printing.
+        if (value == job_.string() && Cancel()) say_("cancelled");
+    });
     OnMain(cancelPrint_, [this](std::string const& value) {
         if (value != "true") return;
         cancelPrint_->Set(false);
@@ -136,9 +144,11 @@ void PrintDriver::PublishProperties() {
     });
 }
 
-/// Properties are delivered on threads of the bus; the driver works on the main thread.
+/// Properties are delivered on threads of the bus; the driver works on the main thread, and is not told there of what
+/// it has written itself.
 void PrintDriver::OnMain(std::shared_ptr<Property> const& property, std::function<void(std::string const&)> react) {
     property->AddCallback([this, react = std::move(react)](std::shared_ptr<Property> const& changed) {
+        if (QThread::currentThread() == thread()) return;
         QMetaObject::invokeMethod(
             this, [react, value = changed->ValueText()] { react(value); }, Qt::QueuedConnection);
     });
@@ -259,6 +269,13 @@ void PrintDriver::GoOn() {
     if (next_ < metaData_.totalPages) page_->Set(next_);
     status_->Set("Printing");
     PrintPage();
+}
+
+/// Somebody on the bus pauses the printer, or has it go on.
+void PrintDriver::TakePause(bool isPause) {
+    bool const wasPaused = IsPaused();
+    isPause ? Pause() : Resume();
+    if (isPause != wasPaused) say_(isPause ? "paused" : "resumed");
 }
 
 bool PrintDriver::Cancel() {

@@ -78,6 +78,7 @@ private:
     using WaitingJobs = std::map<std::filesystem::path, std::uint64_t>;
 
     void PublishProperties();
+    void TakePause(bool isPause);
     void OnMain(std::shared_ptr<Property> const& property, std::function<void(std::string const&)> react);
     void WatchFolders();
     bool IsWatchedFolderThere() const;
@@ -119,6 +120,7 @@ private:
     std::shared_ptr<UInt32Property> resumeFrom_;
     std::shared_ptr<BoolProperty> resume_;
     std::shared_ptr<BoolProperty> pausePrinting_;
+    std::shared_ptr<StringProperty> jobToCancel_;
     std::shared_ptr<BoolProperty> cancelZpl_;
     std::shared_ptr<BoolProperty> cancelPrint_;
     std::shared_ptr<StringProperty> canSend_;

@@ -25,6 +25,7 @@ Item {
     function zoomOut() { surface.zoomOut() }
 
     readonly property bool hasPages: pageCount > 0
+    readonly property bool isNarrow: width < 600
 
     Shortcut { sequences: ["PgUp"]; onActivated: surface.turnBy(-1) }
     Shortcut { sequences: ["PgDown"]; onActivated: surface.turnBy(1) }
@@ -52,7 +53,7 @@ Item {
                 color: "#202a33"
                 font.pixelSize: 15
                 horizontalAlignment: Text.AlignHCenter
-                Layout.minimumWidth: 120
+                Layout.minimumWidth: control.isNarrow ? 90 : 120
             }
             UiButton { objectName: "next"; text: "\u203A"; what: "Page on"; enabled: surface.mayTurnOn; onClicked: surface.turnBy(1) }
             UiButton {
@@ -65,6 +66,7 @@ Item {
             UiButton { objectName: "out"; text: "\u2212"; what: "Smaller"; onClicked: surface.zoomOut() }
             Text {
                 objectName: "zoom"
+                visible: !control.isNarrow
                 text: Math.round(surface.shownZoom * 100) + " %"
                 color: "#202a33"
                 font.pixelSize: 15
@@ -72,9 +74,9 @@ Item {
                 Layout.minimumWidth: 52
             }
             UiButton { objectName: "in"; text: "+"; what: "Larger"; onClicked: surface.zoomIn() }
-            UiButton { objectName: "fit"; text: "Fit"; checked: surface.zoom === 0; onClicked: surface.zoom = 0 }
-            UiButton { objectName: "dots"; text: "Dots"; checked: surface.zoom === 1; onClicked: surface.zoomTo(1) }
-            UiButton { objectName: "turn"; text: "Turn"; what: "Upside down"; checked: surface.turned; onClicked: surface.turned = !surface.turned }
+            UiButton { objectName: "fit"; visible: !control.isNarrow; text: "Fit"; checked: surface.zoom === 0; onClicked: surface.zoom = 0 }
+            UiButton { objectName: "dots"; visible: !control.isNarrow; text: "Dots"; checked: surface.zoom === 1; onClicked: surface.zoomTo(1) }
+            UiButton { objectName: "turn"; visible: !control.isNarrow; text: "Turn"; what: "Upside down"; checked: surface.turned; onClicked: surface.turned = !surface.turned }
             UiButton { objectName: "jobs"; text: "Jobs"; onClicked: jobs.show() }
         }
         RowLayout {

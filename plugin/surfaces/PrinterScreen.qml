@@ -27,17 +27,13 @@ Rectangle {
         chosen = now
     }
 
+    // A small display has no room for all words.
+    readonly property bool isNarrow: width < 600
+    readonly property bool isLow: height < 360
+
     implicitWidth: 800
     implicitHeight: 480
     color: "#f4f6f7"
-
-    Text {
-        id: state
-        objectName: "state"
-        visible: false
-        text: !TQTWSProcessorInterface.isPrinting ? TQTWSProcessorInterface.jobStatus || "Ready"
-            : (TQTWSProcessorInterface.jobStatus || "Waiting") + ", page " + (TQTWSProcessorInterface.printingPage + 1)
-    }
 
     ColumnLayout {
         anchors.fill: parent
@@ -50,12 +46,14 @@ Rectangle {
 
             UiButton {
                 objectName: "home"
-                text: "\u2039 Home"
+                text: screen.isNarrow ? "\u2039" : "\u2039 Home"
+                what: "Home"
                 implicitHeight: 44
                 onClicked: screen.room = -1
             }
             Text {
                 objectName: "title"
+                visible: !screen.isNarrow
                 leftPadding: 8
                 text: screen.room >= 0 ? screen.rooms[screen.room].name : ""
                 color: "#202a33"
@@ -73,13 +71,12 @@ Rectangle {
                     onClicked: screen.choose(index)
                 }
             }
-            Text {
-                visible: screen.room !== 0
-                leftPadding: 8
-                rightPadding: 8
-                text: state.text
-                color: "#58656f"
-                font.pixelSize: 15
+            PrinterState {
+                Layout.fillWidth: false
+                // The preview says it itself.
+                showsWords: screen.room > 0 && !(screen.isNarrow && screen.rooms[screen.room].surfaces.length > 1)
+                isSmall: true
+                pixelSize: 15
             }
         }
         Item {
@@ -104,28 +101,29 @@ Rectangle {
     }
 
     ColumnLayout {
-        anchors { fill: parent; margins: 24 }
-        spacing: 24
+        anchors { fill: parent; margins: screen.isLow ? 8 : 24 }
+        spacing: screen.isLow ? 8 : 24
         visible: screen.room < 0
 
         RowLayout {
             Layout.fillWidth: true
             Text {
-                Layout.fillWidth: true
+                visible: !screen.isNarrow
                 text: "Label printer"
                 color: "#202a33"
                 font { pixelSize: 28; bold: true }
             }
-            Text {
-                text: state.text
-                color: TQTWSProcessorInterface.isPrinting ? "#1769aa" : "#58656f"
-                font.pixelSize: 20
+            Item { Layout.fillWidth: true }
+            PrinterState {
+                Layout.fillWidth: false
+                Layout.maximumWidth: screen.width - 16
+                pixelSize: 20
             }
         }
         RowLayout {
             Layout.fillWidth: true
             Layout.fillHeight: true
-            spacing: 20
+            spacing: screen.isLow ? 8 : 20
 
             Repeater {
                 model: screen.rooms
@@ -146,7 +144,7 @@ Rectangle {
                         border.color: "#b8bec4"
                     }
                     contentItem: ColumnLayout {
-                        spacing: 12
+                        spacing: screen.isLow ? 6 : 12
                         Item { Layout.fillHeight: true }
                         UiSign {
                             Layout.alignment: Qt.AlignHCenter
@@ -156,9 +154,10 @@ Rectangle {
                             Layout.alignment: Qt.AlignHCenter
                             text: tile.modelData.name
                             color: "#202a33"
-                            font { pixelSize: 24; bold: true }
+                            font { pixelSize: screen.isLow ? 20 : 24; bold: true }
                         }
                         Text {
+                            visible: !screen.isLow
                             Layout.fillWidth: true
                             Layout.leftMargin: 12
                             Layout.rightMargin: 12

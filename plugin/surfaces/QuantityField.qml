@@ -6,6 +6,7 @@ RowLayout {
     id: quantity
 
     property int value: 1
+    property bool isNarrow: false
 
     signal edited(int value)
 
@@ -20,7 +21,7 @@ RowLayout {
     }
     UiTextField {
         objectName: "quantity"
-        Layout.preferredWidth: 90
+        Layout.preferredWidth: quantity.isNarrow ? 52 : 90
         horizontalAlignment: Text.AlignHCenter
         inputMethodHints: Qt.ImhDigitsOnly
         validator: RegularExpressionValidator { regularExpression: /[0-9]{1,8}/ }

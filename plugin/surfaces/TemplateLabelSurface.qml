@@ -11,6 +11,8 @@ Rectangle {
     property var form: null
     property var templates: TQTWSProcessorInterface.templates
 
+    readonly property bool isNarrow: width < 600
+
     color: "#dfe3e6"
     implicitWidth: 800
     implicitHeight: 424
@@ -36,14 +38,17 @@ Rectangle {
             UiButton {
                 objectName: "back"
                 visible: surface.form !== null
-                text: "\u2039 Back"
+                text: surface.isNarrow ? "\u2039" : "\u2039 Back"
+                what: "Back"
                 onClicked: surface.format = ""
             }
             Text {
                 objectName: "title"
                 Layout.fillWidth: true
+                Layout.preferredWidth: 0
                 leftPadding: 8
-                text: surface.form ? surface.form.name : "Pick a template to print"
+                // In a narrow pane the name stands by the page.
+                text: surface.isNarrow && surface.form ? "" : surface.form ? surface.form.name : "Pick a template to print"
                 color: "#202a33"
                 font { pixelSize: 20; bold: true }
                 elide: Text.ElideRight
@@ -62,6 +67,7 @@ Rectangle {
                 onClicked: surface.form.clear()
             }
             QuantityField {
+                isNarrow: surface.isNarrow
                 visible: surface.form !== null
                 value: surface.form ? surface.form.quantity : 1
                 onEdited: value => surface.form.quantity = value
@@ -72,7 +78,7 @@ Rectangle {
                 highlighted: true
                 enabled: surface.form ? surface.form.isReady && !surface.form.isGone && !surface.form.isPrinting : false
                 text: "Print"
-                Layout.preferredWidth: 96
+                Layout.preferredWidth: surface.isNarrow ? 68 : 96
                 onClicked: surface.form.print()
             }
         }

@@ -158,6 +158,26 @@ TEST_F(PrintDriverTest, ACancellationEndsOnlyWhatIsGone) {
     EXPECT_TRUE(Until([&] { return said_.find("job goes-1 is cancelled") != std::string::npos; }));
 }
 
+TEST_F(PrintDriverTest, IsToldOnTheBusToPauseAndToCancelTheJobThatPrints) {
+    auto const write = [this](char const* property, std::string const& value) {
+        host_->Write(ComponentIdentifiers::FirmwareDriver, property, value);
+    };
+    MakeJob("a", 2, 1);
+    MakePage("a", 0);
+    EXPECT_TRUE(Until([&] { return Keeps("a-1-1"); }));
+    write(PropertyNames::PausePrinting, "true");
+    EXPECT_TRUE(Until([&] { return said_.ends_with("paused\n") && status_->Get() == "Print Paused"; }));
+    MakeJob("b", 1, 2);
+    MakePage("b", 0);
+    // The second comes behind the first, of a job that does not print.
+    write(PropertyNames::JobToCancel, (folder_ / "jobs/b").string());
+    write(PropertyNames::JobToCancel, (folder_ / "jobs/a").string());
+    EXPECT_TRUE(Until([&] { return said_.ends_with("cancelled\n") && status_->Get() == "Print Paused"; }));
+    EXPECT_FALSE(Keeps("b-1-1")) << "the printer is paused still";
+    write(PropertyNames::PausePrinting, "false");
+    EXPECT_TRUE(Until([&] { return Keeps("b-1-1") && said_.find("resumed\n") != said_.npos; }));
+}
+
 TEST_F(PrintDriverTest, AJobThatIsMadeBehindItsCancellationDoesNotPrint) {
     driver_->CancelUpTo(5);
     for (unsigned serial : {5, 6}) {

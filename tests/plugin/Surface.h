@@ -114,10 +114,10 @@ public:
                                               QGenericArgument(QMetaType::fromType<A>().name(), &argument)))
             << method;
     }
-    /// An item of the surface, by its name: of several one that is seen.
+    /// An item of the surface, or of what stands above it, by its name: of several one that is seen.
     QQuickItem& Item(char const* name) {
-        auto* found = Find(*item_, QString::fromLatin1(name), true);
-        if (!found) found = Find(*item_, QString::fromLatin1(name));
+        auto* found = Find(*window_.contentItem(), QString::fromLatin1(name), true);
+        if (!found) found = Find(*window_.contentItem(), QString::fromLatin1(name));
         if (!found) throw std::runtime_error(std::string("there is no ") + name);
         return *found;
     }
@@ -136,7 +136,7 @@ public:
     QQuickWindow& Window() { return window_; }
     bool Has(char const* name) {
         Settle();
-        return Find(*item_, QString::fromLatin1(name)) != nullptr;
+        return Find(*window_.contentItem(), QString::fromLatin1(name)) != nullptr;
     }
     /// Into what has the focus, over what is there.
     void Type(char const* text) {
