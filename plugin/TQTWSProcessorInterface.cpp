@@ -1,5 +1,8 @@
 #include "plugin/TQTWSProcessorInterface.h"
 
+#include <QtCore/QCoreApplication>
+#include <QtCore/QPointer>
+#include <QtCore/QThreadPool>
 #include <cmath>
 
 #include "PrintEngine/Printing/JobFileSystemStrings.h"
@@ -7,6 +10,7 @@
 #include "plugin/Machine.h"
 #include "plugin/TWSProcessorInterface.h"
 #include "plugin/surfaces/LabelEditor.h"
+#include "plugin/surfaces/PrintedJobs.h"
 #include "plugin/surfaces/TemplateList.h"
 #include "propertybus/PropertyIdentifiers.h"
 #include "propertybus/PublishingPropertyManager.h"
@@ -61,7 +65,30 @@ void TQTWSProcessorInterface::ReadPrintedPages() {
         if (name == "job") printedPages_[QStringLiteral("job")] = text;
         if (name == "pages") printedPages_[QStringLiteral("stem")] = text;
     });
+    auto& stem = printedPages_[QStringLiteral("stem")];
+    QString const pages = stem.toString();
+    // A folder names no job.
+    if (pages.endsWith(u'/')) {
+        stem = QString();
+        FindNewestPrinted(pages);
+    }
     Q_EMIT printedPagesChanged();
+}
+
+/// Beside the main thread, as the folder may hold many pages.
+void TQTWSProcessorInterface::FindNewestPrinted(QString const& folder) {
+    auto const take = [self = QPointer(this)](QString const& found) {
+        auto const stem = QStringLiteral("stem");
+        if (!self || !self->printedPages_[stem].toString().isEmpty()) return;
+        self->printedPages_[stem] = found;
+        Q_EMIT self->printedPagesChanged();
+    };
+    QThreadPool::globalInstance()->start([take, folder] {
+        auto const newest = PrintedJob::Newest(folder, 1);
+        if (newest.empty()) return;
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [take, found = newest.front().stem] { take(found); }, Qt::QueuedConnection);
+    });
 }
 
 bool TQTWSProcessorInterface::isPrinting() const {

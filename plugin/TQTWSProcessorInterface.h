@@ -31,7 +31,8 @@ class TQTWSProcessorInterface : public QObject {
     Q_PROPERTY(int printingPage READ printingPage NOTIFY jobChanged)
 
     /// Where printed pages are kept, as on a desk: "job", the folder of a job, and "stem", what the names of the files
-    /// of its printed pages begin with. Of the job that began to print last.
+    /// of its printed pages begin with. Of the job that began to print last; before the first one since the printer was
+    /// started, the "stem" is that of the newest that is kept, and there is no "job".
     Q_PROPERTY(QVariantMap printedPages READ printedPages NOTIFY printedPagesChanged)
 
     /// The jobs whose pages can be looked at: a JobList.
@@ -91,6 +92,7 @@ Q_SIGNALS:
 private:
     void Update();
     void ReadPrintedPages();
+    void FindNewestPrinted(QString const& folder);
     unsigned Number(char const* identifier) const;
     unsigned Resolution() const;
 

@@ -94,7 +94,7 @@ void PrintDriver::PublishProperties() {
     driver_.Own<BoolProperty>(PrintingIsStopped, Group::PrintOperations, false);
     tagResponse_ = driver_.Own<StringProperty>(RfidReadCommandResponse, Group::RfidEncoderOperations, "");
     tagResponse_->SetEveryWriteCounts(true);
-    printedPages_ = driver_.Own<StringProperty>(PrintedPages, Group::PrintOperations, "");
+    printedPages_ = driver_.Own<StringProperty>(PrintedPages, Group::PrintOperations, PrintedPagesText());
     page_ = driver_.Own<UInt32Property>(CurrentPrintingPageNumber, Group::PrintOperations, 0U);
     resumeFrom_ = driver_.Own<UInt32Property>(ResumePrintingFromPageNumber, Group::PrintOperations, 0U);
     resume_ = driver_.Own<BoolProperty>(ResumePrinting, Group::PrintOperations, false);
@@ -167,7 +167,7 @@ void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData)
     names_.StartJob(metaData_.jobName, next_);
     state_ = State::Printing;
     watcher_.addPath(QString::fromStdString(path.string()));
-    TellPrintedPages();
+    printedPages_->Set(PrintedPagesText());
     say_({"", "job", [this](JsonWriter& writer) {
               writer.Key("job").String(names_.Job()).Key("name").String(metaData_.jobName);
               writer.Key("pages").Int(metaData_.totalPages);
@@ -180,11 +180,13 @@ void PrintDriver::Start(std::filesystem::path const& path, JobMetaData metaData)
     goesOn && cut->isPaused ? PausePrinting("Print Paused") : PrintPage();
 }
 
-/// Where the job's pages can be looked at when they have been printed and its folder holds them no more.
-void PrintDriver::TellPrintedPages() {
+/// Where the job's pages can be looked at when they have been printed and its folder holds them no more; before the
+/// first job where those of earlier runs are.
+std::string PrintDriver::PrintedPagesText() const {
+    auto const pages = job_.empty() ? options_.outputFolder / "" : names_.Stem();
     JsonWriter writer;
-    writer.StartObject().Key("job").String(job_.string()).Key("pages").String(names_.Stem().string()).EndObject();
-    printedPages_->Set(writer.Text());
+    writer.StartObject().Key("job").String(job_.string()).Key("pages").String(pages.string()).EndObject();
+    return writer.Text();
 }
 
 void PrintDriver::PrintPage() {

@@ -90,7 +90,7 @@ private:
     std::uint64_t SerialOf(std::filesystem::path const& job);
     void CleanUpAfter(WaitingJobs const& waiting);
     void Start(std::filesystem::path const& path, PrintEngine::Printing::JobMetaData metaData);
-    void TellPrintedPages();
+    std::string PrintedPagesText() const;
     void PrintPage();
     std::vector<RfidOperation> TagOperationsOfPage() const;
     void ReadTag();

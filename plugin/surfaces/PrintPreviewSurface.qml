@@ -76,16 +76,22 @@ Rectangle {
     function followAgain() {
         follows = true
         follow()
-        if (!TQTWSProcessorInterface.isPrinting && pageCount > 0) page = pageCount - 1
+        // Of what is over the last page is left; what waits begins with its first.
+        if (!TQTWSProcessorInterface.isPrinting && pageCount > 0 && !waiting.some(job => job.folder === folder)) page = pageCount - 1
     }
 
-    // Whoever has turned pages stays with their job. Before anything has printed, the first that waits is shown.
+    // Whoever has turned pages stays with their job. Before anything has printed, the first that waits is shown, or
+    // without one what was printed last before, in another run.
     function follow() {
         if (follows && TQTWSProcessorInterface.jobFolder) {
             folder = TQTWSProcessorInterface.jobFolder
             if (TQTWSProcessorInterface.isPrinting) page = TQTWSProcessorInterface.printingPage
         } else if (follows && !folder && waiting.length > 0) {
             folder = waiting[0].folder
+            page = 0
+        } else if (follows && !folder && printedPages.stem && label.printedPages !== printedPages.stem) {
+            label.printedPages = printedPages.stem
+            page = Math.max(pageCount - 1, 0)
         }
         if (folder && folder === printedPages.job) label.printedPages = printedPages.stem
     }

@@ -4,6 +4,7 @@
 
 #include "PrintEngine/Printing/JobMetaData.h"
 #include "plugin/surfaces/JobList.h"
+#include "propertybus/PropertyIdentifiers.h"
 #include "tests/plugin/Surface.h"
 #include "tests/support/TemporaryDirectory.h"
 
@@ -148,6 +149,35 @@ TEST_F(PreviewSurfaceTest, GoesFromWhatHasPrintedToWhatWaitsByTouch) {
     }
     surface.Click("turn");
     EXPECT_EQ(Row(surface, surface.Item("view")), 29) << "upside down";
+}
+
+TEST_F(PreviewSurfaceTest, ShowsWhatOtherRunsHavePrintedUntilAJobWaits) {
+    for (int page = 0; page < 2; ++page) WritePage(kept_ / ("new-2-" + std::to_string(page + 1) + ".png"), 10 + page);
+    WritePage(kept_ / "old-1-1.png", 5);
+    std::filesystem::last_write_time(kept_ / "old-1-1.png",
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+    Surface surface(QStringLiteral("PrintPreviewControl"), {800, 400});
+    EXPECT_EQ(surface.TextOf("number"), "No pages");
+    // As the driver says it before its first job.
+    TheHost().Set<StringProperty>(PropertyNames::PrintedPages,
+                                  R"({"job":"","pages":")" + (kept_ / "").string() + R"("})");
+    EXPECT_TRUE(Surface::Until([&] { return surface.TextOf("number") == "Page 2 of 2"; }));
+    EXPECT_EQ(surface.TextOf("job"), "new-2");
+    EXPECT_EQ(Row(surface, surface.Item("view")), 11);
+    surface.Click("back");
+    surface.Click("back");
+    EXPECT_EQ(surface.TextOf("job"), "old-1");
+    EXPECT_EQ(Row(surface, surface.Item("view")), 5);
+
+    AddJob("next", 3, 10, 1);
+    JobList list(jobs_.Path());
+    list.lookAtWaiting();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !list.waiting().isEmpty(); }));
+    surface.Set("waiting", list.waiting());
+    EXPECT_EQ(surface.TextOf("job"), "old-1") << "whoever has turned pages stays with their job";
+    surface.Call("followAgain");
+    EXPECT_EQ(surface.TextOf("number"), "Page 1 of 3");
+    EXPECT_EQ(Row(surface, surface.Item("view")), 0);
 }
 
 TEST_F(PreviewSurfaceTest, ShowsPagesSmallBesideTheOneAndOnlyThoseInSight) {
