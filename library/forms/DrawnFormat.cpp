@@ -1,5 +1,6 @@
 #include "library/forms/DrawnFormat.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <tuple>
 #include <utility>
@@ -53,6 +54,18 @@ DrawnField FieldOf(ZplCore::MappedField const& field, FieldMap const& map, Place
     return drawn;
 }
 
+/// The field whose data stand there in the stream.
+std::optional<std::size_t> FieldAt(DrawnFormat const& drawn, std::optional<std::uint64_t> offset) {
+    auto const holds = [offset](DrawnField const& field) {
+        auto const& place = field.details.place.inStream;
+        return place && place->offset <= *offset && *offset < place->End();
+    };
+    if (!offset) return std::nullopt;
+    auto const field = std::ranges::find_if(drawn.fields, holds);
+    if (field == drawn.fields.end()) return std::nullopt;
+    return static_cast<std::size_t>(field - drawn.fields.begin());
+}
+
 /// Reads a stream up to its first label and takes what is on the drawing target then.
 class Drawing {
 public:
@@ -76,7 +89,8 @@ public:
         drawn.dpi = keeper->PageDpi();
         drawn.rows = keeper->PackedRows();
         if (auto const* const map = reader_.Fields()) AddFields(*map, drawn);
-        for (auto& finding : findings_.List()) drawn.findings.push_back(std::move(finding.text));
+        for (auto& finding : findings_.List())
+            drawn.findings.push_back({std::move(finding.text), FieldAt(drawn, finding.offset)});
         return drawn;
     }
 

@@ -27,6 +27,12 @@ struct DrawnField {
     std::optional<ZplCore::ScanVerdict> verdict;  ///< of a barcode that a scanner may not read
 };
 
+/// A sentence about what was drawn.
+struct DrawnFinding {
+    std::string text;
+    std::optional<std::size_t> field;  ///< of the fields drawn; nothing if what it says is not in the stream itself
+};
+
 /// The first label of a stream as it prints, with its fields in the order in which they are drawn; behind them those
 /// that wait for data.
 struct DrawnFormat {
@@ -38,7 +44,7 @@ struct DrawnFormat {
     bool mirrored = false;    ///< the page
     bool isBlank = true;      ///< no label is printed
     std::vector<DrawnField> fields;
-    std::vector<std::string> findings;  ///< a sentence each, about the stream up to the end of the label
+    std::vector<DrawnFinding> findings;  ///< about the stream up to the end of the label
 };
 
 /// Draws labels on a desk that is kept open between them. What a printer has stored is found, and what the stream

@@ -34,7 +34,7 @@ int LabelEditor::fieldCount() const { return Drawn() ? static_cast<int>(Drawn()-
 QStringList LabelEditor::findings() const {
     QStringList list;
     if (!Drawn()) return list;
-    for (auto const& finding : Drawn()->findings) list.append(QString::fromStdString(finding));
+    for (auto const& finding : Drawn()->findings) list.append(QString::fromStdString(finding.text));
     return list;
 }
 

@@ -8,6 +8,8 @@ ColumnLayout {
     property var field
     property string value
     property string fault
+    // There is something to say of it on the label.
+    property bool isMarked: false
     readonly property alias isTypedInto: input.activeFocus
 
     signal edited(string text)
@@ -28,6 +30,7 @@ ColumnLayout {
         Layout.fillWidth: true
         text: entry.value
         isFaulty: entry.fault.length > 0
+        isDoubtful: entry.isMarked
         // The keyboard on the screen shows what is needed; what another one types is checked.
         inputMethodHints: entry.field.digitsOnly ? Qt.ImhDigitsOnly : Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
         onTextEdited: entry.edited(text)

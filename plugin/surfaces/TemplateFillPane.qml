@@ -3,12 +3,14 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import TCPrintEngine
 
-// A template's page, and its fields to fill in: side by side, or in a narrow pane one above the other.
+// A template's page, and its fields to fill in: side by side, or in a narrow pane that is high enough one above the other.
 Item {
     id: pane
 
     property var form
-    readonly property bool isNarrow: width < 520
+    readonly property bool isNarrow: width < 520 && height > 240
+    // The field, or -1.
+    property int typedInto: -1
 
     Rectangle {
         id: desk
@@ -19,7 +21,7 @@ Item {
         PageView {
             id: page
             objectName: "page"
-            anchors.fill: parent
+            anchors { left: parent.left; right: parent.right; top: parent.top; bottom: remarks.top }
             zoom: fittingZoom
         }
         Binding {
@@ -28,8 +30,47 @@ Item {
             when: pane.form !== null && pane.form !== undefined
             value: pane.form?.picture
         }
+        // What is found about the label: of the field that is typed into, or else the first; touched, all.
+        Rectangle {
+            id: remarks
+            property bool isUnfolded: false
+            readonly property var findings: pane.form?.findings ?? []
+            readonly property var first: findings.find(finding => finding.field === pane.typedInto) ?? findings[0]
+            anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
+            height: first === undefined ? 0 : words.height + 14
+            visible: first !== undefined
+            color: "#fff3e0"
+
+            Rectangle { width: parent.width; height: 2; color: "#e68a00" }
+            Text {
+                id: words
+                objectName: "finding"
+                x: 10
+                y: 8
+                width: parent.width - 20 - (more.visible ? more.width + 8 : 0)
+                text: remarks.isUnfolded ? remarks.findings.map(finding => finding.text).join("\n") : remarks.first?.text ?? ""
+                textFormat: Text.PlainText
+                color: "#202a33"
+                font.pixelSize: 14
+                wrapMode: remarks.isUnfolded ? Text.Wrap : Text.NoWrap
+                maximumLineCount: remarks.isUnfolded ? Math.max(1, Math.floor((desk.height - 20) / 20)) : 1
+                elide: Text.ElideRight
+            }
+            Text {
+                id: more
+                visible: !remarks.isUnfolded && remarks.findings.length > 1
+                anchors { right: parent.right; rightMargin: 10; baseline: words.baseline }
+                text: "+" + (remarks.findings.length - 1)
+                color: "#8a5300"
+                font { pixelSize: 14; bold: true }
+            }
+            MouseArea {
+                anchors.fill: parent
+                onClicked: remarks.isUnfolded = !remarks.isUnfolded
+            }
+        }
         Text {
-            visible: pane.isNarrow
+            visible: pane.width < 520
             x: 8
             y: 4
             text: pane.form ? pane.form.name : ""
@@ -85,7 +126,11 @@ Item {
                     value: pane.form.values[index] ?? ""
                     fault: pane.form.faults[index] ?? ""
                     onEdited: text => pane.form.setValue(index, text)
-                    onIsTypedIntoChanged: if (isTypedInto) scroll.show(entry)
+                    isMarked: remarks.findings.some(finding => finding.field === index)
+                    onIsTypedIntoChanged: {
+                        if (isTypedInto) scroll.show(entry)
+                        if (isTypedInto || pane.typedInto === index) pane.typedInto = isTypedInto ? index : -1
+                    }
                     Connections {
                         target: scroll
                         function onHeightChanged() { if (entry.isTypedInto) scroll.show(entry) }

@@ -130,25 +130,50 @@ ValuesByNumber TemplateForm::Values() const {
     return values;
 }
 
+/// Without a picture if the format went away meanwhile, which the list tells.
+TemplateForm::Page TemplateForm::DrawPage(FormatDrawer& drawer, StoredFormat const& format, std::string const& bytes,
+                                          ValuesByNumber const& values) {
+    try {
+        auto const drawn = DrawFilled(drawer, format, bytes, values);
+        Page page{PictureOf(drawn), {}};
+        // Who has filled in nothing yet is not told that nothing prints.
+        bool const isEmpty = std::ranges::all_of(values, [](auto const& value) { return value.second.empty(); });
+        if (drawn.isBlank && isEmpty) return page;
+        for (auto const& [text, field] : drawn.findings)
+            page.findings.push_back({text, field ? drawn.fields[*field].details.number : std::nullopt});
+        return page;
+    } catch (std::exception const&) {
+        return {};
+    }
+}
+
 void TemplateForm::Draw() {
     if (isGone_) return;
-    isDrawn_ = false;
-    Q_EMIT pictureChanged();
+    if (isDrawn_) {
+        isDrawn_ = false;
+        Q_EMIT isDrawnChanged();
+    }
     store_.drawing.Order(this, format_.FullName(),
                          [this, format = format_, bytes = bytes_, values = Values()](FormatDrawer& drawer) {
-                             QImage picture;
-                             try {
-                                 picture = PictureOf(DrawFilled(drawer, format, bytes, values));
-                             } catch (std::exception const&) {
-                                 picture = {};  // it went away meanwhile, which the list tells
-                             }
-                             return [this, picture, values] {
-                                 if (picture.isNull()) return;
-                                 picture_ = picture;
+                             return [this, page = DrawPage(drawer, format, bytes, values), values] {
+                                 if (page.picture.isNull()) return;
+                                 page_ = page;
                                  isDrawn_ = values == Values();
                                  Q_EMIT pictureChanged();
+                                 Q_EMIT isDrawnChanged();
                              };
                          });
+}
+
+QVariantList TemplateForm::findings() const {
+    QVariantList list;
+    for (auto const& [text, number] : page_.findings) {
+        auto const field =
+            std::ranges::find(fields_, number, [](auto const& own) { return std::optional(own.number); });
+        auto const index = field == fields_.end() ? -1 : static_cast<int>(field - fields_.begin());
+        list.append(QVariantMap{{QStringLiteral("text"), Sentence(text)}, {QStringLiteral("field"), index}});
+    }
+    return list;
 }
 
 bool TemplateForm::check() {

@@ -5,6 +5,10 @@
 #include <QtCore/QVariantList>
 #include <QtGui/QImage>
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "plugin/surfaces/TemplateStore.h"
 
 /// A template that somebody fills in: its fields with what is typed, the label as it would print, and its printing.
@@ -21,8 +25,11 @@ class TemplateForm : public QObject {
     Q_PROPERTY(QStringList faults READ faults NOTIFY faultsChanged)
     Q_PROPERTY(int quantity READ quantity WRITE setQuantity NOTIFY quantityChanged)
     Q_PROPERTY(QImage picture READ picture NOTIFY pictureChanged)
+    /// What there is to say of the label in the picture, each with its "text", a sentence, and "field", the index of
+    /// the field that it is about, or -1.
+    Q_PROPERTY(QVariantList findings READ findings NOTIFY pictureChanged)
     /// The picture is that of what is typed.
-    Q_PROPERTY(bool isDrawn READ isDrawn NOTIFY pictureChanged)
+    Q_PROPERTY(bool isDrawn READ isDrawn NOTIFY isDrawnChanged)
     /// The format is not in the printer any more. What was typed, and the format itself, is still here.
     Q_PROPERTY(bool isGone READ isGone NOTIFY noticeChanged)
     Q_PROPERTY(bool isPrinting READ isPrinting NOTIFY noticeChanged)
@@ -40,7 +47,8 @@ public:
     QStringList faults() const;
     int quantity() const { return static_cast<int>(quantity_); }
     void setQuantity(int quantity);
-    QImage picture() const { return picture_; }
+    QImage picture() const { return page_.picture; }
+    QVariantList findings() const;
     bool isReady() const { return isReady_; }
     bool isDrawn() const { return isDrawn_; }
     bool isGone() const { return isGone_; }
@@ -65,19 +73,32 @@ Q_SIGNALS:
     void faultsChanged();
     void quantityChanged();
     void pictureChanged();
+    void isDrawnChanged();
     void noticeChanged();
 
 private:
+    /// A finding, and the number of the field that it is about.
+    struct NumberedFinding {
+        std::string text;
+        std::optional<unsigned> number;
+    };
     /// What the drawing thread has read of the format.
     struct Found {
         std::vector<TemplateField> fields;
         std::vector<std::string> remarks;
         std::string error;
     };
+    /// And what it has drawn.
+    struct Page {
+        QImage picture;
+        std::vector<NumberedFinding> findings;
+    };
 
     void ReadFields();
     void TakeFields(Found found);
     void Draw();
+    static Page DrawPage(FormatDrawer& drawer, StoredFormat const& format, std::string const& bytes,
+                         ValuesByNumber const& values);
     ValuesByNumber Values() const;
     void Tell(QString const& notice, bool isTrouble);
 
@@ -88,7 +109,7 @@ private:
     ValuesByNumber values_;  ///< as typed, by number; also of fields that a change of the format has taken away
     bool showsFaults_ = false;
     unsigned quantity_ = 1;
-    QImage picture_;
+    Page page_;
     bool isReady_ = false;
     bool isDrawn_ = false;
     bool isGone_ = false;

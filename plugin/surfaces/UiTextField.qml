@@ -6,6 +6,7 @@ TextField {
     id: field
 
     property bool isFaulty: false
+    property bool isDoubtful: false
 
     implicitHeight: 44
     font.pixelSize: 18
@@ -17,7 +18,7 @@ TextField {
     background: Rectangle {
         radius: 6
         color: field.enabled ? "#ffffff" : "#eceff1"
-        border.width: field.activeFocus ? 2 : 1
-        border.color: field.isFaulty ? "#b3261e" : field.activeFocus ? "#1769aa" : "#b8bec4"
+        border.width: field.activeFocus || field.isDoubtful ? 2 : 1
+        border.color: field.isFaulty ? "#b3261e" : field.isDoubtful ? "#e68a00" : field.activeFocus ? "#1769aa" : "#b8bec4"
     }
 }

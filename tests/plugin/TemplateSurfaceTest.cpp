@@ -105,6 +105,37 @@ TEST_F(TemplateSurfaceTest, PrintsWhatIsFilledIn) {
     EXPECT_EQ(surface.TextOf("quantity"), "1");
 }
 
+TEST_F(TemplateSurfaceTest, TellsByThePageWhatIsFoundOfIt) {
+    Store("TIGHT",
+          "^PW400^LL300^FO20,20^A0N,60^FN1\"Customer\"^FS^FO20,100^BY3^BCN,60^FN3\"Code\"^FS^FO350,200^A0N,40^FDfixed^"
+          "FS");
+    Surface surface(QStringLiteral("TemplateLabelSurface"), Screen);
+    surface.Set("format", QStringLiteral("E:TIGHT.ZPL"));
+    auto const tells = [&](char const* words) {
+        return Surface::Until([&] { return surface.TextOf("finding").find(words) != std::string::npos; });
+    };
+    auto const isMarked = [&](char const* field) { return surface.Item(field).property("isDoubtful").toBool(); };
+    EXPECT_TRUE(tells("The text \"fixed\" is cut: "));
+    ASSERT_TRUE(surface.Has("field 3"));
+    EXPECT_FALSE(isMarked("field 1") || isMarked("field 3")) << "it is none of the fields";
+    surface.Click("field 3");
+    surface.Type("A long code of many letters");
+    EXPECT_TRUE(tells("The barcode \"A long code of many letters\" is cut: "));
+    EXPECT_TRUE(isMarked("field 3"));
+    EXPECT_FALSE(isMarked("field 1"));
+    surface.Click("field 1");
+    surface.Type("A customer whose name is long");
+    EXPECT_TRUE(tells("The text \"A customer whose name is long\" is cut: ")) << "of what is typed into";
+    surface.Click("finding");
+    EXPECT_NE(surface.TextOf("finding").find("The barcode \"A long"), std::string::npos) << "a touch unfolds all";
+    surface.Click("finding");
+    surface.Click("field 1");
+    surface.Type("Ann");
+    EXPECT_TRUE(Surface::Until([&] { return !isMarked("field 1"); }));
+    EXPECT_TRUE(isMarked("field 3"));
+    std::filesystem::remove(FileOf("TIGHT"));
+}
+
 TEST_F(TemplateSurfaceTest, LosesNothingWhenItsTemplateGoes) {
     Surface surface(QStringLiteral("TemplateLabelSurface"), Screen);
     surface.Set("format", QStringLiteral("E:BOX.ZPL"));
@@ -228,6 +259,10 @@ TEST_F(TemplateSurfaceTest, Pictures) {
         surface.Type("Lot number");
         surface.Click("save");
         keep(surface, "screen-fields.png");
+        surface.Click("leave");
+        surface.Click("field 1");
+        surface.Type("Rhine Harbour Forwarding Company");
+        keep(surface, "screen-findings.png");
     }
     std::filesystem::create_directories(TheHost().storage / "values");
     std::ofstream list(TheHost().storage / "values/orders.csv");

@@ -26,7 +26,7 @@ protected:
     /// What the label says when the fields are filled.
     std::vector<std::string> Texts(std::string const& stream) {
         auto const drawn = drawer_.Draw(stream);
-        EXPECT_TRUE(drawn.findings.empty()) << drawn.findings.front();
+        EXPECT_TRUE(drawn.findings.empty()) << drawn.findings.front().text;
         std::vector<std::string> texts;
         for (auto const& field : drawn.fields) texts.push_back(field.details.text);
         return texts;
