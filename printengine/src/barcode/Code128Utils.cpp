@@ -1,19 +1,28 @@
 #include "Barcode/Encoder/Code128Utils.h"
 
+#include <array>
+#include <cstdint>
+
 #include "printengine/src/barcode/Code128Patterns.h"
+#include "printengine/src/barcode/Elements.h"
 
 namespace Barcode::Encoder {
 
 namespace {
 
-/// Bars and spaces of one pattern, a block for each module.
-void AppendPattern(int pattern, std::vector<Model::Block>& blocks) {
-    int divisor = 1;
-    while (pattern / divisor >= 10) divisor *= 10;
-    for (bool isBar = true; divisor != 0; divisor /= 10, isBar = !isBar) {
-        auto const width = static_cast<std::size_t>(pattern / divisor % 10);
-        blocks.insert(blocks.end(), width, isBar ? Model::Block::NarrowBar() : Model::Block::NarrowSpace());
+constexpr int CharacterModules = 11;
+constexpr int StopModules = 13;
+
+/// The modules of a pattern, a bit each, the last in the lowest; 1 is dark. The pattern has `elements` digits, the
+/// first of which is a bar.
+constexpr std::uint16_t ModulesOf(int pattern, int elements) {
+    unsigned modules = 0;
+    for (int at = 0; elements > 0; pattern /= 10, --elements) {
+        int const width = pattern % 10;
+        if (elements % 2 != 0) modules |= ((1U << width) - 1) << at;
+        at += width;
     }
+    return static_cast<std::uint16_t>(modules);
 }
 
 }  // namespace
@@ -28,10 +37,17 @@ int Code128Utils::CharToSCV(unsigned char character, ControlCharacter subset) {
 }
 
 void Code128Utils::CreateBars(unsigned char value, std::vector<Model::Block>& blocks) {
-    AppendPattern(Code128Patterns[value], blocks);
+    static constexpr auto Modules = [] {
+        std::array<std::uint16_t, Code128Patterns.size()> modules{};
+        for (std::size_t i = 0; i < modules.size(); ++i) modules[i] = ModulesOf(Code128Patterns[i], 6);
+        return modules;
+    }();
+    AppendModules(Modules[value], CharacterModules, blocks);
 }
 
-void Code128Utils::AddStopCode(std::vector<Model::Block>& blocks) { AppendPattern(Code128StopPattern, blocks); }
+void Code128Utils::AddStopCode(std::vector<Model::Block>& blocks) {
+    AppendModules(ModulesOf(Code128StopPattern, 7), StopModules, blocks);
+}
 
 int Code128Utils::CheckCharacter(std::vector<int> const& values) {
     // The start character weighs as much as the first behind it.
