@@ -1,5 +1,7 @@
 #include "printengine/src/barcode/DataMatrixPlacement.h"
 
+#include <array>
+
 namespace Barcode::Encoder {
 
 namespace {
@@ -18,7 +20,9 @@ public:
         : codewords_(codewords),
           rows_(static_cast<int>(rows)),
           columns_(static_cast<int>(columns)),
-          modules_(std::size_t{rows} * columns, Unplaced) {}
+          modules_(std::size_t{rows} * columns, Unplaced) {
+        for (std::size_t i = 0; i < utah_.size(); ++i) utah_[i] = Utah[i].row * columns_ + Utah[i].column;
+    }
 
     std::vector<std::uint8_t> Run() {
         int row = 4;
@@ -59,11 +63,15 @@ private:
     bool IsPlaced(int row, int column) { return At(row, column) != Unplaced; }
     void Set(int row, int column, unsigned dark) { At(row, column) = static_cast<std::uint8_t>(dark); }
 
-    unsigned Bit(int index) const { return next_ < codewords_.size() ? codewords_[next_] >> (7 - index) & 1U : 0; }
+    /// What is placed next; white behind the last one.
+    unsigned Codeword() const { return next_ < codewords_.size() ? codewords_[next_] : 0U; }
+    unsigned Bit(int index) const { return Codeword() >> (7 - index) & 1U; }
 
     void PlaceUtah(int row, int column) {
         if (row >= 2 && column >= 2) {
-            for (int i = 0; i < 8; ++i) Set(row + Utah[i].row, column + Utah[i].column, Bit(i));
+            std::uint8_t* const module = &At(row, column);
+            unsigned bits = Codeword();
+            for (std::size_t i = utah_.size(); i-- > 0; bits >>= 1) module[utah_[i]] = bits & 1U;
             ++next_;
             return;
         }
@@ -109,6 +117,7 @@ private:
     int rows_;
     int columns_;
     std::vector<std::uint8_t> modules_;  ///< row by row
+    std::array<int, 8> utah_{};          ///< how far the modules of a codeword are from its last one in them
     std::size_t next_ = 0;
 };
 

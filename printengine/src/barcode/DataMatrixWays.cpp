@@ -105,17 +105,19 @@ void DataMatrixWays::TakeAsValues(std::size_t at) {
     constexpr std::size_t Start = 3;
     bool const isMark = token.value == DataMatrixToken::Fnc1 && at < Start;
     if (!token.codewords.empty() || isMark) return;
+    Arrivals const& here = table_[at];
+    Arrivals& next = table_[at + 1];
     for (auto const mode : {C40, Text, X12, Edifact}) {
         std::size_t const group = mode == Edifact ? 4 : 3;
         std::size_t const count = DataMatrixValueCount(token.value, mode);
         if (count == 0) continue;
         for (std::size_t waiting = 0; waiting < group; ++waiting) {
             auto const from = Filled(mode, waiting);
-            std::size_t cost = CostAt(at, from);
+            unsigned cost = here[Index(from)].cost;
             if (cost >= Unreached) continue;
             std::size_t values = waiting + count;
-            for (; values >= group; values -= group) cost += group - 1;
-            Improve(At(at + 1, Filled(mode, values)), {static_cast<unsigned>(cost), from, 1});
+            for (; values >= group; values -= group) cost += static_cast<unsigned>(group - 1);
+            Improve(next[Index(Filled(mode, values))], {cost, from, 1});
         }
     }
 }
