@@ -5,6 +5,8 @@
 #include <QtCore/QThreadPool>
 #include <QtGui/QImageReader>
 
+#include "plugin/surfaces/PageReduction.h"
+
 namespace PageReader {
 
 namespace {
@@ -21,8 +23,7 @@ QThreadPool& Pool() {
 
 QImage Small(QImage const& page, QSize room) {
     if (page.isNull()) return page;
-    return page.convertToFormat(QImage::Format_Grayscale8)
-        .scaled(room.boundedTo(page.size()), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    return ReducedPage(page, page.size().scaled(room.boundedTo(page.size()), Qt::KeepAspectRatio));
 }
 
 }  // namespace

@@ -5,10 +5,13 @@
 #include <QtQuick/QQuickWindow>
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <system_error>
 
 #include "PrintEngine/Printing/JobMetaData.h"
 #include "Scripting/PageNotes.h"
 #include "plugin/surfaces/PageReader.h"
+#include "plugin/surfaces/PageReduction.h"
 #include "plugin/surfaces/PrintedJobs.h"
 
 namespace {
@@ -16,10 +19,18 @@ namespace {
 constexpr QColor Fault(0xd3, 0x2f, 0x2f);
 constexpr QColor Doubt(0xe6, 0x8a, 0x00);
 constexpr QColor Outline(0x90, 0x90, 0x90);
+constexpr int MostKept = 2 << 20;  // bytes of reduced pages: some dozens that fill a small display
+
+/// Of what a file holds now; empty if it is not there.
+QString IdentityOf(QString const& file) {
+    std::error_code error;
+    auto const time = std::filesystem::last_write_time(file.toStdString(), error);
+    return error ? QString() : QString::number(time.time_since_epoch().count()) + u' ' + file;
+}
 
 }  // namespace
 
-PageView::PageView(QQuickItem* parent) : QQuickPaintedItem(parent) {
+PageView::PageView(QQuickItem* parent) : QQuickPaintedItem(parent), kept_(MostKept) {
     for (auto const placed : {&PageView::zoomChanged, &PageView::originChanged, &PageView::fittingZoomChanged})
         connect(this, placed, this, &PageView::pageRectChanged);
     connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, [this] {
@@ -72,10 +83,12 @@ void PageView::setPage(int page) {
 }
 
 void PageView::setPicture(QImage const& picture) {
+    if (picture.cacheKey() == given_.cacheKey()) return;
     given_ = picture;
+    kept_.clear();
     Q_EMIT pictureChanged();
     if (given_.isNull()) return Ask();
-    Show(given_);
+    Load();
 }
 
 void PageView::setTurned(bool turned) {
@@ -139,10 +152,13 @@ void PageView::Ask() {
 }
 
 void PageView::Load() {
-    if (!given_.isNull()) return Show(given_);
+    if (!given_.isNull()) return Show(given_, QStringLiteral("given"));
     if (page_ < 0) return;
     if (small_) return LoadSmall();
-    if (QImage picture = PageReader::Read(Files()); !picture.isNull()) Show(std::move(picture));
+    for (auto const& file : Files()) {
+        auto const identity = IdentityOf(file);
+        if (QImage picture = PageReader::Read({file}); !picture.isNull()) return Show(std::move(picture), identity);
+    }
 }
 
 /// The window draws the first of them before there is a size.
@@ -156,9 +172,10 @@ void PageView::LoadSmall() {
     });
 }
 
-void PageView::Show(QImage picture) {
+void PageView::Show(QImage picture, QString const& identity) {
     marks_ = small_ ? std::vector<Mark>() : MarksOf(picture);
     picture_ = turned_ ? picture.mirrored(true, true) : std::move(picture);
+    identity_ = identity;
     reduced_ = {};
     shown_ = true;
     shownPage_ = page_;
@@ -246,11 +263,13 @@ QRectF PageView::itemRect(QRectF dots) const {
 }
 
 QImage const& PageView::Reduced() {
-    if (reduced_.isNull()) {
-        QSize const size = (QSizeF(picture_.size()) * zoom_).toSize().expandedTo({1, 1});
-        reduced_ = picture_.convertToFormat(QImage::Format_Grayscale8)
-                       .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    }
+    if (!reduced_.isNull()) return reduced_;
+    QSize const size = (QSizeF(picture_.size()) * zoom_).toSize();
+    auto const key = QStringLiteral("%1 %2 %3 ").arg(size.width()).arg(size.height()).arg(turned_) + identity_;
+    auto const* const kept = identity_.isEmpty() ? nullptr : kept_.object(key);
+    reduced_ = kept ? *kept : ReducedPage(picture_, size);
+    if (!kept && !identity_.isEmpty())
+        kept_.insert(key, new QImage(reduced_), static_cast<int>(reduced_.sizeInBytes()));
     return reduced_;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QCache>
 #include <QtCore/QFileSystemWatcher>
 #include <QtGui/QImage>
 #include <QtQuick/QQuickPaintedItem>
@@ -118,7 +119,7 @@ private:
     void PaintMarks(QPainter& painter) const;
     void Ask();
     void Load();
-    void Show(QImage picture);
+    void Show(QImage picture, QString const& identity = {});
     void ReadJob();
     void SetPageCount(int count);
     void CountPrintedPages();
@@ -145,8 +146,10 @@ private:
     QImage given_;  // by `picture`
     bool turned_ = false;
     std::vector<Mark> marks_;
-    QImage picture_;  // as it is looked at
-    QImage reduced_;  // the picture at a zoom below 1; made when it is painted
+    QImage picture_;                // as it is looked at
+    QImage reduced_;                // the picture at a zoom below 1; made when it is painted
+    QString identity_;              // what the picture shows; empty where it does not come again
+    QCache<QString, QImage> kept_;  // pages that were reduced lately, by what they show and how
     double zoom_ = 1;
     QPointF origin_;
 };

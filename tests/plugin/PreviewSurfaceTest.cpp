@@ -4,6 +4,7 @@
 
 #include "PrintEngine/Printing/JobMetaData.h"
 #include "plugin/surfaces/JobList.h"
+#include "plugin/surfaces/PageReduction.h"
 #include "propertybus/PropertyIdentifiers.h"
 #include "tests/plugin/Surface.h"
 #include "tests/support/TemporaryDirectory.h"
@@ -88,6 +89,61 @@ protected:
     TemporaryDirectory jobs_;
     TemporaryDirectory kept_;
 };
+
+TEST(ReducedPage, AveragesWhatEachPixelCovers) {
+    for (QSize const& size : {QSize(1, 1), {2, 3}, {10, 7}, {16, 12}, {19, 12}}) {
+        QImage page(19, 12, QImage::Format_Mono);
+        page.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});
+        for (int dot = 0; dot < 19 * 12; ++dot) page.setPixel(dot % 19, dot / 19, dot * dot % 7 < 3 ? 1 : 0);
+        QImage const reduced = ReducedPage(page, size);
+        ASSERT_EQ(reduced.size(), size);
+        EXPECT_EQ(ReducedPage(page.convertToFormat(QImage::Format_RGB32), size), reduced);
+        double const width = 19.0 / size.width();
+        double const height = 12.0 / size.height();
+        auto const overlap = [](double begin, double extent, int dot) {
+            return std::max(0.0, std::min(begin + extent, dot + 1.0) - std::max(begin, double(dot)));
+        };
+        for (int pixel = 0; pixel < size.width() * size.height(); ++pixel) {
+            int const x = pixel % size.width();
+            int const y = pixel / size.width();
+            double white = 0;
+            for (int dot = 0; dot < 19 * 12; ++dot)
+                white += overlap(x * width, width, dot % 19) * overlap(y * height, height, dot / 19) *
+                         qGray(page.pixel(dot % 19, dot / 19));
+            EXPECT_NEAR(qGray(reduced.pixel(x, y)), white / width / height, 1) << x << ' ' << y;
+        }
+    }
+}
+
+TEST_F(PreviewSurfaceTest, KeepsReducedPagesOnlyWhileTheyAreTheSame) {
+    auto const folder = AddJob("job", 2, 10, 2);
+    Surface surface(QStringLiteral("PrintPreviewControl"), {800, 400});
+    surface.Set("folder", QString::fromStdString(folder.string()));
+    surface.Set("page", 0);
+    surface.Set("zoom", 0.9);
+    auto const show = [&](int page, bool turned) {
+        surface.Set("page", page);
+        surface.Set("turned", turned);
+        auto const& view = surface.Item("view");
+        return surface.Grab().copy(QRectF(view.mapToScene({}), view.size()).toRect());
+    };
+    QImage const first = show(0, false);
+    QImage const second = show(1, false);
+    QImage const turned = show(0, true);
+    EXPECT_TRUE(first != second && first != turned && second != turned);
+    EXPECT_EQ(show(1, false), second);
+    EXPECT_EQ(show(0, true), turned);
+    EXPECT_EQ(show(0, false), first);
+    surface.Set("zoom", 0.8);
+    EXPECT_NE(show(0, false), first);
+    surface.Set("zoom", 0.9);
+    EXPECT_EQ(show(0, false), first);
+    // Another page under the same name, as when a job is drawn anew.
+    std::filesystem::remove(folder / "0");
+    WritePage(folder / "0", 15);
+    show(1, false);
+    EXPECT_NE(show(0, false), first);
+}
 
 TEST_F(PreviewSurfaceTest, ListsJobsThatWaitInTheirOrderAndThoseThatHavePrinted) {
     AddJob("second", 3, 20, 0);
