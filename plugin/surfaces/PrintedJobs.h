@@ -16,6 +16,7 @@ struct PrintedJob {
     /// The next that was printed before (`step` -1) or behind (1) the job of that stem; none if there is no such job,
     /// or nothing is kept of that one.
     static std::optional<PrintedJob> Beside(QString const& stem, int step);
-    /// Those in the folder of a stem, or in a folder with a slash behind it, that began to print last, the newest first.
+    /// Those in the folder of a stem, or in a folder with a slash behind it, that began to print last, the newest
+    /// first.
     static std::vector<PrintedJob> Newest(QString const& stem, std::size_t most);
 };
