@@ -129,7 +129,8 @@ Rectangle {
                 required property var modelData
                 form: modelData
                 // Two and a bit of the next one, so that it is seen that there are more.
-                width: surface.forms.length <= 2 ? panes.width / Math.max(1, surface.forms.length) : panes.width / 2.2
+                width: Math.max(panes.width / (surface.forms.length <= 2 ? Math.max(1, surface.forms.length) : 2.2),
+                                Math.min(panes.width * 0.85, 360))
                 height: panes.height
             }
         }

@@ -108,10 +108,14 @@ Rectangle {
             spacing: 6
             boundsBehavior: Flickable.StopAtBounds
             model: surface.organizer
+            // A narrow display shows a part of it.
+            flickableDirection: Flickable.AutoFlickIfNeeded
+            contentWidth: Math.max(width, 680)
             ScrollBar.vertical: ScrollBar {}
+            ScrollBar.horizontal: ScrollBar { policy: list.contentWidth > list.width ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff }
 
             header: RowLayout {
-                width: list.width - 12
+                width: list.contentWidth - 12
                 height: 24
                 visible: list.count > 0
                 spacing: 6
@@ -135,7 +139,7 @@ Rectangle {
                 required property int least
                 required property int most
                 required property string fault
-                width: list.width - 12
+                width: list.contentWidth - 12
                 spacing: 2
 
                 component Length: UiTextField {
