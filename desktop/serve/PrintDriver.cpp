@@ -101,7 +101,9 @@ void PrintDriver::PublishProperties() {
     pausePrinting_ = driver_.Own<BoolProperty>(PropertyNames::PausePrinting, Group::PrintOperations, false);
     // Who asks to go on may mean a pause that was not asked for by it.
     pausePrinting_->SetEveryDeliveryCounts();
+    // Not emptied here when it has been read: the next order may be on its way.
     jobToCancel_ = driver_.Own<StringProperty>(JobToCancel, Group::PrintOperations, "");
+    jobToCancel_->SetEveryDeliveryCounts();
     apps_.Own<BoolProperty>(PrintOnDemandToggle, Group::PrintingPreferences, false);
     apps_.Own<UInt32Property>(PrintStyle, Group::PrintingPreferences, 0U);
     apps_.Own<UInt32Property>(PrintingUnPaused, Group::PrintOperations, 0U);
@@ -130,8 +132,6 @@ void PrintDriver::PublishProperties() {
     });
     OnMain(pausePrinting_, [this](std::string const& value) { TakePause(value == "true"); });
     OnMain(jobToCancel_, [this](std::string const& value) {
-        if (value.empty()) return;
-        jobToCancel_->Set("");
         // The one that was meant may be over, and the next one printing.
         if (value == job_.string() && Cancel()) say_("cancelled");
     });
