@@ -74,7 +74,11 @@ StagedPage StageFile(PageFormat const& format, std::filesystem::path path, Scrip
 }
 
 PageStore::PageStore(RenderOptions const& options, std::string const& input)
-    : options_(options), input_(input), folder_(FolderOf(options)), isDocument_(IsDocument(options)) {
+    : options_(options),
+      input_(input),
+      folder_(FolderOf(options)),
+      unnamed_(PagePath(options, input, 0)),
+      isDocument_(IsDocument(options)) {
     if (IsStandardOutput()) return;
     std::error_code error;
     std::filesystem::create_directories(folder_, error);
@@ -113,7 +117,7 @@ StagedPage PageStore::Stage(Scripting::FinishedPage& page, bool atOnce) const {
 }
 
 StagedPage PageStore::StageUpright(Scripting::FinishedPage& page, bool atOnce) const {
-    if (!isDocument_) return StageFile(*options_.format, PagePath(options_, input_, 0), page);
+    if (!isDocument_) return StageFile(*options_.format, unnamed_, page);
     if (atOnce && options_.format->pieces != nullptr && HoldsMany()) {
         StagedPage staged{page.PageSize(), page.PageDpi(), nullptr, {}};
         staged.standing = &page;

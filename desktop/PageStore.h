@@ -79,6 +79,7 @@ private:
     RenderOptions const& options_;
     std::string const input_;
     std::filesystem::path folder_;
+    std::filesystem::path unnamed_;  ///< the path of a page until it is kept
     bool isDocument_;
     unsigned number_ = 0;                  ///< of the page that was kept last
     unsigned pages_ = 0;                   ///< that were kept

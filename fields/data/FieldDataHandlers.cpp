@@ -24,7 +24,7 @@ constexpr std::size_t LongestSerialMask = 3000;
 
 /// The commonest fault of senders is UTF-8 under a character set of single bytes.
 void ReportUtf8(std::string const& data, ContextProcessor const& processor) {
-    bool const isAscii = std::all_of(data.begin(), data.end(), IsAscii);
+    bool const isAscii = IsAsciiText(data);
     if (isAscii || utf8::find_invalid(data) != std::string::npos) return;
     auto const& converter = processor.at(ZplContextKeys::CodePageConverter);
     if (!converter.ReadsSingleBytes()) return;

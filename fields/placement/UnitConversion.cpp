@@ -16,8 +16,7 @@ bool UnitIsDots(ContextProcessor const& processor) {
 unsigned Scale(ContextProcessor const& processor) { return processor.at(ZplContextKeys::DpiScaleFactor); }
 
 long RoundScaled(double value, ContextProcessor const& processor) {
-    double const dots = value * GetUnitConversionFactor(processor);
-    return std::lround(UnitIsDots(processor) ? dots * Scale(processor) : dots);
+    return std::lround(value * (UnitIsDots(processor) ? Scale(processor) : GetUnitConversionFactor(processor)));
 }
 
 }  // namespace

@@ -45,7 +45,9 @@ std::string WithoutByteOrderMarks(std::string_view data) {
 std::string FieldText(std::string_view data, ContextProcessor const& processor) {
     auto const& converter = processor.at(ZplContextKeys::CodePageConverter);
     std::string text;
-    if (converter.GetEncoding() != Encoding::SingleByte) {
+    if (converter.GetEncoding() != Encoding::SingleByte && IsAsciiText(data)) {
+        text = data;
+    } else if (converter.GetEncoding() != Encoding::SingleByte) {
         text = HandleInvalidUTF8(WithoutByteOrderMarks(data), false);
     } else if (IsPlainTextInPairs(data, converter)) {
         text = data;
@@ -63,7 +65,7 @@ void ReportMisread(std::string_view data, ContextProcessor const& processor) {
                                         " are plain text and drawn so, though ^CI17 stands for two bytes a character; "
                                         "^CI28 stands for UTF-8");
     }
-    if (converter.GetEncoding() == Encoding::SingleByte) return;
+    if (converter.GetEncoding() == Encoding::SingleByte || IsAsciiText(data)) return;
     std::string const text = WithoutByteOrderMarks(data);
     auto const invalid = utf8::find_invalid(text.begin(), text.end());
     if (invalid == text.end()) return;
@@ -80,7 +82,7 @@ std::string BeginningOfData(ContextProcessor const& processor) {
     std::string const& data = processor.at(ZplContextKeys::FieldData);
     bool const isLong = data.size() > Longest;
     std::string text = data.substr(0, Longest);
-    if (!std::all_of(text.begin(), text.end(), IsAscii)) {
+    if (!IsAsciiText(text)) {
         // A character that is cut in two goes as a whole.
         auto const isRest = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80; };
         text = FieldText(data, processor).substr(0, Longest + 1);

@@ -72,8 +72,8 @@ bool StandsByLabelHome(TextField const& field) {
 
 DevicePoints PlaceText(TextField const& field, ContextProcessor const& processor, bool needsGlyphAdjustment) {
     auto const& [placement, run, font, m] = field;
-    auto const transform = GetFieldLocalToGlobalTransform(processor, static_cast<unsigned long>(m.width),
-                                                          static_cast<unsigned long>(m.height));
+    auto const transform =
+        GetFieldLocalToGlobalTransform(placement.origin, {ToInt(m.width), ToInt(m.height)}, placement.orientation);
     ZplPoint const factor = Rendering::GenerateLocalTextJustificationFactor(
         placement.orientation, placement.baseline, placement.justification, run.direction, ToInt(m.height),
         ToInt(m.width), ToInt(m.averageWidth), ToInt(m.tail), run.spacing);

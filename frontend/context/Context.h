@@ -1,7 +1,7 @@
 #pragma once
 
 #include <algorithm>
-#include <bitset>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -35,10 +35,10 @@ public:
 
     Context() = default;
     explicit Context(std::string name) : name_(std::move(name)) {}
-    Context(Context const& other) : name_(other.name_), everHeld_(other.everHeld_) {
+    Context(Context const& other) : name_(other.name_) {
         values_.reserve(other.Count());
         for (Entry const& entry : other.values_) {
-            if (entry.isSet) values_.push_back({entry.id, entry.value->Clone(), true});
+            if (entry.isSet) Add({entry.id, entry.value->Clone(), true});
         }
     }
     Context(Context&&) noexcept = default;
@@ -63,9 +63,8 @@ public:
     }
     /// The same of any type: the value of the key with that id.
     ContextValue const* FindValue(std::uint64_t keyId) const {
-        if (IsSurelyWithout(keyId)) return nullptr;
-        std::size_t const place = PlaceOf(keyId);
-        return IsAt(place, keyId) && values_[place].isSet ? values_[place].value.get() : nullptr;
+        Entry const* const entry = FindEntry(keyId);
+        return entry && entry->isSet ? entry->value.get() : nullptr;
     }
     /// `value` as what it is: each key has values of one type.
     template <typename T>
@@ -84,13 +83,10 @@ public:
     }
 
     void Erase(std::uint64_t keyId) {
-        if (IsSurelyWithout(keyId)) return;
-        std::size_t const place = PlaceOf(keyId);
-        if (IsAt(place, keyId)) values_[place].Unset();
+        if (Entry* const entry = FindEntry(keyId)) entry->Unset();
     }
     void Clear() {
         for (Entry& entry : values_) entry.Unset();
-        everHeld_ = {};
     }
     bool IsEmpty() const { return Count() == 0; }
     std::size_t Count() const {
@@ -125,29 +121,29 @@ private:
         return ValueOf<T>(*entry.value);
     }
 
-    /// Most looks for a value go through contexts that have never had it.
-    bool IsSurelyWithout(std::uint64_t keyId) const { return !everHeld_[keyId % everHeld_.size()]; }
-
-    /// Where the entry of a key is, or belongs.
-    std::size_t PlaceOf(std::uint64_t keyId) const {
-        auto const place = std::lower_bound(values_.begin(), values_.end(), keyId,
-                                            [](Entry const& entry, std::uint64_t id) { return entry.id < id; });
-        return static_cast<std::size_t>(place - values_.begin());
+    Entry const* FindEntry(std::uint64_t keyId) const {
+        std::size_t place = places_[keyId % places_.size()];
+        // Keys of the same last bits stand behind the first of them.
+        while (place != 0 && values_[place - 1].id != keyId) place = place < values_.size() ? place + 1 : 0;
+        return place == 0 ? nullptr : &values_[place - 1];
     }
-    bool IsAt(std::size_t place, std::uint64_t keyId) const {
-        return place < values_.size() && values_[place].id == keyId;
-    }
+    Entry* FindEntry(std::uint64_t keyId) { return const_cast<Entry*>(std::as_const(*this).FindEntry(keyId)); }
 
     Entry& EntryOf(std::uint64_t keyId) {
-        std::size_t const place = PlaceOf(keyId);
-        everHeld_[keyId % everHeld_.size()] = true;
-        if (!IsAt(place, keyId))
-            values_.insert(values_.begin() + static_cast<std::ptrdiff_t>(place), Entry{keyId, nullptr, false});
-        return values_[place];
+        Entry* const entry = FindEntry(keyId);
+        return entry ? *entry : Add({keyId, nullptr, false});
+    }
+    Entry& Add(Entry entry) {
+        values_.push_back(std::move(entry));
+        auto& place = places_[values_.back().id % places_.size()];
+        if (place == 0) place = static_cast<std::uint16_t>(values_.size());
+        return values_.back();
     }
 
     std::string name_;
-    /// By key. Few values are set and many are looked for, so they lie side by side; a value itself never moves.
+    /// Few values are set and many are looked for, so they lie side by side; a value itself never moves.
     std::vector<Entry> values_;
-    std::bitset<128> everHeld_;  ///< by the last bits of a key: whether it was set since the context was last empty
+    /// By the last bits of a key: which of the values, counted from 1, is the first with these; 0 if none is. There are
+    /// about as many keys as places.
+    std::array<std::uint16_t, 128> places_{};
 };

@@ -120,16 +120,18 @@ ContextProcessor ContextProcessor::DeepClone() const {
 
 Context::ContextValue const* ContextProcessor::FindValue(std::uint64_t keyId) const {
     // With every name on the stack once, the contexts stand in the order of the stack.
-    if (contexts_.size() == contextStack_.size()) {
-        for (auto const& context : contexts_) {
-            if (auto const* value = context.FindValue(keyId)) return value;
-        }
-    } else {
-        for (auto const& name : contextStack_) {
-            Context const* const context = FindOnStack(name);
-            if (!context) continue;
-            if (auto const* value = context->FindValue(keyId)) return value;
-        }
+    if (contexts_.size() != contextStack_.size()) return FindValueByNames(keyId);
+    for (auto const& context : contexts_) {
+        if (auto const* value = context.FindValue(keyId)) return value;
+    }
+    return systemContext_ ? systemContext_->FindValue(keyId) : nullptr;
+}
+
+Context::ContextValue const* ContextProcessor::FindValueByNames(std::uint64_t keyId) const {
+    for (auto const& name : contextStack_) {
+        Context const* const context = FindOnStack(name);
+        if (!context) continue;
+        if (auto const* value = context->FindValue(keyId)) return value;
     }
     return systemContext_ ? systemContext_->FindValue(keyId) : nullptr;
 }

@@ -119,6 +119,7 @@ private:
     }
     /// The value that `at` gives, or null where that is the default.
     Context::ContextValue const* FindValue(std::uint64_t keyId) const;
+    Context::ContextValue const* FindValueByNames(std::uint64_t keyId) const;
     void ReportExcess(char const* excess) const;
     /// Erases a key from the contexts that are searched before `context`.
     void EraseBefore(Context const& context, std::uint64_t keyId);

@@ -7,6 +7,13 @@
 
 constexpr bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 
+constexpr bool IsAsciiText(std::string_view text) {
+    for (char const c : text) {
+        if (!IsAscii(c)) return false;
+    }
+    return true;
+}
+
 constexpr bool IsAsciiDigit(char c) { return c >= '0' && c <= '9'; }
 
 constexpr char ToAsciiUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }

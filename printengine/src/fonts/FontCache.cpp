@@ -113,11 +113,10 @@ std::string TrueTypeCacheCreator::Cache::Prepare(std::string_view name, Scriptin
                                                  unsigned designDpi) {
     DropIfFontFilesChanged();
     // Functions cannot be compared: the same sizes stand for the same advances.
-    std::string parameters(name);
-    for (double const value : {metrics.pointSize, metrics.widthPercent, metrics.cellHeight * 1.0, metrics.descent * 1.0,
-                               metrics.cellWidth * 1.0, designDpi * 1.0, metrics.expectedWidth ? 1.0 : 0.0})
-        parameters.append(reinterpret_cast<char const*>(&value), sizeof value);
-    if (auto const known = preparedNames_.find(parameters); known != preparedNames_.end()) return known->second;
+    Preparation preparation{std::string(name),
+                            {metrics.pointSize, metrics.widthPercent, metrics.cellHeight * 1.0, metrics.descent * 1.0,
+                             metrics.cellWidth * 1.0, designDpi * 1.0, metrics.expectedWidth ? 1.0 : 0.0}};
+    if (auto const known = preparedNames_.find(preparation); known != preparedNames_.end()) return known->second;
 
     if (preparedOrder_.size() >= MaxPrepared) {
         auto const oldest = preparedNames_.find(preparedOrder_.front());
@@ -135,8 +134,8 @@ std::string TrueTypeCacheCreator::Cache::Prepare(std::string_view name, Scriptin
                                   0, metrics.cellHeight - descent, descent};
     std::string prepared = std::string(name) + Format("#%u", ++serial_);
     prepared_[prepared] = std::make_unique<Fonts::OutlineTypeface>(chain, size, expectedWidth);
-    preparedOrder_.push_back(parameters);
-    preparedNames_[std::move(parameters)] = prepared;
+    preparedOrder_.push_back(preparation);
+    preparedNames_[std::move(preparation)] = prepared;
     return prepared;
 }
 

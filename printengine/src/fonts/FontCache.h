@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <compare>
 #include <deque>
 #include <map>
 #include <memory>
@@ -44,10 +46,16 @@ private:
     Fonts::FaceStore faces_;
     std::map<std::string, std::unique_ptr<Fonts::FaceChain>, std::less<>> chains_;
     std::map<char, std::unique_ptr<Fonts::Typeface>> cells_;
-    std::map<std::string, std::string, std::less<>> preparedNames_;  ///< by parameters
+    /// What a scalable font was prepared by.
+    struct Preparation {
+        std::string font;
+        std::array<double, 7> parameters;
+        friend auto operator<=>(Preparation const&, Preparation const&) = default;
+    };
+    std::map<Preparation, std::string> preparedNames_;
     std::map<std::string, std::unique_ptr<Fonts::Typeface>, std::less<>> prepared_;
     decltype(prepared_)::const_iterator lastPrepared_ = prepared_.end();
-    std::deque<std::string> preparedOrder_;  ///< parameters, oldest first
+    std::deque<Preparation> preparedOrder_;  ///< oldest first
     std::map<std::string, std::unique_ptr<Fonts::Typeface>, std::less<>> trueType_;
     Fonts::GlyphCache glyphs_;
     unsigned serial_ = 0;
