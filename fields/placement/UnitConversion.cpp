@@ -37,17 +37,14 @@ unsigned GetUnitConversionFactor(ContextProcessor const& processor) {
     return 1;
 }
 
-std::function<unsigned(double)> ToDots(ContextProcessor const& processor) {
-    return [&processor](double value) {
-        double dots = value * GetUnitConversionFactor(processor);
-        if (!UnitIsDots(processor)) dots /= Scale(processor);
-        auto const rounded = static_cast<unsigned long>(std::lround(dots));
-        return static_cast<unsigned>(static_cast<long>(rounded) < 0 ? 0UL - rounded : rounded);
-    };
+unsigned InDots(double value, ContextProcessor const& processor) {
+    double const dots = UnitIsDots(processor) ? value : value * GetUnitConversionFactor(processor) / Scale(processor);
+    auto const rounded = static_cast<unsigned long>(std::lround(dots));
+    return static_cast<unsigned>(static_cast<long>(rounded) < 0 ? 0UL - rounded : rounded);
 }
 
-std::function<unsigned(double)> ToDotsScaled(ContextProcessor const& processor) {
-    return [&processor](double value) { return static_cast<unsigned>(RoundScaled(value, processor)); };
+unsigned InDotsScaled(double value, ContextProcessor const& processor) {
+    return static_cast<unsigned>(RoundScaled(value, processor));
 }
 
 template <>
@@ -64,12 +61,10 @@ ZplParseResult<unsigned> ParseLength(ZplCommand const& command, std::size_t inde
 
 std::string_view DotsAsUnit(ContextProcessor const& processor) { return UnitIsDots(processor) ? "" : " dots"; }
 
-std::function<unsigned(unsigned)> ToDotsScaleOnly(ContextProcessor const& processor) {
-    return [&processor](unsigned value) { return UnitIsDots(processor) ? value * Scale(processor) : value; };
+unsigned InDotsScaleOnly(unsigned value, ContextProcessor const& processor) {
+    return UnitIsDots(processor) ? value * Scale(processor) : value;
 }
 
-std::function<unsigned(unsigned)> ApplyDpiScale(ContextProcessor const& processor) {
-    return [&processor](unsigned value) { return value * Scale(processor); };
-}
+unsigned ByDpiScale(unsigned value, ContextProcessor const& processor) { return value * Scale(processor); }
 
 }  // namespace ZplCore

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <functional>
+#include <cstddef>
 #include <string_view>
 
 #include "frontend/context/ContextProcessor.h"
@@ -9,15 +9,21 @@
 namespace ZplCore {
 
 /// Conversions of the numbers of a stream into dots of the design resolution, by the unit of measure and the scale in
-/// force. Each gives a callable that reads unit and scale when it is applied; `processor` has to outlive it.
+/// force. A callable reads unit and scale when it is applied; `processor` has to outlive it.
 
 /// Dots in one unit: 1 for dots, the dpi for inches, a 25th of it (whole dots) for millimetres.
 unsigned GetUnitConversionFactor(ContextProcessor const& processor);
 
 /// The magnitude in dots: a sign is lost, and with a unit other than dots the scale is divided out.
-std::function<unsigned(double)> ToDots(ContextProcessor const& processor);
+unsigned InDots(double value, ContextProcessor const& processor);
+inline auto ToDots(ContextProcessor const& processor) {
+    return [&processor](double value) { return InDots(value, processor); };
+}
 /// With the unit dots the scale is multiplied in. A negative value wraps.
-std::function<unsigned(double)> ToDotsScaled(ContextProcessor const& processor);
+unsigned InDotsScaled(double value, ContextProcessor const& processor);
+inline auto ToDotsScaled(ContextProcessor const& processor) {
+    return [&processor](double value) { return InDotsScaled(value, processor); };
+}
 /// The rule of ToDotsScaled for values that may be negative; there is only the form for int.
 template <typename T>
 T ToDotsScaled(double value, ContextProcessor const& processor);
@@ -29,9 +35,15 @@ ZplParseResult<unsigned> ParseLength(ZplCommand const& command, std::size_t inde
 /// What stands behind a number of dots where the stream's own numbers are of another unit: " dots", or else nothing.
 std::string_view DotsAsUnit(ContextProcessor const& processor);
 /// Multiplies the scale in if the unit is dots, and leaves other units unconverted.
-std::function<unsigned(unsigned)> ToDotsScaleOnly(ContextProcessor const& processor);
+unsigned InDotsScaleOnly(unsigned value, ContextProcessor const& processor);
+inline auto ToDotsScaleOnly(ContextProcessor const& processor) {
+    return [&processor](unsigned value) { return InDotsScaleOnly(value, processor); };
+}
 /// Multiplies the scale in, whatever the unit.
-std::function<unsigned(unsigned)> ApplyDpiScale(ContextProcessor const& processor);
+unsigned ByDpiScale(unsigned value, ContextProcessor const& processor);
+inline auto ApplyDpiScale(ContextProcessor const& processor) {
+    return [&processor](unsigned value) { return ByDpiScale(value, processor); };
+}
 
 /// The resolution that labels are designed for; 203 while no printer is attached.
 unsigned DesignDpi(ContextProcessor const& processor);

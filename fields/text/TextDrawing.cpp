@@ -24,10 +24,14 @@ Scripting::ScriptTextJustification ConvertScriptingTextJustification(Justificati
 
 void DrawText(Scripting::GraphicContext& target, std::string_view text, ZplPoint point, BitmapTextStyle const& style) {
     if (text.empty()) return;
-    int const width = target.MeasureText(style.font, text, style.magnificationX, style.spacing, true);
-    int const height = WrapMultiply(target.GetFontHeight(style.font), static_cast<int>(style.magnificationY));
-    ZplPoint const origin =
-        GetGraphicContextOrigin(point, style.orientation, static_cast<unsigned>(width), static_cast<unsigned>(height));
+    ZplPoint origin = point;
+    // Text that is not turned begins there however large it is.
+    if (style.orientation != ZplOrientation::Normal) {
+        int const width = target.MeasureText(style.font, text, style.magnificationX, style.spacing, true);
+        int const height = WrapMultiply(target.GetFontHeight(style.font), static_cast<int>(style.magnificationY));
+        origin = GetGraphicContextOrigin(point, style.orientation, static_cast<unsigned>(width),
+                                         static_cast<unsigned>(height));
+    }
     target.SelectFont(style.font, style.magnificationX, style.magnificationY);
     target.SetRotation(static_cast<int>(style.orientation));
     target.SetTextFlow(ConvertScriptingTextFlow(style.direction));

@@ -74,8 +74,10 @@ TextMeasures MeasureBitmapText(Scripting::GraphicContext const& target, TextFont
     int const unspaced = target.MeasureText(font.drawName, text, font.magnificationX, 0, true);
     auto const count = std::max<std::size_t>(CountCodePoints(text), 1);
     m.averageWidth = std::lround(static_cast<double>(unspaced) / static_cast<double>(count));
-    m.width = std::int64_t{target.MeasureText(font.drawName, text, font.magnificationX, run.spacing, true)} +
-              run.HorizontalSpacing();
+    m.width = run.spacing == 0
+                  ? unspaced
+                  : std::int64_t{target.MeasureText(font.drawName, text, font.magnificationX, run.spacing, true)} +
+                        run.HorizontalSpacing();
     return m;
 }
 

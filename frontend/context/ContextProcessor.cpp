@@ -74,7 +74,8 @@ Context const* ContextProcessor::GetContext(std::string const& name) const {
 }
 
 Context& ContextProcessor::GetCurrentContext() {
-    return contextStack_.empty() ? *systemContext_ : *FindOnStack(contextStack_.back());
+    if (contextStack_.empty()) return *systemContext_;
+    return StandsInOrder() ? contexts_.back() : *FindOnStack(contextStack_.back());
 }
 
 void ContextProcessor::PopCurrentContext() {
@@ -119,8 +120,7 @@ ContextProcessor ContextProcessor::DeepClone() const {
 }
 
 Context::ContextValue const* ContextProcessor::FindValue(std::uint64_t keyId) const {
-    // With every name on the stack once, the contexts stand in the order of the stack.
-    if (contexts_.size() != contextStack_.size()) return FindValueByNames(keyId);
+    if (!StandsInOrder()) return FindValueByNames(keyId);
     for (auto const& context : contexts_) {
         if (auto const* value = context.FindValue(keyId)) return value;
     }
@@ -137,7 +137,7 @@ Context::ContextValue const* ContextProcessor::FindValueByNames(std::uint64_t ke
 }
 
 void ContextProcessor::EraseBefore(Context const& context, std::uint64_t keyId) {
-    if (contexts_.size() == contextStack_.size()) {
+    if (StandsInOrder()) {
         for (auto& earlier : contexts_) {
             if (&earlier == &context) return;
             earlier.Erase(keyId);

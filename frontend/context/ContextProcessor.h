@@ -112,6 +112,9 @@ private:
         return const_cast<Context*>(std::as_const(*this).FindOnStack(name));
     }
 
+    /// With every name on the stack once, the contexts stand in the order of the stack.
+    bool StandsInOrder() const { return contexts_.size() == contextStack_.size(); }
+
     bool Owns(Context const& context) const {
         bool const onStack =
             !contexts_.empty() && &context >= contexts_.data() && &context < contexts_.data() + contexts_.size();

@@ -41,10 +41,10 @@ private:
 
 /// How many characters of 7 bits stand at the start of a text before one of `stops`.
 std::size_t LengthWithout(AsciiSet const& stops, std::string_view text) {
-    std::size_t length = 0;
-    while (length < text.size() && IsAscii(text[length]) && !stops.Holds(static_cast<unsigned char>(text[length])))
-        ++length;
-    return length;
+    auto const end = std::find_if(text.begin(), text.end(), [stops](char character) {
+        return !IsAscii(character) || stops.Holds(static_cast<unsigned char>(character));
+    });
+    return static_cast<std::size_t>(end - text.begin());
 }
 
 bool IsLineEnd(char32_t character) { return character == U'\r' || character == U'\n'; }

@@ -86,7 +86,7 @@ Fonts::FaceChain& TrueTypeCacheCreator::Cache::TrueTypeChain(std::string_view fo
 Fonts::Typeface& TrueTypeCacheCreator::Cache::Find(std::string_view font) {
     DropIfFontFilesChanged();
     // One text asks for its font many times.
-    if (lastPrepared_ != prepared_.end() && lastPrepared_->first == font) return *lastPrepared_->second;
+    if (IsLastPrepared(font)) return *lastPrepared_->second;
     if (auto const prepared = prepared_.find(font); prepared != prepared_.end()) {
         lastPrepared_ = prepared;
         return *prepared->second;
@@ -106,7 +106,7 @@ Fonts::Typeface& TrueTypeCacheCreator::Cache::Find(std::string_view font) {
 }
 
 bool TrueTypeCacheCreator::Cache::IsBitmapOrPrepared(std::string_view font) const {
-    return Fonts::FindCellFont(font) || prepared_.contains(font);
+    return IsLastPrepared(font) || Fonts::FindCellFont(font) || prepared_.contains(font);
 }
 
 std::string TrueTypeCacheCreator::Cache::Prepare(std::string_view name, Scripting::ScaledFontMetrics const& metrics,

@@ -38,6 +38,9 @@ public:
     void Warn(std::string const& line) const { faces_.Warn(line); }
 
 private:
+    bool IsLastPrepared(std::string_view font) const {
+        return lastPrepared_ != prepared_.end() && lastPrepared_->first == font;
+    }
     void DropIfFontFilesChanged();
     Fonts::FaceChain& Chain(std::string_view font, std::vector<std::string> fileNames, bool isBold);
     Fonts::FaceChain& ScalableChain(std::string_view font);

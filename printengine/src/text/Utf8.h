@@ -9,9 +9,13 @@ namespace PrintEngine::Text {
 inline char32_t TakeCharacter(std::string_view& text) {
     auto const byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     unsigned const lead = byte(0);
-    std::size_t const length = lead < 0x80 ? 1 : lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    char32_t character = length == 1 ? lead : lead & (0x7Fu >> length);
-    bool isValid = lead < 0x80 || (lead >= 0xC2 && lead < 0xF5 && text.size() >= length);
+    if (lead < 0x80) {
+        text.remove_prefix(1);
+        return lead;
+    }
+    std::size_t const length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+    char32_t character = lead & (0x7Fu >> length);
+    bool isValid = lead >= 0xC2 && lead < 0xF5 && text.size() >= length;
     for (std::size_t i = 1; isValid && i < length; ++i) {
         isValid = (byte(i) & 0xC0) == 0x80;
         character = character << 6 | (byte(i) & 0x3F);
