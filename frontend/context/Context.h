@@ -41,9 +41,15 @@ public:
             if (entry.isSet) Add({entry.id, entry.value->Clone(), true});
         }
     }
-    Context(Context&&) noexcept = default;
+    Context(Context&& other) noexcept
+        : name_(std::move(other.name_)), values_(std::move(other.values_)), places_(std::exchange(other.places_, {})) {}
     Context& operator=(Context const& other) { return *this = Context(other); }
-    Context& operator=(Context&&) noexcept = default;
+    Context& operator=(Context&& other) noexcept {
+        name_ = std::move(other.name_);
+        values_ = std::move(other.values_);
+        places_ = std::exchange(other.places_, {});
+        return *this;
+    }
     ~Context() = default;
 
     std::string const& GetContextName() const { return name_; }

@@ -179,8 +179,8 @@ std::size_t ZplTokenizerStateMachine::ConsumePlainRun(std::string_view text, cha
     if (!collecting) return LengthWithout(stops, text);
     stops.Add('\r');
     stops.Add('\n');
-    // Behind a delimiter of these there may be raw bytes.
-    bool const goesOnBehindDelimiters = !stops.Holds(delimiter) && Open().command != AnnouncesBytes;
+    // Behind a delimiter there may be raw bytes; and one of more bits, or that is a prefix, is for Consume.
+    bool const goesOnBehindDelimiters = delimiter < 0x80 && !stops.Holds(delimiter) && Open().command != AnnouncesBytes;
     stops.Add(delimiter);
     for (std::size_t length = 0;; ++length) {
         auto const part = text.substr(length, LengthWithout(stops, text.substr(length)));
