@@ -36,6 +36,8 @@ public:
 
 private:
     void Put(std::uint64_t word) {
+        // Cells that are white may lie behind the row.
+        if (row_.empty()) return;
         if constexpr (std::endian::native == std::endian::little) word = __builtin_bswap64(word);
         if (row_.size() < sizeof word) {
             std::memcpy(row_.data(), &word, row_.size());
