@@ -24,7 +24,7 @@ std::vector<ZplCommand> Tokenize(std::string_view stream, Encoding encoding, std
                 tokenizer.TokenizeString(chunk, position, '^', '~', ',', flush && stream.empty(), encoding);
             if (position <= before || position > chunk.size() || tokenizer.CommandOffset() > 1U << 30) std::abort();
             encoding = next;
-            if (command) commands.push_back(*command);
+            if (command) commands.push_back(std::move(*command));
         }
     }
     return commands;

@@ -28,7 +28,7 @@ StreamWatch::Progress StreamWatch::Read(std::string_view bytes) {
         if (position == bytes.size()) break;
         // The text behind a question of its own may be the next question.
         auto const end = MayBeQuestion() ? position + 1 : bytes.size();
-        auto const* const command = Tokenize(bytes.substr(0, end), position);
+        auto const command = Tokenize(bytes.substr(0, end), position);
         if (!command) {
             if (auto question = OpenQuestion()) return {position, std::move(question)};
             continue;
@@ -70,12 +70,12 @@ std::optional<StreamWatch::Question> StreamWatch::OpenQuestion() {
     return question;
 }
 
-ZplCommand const* StreamWatch::Tokenize(std::string_view bytes, std::size_t& position) {
+std::unique_ptr<ZplCommand> StreamWatch::Tokenize(std::string_view bytes, std::size_t& position) {
     auto [encoding, command] = tokenizer_.TokenizeString(bytes, position, state_.formatPrefix, state_.controlPrefix,
                                                          state_.delimiter, false, encoding_);
     encoding_ = encoding;
     if (command || tokenizer_.Open().state != ZplTokenizerState::Idle) hasText_ = hasPrefix_ = true;
-    return command;
+    return std::move(command);
 }
 
 /// A question by name is taken out of the stream, whatever it holds: for the tokenizer it is blanks. It ends with its

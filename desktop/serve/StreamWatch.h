@@ -77,7 +77,7 @@ private:
     std::optional<Question> EndLine();
     std::optional<Question> ReadNameQuestion(char byte);
     std::size_t PlainLength(std::string_view text) const;
-    ZplCommand const* Tokenize(std::string_view bytes, std::size_t& position);
+    std::unique_ptr<ZplCommand> Tokenize(std::string_view bytes, std::size_t& position);
     std::optional<Question> QuestionOf(std::string_view letters, bool isControl, std::string_view parameter,
                                        std::uint64_t offset, bool isWhole);
     bool MayBeQuestion() const;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -14,12 +15,13 @@
 /// A named store of typed values. Copying copies every value.
 class Context {
 public:
-    /// One value, of the type of its key.
+    /// One value of some type.
     class ContextValue {
     public:
         virtual ~ContextValue() = default;
         virtual std::unique_ptr<ContextValue> Clone() const = 0;
-        /// Gives up what it holds.
+        virtual std::type_info const& GetType() const = 0;
+        /// Gives up what it holds, with its memory.
         virtual void Reset() = 0;
     };
 
@@ -28,9 +30,60 @@ public:
     public:
         explicit ConcreteContextValue(T initial) : value(std::move(initial)) {}
         std::unique_ptr<ContextValue> Clone() const override { return std::make_unique<ConcreteContextValue>(value); }
-        void Reset() override { value = T(); }
+        std::type_info const& GetType() const override { return typeid(T); }
+        void Reset() override {
+            // A string that is assigned an empty one keeps its memory.
+            T fresh{};
+            std::swap(value, fresh);
+        }
 
         T value;
+    };
+
+    /// Owns one value, or has none; a copy owns a clone. Field after field sets the same keys, so the place of a value
+    /// that is taken away waits for the next.
+    class ContextValueWrapper {
+    public:
+        ContextValueWrapper() = default;
+        ContextValueWrapper(ContextValueWrapper const& other)
+            : value_(other.isSet_ ? other.value_->Clone() : nullptr), isSet_(other.isSet_) {}
+        ContextValueWrapper(ContextValueWrapper&& other) noexcept
+            : value_(std::move(other.value_)), isSet_(std::exchange(other.isSet_, false)) {}
+        ContextValueWrapper& operator=(ContextValueWrapper const& other) { return *this = ContextValueWrapper(other); }
+        ContextValueWrapper& operator=(ContextValueWrapper&& other) noexcept {
+            value_ = std::move(other.value_);
+            isSet_ = std::exchange(other.isSet_, false);
+            return *this;
+        }
+        ~ContextValueWrapper() = default;
+
+        bool IsSet() const { return isSet_; }
+        /// The value if it is of that type, otherwise null.
+        ContextValue* OfType(std::type_info const& type) const {
+            return isSet_ && value_->GetType() == type ? value_.get() : nullptr;
+        }
+        template <typename T>
+        T* As() const {
+            auto* const value = OfType(typeid(T));
+            return value ? &static_cast<ConcreteContextValue<T>*>(value)->value : nullptr;
+        }
+        template <typename T>
+        T& Set(T value) {
+            if (value_ && value_->GetType() == typeid(T)) {
+                static_cast<ConcreteContextValue<T>&>(*value_).value = std::move(value);
+            } else {
+                value_ = std::make_unique<ConcreteContextValue<T>>(std::move(value));
+            }
+            isSet_ = true;
+            return static_cast<ConcreteContextValue<T>&>(*value_).value;
+        }
+        void Unset() {
+            if (std::exchange(isSet_, false)) value_->Reset();
+        }
+
+    private:
+        std::unique_ptr<ContextValue> value_;
+        bool isSet_ = false;
     };
 
     Context() = default;
@@ -38,7 +91,7 @@ public:
     Context(Context const& other) : name_(other.name_) {
         values_.reserve(other.Count());
         for (Entry const& entry : other.values_) {
-            if (entry.isSet) Add({entry.id, entry.value->Clone(), true});
+            if (entry.value.IsSet()) Add(entry);
         }
     }
     Context(Context&& other) noexcept
@@ -54,28 +107,24 @@ public:
 
     std::string const& GetContextName() const { return name_; }
 
-    /// The value, made from the key's default if there is none.
+    /// The value, made from the key's default if there is none of this type.
     template <typename T>
     T& operator[](ContextKey<T> const& key) {
         auto& entry = EntryOf(key.id);
-        return entry.isSet ? ValueOf<T>(*entry.value) : Assign<T>(entry, key.defaultValue);
+        T* const held = entry.template As<T>();
+        return held ? *held : entry.template Set<T>(key.defaultValue);
     }
 
-    /// The value, or null if there is none.
+    /// The value, or null if there is none of this type.
     template <typename T>
     T const* Find(ContextKey<T> const& key) const {
-        ContextValue const* const value = FindValue(key.id);
-        return value ? &ValueOf<T>(*value) : nullptr;
+        Entry const* const entry = FindEntry(key.id);
+        return entry ? entry->value.template As<T>() : nullptr;
     }
-    /// The same of any type: the value of the key with that id.
-    ContextValue const* FindValue(std::uint64_t keyId) const {
+    /// The same for a type that is known while running.
+    ContextValue const* FindValue(std::uint64_t keyId, std::type_info const& type) const {
         Entry const* const entry = FindEntry(keyId);
-        return entry && entry->isSet ? entry->value.get() : nullptr;
-    }
-    /// `value` as what it is: each key has values of one type.
-    template <typename T>
-    static T const& ValueOf(ContextValue const& value) {
-        return static_cast<ConcreteContextValue<T> const&>(value).value;
+        return entry ? entry->value.OfType(type) : nullptr;
     }
 
     template <typename T>
@@ -85,47 +134,26 @@ public:
 
     template <typename T>
     void Set(ContextKey<T> const& key, T value) {
-        Assign<T>(EntryOf(key.id), std::move(value));
+        EntryOf(key.id).template Set<T>(std::move(value));
     }
 
     void Erase(std::uint64_t keyId) {
-        if (Entry* const entry = FindEntry(keyId)) entry->Unset();
+        if (Entry* const entry = FindEntry(keyId)) entry->value.Unset();
     }
     void Clear() {
-        for (Entry& entry : values_) entry.Unset();
+        for (Entry& entry : values_) entry.value.Unset();
     }
     bool IsEmpty() const { return Count() == 0; }
     std::size_t Count() const {
         return static_cast<std::size_t>(
-            std::count_if(values_.begin(), values_.end(), [](Entry const& entry) { return entry.isSet; }));
+            std::count_if(values_.begin(), values_.end(), [](Entry const& entry) { return entry.value.IsSet(); }));
     }
 
 private:
-    /// Field after field sets the same keys, so the memory of a value that is taken away waits for the next.
     struct Entry {
         std::uint64_t id;
-        std::unique_ptr<ContextValue> value;
-        bool isSet;
-
-        void Unset() {
-            if (std::exchange(isSet, false)) value->Reset();
-        }
+        ContextValueWrapper value;
     };
-
-    template <typename T>
-    static T& ValueOf(ContextValue& value) {
-        return static_cast<ConcreteContextValue<T>&>(value).value;
-    }
-    template <typename T>
-    static T& Assign(Entry& entry, T value) {
-        if (entry.value) {
-            ValueOf<T>(*entry.value) = std::move(value);
-        } else {
-            entry.value = std::make_unique<ConcreteContextValue<T>>(std::move(value));
-        }
-        entry.isSet = true;
-        return ValueOf<T>(*entry.value);
-    }
 
     Entry const* FindEntry(std::uint64_t keyId) const {
         std::size_t place = places_[keyId % places_.size()];
@@ -135,9 +163,9 @@ private:
     }
     Entry* FindEntry(std::uint64_t keyId) { return const_cast<Entry*>(std::as_const(*this).FindEntry(keyId)); }
 
-    Entry& EntryOf(std::uint64_t keyId) {
+    ContextValueWrapper& EntryOf(std::uint64_t keyId) {
         Entry* const entry = FindEntry(keyId);
-        return entry ? *entry : Add({keyId, nullptr, false});
+        return entry ? entry->value : Add({keyId, {}}).value;
     }
     Entry& Add(Entry entry) {
         values_.push_back(std::move(entry));

@@ -119,21 +119,21 @@ ContextProcessor ContextProcessor::DeepClone() const {
     return clone;
 }
 
-Context::ContextValue const* ContextProcessor::FindValue(std::uint64_t keyId) const {
-    if (!StandsInOrder()) return FindValueByNames(keyId);
+Context::ContextValue const* ContextProcessor::FindValue(std::uint64_t keyId, std::type_info const& type) const {
+    if (!StandsInOrder()) return FindValueByNames(keyId, type);
     for (auto const& context : contexts_) {
-        if (auto const* value = context.FindValue(keyId)) return value;
+        if (auto const* value = context.FindValue(keyId, type)) return value;
     }
-    return systemContext_ ? systemContext_->FindValue(keyId) : nullptr;
+    return systemContext_ ? systemContext_->FindValue(keyId, type) : nullptr;
 }
 
-Context::ContextValue const* ContextProcessor::FindValueByNames(std::uint64_t keyId) const {
+Context::ContextValue const* ContextProcessor::FindValueByNames(std::uint64_t keyId, std::type_info const& type) const {
     for (auto const& name : contextStack_) {
         Context const* const context = FindOnStack(name);
         if (!context) continue;
-        if (auto const* value = context->FindValue(keyId)) return value;
+        if (auto const* value = context->FindValue(keyId, type)) return value;
     }
-    return systemContext_ ? systemContext_->FindValue(keyId) : nullptr;
+    return systemContext_ ? systemContext_->FindValue(keyId, type) : nullptr;
 }
 
 void ContextProcessor::EraseBefore(Context const& context, std::uint64_t keyId) {

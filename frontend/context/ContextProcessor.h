@@ -121,8 +121,8 @@ private:
         return onStack || &context == systemContext_.get();
     }
     /// The value that `at` gives, or null where that is the default.
-    Context::ContextValue const* FindValue(std::uint64_t keyId) const;
-    Context::ContextValue const* FindValueByNames(std::uint64_t keyId) const;
+    Context::ContextValue const* FindValue(std::uint64_t keyId, std::type_info const& type) const;
+    Context::ContextValue const* FindValueByNames(std::uint64_t keyId, std::type_info const& type) const;
     void ReportExcess(char const* excess) const;
     /// Erases a key from the contexts that are searched before `context`.
     void EraseBefore(Context const& context, std::uint64_t keyId);
@@ -143,8 +143,8 @@ private:
 
 template <typename T>
 T const& ContextProcessor::at(ContextKey<T> const& key) const {
-    Context::ContextValue const* const value = FindValue(key.id);
-    return value ? Context::ValueOf<T>(*value) : key.defaultValue;
+    Context::ContextValue const* const value = FindValue(key.id, typeid(T));
+    return value ? static_cast<Context::ConcreteContextValue<T> const*>(value)->value : key.defaultValue;
 }
 
 template <typename T>

@@ -56,12 +56,11 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
     ProcessResult result;
     // Who goes on with the stream has drawn the label that came last, or draws it anew.
     replay_.reset();
-    ReadCharacters();
     std::size_t position = 0;
     bool isOpen = flushAtEnd && input.empty();  // a command that came with the input before
     while ((position < input.size() || std::exchange(isOpen, false)) && !result.label) {
         if (!IsInFormat()) formatOffset_.reset();
-        auto const* const command = NextCommand(input, position, flushAtEnd);
+        auto const command = NextCommand(input, position, flushAtEnd);
         if (!command) break;
 
         CommandHandler* const handler = handlerPool_.GetCommandHandler(command->command);
@@ -89,7 +88,6 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
             isFinishing_ = true;
             FinishFormat(result);
             isFinishing_ = false;
-            ReadCharacters();
         }
     }
     result.remaining = input.substr(position);
@@ -145,21 +143,17 @@ void ZplCommandProcessor::ForgetByteOrderMark() {
     converter.SetEncoding(converter.EncodingOfCodePage());
 }
 
-/// Behind each command that has run, which may have changed them.
-void ZplCommandProcessor::ReadCharacters() {
-    auto const& printer = *contextProcessor_.GetPrinterContext();
-    characters_ = {printer.FormatPrefix(), printer.ControlPrefix(), printer.Delimiter()};
-}
-
-ZplCommand const* ZplCommandProcessor::NextCommand(std::string_view input, std::size_t& position, bool flushAtEnd) {
-    // Looked up each time: the command before may have changed the character set.
+std::unique_ptr<ZplCommand> ZplCommandProcessor::NextCommand(std::string_view input, std::size_t& position,
+                                                             bool flushAtEnd) {
+    // Asked for anew each time: the command before may have changed the characters or the character set.
     auto& converter = (*contextProcessor_.GetSystemContext())[ZplContextKeys::CodePageConverter];
+    auto const& printer = *contextProcessor_.GetPrinterContext();
     try {
-        auto const [encoding, command] =
-            tokenizer_.TokenizeString(input, position, characters_.formatPrefix, characters_.controlPrefix,
-                                      characters_.delimiter, flushAtEnd, converter.GetEncoding());
+        auto [encoding, command] =
+            tokenizer_.TokenizeString(input, position, printer.FormatPrefix(), printer.ControlPrefix(),
+                                      printer.Delimiter(), flushAtEnd, converter.GetEncoding());
         converter.SetEncoding(encoding);
-        return command;
+        return std::move(command);
     } catch (std::exception const&) {
         // There is no memory for what the command holds so far: it goes.
         auto const read = tokenizer_.ConsumedBytes();
@@ -185,7 +179,6 @@ void ZplCommandProcessor::RunOrRecord(CommandHandler& handler, ZplCommand const&
             [[fallthrough]];
         case ProcessingType::Immediate:
             RunCommand(handler, command, contextProcessor_);
-            ReadCharacters();
             if (handler.IsAdditonalSaveType()) contextProcessor_.AddFormatCommand(command, true);
             return;
     }

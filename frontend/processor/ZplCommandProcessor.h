@@ -106,8 +106,7 @@ public:
     void IncrementLifetimeScriptCount(unsigned count) const;
 
 private:
-    ZplCommand const* NextCommand(std::string_view input, std::size_t& position, bool flushAtEnd);
-    void ReadCharacters();
+    std::unique_ptr<ZplCommand> NextCommand(std::string_view input, std::size_t& position, bool flushAtEnd);
     void RunOrRecord(CommandHandler& handler, ZplCommand const& command, bool controlCommandsOnly);
     void FinishFormat(ProcessResult& result);
     bool DrawsFormat() const;
@@ -116,11 +115,6 @@ private:
 
     CommandHandlerPool const& handlerPool_;
     ZplTokenizer tokenizer_;
-    struct {
-        char formatPrefix;
-        char controlPrefix;
-        char delimiter;
-    } characters_{};  ///< of the printer, as they are since the last command that has run
     ContextProcessor contextProcessor_;
     std::shared_ptr<StringProperty> missingZplCommands_;
     std::shared_ptr<StringProperty> zplFormatCharacter_;

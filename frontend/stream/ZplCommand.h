@@ -32,7 +32,7 @@ struct ZplCommand {
     std::optional<StoredPlace> stored = {};  ///< nothing unless it was recalled; its offset is that of the recall then
     bool isOverlong = false;                 ///< it was too long to be kept, and has no parameters
 
-    /// Makes it as new, but for the memory that it holds.
+    /// Makes it as new, also when its content has been moved away.
     void Clear() {
         command.clear();
         isControl = false;

@@ -68,10 +68,7 @@ public:
         if (begins_.capacity() == 0) begins_.reserve(Usual);
         begins_.push_back(begin);
     }
-    /// Keeps the memory for others, but for what only a long command needs.
     void clear() {
-        constexpr std::size_t MostKept = 4096;
-        if (text_.capacity() > MostKept || begins_.capacity() > MostKept) *this = {};
         text_.clear();
         begins_.clear();
     }

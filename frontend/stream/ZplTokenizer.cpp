@@ -15,17 +15,17 @@ bool IsBlank(char32_t character) {
 
 }  // namespace
 
-std::pair<Encoding, ZplCommand const*> ZplTokenizer::TokenizeString(std::string_view input, std::size_t& position,
-                                                                    char formatPrefix, char controlPrefix,
-                                                                    char delimiter, bool flushAtEnd,
-                                                                    Encoding encoding) {
+std::pair<Encoding, std::unique_ptr<ZplCommand>> ZplTokenizer::TokenizeString(std::string_view input,
+                                                                              std::size_t& position, char formatPrefix,
+                                                                              char controlPrefix, char delimiter,
+                                                                              bool flushAtEnd, Encoding encoding) {
     Syntax const syntax{static_cast<unsigned char>(formatPrefix), static_cast<unsigned char>(controlPrefix),
                         static_cast<unsigned char>(delimiter)};
     NoteEncoding(encoding);
     while (position < input.size()) {
         auto const start = position;
         bool const singleByte = encoding == Encoding::SingleByte;
-        ZplCommand* command = nullptr;
+        std::unique_ptr<ZplCommand> command;
         if (singleByte && machine_.IsInBinaryMode()) {
             command = ConsumeBinary(input, position);
         } else if (IsAscii(input[position]) && (singleByte || (encoding == Encoding::Utf8 && utf_.IsEmpty(encoding)))) {
@@ -43,17 +43,17 @@ std::pair<Encoding, ZplCommand const*> ZplTokenizer::TokenizeString(std::string_
         command->length = end - deliveredOffset_;
         // A copy of a command that stays open may be what a chunk ends with.
         if (position == input.size()) chunkEnd_ = TrimmedEnd(input, position, consumed_, encoding);
-        return {encoding, command};
+        return {encoding, std::move(command)};
     }
     chunkEnd_ = TrimmedEnd(input, position, consumed_, encoding);
-    ZplCommand* const flushed = flushAtEnd ? machine_.Flush() : nullptr;
+    auto flushed = flushAtEnd ? machine_.Flush() : nullptr;
     if (flushed) {
         deliveredOffset_ = openOffset_;
         flushed->delimiter = delimiter;
         flushed->offset = deliveredOffset_;
         flushed->length = chunkEnd_ - deliveredOffset_;
     }
-    return {encoding, flushed};
+    return {encoding, std::move(flushed)};
 }
 
 std::uint64_t ZplTokenizer::TrimmedEnd(std::string_view input, std::size_t position, std::uint64_t end,
@@ -90,14 +90,14 @@ void ZplTokenizer::NoteEncoding(Encoding encoding) {
     wideEnd_ = consumed_;
 }
 
-ZplCommand* ZplTokenizer::ConsumeByte(char byte, Syntax const& syntax, Encoding& encoding) {
+std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeByte(char byte, Syntax const& syntax, Encoding& encoding) {
     auto const result = utf_.Consume(byte, encoding, machine_.IsInBinaryMode());
     if (result.encoding != encoding) ReportMark(result.encoding, consumed_);
     encoding = result.encoding;
     NoteEncoding(encoding);
     if (!result.complete) return nullptr;
     auto const offset = consumed_ + 1 - result.bytesBack;
-    ZplCommand* const command = ConsumeCharacter(result.character, offset, syntax, encoding);
+    auto command = ConsumeCharacter(result.character, offset, syntax, encoding);
     if (openOffset_ == offset) wideEndBeforePrefix_ = wideEnd_;
     if (!IsBlank(result.character)) wideEnd_ = consumed_ + 1;
     return command;
@@ -105,10 +105,10 @@ ZplCommand* ZplTokenizer::ConsumeByte(char byte, Syntax const& syntax, Encoding&
 
 // A 7-bit byte ends no byte order mark, and is a character where no other bytes wait before it. So a run of them needs
 // no decoding; only what the decoder holds afterwards has to be as if it had seen them.
-ZplCommand* ZplTokenizer::ConsumeAscii(std::string_view input, std::size_t& position, Syntax const& syntax,
-                                       Encoding encoding) {
+std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeAscii(std::string_view input, std::size_t& position,
+                                                       Syntax const& syntax, Encoding encoding) {
     auto const start = position;
-    ZplCommand* command = nullptr;
+    std::unique_ptr<ZplCommand> command;
     while (!command && position < input.size() && IsAscii(input[position])) {
         // A run of raw bytes that starts here is not 7-bit text any more.
         if (machine_.IsInBinaryMode() && encoding == Encoding::SingleByte) break;
@@ -122,24 +122,23 @@ ZplCommand* ZplTokenizer::ConsumeAscii(std::string_view input, std::size_t& posi
     return command;
 }
 
-ZplCommand* ZplTokenizer::ConsumeBinary(std::string_view input, std::size_t& position) {
+std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeBinary(std::string_view input, std::size_t& position) {
     auto const run = input.substr(position, machine_.BinaryRemaining());
     position += run.size();
     utf_.SkipRun(run, Encoding::SingleByte);
-    ZplCommand* const command = machine_.ConsumeBinaryRun(run);
+    auto command = machine_.ConsumeBinaryRun(run);
     if (command) deliveredOffset_ = openOffset_;
     return command;
 }
 
-ZplCommand* ZplTokenizer::ConsumeCharacter(char32_t character, std::uint64_t offset, Syntax const& syntax,
-                                           Encoding encoding) {
+std::unique_ptr<ZplCommand> ZplTokenizer::ConsumeCharacter(char32_t character, std::uint64_t offset,
+                                                           Syntax const& syntax, Encoding encoding) {
     // Asked before the machine moves: the prefix that opens a command completes the one before, which is delivered with
     // the place of its own prefix.
     bool const opens = !machine_.IsInBinaryMode() &&
                        (character == syntax.formatPrefix || character == syntax.controlPrefix) && character != U'\r' &&
                        character != U'\n';
-    ZplCommand* const command =
-        machine_.Consume(character, syntax.formatPrefix, syntax.controlPrefix, syntax.delimiter, encoding);
+    auto command = machine_.Consume(character, syntax.formatPrefix, syntax.controlPrefix, syntax.delimiter, encoding);
     if (command) deliveredOffset_ = openOffset_;
     if (opens) openOffset_ = offset;
     return command;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string_view>
 #include <utility>
 
@@ -13,11 +14,11 @@
 class ZplTokenizer {
 public:
     /// Reads `input` from `position` (bytes, advanced past all that is consumed) up to the byte that completes a
-    /// command, or to the end. Gives the encoding now in force, and the command, which holds until the next call, or
-    /// null. With `flushAtEnd` the end of `input` completes a command that is still open.
-    std::pair<Encoding, ZplCommand const*> TokenizeString(std::string_view input, std::size_t& position,
-                                                          char formatPrefix, char controlPrefix, char delimiter,
-                                                          bool flushAtEnd, Encoding encoding);
+    /// command, or to the end. Gives the encoding now in force, and the command, or null. With `flushAtEnd` the end of
+    /// `input` completes a command that is still open.
+    std::pair<Encoding, std::unique_ptr<ZplCommand>> TokenizeString(std::string_view input, std::size_t& position,
+                                                                    char formatPrefix, char controlPrefix,
+                                                                    char delimiter, bool flushAtEnd, Encoding encoding);
 
     /// Where the command delivered last was opened, in bytes since the tokenizer was made: the place of its prefix.
     std::uint64_t CommandOffset() const { return deliveredOffset_; }
@@ -52,10 +53,12 @@ private:
     };
 
     void NoteEncoding(Encoding encoding);
-    ZplCommand* ConsumeByte(char byte, Syntax const& syntax, Encoding& encoding);
-    ZplCommand* ConsumeAscii(std::string_view input, std::size_t& position, Syntax const& syntax, Encoding encoding);
-    ZplCommand* ConsumeBinary(std::string_view input, std::size_t& position);
-    ZplCommand* ConsumeCharacter(char32_t character, std::uint64_t offset, Syntax const& syntax, Encoding encoding);
+    std::unique_ptr<ZplCommand> ConsumeByte(char byte, Syntax const& syntax, Encoding& encoding);
+    std::unique_ptr<ZplCommand> ConsumeAscii(std::string_view input, std::size_t& position, Syntax const& syntax,
+                                             Encoding encoding);
+    std::unique_ptr<ZplCommand> ConsumeBinary(std::string_view input, std::size_t& position);
+    std::unique_ptr<ZplCommand> ConsumeCharacter(char32_t character, std::uint64_t offset, Syntax const& syntax,
+                                                 Encoding encoding);
 
     /// Where what stands before `end`, blanks and line ends left out, ends. `input` is read up to `position`; both ends
     /// are bytes since the tokenizer was made.

@@ -67,8 +67,9 @@ std::optional<std::uint32_t> AnnouncedBinaryCount(std::string_view command, ZplP
 
 }  // namespace
 
-ZplCommand* ZplTokenizerStateMachine::Consume(char32_t character, char32_t formatPrefix, char32_t controlPrefix,
-                                              char32_t delimiter, Encoding encoding) {
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Consume(char32_t character, char32_t formatPrefix,
+                                                              char32_t controlPrefix, char32_t delimiter,
+                                                              Encoding encoding) {
     if (state_ == ZplTokenizerState::Binary) {
         auto const byte = static_cast<char>(character);
         return ConsumeBinaryRun({&byte, 1});
@@ -77,16 +78,16 @@ ZplCommand* ZplTokenizerStateMachine::Consume(char32_t character, char32_t forma
     if (IsLineEnd(character)) return nullptr;
 
     if (character == controlPrefix || character == formatPrefix) {
-        ZplCommand* finished = nullptr;
+        std::unique_ptr<ZplCommand> finished;
         if (state_ == ZplTokenizerState::Parameters) {
             finished = Reset(ZplTokenizerState::Command);
         } else {
             // A prefix before all letters are there drops what has been begun.
-            Open().Clear();
+            open_.Clear();
             state_ = ZplTokenizerState::Command;
         }
         // Behind Reset, which hands out the command before with the prefix that it had.
-        Open().isControl = character == controlPrefix;
+        open_.isControl = character == controlPrefix;
         return finished;
     }
     switch (state_) {
@@ -96,8 +97,8 @@ ZplCommand* ZplTokenizerStateMachine::Consume(char32_t character, char32_t forma
     }
 }
 
-ZplCommand* ZplTokenizerStateMachine::ConsumeLetter(char32_t character) {
-    auto& letters = Open().command;
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeLetter(char32_t character) {
+    auto& letters = open_.command;
     if (character < 0x80) {
         letters += ToAsciiUpper(static_cast<char>(character));
     } else {
@@ -106,15 +107,15 @@ ZplCommand* ZplTokenizerStateMachine::ConsumeLetter(char32_t character) {
     // Counted in bytes: one letter beyond 7 bits is a command by itself, and an unknown one.
     if (letters.size() < 2) return nullptr;
     state_ = ZplTokenizerState::Parameters;
-    eager_ = FindEagerReturnCommand(letters, Open().isControl);
+    eager_ = FindEagerReturnCommand(letters, open_.isControl);
     return HandleEagerReturnCommand();
 }
 
-ZplCommand* ZplTokenizerStateMachine::ConsumeParameterCharacter(char32_t character, char32_t delimiter,
-                                                                Encoding encoding) {
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeParameterCharacter(char32_t character, char32_t delimiter,
+                                                                                Encoding encoding) {
     // After a flush there may be no parameter to go on with.
-    if (Open().parameters.empty()) StartParameter();
-    bool const takesOne = TakesOneCharacter(Open().command);
+    if (open_.parameters.empty()) StartParameter();
+    bool const takesOne = TakesOneCharacter(open_.command);
     if (character == delimiter) {
         // In place of the one character a delimiter leaves the parameter empty.
         if (!takesOne) StartParameter();
@@ -132,13 +133,13 @@ ZplCommand* ZplTokenizerStateMachine::ConsumeParameterCharacter(char32_t charact
 
 void ZplTokenizerStateMachine::StartParameter() {
     constexpr std::size_t MostBeginnings = 8;
-    if (keepsBeginnings_ && Open().parameters.size() == MostBeginnings) return;
-    if (FitsAnother(sizeof(std::uint32_t))) Open().parameters.push_back({});
+    if (keepsBeginnings_ && open_.parameters.size() == MostBeginnings) return;
+    if (FitsAnother(sizeof(std::uint32_t))) open_.parameters.push_back({});
 }
 
 void ZplTokenizerStateMachine::Append(std::string_view text) {
     constexpr std::size_t LongestBeginning = 1024;
-    auto& parameters = Open().parameters;
+    auto& parameters = open_.parameters;
     if (parameters.empty()) StartParameter();
     if (keepsBeginnings_ && !parameters.empty() && !TellsHowToReadOn())
         text = text.substr(0, LongestBeginning - std::min(LongestBeginning, parameters[parameters.size() - 1].size()));
@@ -147,24 +148,23 @@ void ZplTokenizerStateMachine::Append(std::string_view text) {
 
 // The number of a character set, and what announces raw bytes: there a digit far behind may be the one that counts.
 bool ZplTokenizerStateMachine::TellsHowToReadOn() const {
-    if (Open().command == "CI") return Open().parameters.size() == 1;
-    return Open().command == AnnouncesBytes && Open().parameters.size() <= BinaryCountParameter + 1;
+    if (open_.command == "CI") return open_.parameters.size() == 1;
+    return open_.command == AnnouncesBytes && open_.parameters.size() <= BinaryCountParameter + 1;
 }
 
 // What follows a command that is too long is read as before, to the same end, and kept nowhere.
 bool ZplTokenizerStateMachine::FitsAnother(std::size_t bytes) {
-    auto& open = Open();
-    if (!open.isOverlong && open.parameters.Bytes() + bytes > ZplCommand::LongestParameters) {
-        open.isOverlong = true;
-        open.parameters = {};
+    if (!open_.isOverlong && open_.parameters.Bytes() + bytes > ZplCommand::LongestParameters) {
+        open_.isOverlong = true;
+        open_.parameters = {};
     }
-    return !open.isOverlong;
+    return !open_.isOverlong;
 }
 
 // The bytes of a binary graphic must not be scanned for prefixes, so the count is read here. The count is no reason to
 // allocate: it may be a lie, and the bytes bring their own memory.
 void ZplTokenizerStateMachine::EnterBinaryMode() {
-    if (auto const count = AnnouncedBinaryCount(Open().command, Open().parameters)) {
+    if (auto const count = AnnouncedBinaryCount(open_.command, open_.parameters)) {
         state_ = ZplTokenizerState::Binary;
         binaryRemaining_ = *count;
     }
@@ -172,7 +172,7 @@ void ZplTokenizerStateMachine::EnterBinaryMode() {
 
 std::size_t ZplTokenizerStateMachine::ConsumePlainRun(std::string_view text, char32_t formatPrefix,
                                                       char32_t controlPrefix, char32_t delimiter) {
-    bool const collecting = state_ == ZplTokenizerState::Parameters && !eager_ && !TakesOneCharacter(Open().command);
+    bool const collecting = state_ == ZplTokenizerState::Parameters && !eager_ && !TakesOneCharacter(open_.command);
     if (!collecting && state_ != ZplTokenizerState::Idle) return 0;
 
     AsciiSet stops{formatPrefix, controlPrefix};
@@ -180,7 +180,7 @@ std::size_t ZplTokenizerStateMachine::ConsumePlainRun(std::string_view text, cha
     stops.Add('\r');
     stops.Add('\n');
     // Behind a delimiter there may be raw bytes; and one of more bits, or that is a prefix, is for Consume.
-    bool const goesOnBehindDelimiters = delimiter < 0x80 && !stops.Holds(delimiter) && Open().command != AnnouncesBytes;
+    bool const goesOnBehindDelimiters = delimiter < 0x80 && !stops.Holds(delimiter) && open_.command != AnnouncesBytes;
     stops.Add(delimiter);
     for (std::size_t length = 0;; ++length) {
         auto const part = text.substr(length, LengthWithout(stops, text.substr(length)));
@@ -188,28 +188,30 @@ std::size_t ZplTokenizerStateMachine::ConsumePlainRun(std::string_view text, cha
         length += part.size();
         bool const isDelimiter = length < text.size() && static_cast<unsigned char>(text[length]) == delimiter;
         if (!isDelimiter || !goesOnBehindDelimiters) return length;
-        if (Open().parameters.empty()) StartParameter();
+        if (open_.parameters.empty()) StartParameter();
         StartParameter();
     }
 }
 
-ZplCommand* ZplTokenizerStateMachine::ConsumeBinaryRun(std::string_view bytes) {
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::ConsumeBinaryRun(std::string_view bytes) {
     Append(bytes);
     binaryRemaining_ -= static_cast<std::uint32_t>(bytes.size());
     return binaryRemaining_ == 0 ? Reset(ZplTokenizerState::Idle) : nullptr;
 }
 
-ZplCommand* ZplTokenizerStateMachine::Reset(ZplTokenizerState next) {
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Reset(ZplTokenizerState next) {
     state_ = next;
     return TakeCommand();
 }
 
-ZplCommand* ZplTokenizerStateMachine::Flush() { return Open().command.empty() ? nullptr : TakeCommand(); }
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::Flush() {
+    return open_.command.empty() ? nullptr : TakeCommand();
+}
 
-ZplCommand* ZplTokenizerStateMachine::HandleEagerReturnCommand() {
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::HandleEagerReturnCommand() {
     using Operation = CommandIdentifier::ArgumentMatchOperation;
     if (!eager_) return nullptr;
-    auto const& parameters = Open().parameters;
+    auto const& parameters = open_.parameters;
     if (parameters.size() == 1 && parameters[0].size() > LongestEagerArgument) return nullptr;
 
     auto operation = Operation::Return;
@@ -218,23 +220,22 @@ ZplCommand* ZplTokenizerStateMachine::HandleEagerReturnCommand() {
     switch (operation) {
         case Operation::Return: return Reset(ZplTokenizerState::Idle);
         // The command stays open: what follows may still belong to it.
-        case Operation::ReturnCopy: return &(commands_[1 - open_] = Open());
+        case Operation::ReturnCopy: return std::make_unique<ZplCommand>(open_);
         case Operation::Continue: break;
     }
     return nullptr;
 }
 
 std::string_view ZplTokenizerStateMachine::FirstText() const {
-    auto const& parameters = Open().parameters;
+    auto const& parameters = open_.parameters;
     std::size_t first = 0;
     while (first < parameters.size() && parameters[first].empty()) ++first;
     return first < parameters.size() ? parameters[first] : std::string_view();
 }
 
-ZplCommand* ZplTokenizerStateMachine::TakeCommand() {
-    auto& finished = Open();
-    open_ = 1 - open_;
-    Open().Clear();
+std::unique_ptr<ZplCommand> ZplTokenizerStateMachine::TakeCommand() {
+    auto finished = std::make_unique<ZplCommand>(std::move(open_));
+    open_.Clear();
     eager_ = nullptr;
-    return &finished;
+    return finished;
 }

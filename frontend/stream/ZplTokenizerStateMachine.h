@@ -1,8 +1,8 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -18,12 +18,12 @@ enum class ZplTokenizerState : std::uint32_t {
     Binary = 3,      ///< a counted run of raw bytes is being copied into the last parameter
 };
 
-/// Builds commands from code points. A command that is handed out holds until the next call that may hand out one.
+/// Builds commands from code points.
 class ZplTokenizerStateMachine {
 public:
     /// Takes one code point; gives the command that it completes, or null.
-    ZplCommand* Consume(char32_t character, char32_t formatPrefix, char32_t controlPrefix, char32_t delimiter,
-                        Encoding encoding);
+    std::unique_ptr<ZplCommand> Consume(char32_t character, char32_t formatPrefix, char32_t controlPrefix,
+                                        char32_t delimiter, Encoding encoding);
 
     /// Takes a run at the start of `text` of 7-bit characters that deliver nothing and leave the state as it is, and
     /// gives its length (bytes, also 0): the same as Consume with each, in one piece. Only for encodings in which such
@@ -32,14 +32,14 @@ public:
                                 char32_t delimiter);
     /// Takes bytes of a counted binary run, at most as many as BinaryRemaining; gives the command that they complete,
     /// or null: the same as Consume with each, in one piece.
-    ZplCommand* ConsumeBinaryRun(std::string_view bytes);
+    std::unique_ptr<ZplCommand> ConsumeBinaryRun(std::string_view bytes);
 
     /// Hands out what was collected and goes on in state `next`.
-    ZplCommand* Reset(ZplTokenizerState next);
+    std::unique_ptr<ZplCommand> Reset(ZplTokenizerState next);
     /// Hands out the command that is still open, or null; the state stays as it is.
-    ZplCommand* Flush();
+    std::unique_ptr<ZplCommand> Flush();
     /// Hands out a command that a host may wait for before it sends anything more, or null.
-    ZplCommand* HandleEagerReturnCommand();
+    std::unique_ptr<ZplCommand> HandleEagerReturnCommand();
 
     /// From now on only the first parameters of a command and their beginnings are kept: enough to know where commands
     /// begin and end, and what the short ones say. Only what tells how to read on is kept whole.
@@ -49,27 +49,23 @@ public:
     ZplTokenizerState State() const { return state_; }
     std::uint32_t BinaryRemaining() const { return binaryRemaining_; }
     /// Of the command that is open.
-    std::string_view Letters() const { return Open().command; }
-    bool IsControl() const { return Open().isControl; }
+    std::string_view Letters() const { return open_.command; }
+    bool IsControl() const { return open_.isControl; }
     /// The first of its parameters so far that is not empty; empty if there is none.
     std::string_view FirstText() const;
 
 private:
-    ZplCommand* ConsumeLetter(char32_t character);
-    ZplCommand* ConsumeParameterCharacter(char32_t character, char32_t delimiter, Encoding encoding);
-    ZplCommand* TakeCommand();
+    std::unique_ptr<ZplCommand> ConsumeLetter(char32_t character);
+    std::unique_ptr<ZplCommand> ConsumeParameterCharacter(char32_t character, char32_t delimiter, Encoding encoding);
+    std::unique_ptr<ZplCommand> TakeCommand();
     void EnterBinaryMode();
     void Append(std::string_view text);
     void StartParameter();
     bool TellsHowToReadOn() const;
     bool FitsAnother(std::size_t bytes);
 
-    ZplCommand& Open() { return commands_[open_]; }
-    ZplCommand const& Open() const { return commands_[open_]; }
-
     ZplTokenizerState state_ = ZplTokenizerState::Idle;
-    std::array<ZplCommand, 2> commands_;  // the one that is open, and the one that was handed out last, whose memory
-    std::size_t open_ = 0;                // serves the next
+    ZplCommand open_;
     bool keepsBeginnings_ = false;
     std::uint32_t binaryRemaining_ = 0;
     CommandIdentifier const* eager_ = nullptr;  // the row of the command whose letters are read; null: none

@@ -218,8 +218,7 @@ TEST(ZplTokenizer, ForgetsHeldBytesWhenTheCallerChangesTheEncoding) {
     for (auto const& [bytes, encoding] :
          {std::pair("^FD\xEF\xBB"sv, Encoding::SingleByte), {"\xBF", Encoding::Utf8}, {"Q^", Encoding::SingleByte}}) {
         for (std::size_t position = 0; position < bytes.size();) {
-            auto const* const command =
-                tokenizer.TokenizeString(bytes, position, '^', '~', ',', false, encoding).second;
+            auto const command = tokenizer.TokenizeString(bytes, position, '^', '~', ',', false, encoding).second;
             if (command) dump += Dump(*command);
         }
     }

@@ -17,17 +17,18 @@ namespace {
 
 class TwinTokenizer {
 public:
-    std::pair<Encoding, ZplCommand const*> TokenizeString(std::string_view input, std::size_t& position,
-                                                          char formatPrefix, char controlPrefix, char delimiter,
-                                                          bool flushAtEnd, Encoding encoding) {
+    std::pair<Encoding, std::unique_ptr<ZplCommand>> TokenizeString(std::string_view input, std::size_t& position,
+                                                                    char formatPrefix, char controlPrefix,
+                                                                    char delimiter, bool flushAtEnd,
+                                                                    Encoding encoding) {
         auto const wide = [](char c) { return static_cast<char32_t>(static_cast<unsigned char>(c)); };
         while (position < input.size()) {
             auto const result = utf_.Consume(input[position++], encoding, machine_.IsInBinaryMode());
             encoding = result.encoding;
             if (!result.complete) continue;
-            auto* const command =
+            auto command =
                 machine_.Consume(result.character, wide(formatPrefix), wide(controlPrefix), wide(delimiter), encoding);
-            if (command) return {encoding, command};
+            if (command) return {encoding, std::move(command)};
         }
         return {encoding, flushAtEnd ? machine_.Flush() : nullptr};
     }

@@ -107,7 +107,7 @@ std::string WithoutField(std::string_view commands) {
     std::string rest;
     ZplTokenizer tokenizer;
     for (std::size_t position = 0; position < commands.size();) {
-        auto const* const command =
+        auto const command =
             tokenizer.TokenizeString(commands, position, '^', '~', ',', true, Encoding::SingleByte).second;
         if (command && !IsOfFields(command->command)) rest += commands.substr(*command->offset, command->length);
     }

@@ -40,11 +40,11 @@ public:
     std::string Run(std::string_view stream) {
         ZplTokenizer tokenizer;
         for (std::size_t position = 0; position < stream.size();) {
-            auto const* command = tokenizer
-                                      .TokenizeString(stream, position, printer->FormatPrefix(),
-                                                      printer->ControlPrefix(), printer->Delimiter(), true,
-                                                      processor.at(ZplContextKeys::CodePageConverter).GetEncoding())
-                                      .second;
+            auto const command = tokenizer
+                                     .TokenizeString(stream, position, printer->FormatPrefix(),
+                                                     printer->ControlPrefix(), printer->Delimiter(), true,
+                                                     processor.at(ZplContextKeys::CodePageConverter).GetEncoding())
+                                     .second;
             if (!command) break;
             if (auto* handler = Handlers().GetCommandHandler(command->command))
                 handler->HandleCommand(processor.GetCurrentContext(), *command, processor);

@@ -1,6 +1,7 @@
 #include "printengine/src/fonts/FontCache.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdio>
 #include <span>
@@ -113,9 +114,11 @@ std::string TrueTypeCacheCreator::Cache::Prepare(std::string_view name, Scriptin
                                                  unsigned designDpi) {
     DropIfFontFilesChanged();
     // Functions cannot be compared: the same sizes stand for the same advances.
-    Preparation preparation{std::string(name),
-                            {metrics.pointSize, metrics.widthPercent, metrics.cellHeight * 1.0, metrics.descent * 1.0,
-                             metrics.cellWidth * 1.0, designDpi * 1.0, metrics.expectedWidth ? 1.0 : 0.0}};
+    auto const bits = [](double number) { return std::bit_cast<std::uint64_t>(number); };
+    Preparation preparation{
+        std::string(name),
+        {bits(metrics.pointSize), bits(metrics.widthPercent), bits(metrics.cellHeight), bits(metrics.descent),
+         bits(metrics.cellWidth), designDpi, metrics.expectedWidth != nullptr}};
     if (auto const known = preparedNames_.find(preparation); known != preparedNames_.end()) return known->second;
 
     if (preparedOrder_.size() >= MaxPrepared) {

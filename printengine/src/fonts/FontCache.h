@@ -2,6 +2,7 @@
 
 #include <array>
 #include <compare>
+#include <cstdint>
 #include <deque>
 #include <map>
 #include <memory>
@@ -52,7 +53,7 @@ private:
     /// What a scalable font was prepared by.
     struct Preparation {
         std::string font;
-        std::array<double, 7> parameters;
+        std::array<std::uint64_t, 7> parameters;  ///< the bits of numbers, so that each has its place
         friend auto operator<=>(Preparation const&, Preparation const&) = default;
     };
     std::map<Preparation, std::string> preparedNames_;
