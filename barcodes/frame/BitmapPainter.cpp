@@ -145,8 +145,7 @@ void CellPainter::PaintRuns(BitmapRow row, std::vector<bool> const& cells) const
 
 void RepeatRow(SketchedBitmap& bitmap, std::size_t first, std::size_t count) {
     BitmapRow const source = RowAt(bitmap, first);
-    for (std::size_t y = 1; y < count; ++y)
-        std::copy(source.begin(), source.end(), source.data() + y * source.size());
+    for (std::size_t y = 1; y < count; ++y) std::copy(source.begin(), source.end(), source.data() + y * source.size());
 }
 
 }  // namespace Scripting
