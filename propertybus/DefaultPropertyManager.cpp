@@ -52,9 +52,16 @@ void DefaultPropertyManager::SetSender(Sender sender) {
     sender_ = std::move(sender);
 }
 
-bool DefaultPropertyManager::Send(PiclMessage const& message) {
+/// Gives the link that takes the message; 0 if there is none, or another than is asked for.
+unsigned DefaultPropertyManager::Send(PiclMessage const& message, unsigned link) {
     std::lock_guard const lock(senderMutex_);
-    return sender_ && sender_(message);
+    bool const isUp = link == AnyLink || link == link_;
+    return isUp && sender_ && sender_(message) ? link_ : 0;
+}
+
+unsigned DefaultPropertyManager::Link() const {
+    std::lock_guard const lock(senderMutex_);
+    return link_;
 }
 
 void DefaultPropertyManager::Run() {
@@ -119,6 +126,11 @@ void DefaultPropertyManager::Take(PiclMessage const& message) {
 }
 
 void DefaultPropertyManager::HoldWrites() {
+    unsigned link = 0;
+    {
+        std::lock_guard const lock(senderMutex_);
+        link = ++link_;
+    }
     std::vector<std::shared_ptr<Property>> properties;
     {
         std::lock_guard const lock(mutex_);
@@ -126,15 +138,14 @@ void DefaultPropertyManager::HoldWrites() {
             if (entry.property) properties.push_back(entry.property);
         }
     }
-    for (auto const& property : properties) property->HoldWrites();
+    for (auto const& property : properties) property->HoldWrites(link);
 }
 
 void DefaultPropertyManager::PostLinkUp() {
+    unsigned const link = Link();
     {
         std::lock_guard const lock(mutex_);
-        // What comes later announces itself, and its writes are on this link already.
-        for (auto& [address, entry] : entries_) entry.unannounced = true;
-        work_.emplace_back([this] { AnnounceAll(); });
+        work_.emplace_back([this, link] { AnnounceAll(link); });
     }
     wakeDelivery_.notify_all();
 }
@@ -148,7 +159,7 @@ std::shared_ptr<Property> DefaultPropertyManager::FindOnBus(PropertyAddress cons
 bool DefaultPropertyManager::ConnectToBus(PropertyAddress const& address, std::shared_ptr<Property> property, Role role,
                                           bool archived) {
     property->ConnectWriter([this, address](std::string const& value) {
-        return Send({.type = PiclMessage::Type::Set, .address = address, .value = value});
+        return Send({.type = PiclMessage::Type::Set, .address = address, .value = value}) != 0;
     });
     Entry entry;
     {
@@ -161,20 +172,28 @@ bool DefaultPropertyManager::ConnectToBus(PropertyAddress const& address, std::s
         known.number = entries_.size();
         entry = known;
     }
-    return Announce(address, entry);
+    unsigned const link = Announce(address, entry);
+    std::lock_guard const lock(mutex_);
+    auto& announced = entries_[address].link;
+    announced = std::max(announced, link);
+    return link != 0;
 }
 
-bool DefaultPropertyManager::Announce(PropertyAddress const& address, Entry const& entry) {
+unsigned DefaultPropertyManager::Announce(PropertyAddress const& address, Entry const& entry, unsigned link) {
     if (entry.role == Role::Owner) {
         auto const& property = *entry.property;
-        return Send({PiclMessage::Type::Publish, address, property.ValueText(), property.Name().label, property.Kind(),
-                     entry.archived});
+        return Send({PiclMessage::Type::Publish, address, property.TextToPublish(), property.Name().label,
+                     property.Kind(), entry.archived},
+                    link);
     }
-    return Send({.type = PiclMessage::Type::Subscribe, .address = address});
+    return Send({.type = PiclMessage::Type::Subscribe, .address = address}, link);
 }
 
-/// Those who follow this process hear of its writes in their order, and find it listening by then.
-void DefaultPropertyManager::AnnounceAll() {
+/// Those who follow this process hear of its writes in their order, and find it listening by then. All of it is for one
+/// link: on another that comes up meanwhile everything is said again, and a write sent twice there would be taken for
+/// done at the first of its two answers.
+void DefaultPropertyManager::AnnounceAll(unsigned link) {
+    if (link != Link()) return;
     struct Known {
         PropertyAddress address;
         Entry entry;
@@ -184,7 +203,8 @@ void DefaultPropertyManager::AnnounceAll() {
     {
         std::lock_guard const lock(mutex_);
         for (auto& [address, entry] : entries_) {
-            if (!std::exchange(entry.unannounced, false)) continue;
+            if (entry.link >= link) continue;
+            entry.link = link;
             entry.answered = entry.available = false;
             all.push_back({address, entry, 0});
         }
@@ -193,17 +213,21 @@ void DefaultPropertyManager::AnnounceAll() {
     std::ranges::stable_sort(all, {}, &Known::lastWrite);
     for (auto const& [address, entry, lastWrite] : all) {
         // What this process wrote goes first: an older value that somebody else still holds must not undo it.
-        if (entry.property && entry.role == Role::Follower) entry.property->Resend();
+        if (entry.property && entry.role == Role::Follower) entry.property->Resend(link);
     }
     std::ranges::stable_sort(all, {}, [](Known const& known) { return known.entry.number; });
     for (auto const& [address, entry, lastWrite] : all) {
-        if (entry.role == Role::Follower) Announce(address, entry);
+        if (entry.role == Role::Follower) Announce(address, entry, link);
     }
     std::ranges::stable_sort(all, {}, &Known::lastWrite);
     for (auto const& [address, entry, lastWrite] : all) {
         if (entry.role != Role::Owner) continue;
-        Announce(address, entry);
-        entry.property->Resend();
+        // A value goes ahead of its publication: whoever is told of it may write the next one, which the owner takes
+        // over as it publishes. An event goes behind, as a value that answers a subscription is none.
+        bool const isEvent = entry.property->EveryWriteCounts();
+        if (!isEvent) entry.property->Resend(link);
+        Announce(address, entry, link);
+        if (isEvent) entry.property->Resend(link);
     }
 }
 

@@ -38,9 +38,10 @@ public:
     void Take(PiclMessage const& message);
     /// Queues a message. Any thread.
     void Post(PiclMessage message);
-    /// A link comes up: what is written waits until PostLinkUp has everything said again. Any thread.
+    /// A link comes up, and is to be the only one: what is written waits until PostLinkUp has everything said again.
+    /// Any thread.
     void HoldWrites();
-    /// The link is new: says everything again. Any thread.
+    /// That link is up: says everything again. Any thread.
     void PostLinkUp();
 
     /// The property at an address, if this process has it.
@@ -66,17 +67,20 @@ private:
         bool archived = false;
         bool answered = false;
         bool available = false;
-        bool unannounced = false;  // on the link that is up now
-        std::size_t number = 0;    // in the order in which they were made
+        unsigned link = 0;       // on which it was announced last
+        std::size_t number = 0;  // in the order in which they were made
     };
 
-    bool Send(PiclMessage const& message);
-    bool Announce(PropertyAddress const& address, Entry const& entry);
+    unsigned Send(PiclMessage const& message, unsigned link = AnyLink);
+    unsigned Link() const;
+    unsigned Announce(PropertyAddress const& address, Entry const& entry, unsigned link = AnyLink);
     void Run();
     void DeliverInTurn(std::unique_lock<std::mutex>& lock, std::function<void()> const& work);
     bool AnswersSubscription(PropertyAddress const& address) const;
     void Deliver(PiclMessage const& message);
-    void AnnounceAll();
+    void AnnounceAll(unsigned link);
+
+    static constexpr unsigned AnyLink = 0;
 
     ThreadFactory* threads_;
     std::thread::id thread_;
@@ -91,6 +95,7 @@ private:
     bool stopping_ = false;
     bool running_ = false;
     bool waitingCancelled_ = false;
-    std::mutex senderMutex_;
+    mutable std::mutex senderMutex_;
     Sender sender_;
+    unsigned link_ = 1;  // that is up or comes up next, counted
 };

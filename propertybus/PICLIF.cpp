@@ -124,12 +124,10 @@ void PICLIF::Wake() {
 }
 
 void PICLIF::EnqueueSurely(PiclMessage const& message) {
-    {
-        std::lock_guard const lock(mutex_);
-        if (kept_.size() == MostKept) kept_.pop_front();
-        kept_.push_back(message);
-    }
-    Enqueue(message);
+    std::lock_guard const lock(mutex_);
+    if (kept_.size() == MostKept) kept_.pop_front();
+    kept_.push_back(message);
+    Append(message);
 }
 
 void PICLIF::NoteTaken(PropertyAddress const& address) {
@@ -141,6 +139,11 @@ void PICLIF::NoteTaken(PropertyAddress const& address) {
 
 bool PICLIF::Enqueue(PiclMessage const& message) {
     std::lock_guard const lock(mutex_);
+    return Append(message);
+}
+
+/// To be called under the lock.
+bool PICLIF::Append(PiclMessage const& message) {
     if (!connected_) return false;
     std::string line = message.Text();
     if (line.size() > PiclLines::LongestLine) {
@@ -163,18 +166,16 @@ bool PICLIF::TryConnect() {
     lines_ = PiclLines();
     // What is written from now on goes behind what has to be repeated.
     properties_->HoldWrites();
-    std::deque<PiclMessage> kept;
     {
         std::lock_guard const lock(mutex_);
         socket_ = descriptor;
         connected_ = true;
         output_.clear();
         outputBytes_ = written_ = 0;
-        kept = kept_;
+        Append({.type = PiclMessage::Type::Hello, .value = name_});
+        for (auto const& message : kept_) Append(message);
     }
     DebugLog(PICL, "connected to " + socketPath_.string());
-    Enqueue({.type = PiclMessage::Type::Hello, .value = name_});
-    for (auto const& message : kept) Enqueue(message);
     properties_->PostLinkUp();
     return true;
 }

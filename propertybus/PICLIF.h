@@ -36,6 +36,7 @@ private:
     /// Keeps the message, and sends it over again on the next link, until the server has taken it.
     void EnqueueSurely(PiclMessage const& message);
     bool Enqueue(PiclMessage const& message);
+    bool Append(PiclMessage const& message);
     void NoteTaken(PropertyAddress const& address);
     bool TryConnect();
     void Run();

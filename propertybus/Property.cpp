@@ -19,6 +19,11 @@ void Property::NotifyChanged() {
     for (auto const& callback : callbacks) callback(shared_from_this());
 }
 
+std::string Property::ValueText() const {
+    std::lock_guard const lock(mutex_);
+    return HeldText();
+}
+
 void Property::ConnectWriter(Writer writer) {
     std::lock_guard const lock(mutex_);
     writer_ = std::move(writer);
@@ -32,7 +37,7 @@ bool Property::Admit(bool differs, Origin origin, std::string const& text) {
     if (!differs && !countsAnyway) return false;
     if (origin == Origin::Process && writer_) {
         NoteWrite(text);
-        if (!holdsWrites_) writer_(text);
+        if (heldFor_ == 0) writer_(text);
     }
     return true;
 }
@@ -42,9 +47,18 @@ void Property::NoteWrite(std::string const& text) {
     static std::atomic<std::uint64_t> writes{0};
     lastWrite_ = ++writes;
     ++writesUnderWay_;
-    if (!everyWriteCounts_) repeats_.clear();
-    if (repeats_.size() == MostRepeats) repeats_.pop_front();
+    if (!everyWriteCounts_) {
+        repeats_.clear();
+    } else if (repeats_.empty()) {
+        textBeforeRepeats_ = HeldText();
+    }
+    if (repeats_.size() == MostRepeats) DropRepeat();
     repeats_.push_back(text);
+}
+
+void Property::DropRepeat() {
+    if (everyWriteCounts_) textBeforeRepeats_ = std::move(repeats_.front());
+    repeats_.pop_front();
 }
 
 void Property::NoteTaken() {
@@ -52,7 +66,7 @@ void Property::NoteTaken() {
     {
         std::lock_guard const lock(mutex_);
         if (writesUnderWay_ > 0) --writesUnderWay_;
-        if (repeats_.size() > writesUnderWay_) repeats_.pop_front();
+        if (repeats_.size() > writesUnderWay_) DropRepeat();
         if (writesUnderWay_ == 0) callback = onTaken_;
     }
     if (callback) callback();
@@ -73,25 +87,29 @@ std::uint64_t Property::LastWrite() const {
     return lastWrite_;
 }
 
-void Property::HoldWrites() {
+void Property::HoldWrites(unsigned link) {
     std::lock_guard const lock(mutex_);
-    holdsWrites_ = true;
+    heldFor_ = link;
 }
 
-void Property::Resend() {
+void Property::Resend(unsigned link) {
     std::lock_guard const lock(mutex_);
-    holdsWrites_ = false;
+    if (heldFor_ != 0 && heldFor_ != link) return;
+    heldFor_ = 0;
     if (!writer_) return;
     writesUnderWay_ = repeats_.size();
     for (auto const& text : repeats_) writer_(text);
+}
+
+std::string Property::TextToPublish() const {
+    std::lock_guard const lock(mutex_);
+    return everyWriteCounts_ && !repeats_.empty() ? textBeforeRepeats_ : HeldText();
 }
 
 bool StringProperty::Take(std::string const& text, Origin origin) {
     Store(text, origin);
     return true;
 }
-
-std::string BoolProperty::ValueText() const { return TarvoBoolToString(Get()); }
 
 bool BoolProperty::Take(std::string const& text, Origin origin) {
     if (text != "true" && text != "false") return false;
@@ -100,8 +118,6 @@ bool BoolProperty::Take(std::string const& text, Origin origin) {
 }
 
 void UInt32Property::Set(std::uint32_t value) { Store(std::clamp(value, low_, high_), Origin::Process); }
-
-std::string UInt32Property::ValueText() const { return std::to_string(Get()); }
 
 bool UInt32Property::Take(std::string const& text, Origin origin) {
     std::uint32_t value = 0;

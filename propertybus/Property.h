@@ -41,7 +41,7 @@ public:
     void AddCallback(Callback callback);
 
     /// The value as it travels on the bus.
-    virtual std::string ValueText() const = 0;
+    std::string ValueText() const;
     /// Takes a value given as text; false, and nothing changed, if the text is none of the property's type.
     bool SetValueText(std::string const& text) { return Take(text, Origin::Process); }
 
@@ -54,6 +54,7 @@ public:
         everyWriteCounts_ = true;
         everyDeliveryCounts_ = isOwner;
     }
+    bool EveryWriteCounts() const { return everyWriteCounts_; }
     void ConnectWriter(Writer writer);
     /// With it, each delivery from the bus is an event, also one of the value that is there; but not what only answers
     /// a subscription.
@@ -70,15 +71,20 @@ public:
     void SetTakenCallback(std::function<void()> callback);
     /// The place of this process's last write of the property among its writes of all properties; 0 for none.
     std::uint64_t LastWrite() const;
-    /// The link is new: what is written waits for Resend.
-    void HoldWrites();
-    /// Sends again what may be lost: the value, or each write if every one counts.
-    void Resend();
+    /// A new link, counted from 1: what is written waits for Resend.
+    void HoldWrites(unsigned link);
+    /// Sends again what may be lost: the value, or each write if every one counts. Nothing if what is written waits for
+    /// another link.
+    void Resend(unsigned link);
+    /// What a new link publishes: the value, but the one before what Resend sends if every write counts.
+    std::string TextToPublish() const;
 
 protected:
     enum class Origin { Process, Bus, BusAnswer };
 
     virtual bool Take(std::string const& text, Origin origin) = 0;
+    /// ValueText, to be called under the lock.
+    virtual std::string HeldText() const = 0;
     /// To be called under the lock before a value is stored; says whether it is stored, and tells the bus.
     bool Admit(bool differs, Origin origin, std::string const& text);
     void NotifyChanged();
@@ -87,6 +93,7 @@ protected:
 
 private:
     void NoteWrite(std::string const& text);
+    void DropRepeat();
 
     PropertyName const name_;
     std::vector<Callback> callbacks_;
@@ -94,7 +101,8 @@ private:
     std::function<void()> onTaken_;
     std::size_t writesUnderWay_ = 0;
     std::deque<std::string> repeats_;  // what Resend sends of them
-    bool holdsWrites_ = false;
+    std::string textBeforeRepeats_;    // if every write counts
+    unsigned heldFor_ = 0;             // the link that writes wait for; 0 for none
     std::uint64_t lastWrite_ = 0;
     bool everyWriteCounts_ = false;
     bool everyDeliveryCounts_ = false;
@@ -118,6 +126,8 @@ public:
     void Set(T value) { Store(std::move(value), Origin::Process); }
 
 protected:
+    std::string HeldText() const override { return PropertyText(value_); }
+
     void Store(T value, Origin origin) {
         {
             std::lock_guard const lock(mutex_);
@@ -134,7 +144,6 @@ private:
 class StringProperty : public TypedProperty<std::string> {
 public:
     using TypedProperty::TypedProperty;
-    std::string ValueText() const override { return Get(); }
     char const* Kind() const override { return "string"; }
 
 protected:
@@ -145,7 +154,6 @@ protected:
 class BoolProperty : public TypedProperty<bool> {
 public:
     using TypedProperty::TypedProperty;
-    std::string ValueText() const override;
     char const* Kind() const override { return "bool"; }
 
 protected:
@@ -160,7 +168,6 @@ public:
         : TypedProperty(std::move(name), value), low_(low), high_(high) {}
 
     void Set(std::uint32_t value);
-    std::string ValueText() const override;
     char const* Kind() const override { return "uint32"; }
 
 protected:
