@@ -211,9 +211,13 @@ TEST_F(PrintDriverTest, TheJobsFolderIsMadeAgain) {
     unsigned serial = 0;
     for (auto const& folder : {folder_ / "jobs", folder_ / "jobs", folder_.Path()}) {
         said_.clear();
-        std::filesystem::remove_all(folder);
-        EXPECT_TRUE(Until([&] { return std::filesystem::exists(folder_ / "jobs"); }));
-        EXPECT_NE(said_.find("was removed, and the jobs in it"), std::string::npos) << said_;
+        // At once: the property server makes its socket there again while a folder is emptied slowly.
+        std::filesystem::path const gone = folder_.Path().string() + "-gone";
+        std::filesystem::rename(folder, gone);
+        std::filesystem::remove_all(gone);
+        if (serial == 1) std::filesystem::create_directory(folder);  // as the host may
+        EXPECT_TRUE(Until([&] { return said_.find("was removed, and the jobs in it") != std::string::npos; }));
+        EXPECT_TRUE(std::filesystem::exists(folder_ / "jobs"));
         EXPECT_TRUE(Until([&] { return canSend->Get() == "false"; })) << "the host looks for what it has lost";
         std::filesystem::create_directory(folder_ / "out");
         std::string const job = "job" + std::to_string(++serial);
