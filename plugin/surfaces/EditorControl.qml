@@ -12,6 +12,9 @@ Rectangle {
     // Saves again, for sure this time.
     property var saveForSure: () => {}
 
+    // A small display has no room for all words.
+    readonly property bool isNarrow: width < 600
+
     color: "#f4f6f7"
     implicitWidth: 800
     implicitHeight: 420
@@ -75,7 +78,7 @@ Rectangle {
                 color: "#b8bec4"
             }
             Item {
-                Layout.preferredWidth: 280
+                Layout.preferredWidth: control.isNarrow ? 224 : 280
                 Layout.fillHeight: true
 
                 EditorFieldPanel {

@@ -13,6 +13,7 @@ Rectangle {
     property alias several: label.several
     property bool choosing: false
     readonly property bool isChoosing: choosing || !editor.isOpen
+    readonly property bool isNarrow: width < 320
     readonly property var zoomSteps: [0.1, 0.25, 0.5, 0.75, 1, 1.5, 2, 3, 4, 6, 8]
 
     function zoomIn() {
@@ -22,6 +23,20 @@ Rectangle {
     function zoomOut() {
         const before = zoomSteps.filter(step => step < label.shownZoom - 0.001)
         if (before.length > 0) label.zoomTo(before[before.length - 1])
+    }
+
+    // What is wrong with the label, or has been found about it.
+    component Notice: Text {
+        objectName: "notice"
+        readonly property var findings: surface.editor.findings
+        text: surface.editor.problem || (surface.editor.fieldCount === 0 ? "This label has no fields that can be changed."
+            : findings.length > 1 ? findings[0] + " (and " + (findings.length - 1) + " more)" : findings[0] ?? "")
+        textFormat: Text.PlainText
+        color: surface.editor.problem ? "#b3261e" : "#58656f"
+        font.pixelSize: 13
+        verticalAlignment: Text.AlignVCenter
+        wrapMode: Text.Wrap
+        elide: Text.ElideRight
     }
 
     color: "#d8dcdf"
@@ -36,6 +51,18 @@ Rectangle {
         objectName: "label"
         anchors { fill: parent; bottomMargin: tools.height }
         visible: !surface.isChoosing
+    }
+    // Over the label where there is no room beside the buttons.
+    Rectangle {
+        anchors { left: parent.left; right: parent.right; bottom: tools.top }
+        height: words.implicitHeight + 8
+        visible: surface.isNarrow && !surface.isChoosing && words.text !== ""
+        color: "#e8ffffff"
+        Notice {
+            id: words
+            anchors { fill: parent; leftMargin: 6; rightMargin: 6 }
+            maximumLineCount: 2
+        }
     }
     WheelHandler {
         acceptedModifiers: Qt.ControlModifier
@@ -62,19 +89,10 @@ Rectangle {
                 checked: surface.several
                 onClicked: surface.several = !surface.several
             }
-            Text {
-                objectName: "notice"
+            Notice {
+                visible: !surface.isNarrow
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                readonly property var findings: surface.editor.findings
-                text: surface.editor.problem || (surface.editor.fieldCount === 0 ? "This label has no fields that can be changed."
-                    : findings.length > 1 ? findings[0] + " (and " + (findings.length - 1) + " more)" : findings[0] ?? "")
-                textFormat: Text.PlainText
-                color: surface.editor.problem ? "#b3261e" : "#58656f"
-                font.pixelSize: 13
-                verticalAlignment: Text.AlignVCenter
-                wrapMode: Text.Wrap
-                elide: Text.ElideRight
             }
         }
     }

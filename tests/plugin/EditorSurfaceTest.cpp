@@ -336,6 +336,15 @@ TEST_F(EditorSurfaceTest, OpensWhateverIsStored) {
         many += "^FO" + std::to_string(i % 10 * 80) + "," + std::to_string(i / 10 * 60) + "^A0N,30^FD" +
                 std::to_string(i) + "^FS";
     Store("E/MANY.ZPL", many);
+    {
+        Touched small(QStringLiteral("EditorControl"), {480, 220});
+        small.Click("E:BAD.ZPL");
+        Wait();
+        EXPECT_EQ(small.TextOf("notice"), "This label has no fields that can be changed.");
+        auto const* const last = small.Find("several");
+        EXPECT_LE(last->x() + last->width(), last->parentItem()->width()) << "over what stands beside it";
+        Editor().close();
+    }
     Touched editor(QStringLiteral("EditorControl"));
     for (char const* const name : {"E:EMPTY.ZPL", "E:NONE.ZPL", "E:BAD.ZPL"}) {
         editor.Click(name);
