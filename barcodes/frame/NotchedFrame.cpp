@@ -21,7 +21,8 @@ ZplContextKeys::RenderFunction NotchedBarcodeRenderFunction(BarcodeValidate vali
         }
         auto const model = encode(text);
         if (!model) return;
-        NoteEncoded(processor, text);
+        // The encoder was given what the symbology made of the text.
+        NoteEncoded(processor, model->GetText());
         render(*model, processor, split ? split(data, model->GetCheckDigit()) : std::vector<std::string>{data});
     };
 }

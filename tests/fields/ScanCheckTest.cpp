@@ -156,6 +156,8 @@ std::string const Unread =
 Damage const ReadLabels[] = {
     {"^FO40,40^BCR,80^FD>;1234>6AB^FS^FO200,40^BXN,6,200,,,,_^FD_1AB^FS^FO200,200^BQN,2,4^FDHM,N0123^FS", {}},
     {"^PMY^FO100,40^BCN,80^FDABC^FS^FO200,200^BQN,2,4^FDQA,Hello^FS", Unread + "print it without mirroring"},
+    // A UPC-A told in the six digits of a UPC-E.
+    {"^FO60,60^B9N,160^FD1234500006^FS", {}},
     // What error correction repairs, and what it does not.
     {"^FO60,60^BQN,2,4^FDQA,Hello^FS^FO100,100^GB12,12,12^FS",
      "barcode-doubtful: the barcode \"QA,Hello\" is overprinted on 1 % of its area by the box or line at x = 100, y = "
