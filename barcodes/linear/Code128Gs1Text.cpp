@@ -12,6 +12,9 @@ namespace {
 using Barcode::Encoder::Code128EncodeMode;
 using Barcode::Encoder::Code128Encoder;
 
+/// FNC1 as the encoder takes it; it leads every symbol.
+constexpr std::string_view LeadingFnc1 = "\xE6";
+
 /// What people put around identifiers and between groups.
 bool IsDecoration(char c) { return c == '(' || c == ')' || c == ' '; }
 
@@ -55,12 +58,12 @@ public:
     }
 
 private:
-    /// FNC1 is the only escape; at any other the data end. The encoder leads with FNC1 itself, so one in front is left
-    /// out.
+    /// FNC1 is the only escape; at any other the data end. In front it is the one that leads the symbol, and stands
+    /// there once.
     bool ReadEscape() {
         if (position_ + 1 >= data_.size() || data_[position_ + 1] != '8') return false;
         position_ += 2;
-        if (!text_.symbol.empty()) text_.symbol += static_cast<char>(Fnc1);
+        if (text_.symbol != LeadingFnc1) text_.symbol += static_cast<char>(Fnc1);
         return true;
     }
 
@@ -113,7 +116,8 @@ std::string TransformInput(std::string const& data) { return Scanner(data).Run()
 std::string TransformInterpretationLine(std::string const& data) { return Scanner(data).Run().line; }
 
 Barcode::Encoder::ValidationStatus Validate(std::string const& input) {
-    return Code128Encoder::Validate(input, Code128EncodeMode::Gs1);
+    // What leads a symbol is no data of it.
+    return Code128Encoder::Validate(input == LeadingFnc1 ? std::string_view() : input, Code128EncodeMode::Gs1);
 }
 
 std::unique_ptr<Barcode::Model::LinearBarcodeModel> Encode(std::string const& input) {
