@@ -80,6 +80,7 @@ void HandleBarcodeError(ContextProcessor& processor, std::string const& message,
     if (!target) return;
     if (!force && !processor.at(ZplContextKeys::EnableBarcodeValidation)) return;
     auto const field = FieldPlacement::From(processor);
+    target->SetFieldVariable(processor.at(ZplContextKeys::FieldVariable));
     DrawBarcodeError(*target, field.origin, field.orientation, field.justification, message);
     StoreNextFieldOrigin(processor, field.origin);
 }

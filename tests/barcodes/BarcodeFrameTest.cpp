@@ -72,6 +72,11 @@ TEST(BarcodeFrame, TellsTheTargetWhatIsVariableAndReversed) {
     EXPECT_EQ(Draw(bench, "^FO100,40^FD12", false, OnlyDigits, false), "image 100,40 18x50 from 18x50 pixels\n");
     bench.processor.set(ContextProcessor::ElementContext, ZplContextKeys::FieldRenderFunction, RenderSimple);
     EXPECT_EQ(bench.Run("^FO100,40^FVx^FS"), "image 100,40 24x16 from 24x16 pixels variable\n");
+    // The error of a symbol is a part of its field.
+    EXPECT_EQ(bench.Run("^FO100,40^BXN,4,0,10^FDx^FS"),
+              "rect 109,49 to 221,67 thickness 18\ntext 100,48 ' INVALID - P ' D 1x1 white\n");
+    EXPECT_EQ(bench.Run("^FO100,40^BXN,4,0,10^FVx^FS"),
+              "rect 109,49 to 221,67 thickness 18 variable\ntext 100,48 ' INVALID - P ' D 1x1 white variable\n");
 }
 
 TEST(BarcodeFrame, TurnsTheSymbolWithItsLine) {
