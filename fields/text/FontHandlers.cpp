@@ -85,9 +85,9 @@ class FontIdentifierHandler : public HandlerFor<CommandId("CW")> {
 public:
     bool HandleCommand(Context&, ZplCommand const& command, ContextProcessor& processor) override {
         auto const letter = ParseFontLetter(command, 0);
-        auto const name = ZplCore::ToFontName(command.Parameter(1));
+        std::string const& name = command.Parameter(1);
         constexpr std::size_t LongestFileName = 255;
-        if (!letter || name.empty() || name.size() > LongestFileName) return true;
+        if (!letter || ZplCore::ToFontName(name).empty() || name.size() > LongestFileName) return true;
         auto substitutes = processor.at(ZplContextKeys::FontSubstitute);
         substitutes[*letter] = name;
         processor.set(ContextProcessor::SystemContext, ZplContextKeys::FontSubstitute, std::move(substitutes));

@@ -177,7 +177,7 @@ std::vector<CommandRow> const Rows = {
     {"BY", "^BY3,2.567,50", Values<BarcodeModuleWidth, BarcodeRatio, BarcodeHeight>, "3 2.5 50", {"^BY", "^BYx,abc,y", "^BY,3.5^FS"}},
     {"BY", "^BY0,3.01,0", Values<BarcodeModuleWidth, BarcodeRatio, BarcodeHeight>, "0 3 1", {}},
     {"CV", "^CVY", Values<EnableBarcodeValidation>, "yes", {}},
-    {"CW", "^CWQ,E:BOLD.TTF", Values<FontSubstitute>, "C=D Q=BOLD.TTF ", {"^CW", "^CW,E:X.TTF", "^CW?,E:X.TTF", "^CWQ", "^CWQ,E:"}},
+    {"CW", "^CWQ,E:BOLD.TTF", Values<FontSubstitute>, "C=D Q=E:BOLD.TTF ", {"^CW", "^CW,E:X.TTF", "^CW?,E:X.TTF", "^CWQ", "^CWQ,E:"}},
     {"FC", "^FO1,2^FC^FD%Y^FS", Drawn, "text 1,2 '2024' A 1x1\n", {"^FO1,2^FC,,^FD%Y^FS", "^FO1,2^FC%^FD%Y^FS"}},
 };
 // clang-format on
