@@ -62,11 +62,22 @@ FontMetrics const& MetricsOf(FontName const& name) {
     return DefaultSystemFontMetrics[0];
 }
 
+/// The font that an object name stands for. One that is listed in this very spelling keeps it.
+FontName FontOf(std::string const& objectName, ContextProcessor const& processor) {
+    FontName const name = ToFontName(objectName);
+    auto const& fonts = processor.at(ZplContextKeys::TrueTypeFonts);
+    auto const isListed = [&fonts](FontName const& font) {
+        return std::find(fonts.begin(), fonts.end(), font) != fonts.end();
+    };
+    bool const isOurs = IsBitmapFont(name) || IsCachedFont(name);
+    return !isOurs && !isListed(name) && isListed(objectName) ? objectName : name;
+}
+
 /// The name behind a font letter, by its substitute if there is one.
 FontName NameOf(char letter, ContextProcessor const& processor) {
     auto const& substitutes = processor.at(ZplContextKeys::FontSubstitute);
     auto const found = substitutes.find(letter);
-    return found == substitutes.end() ? FontName(1, letter) : ToFontName(found->second);
+    return found == substitutes.end() ? FontName(1, letter) : FontOf(found->second, processor);
 }
 
 bool IsDrawable(FontName const& name, ContextProcessor const& processor) {
@@ -178,7 +189,7 @@ std::pair<unsigned, unsigned> GetFontBoundary(ContextProcessor& processor, ZplPa
 
 FontName TransformToZplFont(std::variant<BuiltInFont, UserFont> const& font, ContextProcessor const& processor) {
     auto const* builtIn = std::get_if<BuiltInFont>(&font);
-    FontName name = builtIn ? NameOf(builtIn->letter, processor) : ToFontName(std::get<UserFont>(font).name);
+    FontName name = builtIn ? NameOf(builtIn->letter, processor) : FontOf(std::get<UserFont>(font).name, processor);
     if (IsDrawable(name, processor)) return name;
     FontName fallback = NameOf(processor.at(ZplContextKeys::DefaultFont), processor);
     bool const hasDefault = IsDrawable(fallback, processor);

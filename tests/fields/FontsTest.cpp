@@ -106,6 +106,18 @@ TEST(Fonts, TrueTypeByObjectName) {
               "truetype 0,30 40x20 'abcd' ARIAL.TTF turned 90\n");
 }
 
+TEST(Fonts, AListedFontKeepsItsSpelling) {
+    FieldBench bench;
+    bench.processor.set(ContextProcessor::SystemContext, ZplContextKeys::TrueTypeFonts,
+                        std::vector<std::string>{"Arial.ttf", "BOLD.TTF"});
+    bench.processor.set(ContextProcessor::SystemContext, ZplContextKeys::FontSubstitute,
+                        ZplContextKeys::FontsByLetter{{'Z', "Arial.ttf"}, {'Y', "E:bold.ttf"}});
+    EXPECT_EQ(TransformToZplFont(UserFont{"Arial.ttf"}, bench.processor), "Arial.ttf");
+    EXPECT_EQ(TransformToZplFont(UserFont{"ARIAL.TTF"}, bench.processor), "ARIAL.TTF");
+    EXPECT_EQ(TransformToZplFont(BuiltInFont{'Z'}, bench.processor), "Arial.ttf");
+    EXPECT_EQ(TransformToZplFont(BuiltInFont{'Y'}, bench.processor), "BOLD.TTF");
+}
+
 TEST(TrueTypeUtils, ScalesStepFonts) {
     auto const info = TrueTypeUtils::ScaleZPLFont('R', 88, 10, Scripting::Dpi(203));
     EXPECT_DOUBLE_EQ(info.pointSize, (0.2192 * 88 + 0.0955) * 1.5);
