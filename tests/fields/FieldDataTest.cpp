@@ -57,6 +57,8 @@ constexpr DrawRow Rows[] = {
     {"filling field names a font", "^FO1,2^ABN,22,14^FN1^FS^AD^FN1^FDx^FS", "text 1,2 'x' D 1x1\n"},
     {"template keeps orientation and reverse", "^FO1,2^FR^AAR^FN1^FS^FN1^FDx^FS",
      "text 1,2 'x' A 1x1 turned 90 reverse\n"},
+    {"template is reversed by the label it is filled on", "^FO1,2^FN1^FS^LRY^FN1^FDx^FS",
+     "text 1,2 'x' A 1x1 reverse\n"},
     {"number with data is an ordinary field", "^FO1,2^FN1^FDx^FS", "text 1,2 'x' A 1x1\n"},
     {"number is its leading digits", "^FO1,2^FN12abc^FS^FN12^FDx^FS", "text 1,2 'x' A 1x1\n"},
     {"what begins with no digit is no number", "^FO1,2^FNx1^FS^FN1^FDx^FS", "text 0,0 'x' A 1x1\n"},

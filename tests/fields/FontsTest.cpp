@@ -95,6 +95,11 @@ TEST(Fonts, TrueTypeByObjectName) {
     EXPECT_EQ(bench.Next(), "30,32");  // 37 of 100 of the height lie below the baseline
     EXPECT_EQ(bench.Run("^FO10,20^FPV^A@N,40,20,E:ARIAL.TTF^FDab^FS"),
               "truetype 10,12 10x40 'a\nb\n' ARIAL.TTF vertical\n");
+    // Spacing is for characters that stand beside each other.
+    EXPECT_EQ(bench.Run("^FO10,20^FPV,3^A@N,40,20,E:ARIAL.TTF^FDab^FS"),
+              "truetype 10,12 10x40 'a\nb\n' ARIAL.TTF vertical\n");
+    EXPECT_EQ(bench.Run("^FO10,20^FPR,3^A@R,40,20,E:ARIAL.TTF^FDab^FS"),
+              "truetype 10,13 20x20 'ba' ARIAL.TTF spacing 3 turned 90\n");
     EXPECT_EQ(bench.Run("^FO100,20^FPR^A@N,40,20,E:ARIAL.TTF^FDab^FS"), "truetype 90,12 20x20 'ba' ARIAL.TTF\n");
     // A file of a short name is no font letter.
     bench.target->trueTypeFont = "D.TTF";

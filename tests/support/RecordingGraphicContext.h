@@ -99,10 +99,11 @@ public:
         Record("text", x, y, "'" + std::string(text) + "'" + more);
     }
     void DrawTrueTypeText(std::string_view font, int x, int y, int width, int height, std::string_view text,
-                          bool vertical, double, double, int, Scripting::ScriptTextJustification, int) override {
-        Record(
-            "truetype", x, y,
-            Box(width, height) + " '" + std::string(text) + "' " + std::string(font) + (vertical ? " vertical" : ""));
+                          bool vertical, double, double, int, Scripting::ScriptTextJustification,
+                          int spacing) override {
+        Record("truetype", x, y,
+               Box(width, height) + " '" + std::string(text) + "' " + std::string(font) +
+                   (vertical ? " vertical" : "") + (spacing != 0 ? " spacing " + std::to_string(spacing) : ""));
     }
     void DrawRect(int x1, int y1, int x2, int y2, unsigned thickness) override {
         Record("rect", x1, y1, "to " + Point(x2, y2) + " thickness " + std::to_string(thickness));
