@@ -28,7 +28,7 @@ void StreamReader::TakeReport(LogTopic topic, std::string_view text, std::string
 std::optional<FinishedLabel> StreamReader::Read(std::string_view& bytes, bool isLast) {
     if (!stream_) Open();
     do {
-        auto result = stream_->Consume(bytes, false, isLast);
+        auto result = isLast && bytes.empty() ? stream_->ConsumeOpenCommand() : stream_->Consume(bytes, false, isLast);
         bytes = result.remaining;
         if (!result.label) continue;
         auto& [text, label] = *result.label;

@@ -53,12 +53,20 @@ void ZplCommandProcessor::SetSystemContext(std::shared_ptr<Context> context) {
 
 ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::string_view input, bool controlCommandsOnly,
                                                                       bool flushAtEnd) {
+    if (input.empty()) return {};
+    return ReadOn(input, controlCommandsOnly, flushAtEnd);
+}
+
+ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessOpenCommand() { return ReadOn({}, false, true); }
+
+/// An empty `input` gives the command that came with the input before, if `flushAtEnd` is set.
+ZplCommandProcessor::ProcessResult ZplCommandProcessor::ReadOn(std::string_view input, bool controlCommandsOnly,
+                                                               bool flushAtEnd) {
     ProcessResult result;
     // Who goes on with the stream has drawn the label that came last, or draws it anew.
     replay_.reset();
     std::size_t position = 0;
-    bool isOpen = flushAtEnd && input.empty();  // a command that came with the input before
-    while ((position < input.size() || std::exchange(isOpen, false)) && !result.label) {
+    do {
         if (!IsInFormat()) formatOffset_.reset();
         auto const command = NextCommand(input, position, flushAtEnd);
         if (!command) break;
@@ -89,7 +97,7 @@ ZplCommandProcessor::ProcessResult ZplCommandProcessor::ProcessString(std::strin
             FinishFormat(result);
             isFinishing_ = false;
         }
-    }
+    } while (position < input.size() && !result.label);
     result.remaining = input.substr(position);
     return result;
 }

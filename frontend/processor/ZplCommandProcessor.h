@@ -73,8 +73,10 @@ public:
 
     /// Reads `input` up to the end of the next printable label, or to its end. The caller goes on with `remaining`
     /// until that is empty. With `controlCommandsOnly` nothing is recorded; with `flushAtEnd` the end of `input`
-    /// completes a command that is still open, also one that came with the input before.
+    /// completes a command that is still open. An empty `input` does nothing, whatever the flags.
     ProcessResult ProcessString(std::string_view input, bool controlCommandsOnly, bool flushAtEnd);
+    /// Completes a command that is still open where the stream turns out to have ended with the input before.
+    ProcessResult ProcessOpenCommand();
 
     /// Whether a format has begun and not ended.
     bool IsInFormat() const { return contextProcessor_.GetContext(ContextProcessor::LabelContext) != nullptr; }
@@ -106,6 +108,7 @@ public:
     void IncrementLifetimeScriptCount(unsigned count) const;
 
 private:
+    ProcessResult ReadOn(std::string_view input, bool controlCommandsOnly, bool flushAtEnd);
     std::unique_ptr<ZplCommand> NextCommand(std::string_view input, std::size_t& position, bool flushAtEnd);
     void RunOrRecord(CommandHandler& handler, ZplCommand const& command, bool controlCommandsOnly);
     void FinishFormat(ProcessResult& result);

@@ -40,20 +40,35 @@ ZplCommandProcessor::ProcessResult PrintStream::Consume(std::string_view input, 
     try {
         return session_->Consume(input, controlCommandsOnly, flushAtEnd);
     } catch (std::exception const& error) {
-        auto rest = session_->TakeRest();
-        if (!Log::Place()) Log::SetPlace(session_->LastCommandOffset());
-        Log::Report(LogTopic::Dropped,
-                    Explain(error) + (rest.lostFormat ? "; this format is dropped" : "; this command is dropped"));
-        // At least the byte that the memory ran out at, so that the run comes to an end.
-        auto const read = std::max<std::uint64_t>(rest.tokenizer.ConsumedBytes() - before, 1);
-        rest.tokenizer.StartAt(before + read);
-        auto fresh = OpenSession();
-        fresh->GoOnFrom(*session_, std::move(rest));
-        session_ = std::move(fresh);
-        ZplCommandProcessor::ProcessResult result;
-        result.remaining = input.substr(std::min<std::uint64_t>(read, input.size()));
-        return result;
+        return GoOnBehind(error, input, before);
     }
+}
+
+ZplCommandProcessor::ProcessResult PrintStream::ConsumeOpenCommand() {
+    auto const before = session_->ConsumedBytes();
+    try {
+        return session_->ConsumeOpenCommand();
+    } catch (std::exception const& error) {
+        return GoOnBehind(error, {}, before);
+    }
+}
+
+/// `input` is what threw, and began `before` bytes into the stream.
+ZplCommandProcessor::ProcessResult PrintStream::GoOnBehind(std::exception const& error, std::string_view input,
+                                                           std::uint64_t before) {
+    auto rest = session_->TakeRest();
+    if (!Log::Place()) Log::SetPlace(session_->LastCommandOffset());
+    Log::Report(LogTopic::Dropped,
+                Explain(error) + (rest.lostFormat ? "; this format is dropped" : "; this command is dropped"));
+    // At least the byte that the memory ran out at, so that the run comes to an end.
+    auto const read = std::max<std::uint64_t>(rest.tokenizer.ConsumedBytes() - before, 1);
+    rest.tokenizer.StartAt(before + read);
+    auto fresh = OpenSession();
+    fresh->GoOnFrom(*session_, std::move(rest));
+    session_ = std::move(fresh);
+    ZplCommandProcessor::ProcessResult result;
+    result.remaining = input.substr(std::min<std::uint64_t>(read, input.size()));
+    return result;
 }
 
 }  // namespace Zpl::Host

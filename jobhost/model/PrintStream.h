@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -37,6 +38,8 @@ public:
 
     /// As Session::Consume, but throws only if there is not even memory for a fresh session.
     ZplCommandProcessor::ProcessResult Consume(std::string_view input, bool controlCommandsOnly, bool flushAtEnd);
+    /// The same with Session::ConsumeOpenCommand.
+    ZplCommandProcessor::ProcessResult ConsumeOpenCommand();
 
     /// The session under way.
     Session& Current() { return *session_; }
@@ -46,6 +49,8 @@ public:
 
 private:
     std::unique_ptr<Session> OpenSession();
+    ZplCommandProcessor::ProcessResult GoOnBehind(std::exception const& error, std::string_view input,
+                                                  std::uint64_t before);
 
     MakeSession makeSession_;
     std::optional<Watch> watch_;

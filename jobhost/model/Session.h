@@ -25,6 +25,8 @@ public:
     ZplCommandProcessor::ProcessResult Consume(std::string_view input, bool controlCommandsOnly, bool flushAtEnd) {
         return processor_.ProcessString(input, controlCommandsOnly, flushAtEnd);
     }
+    /// See ZplCommandProcessor.
+    ZplCommandProcessor::ProcessResult ConsumeOpenCommand() { return processor_.ProcessOpenCommand(); }
 
     void SetUnknownCommandObserver(ZplCommandProcessor::UnknownCommandObserver observer) {
         processor_.SetUnknownCommandObserver(std::move(observer));

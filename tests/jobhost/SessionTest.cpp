@@ -84,9 +84,11 @@ TEST_F(SessionTest, ReturnsEachLabelWithTheRestOfTheInput) {
     auto const first = session->Consume(stream, false, true);
     ASSERT_TRUE(first.label);
     EXPECT_EQ(first.remaining, "^XA^FDb^FS^XZ");
+    EXPECT_TRUE(session->Consume("~ZZ", false, false).allCommandsKnown);
     auto const none = session->Consume("", false, true);
-    EXPECT_TRUE(none.allCommandsKnown);
+    EXPECT_TRUE(none.allCommandsKnown) << "the open command waits for the end of an input that has bytes";
     EXPECT_FALSE(none.label);
+    EXPECT_FALSE(session->Consume("\n", false, true).allCommandsKnown);
 }
 
 TEST_F(SessionTest, InControlOnlyModeNothingIsRecorded) {
