@@ -243,9 +243,16 @@ void PrintDriver::PausePrinting(char const* status) {
     pageTimer_.stop();
     patience_.stop();
     state_ = State::Paused;
-    status_->Set(status);
+    pauseStatus_ = status;
+    ReportPause();
     say_("paused before page " + std::to_string(next_ + 1) + " of job " + names_.Job() + "; type resume to go on");
     EndIfGone();
+}
+
+/// Not before the path is there: where the start of the job is lost with the server, what replaces its status is told
+/// behind the path, and the host would take the job for the one before, which is done.
+void PrintDriver::ReportPause() {
+    if (path_->IsTaken()) status_->Set(pauseStatus_);
 }
 
 void PrintDriver::Pause() {

@@ -25,7 +25,8 @@
 /// Consumes the pages of jobs as a printer does: one job after the other, page by page, each in the time that its
 /// length takes. Reports status, then path, then page, and keeps a copy of each page. The end of a job is reported when
 /// the host has heard of its start, and the next job starts when it has heard of that end: a report that is lost with
-/// the property server is made again, but not one that a later report has replaced.
+/// the property server is made again, but not one that a later report has replaced. So a pause is reported when the
+/// path is taken.
 class PrintDriver : public QObject {
 public:
     struct Options {
@@ -105,6 +106,7 @@ private:
     void FinishJob();
     void EndJob();
     void ReportEnd();
+    void ReportPause();
     void WritePacket(JsonWriter& writer) const;
 
     Options options_;
@@ -136,8 +138,9 @@ private:
     PrintEngine::Printing::JobMetaData metaData_;
     std::uint32_t origin_ = 0;  // of that job; 0 if it is not known
     std::optional<CutJob> cut_;
-    unsigned next_ = 0;       // page to print next
-    bool tagIsRead_ = false;  // of that page
+    char const* pauseStatus_ = "";  // while that job is paused
+    unsigned next_ = 0;             // page to print next
+    bool tagIsRead_ = false;        // of that page
     PageNames names_;
     std::set<std::filesystem::path> finished_;
     WaitingJobs waiting_;

@@ -37,6 +37,7 @@ bool PrintDriver::HostHasHeard() {
 }
 
 void PrintDriver::GoAhead() {
+    if (state_ == State::Paused) ReportPause();
     if (state_ != State::Idle && state_ != State::Ending) return;
     if (!HostHasHeard()) return;
     if (state_ == State::Ending) return ReportEnd();

@@ -51,10 +51,11 @@ protected:
         host_ = std::make_unique<BusComponent>(threads_, ComponentIdentifiers::ZplHost, folder_ / "socket");
         host_->Own<UInt32Property>(PropertyNames::ZplUnPause, PropertyGroups::PrintOperations, 0U);
     }
-    void MakeJob(std::string const& name, unsigned pages, unsigned serial) {
+    void MakeJob(std::string const& name, unsigned pages, unsigned serial, std::vector<unsigned> pauses = {}) {
         std::filesystem::create_directories(folder_ / "jobs" / name);
-        PrintEngine::Printing::JobMetaData{.jobName = name, .totalPages = pages, .serial = serial}.Write(folder_ /
-                                                                                                         "jobs" / name);
+        PrintEngine::Printing::JobMetaData{
+            .jobName = name, .totalPages = pages, .pauseIndices = std::move(pauses), .serial = serial}
+            .Write(folder_ / "jobs" / name);
     }
     void MakePage(std::string const& job, unsigned page) {
         WriteFileAtomically(folder_ / "jobs" / job / std::to_string(page), "page");
@@ -77,7 +78,7 @@ protected:
     QCoreApplication application_{argc_, nullptr};
     TemporaryDirectory folder_;
     ThreadFactory threads_{20};
-    PropertyServerThread server_{folder_.Path()};
+    std::unique_ptr<PropertyServerThread> server_ = std::make_unique<PropertyServerThread>(folder_.Path());
     std::unique_ptr<BusComponent> host_;
     std::shared_ptr<StringProperty> status_;
     std::shared_ptr<StringProperty> path_;
@@ -91,6 +92,28 @@ TEST_F(PrintDriverTest, ReportsTheEndWhileThePathStands) {
     MakeJob("a", 1, 1);
     MakePage("a", 0);
     EXPECT_TRUE(Until([&] { return reports_ == "Printing|a||NO PAGE|"; })) << reports_;
+}
+
+TEST_F(PrintDriverTest, AStatusGoesBeforeThePathAlsoIfItIsLostWithTheServer) {
+    MakeJob("a", 1, 1);
+    MakePage("a", 0);
+    EXPECT_TRUE(Until([&] { return reports_.ends_with("NO PAGE|"); })) << reports_;
+    auto const resume = host_->Properties().Follow<BoolProperty>(
+        ComponentIdentifiers::FirmwareDriver, ExternalAppRegistration::Plain,
+        {PropertyNames::ResumePrinting, "", PropertyGroups::PrintOperations}, false);
+    // When it answers the driver knows that its reports are taken.
+    resume->Set(true);
+    EXPECT_TRUE(Until([&] { return !resume->Get(); }));
+    reports_.clear();
+    // Nobody finds it any more while it goes.
+    std::filesystem::remove(folder_ / "socket");
+    server_.reset();
+    MakeJob("b", 2, 2, {1});
+    MakePage("b", 0);
+    EXPECT_TRUE(Until([&] { return said_.find("paused before page 2 of job b") != std::string::npos; }));
+    server_ = std::make_unique<PropertyServerThread>(folder_.Path());
+    EXPECT_TRUE(Until([&] { return reports_.find("Print Paused|") != std::string::npos; }));
+    EXPECT_TRUE(reports_.starts_with("Print")) << reports_ << ": of the status before it the job would be done";
 }
 
 TEST_F(PrintDriverTest, PrintsJobsInTheOrderOfTheirNumbers) {
