@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <mutex>
+#include <stdexcept>
 
 #include "foundation/Files.h"
 #include "foundation/Log.h"
@@ -75,7 +76,10 @@ Context const* ContextProcessor::GetContext(std::string const& name) const {
 
 Context& ContextProcessor::GetCurrentContext() {
     if (contextStack_.empty()) return *systemContext_;
-    return StandsInOrder() ? contexts_.back() : *FindOnStack(contextStack_.back());
+    if (StandsInOrder()) return contexts_.back();
+    Context* const context = FindOnStack(contextStack_.back());
+    if (!context) throw std::out_of_range("a context that has been popped");
+    return *context;
 }
 
 void ContextProcessor::PopCurrentContext() {

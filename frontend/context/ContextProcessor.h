@@ -41,7 +41,8 @@ public:
     /// The context of that name, also the system context; null if there is none.
     Context* GetContext(std::string const& name);
     Context const* GetContext(std::string const& name) const;
-    /// The context on top of the stack; the system context if the stack is empty.
+    /// The context on top of the stack; the system context if the stack is empty. Throws std::out_of_range if the
+    /// context went with another entry of its name.
     Context& GetCurrentContext();
     /// Takes the top off the stack and destroys its context; nothing on an empty stack.
     void PopCurrentContext();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <stdexcept>
 #include <string>
 
 #include "tests/support/CommandDump.h"
@@ -114,6 +115,28 @@ TEST(ContextProcessor, IgnoresContextsThatAreNotThere) {
     processor.ClearContext(ContextProcessor::ElementContext);
     EXPECT_EQ(processor.at(Number), 7);
     EXPECT_EQ(processor.GetContext(ContextProcessor::ElementContext), nullptr);
+}
+
+TEST(ContextProcessor, NamesMayStandOnTheStackTwice) {
+    auto const& format = ContextProcessor::FormatContext;
+    auto const& label = ContextProcessor::LabelContext;
+    auto const& element = ContextProcessor::ElementContext;
+    ContextProcessor processor = MakeProcessor();
+    processor.set(format, Number, 1);
+    EXPECT_TRUE(processor.CreateContext(format).HasValue(Number)) << "as it stands";
+    EXPECT_EQ(&processor.GetCurrentContext(), processor.GetContext(format));
+
+    processor.set(label, Number, 2);
+    EXPECT_FALSE(processor.GetContext(format)->HasValue(Number)) << "it is the oldest all the same";
+    processor.set(format, Number, 3);
+    EXPECT_EQ(processor.at(Number), 3);
+    processor.PopCurrentContext();
+    EXPECT_EQ(processor.GetContext(format), nullptr);
+    EXPECT_EQ(processor.at(Number), 2);
+    EXPECT_EQ(processor.GetCurrentContext().GetContextName(), element);
+    processor.PopCurrentContext();
+    processor.PopCurrentContext();
+    EXPECT_THROW(processor.GetCurrentContext(), std::out_of_range);
 }
 
 TEST(ContextProcessor, CopiesShareOnlyTheSystemContext) {
