@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "tests/support/CommandDump.h"
 #include "tests/support/TemporaryDirectory.h"
@@ -137,6 +139,21 @@ TEST(ContextProcessor, NamesMayStandOnTheStackTwice) {
     processor.PopCurrentContext();
     processor.PopCurrentContext();
     EXPECT_THROW(processor.GetCurrentContext(), std::out_of_range);
+}
+
+TEST(Context, KeepsManyValuesApart) {
+    ContextKey<int> const keys[300];
+    Context context("many");
+    for (auto const& key : keys) context.Set(key, static_cast<int>(key.id));
+    for (std::size_t i = 0; i < std::size(keys); i += 3) context.Erase(keys[i].id);
+    Context moved = context;
+    context = std::move(moved);
+    EXPECT_EQ(context.Count(), 200U);
+    for (std::size_t i = 0; i < std::size(keys); ++i) {
+        int const* const value = context.Find(keys[i]);
+        EXPECT_EQ(value ? *value : 0, i % 3 == 0 ? 0 : static_cast<int>(keys[i].id));
+        EXPECT_EQ(context[keys[i]], value ? *value : 0);
+    }
 }
 
 TEST(ContextProcessor, CopiesShareOnlyTheSystemContext) {
