@@ -194,6 +194,8 @@ unsigned DefaultPropertyManager::Announce(PropertyAddress const& address, Entry 
 /// done at the first of its two answers.
 void DefaultPropertyManager::AnnounceAll(unsigned link) {
     if (link != Link()) return;
+    // A write beside it would be told before or behind an earlier one of another property, as it comes.
+    auto const turn = Property::TakeTurn();
     struct Known {
         PropertyAddress address;
         Entry entry;

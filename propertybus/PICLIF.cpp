@@ -125,8 +125,11 @@ void PICLIF::Wake() {
 
 void PICLIF::EnqueueSurely(PiclMessage const& message) {
     std::lock_guard const lock(mutex_);
-    if (kept_.size() == MostKept) kept_.pop_front();
-    kept_.push_back(message);
+    // What is too long is never taken.
+    if (message.Text().size() <= PiclLines::LongestLine) {
+        if (kept_.size() == MostKept) kept_.pop_front();
+        kept_.push_back(message);
+    }
     Append(message);
 }
 

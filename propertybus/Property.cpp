@@ -87,6 +87,11 @@ std::uint64_t Property::LastWrite() const {
     return lastWrite_;
 }
 
+std::unique_lock<std::mutex> Property::TakeTurn() {
+    static std::mutex turns;
+    return std::unique_lock(turns);
+}
+
 void Property::HoldWrites(unsigned link) {
     std::lock_guard const lock(mutex_);
     heldFor_ = link;

@@ -51,14 +51,21 @@ public:
     /// With it, a write of the value that is there already tells the callbacks and the bus too. What the bus says again
     /// counts only for the owner, who is told of writes and of nothing else.
     void SetEveryWriteCounts(bool isOwner) {
+        std::lock_guard const lock(mutex_);
         everyWriteCounts_ = true;
         everyDeliveryCounts_ = isOwner;
     }
-    bool EveryWriteCounts() const { return everyWriteCounts_; }
+    bool EveryWriteCounts() const {
+        std::lock_guard const lock(mutex_);
+        return everyWriteCounts_;
+    }
     void ConnectWriter(Writer writer);
     /// With it, each delivery from the bus is an event, also one of the value that is there; but not what only answers
     /// a subscription.
-    void SetEveryDeliveryCounts() { everyDeliveryCounts_ = true; }
+    void SetEveryDeliveryCounts() {
+        std::lock_guard const lock(mutex_);
+        everyDeliveryCounts_ = true;
+    }
     /// Takes a value that the server sent.
     bool TakeFromBus(std::string const& text, bool answersSubscription = false) {
         return Take(text, answersSubscription ? Origin::BusAnswer : Origin::Bus);
@@ -76,6 +83,8 @@ public:
     /// Sends again what may be lost: the value, or each write if every one counts. Nothing if what is written waits for
     /// another link.
     void Resend(unsigned link);
+    /// While it is held, this process writes no property.
+    static std::unique_lock<std::mutex> TakeTurn();
     /// What a new link publishes: the value, but the one before what Resend sends if every write counts.
     std::string TextToPublish() const;
 
@@ -130,6 +139,7 @@ protected:
 
     void Store(T value, Origin origin) {
         {
+            auto const turn = origin == Origin::Process ? TakeTurn() : std::unique_lock<std::mutex>();
             std::lock_guard const lock(mutex_);
             if (!Admit(value_ != value, origin, PropertyText(value))) return;
             value_ = std::move(value);
