@@ -8,6 +8,8 @@ namespace ZplCore {
 namespace {
 
 constexpr std::size_t ByteCountDigits = 4;
+constexpr std::string_view Levels = "HQML";
+constexpr std::string_view InputModes = "AM";
 
 unsigned Number(std::string_view text, int base) {
     unsigned number = 0;
@@ -49,17 +51,22 @@ QrFieldData ReadQrFieldData(std::string_view data, char level, unsigned mask) {
         field.options.parity = Number(data.substr(5, 2), 16);
         data.remove_prefix(AppendLength);
     }
-    auto const isComma = [data](std::size_t at) { return at < data.size() && data[at] == ','; };
-    if (!isComma(1) && !isComma(2)) field.dropped = data.substr(0, 3);
+    auto const isOneOf = [data](std::string_view set, std::size_t at) {
+        return at < data.size() && set.find(data[at]) != std::string_view::npos;
+    };
     // The level can be left out, the input mode not.
     bool const hasLevel = data.size() < 2 || data[1] != ',';
+    std::size_t const modeAt = hasLevel ? 1 : 0;
+    bool const isLevel = !hasLevel || isOneOf(Levels, 0);
+    if (!isLevel || !isOneOf(InputModes, modeAt) || !isOneOf(",", modeAt + 1))
+        field.dropped = data.substr(0, modeAt + 2);
     if (hasLevel && !data.empty()) {
-        field.options.level = std::string_view("HQML").find(data[0]) != std::string_view::npos ? data[0] : 'M';
+        field.options.level = isLevel ? data[0] : 'M';
         data.remove_prefix(1);
     }
-    char const mode = data.empty() ? 'A' : data[0];
+    bool const isManual = data.starts_with('M');
     data.remove_prefix(std::min<std::size_t>(data.size(), 2));
-    if (mode == 'M') {
+    if (isManual) {
         ReadRuns(data, isMixed, field);
     } else {
         field.text = data;

@@ -119,9 +119,14 @@ std::vector<BadRow> const Rows = {
      "^XA^FO9,9^BEN,50^FDabc^FS^XZ",
      {"label 1, byte 16: no barcode can be made of the data \"abc\": the symbology has not all of their characters"}},
     {"a QR Code without its switches",
-     "^XA^FO9,9^BQN,2,4^FDHELLO^FS^FO9,99^BQN,2,4^FDQA,HELLO^FS^FO9,199^BQN,2,4^FDA,HELLO^FS^XZ",
-     {"label 1, byte 17: the data of a QR Code begin with error level, input mode and a comma, as "
-      "\"QA,\"; \"HEL\" stands there, and is left out"}},
+     "^XA^FO9,9^BQN,2,4^FDHELLO^FS^FO9,99^BQN,2,4^FDQA,HELLO^FS^FO9,199^BQN,2,4^FDA,HELLO^FS"
+     "^FO9,299^BQN,2,4^FDNY,HELLO^FS^FO9,399^BQN,2,4^FDa,HELLO^FS^XZ",
+     [] {
+         std::string const switches = ": the data of a QR Code begin with error level, input mode and a comma, as ";
+         return std::vector{"label 1, byte 17" + switches + "\"QA,\"; \"HEL\" stands there, and is left out",
+                            "label 1, byte 102" + switches + "\"QA,\"; \"NY,\" stands there, and is left out",
+                            "label 1, byte 132" + switches + "\"QA,\"; \"a,\" stands there, and is left out"};
+     }()},
     {"UTF-8 under another set",
      "^XA^FO9,9^FDcaf\xC3\xA9^FS^XZ",
      {"label 1, byte 9: the data \"caf\xC3\xA9\" look like UTF-8, and are read as ^CI0; ^CI28 stands for UTF-8"}},
