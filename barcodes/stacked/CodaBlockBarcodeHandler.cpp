@@ -29,9 +29,11 @@ Scripting::SketchedBitmap Sketch(ContextProcessor const& processor, StackedBarco
                                  CodaBlockOptions const& options) {
     using namespace Scripting::GraphicHelper;
     unsigned const module = processor.at(ZplContextKeys::BarcodeModuleWidth);
-    // Without a row height the symbol is as tall as the barcodes of its label.
-    unsigned const rowHeight =
-        options.rowHeight ? *options.rowHeight * module : processor.at(ZplContextKeys::BarcodeHeight) / model.GetRows();
+    // Without a row height the symbol is as tall as the barcodes of its label, the lines between its rows included.
+    unsigned const height = processor.at(ZplContextKeys::BarcodeHeight);
+    unsigned const rows = model.GetRows();
+    unsigned const lines = std::min(height, (rows + 1) * module);
+    unsigned const rowHeight = options.rowHeight ? *options.rowHeight * module : (height - lines) / rows;
     auto const [printer, design] = SketchResolution::Of(processor);
     if (options.mode != 'A') return SketchCodaBlockFEBarcode(model, rowHeight, module, printer, design);
     unsigned const wide = ComputeWideBarWidth(module, processor.at(ZplContextKeys::BarcodeRatio));

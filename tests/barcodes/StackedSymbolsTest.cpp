@@ -245,6 +245,8 @@ constexpr DrawRow Drawings[] = {
      "image 10,20 206x64 from 206x64 pixels\n"},
     {"CODABLOCK A follows the ratio", "^BY2,3^FO10,20^BBN,8,N,4,2,A^FDABCDEF^FS",
      "image 10,20 222x38 from 222x38 pixels\n"},
+    {"CODABLOCK is as tall as ^BY", "^BY2,3,50^FO10,20^BBN,,Y,4,2^FDABCDE^FS",
+     "image 10,20 202x50 from 202x50 pixels\n"},
     {"CODABLOCK E", "^BY2,3^FO10,20^BBN,8,Y,4,2,E^FDABCDE^FS", "image 10,20 202x38 from 202x38 pixels\n"},
     {"MaxiCode is not turned", "^FWR^FO10,20^BD4^FDA^FS", "image 10,20 211x204 from 211x204 pixels\n"},
     {"CODABLOCK too small", "^BY2,3^FO10,20^BBN,8,Y,4,2,F^FDABCDEFGHIJ^FS", ""},
