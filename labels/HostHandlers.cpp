@@ -40,7 +40,7 @@ public:
         unsigned const length = processor.at(LabelLength);
         stream.labelLength = length != 0 ? length : status.partLength;
         stream.formatOpen = processor.GetContext(ContextProcessor::LabelContext) != nullptr;
-        stream.printMode = processor.at(PrintMode);
+        stream.printMode = ZplCore::PrintModeToTell(processor);
         stream.storedGraphics = CountStoredGraphics(processor.FormatsFolder());
         printer.SendToHost(ZplCore::HostStatusAnswer(status, stream));
         return true;

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "frontend/context/ContextProcessor.h"
+#include "frontend/context/ZplContextKeys.h"
+
 namespace ZplCore {
 
 namespace {
@@ -38,6 +41,11 @@ std::string Join(std::initializer_list<std::string> fields) {
 }
 
 }  // namespace
+
+ZplPrintMode PrintModeToTell(ContextProcessor const& processor) {
+    auto const* const mode = processor.GetSystemContext()->Find(ZplContextKeys::PrintMode);
+    return mode ? *mode : ZplPrintMode::TearOff;
+}
 
 std::string HostString(std::string_view text) { return "\x02" + std::string(text) + "\x03\r\n"; }
 

@@ -13,6 +13,7 @@
 #include "fields/data/ClockFields.h"
 #include "frontend/context/ContextProcessor.h"
 #include "frontend/context/ZplContextKeys.h"
+#include "labels/HostStatus.h"
 #include "labels/PrintDensity.h"
 
 namespace {
@@ -100,7 +101,7 @@ Lines ConfigurationLines(ContextProcessor const& processor) {
         {"Label length", InDots(processor.at(LabelLength))},
         {"Label home", std::to_string(processor.at(LabelOriginX)) + ", " + std::to_string(processor.at(LabelOriginY))},
         {"Label top", std::to_string(processor.at(LabelAdjustY))},
-        {"Print mode", Modes[static_cast<std::size_t>(processor.at(PrintMode))]},
+        {"Print mode", Modes[static_cast<std::size_t>(ZplCore::PrintModeToTell(processor))]},
         {"Darkness", DarknessText(processor)},
         {"Orientation", processor.at(PrintOrientation) == ZplPrintOrientation::Inverted ? "inverted" : "normal"},
         {"Mirror", processor.at(MirrorLabel) ? "yes" : "no"},

@@ -157,7 +157,7 @@ std::vector<CommandRow> const Rows = {
     {"DF", "^DFR:T.TXT", Values<SavedFormatPath>, "R/T.TXT", {}},
     {"IS", "^ISE:a.grf,N", Values<ImageSave>, "E:A.GRF", {"^ISE:../B", "^ISQ:B"}},
     {"IS", "^IS", Values<ImageSave>, "R:UNKNOWN.GRF printed", {}},
-    {"HS", "~HS", Sent, "\x02" "030,0,0,0000,000,0,0,1,000,0,0,0\x03\r\n\x02" "000,0,0,0,0,3,0,0,00000000,1,000\x03\r\n\x02" "0000,0\x03\r\n", {}},
+    {"HS", "~HS", Sent, "\x02" "030,0,0,0000,000,0,0,1,000,0,0,0\x03\r\n\x02" "000,0,0,0,0,2,0,0,00000000,1,000\x03\r\n\x02" "0000,0\x03\r\n", {}},
     {"HV", "^FN3^FS^FN3^FDabc^FS^HV3,2,<,>", Answers, "<ab>|", {}},
     {"HV", "^FN3^FS^FN3^FDabc^FS^HVx,y,,,L", Answers, "|-", {}},
     {"HY", "~DGR:A.GRF,1,1,FF^HYR:A.GRF", Answers, "~DGR:A.GRF,1,1,:B64:/w==:2A0F\r\n|", {"^HYR:B.GRF", "^HY", "^HYQ:A", "^HYE:../A"}},

@@ -135,7 +135,7 @@ TEST(HostStatus, FollowsThePrinter) {
         model.GetCurrentPrintingPageProperty()->Set(page);
     };
     auto const expectLeft = [&answer](char const* pages) {
-        EXPECT_EQ(answer.substr(37, 30), "000,0,0,0,0,3,0,0," + std::string(pages) + ",1,0");
+        EXPECT_EQ(answer.substr(37, 30), "000,0,0,0,0,2,0,0," + std::string(pages) + ",1,0");
     };
     for (auto const& [page, left] : {std::pair(2U, "00000007"), {9U, "00000000"}, {12U, "00000000"}}) {
         print(first, page);
