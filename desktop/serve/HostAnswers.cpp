@@ -7,6 +7,7 @@
 
 #include "frontend/stream/Ascii.h"
 #include "labels/HostStatus.h"
+#include "labels/PrintDensity.h"
 
 namespace {
 
@@ -48,9 +49,10 @@ std::string Configuration(PrinterFacts const& printer, std::string_view /*parame
     char speed[32];
     std::snprintf(speed, sizeof speed, "%.1f IPS", printer.inchesPerSecond);
     std::string const dots = " DOTS";
-    return '\x02' + Line(speed, "PRINT SPEED") + Line("TEAR OFF", "PRINT MODE") +
-           Line("DIRECT-THERMAL", "PRINT METHOD") + Line("GAP/NOTCH", "MEDIA TYPE") +
-           Line(std::to_string(printer.widthDots) + dots, "PRINT WIDTH") +
+    // Darkness and rest position of the media are those of a printer as it is delivered.
+    return '\x02' + Line(std::to_string(ZplCore::StandardDarkness) + ".0", "DARKNESS") + Line(speed, "PRINT SPEED") +
+           Line("+000", "TEAR OFF") + Line("TEAR OFF", "PRINT MODE") + Line("DIRECT-THERMAL", "PRINT METHOD") +
+           Line("GAP/NOTCH", "MEDIA TYPE") + Line(std::to_string(printer.widthDots) + dots, "PRINT WIDTH") +
            Line(std::to_string(printer.lengthDots) + dots, "LABEL LENGTH") +
            Line(std::string("<") + printer.controlPrefix + ">", "CONTROL CHAR") +
            Line(std::string("<") + printer.formatPrefix + ">", "COMMAND CHAR") +

@@ -197,6 +197,27 @@ TEST_F(JobHandlerTest, AnswersAtTheDoorInTheOrderOfTheQuestions) {
         std::string answer;
         char const* packets;  // to the host
     };
+    std::string settings = "\x02";
+    for (auto const& [value, name] :
+         std::initializer_list<std::pair<std::string, std::string>>{{"15.0", "DARKNESS"},
+                                                                    {"0.0 IPS", "PRINT SPEED"},
+                                                                    {"+000", "TEAR OFF"},
+                                                                    {"TEAR OFF", "PRINT MODE"},
+                                                                    {"DIRECT-THERMAL", "PRINT METHOD"},
+                                                                    {"GAP/NOTCH", "MEDIA TYPE"},
+                                                                    {"0 DOTS", "PRINT WIDTH"},
+                                                                    {"0 DOTS", "LABEL LENGTH"},
+                                                                    {"<~>", "CONTROL CHAR"},
+                                                                    {"<^>", "COMMAND CHAR"},
+                                                                    {"<,>", "DELIM. CHAR"},
+                                                                    {"8/MM", "RESOLUTION"},
+                                                                    {"V1.2", "FIRMWARE"},
+                                                                    {"8192KB", "MEMORY"},
+                                                                    {"", "IP ADDRESS"},
+                                                                    {"", "SERIAL NUMBER"}})
+        settings +=
+            "  " + value + std::string(20 - value.size(), ' ') + name + std::string(20 - name.size(), ' ') + "\r\n";
+    settings += "\x03\r\n";
     Row const rows[] = {
         {"~HI", "\x02ZPLHOST,V1.2,8,8192KB,X\x03\r\n", ""},
         {"~HM\r\n", "\0028192,8192,0064\x03\r\n", ""},
@@ -204,6 +225,7 @@ TEST_F(JobHandlerTest, AnswersAtTheDoorInTheOrderOfTheQuestions) {
          "\x02\r\n\r\n  PRINTER STATUS\r\n    ERRORS:         1 00000000 00080000\r\n"
          "    WARNINGS:       0 00000000 00000000\r\n\x03",
          ""},
+        {"^HH", settings, ""},
         {"! U1 getvar \"device.languages\"\r\n", "\"zpl\"", ""},
         {"! U1 setvar \"device.friendly_name\" \"^XA\"\r\n! U1 getvar \"none\"\r\n", "\"?\"", ""},
         {"~HS~HI", std::string("\x02 ok\xFF\0\r\n", 8) + "\x02ZPLHOST,V1.2,8,8192KB,X\x03\r\n", "[~HS]."},
