@@ -142,6 +142,7 @@ void DefaultPropertyManager::HoldWrites() {
 }
 
 void DefaultPropertyManager::PostLinkUp() {
+    isLinked_ = true;
     unsigned const link = Link();
     {
         std::lock_guard const lock(mutex_);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -43,6 +44,10 @@ public:
     void HoldWrites();
     /// That link is up: says everything again. Any thread.
     void PostLinkUp();
+    /// The link is lost. Any thread.
+    void NoteLinkLost() { isLinked_ = false; }
+    /// Whether there is a link; without one nobody is told what has become of the properties of others.
+    bool IsLinked() const { return isLinked_; }
 
     /// The property at an address, if this process has it.
     std::shared_ptr<Property> FindOnBus(PropertyAddress const& address) const;
@@ -97,5 +102,6 @@ private:
     bool waitingCancelled_ = false;
     mutable std::mutex senderMutex_;
     Sender sender_;
+    std::atomic<bool> isLinked_{false};
     unsigned link_ = 1;  // that is up or comes up next, counted
 };

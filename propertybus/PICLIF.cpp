@@ -184,6 +184,7 @@ bool PICLIF::TryConnect() {
 }
 
 void PICLIF::CloseSocket() {
+    properties_->NoteLinkLost();
     std::lock_guard const lock(mutex_);
     connected_ = false;
     output_.clear();

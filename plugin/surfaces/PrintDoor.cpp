@@ -82,7 +82,9 @@ void PrintDoor::Hear(std::string const& text) {
 }
 
 void PrintDoor::LookAround() {
-    absences_ = IsOpen() ? 0 : absences_ + 1;
+    // Of a printer that dies as a whole nobody says that it is gone.
+    bool const isThere = IsOpen() && (!agent_ || properties_->IsLinked());
+    absences_ = isThere ? 0 : absences_ + 1;
     // It may be lost with a property server, or what was said of it.
     if (absences_ == 0) stream_->Set(StreamToPrint{name_, number_, {}}.Text());
     if (absences_ == MostAbsences) End(tr("The printer has gone; what was sent to it last may not print."));

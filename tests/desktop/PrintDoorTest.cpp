@@ -137,6 +137,8 @@ TEST_F(PrintDoorTest, TellsWhatDoesNotPrint) {
     std::string const cancelled = "The label does not print: the stream is cancelled.;";
     EXPECT_TRUE(Until([&] { return screen.said.find(cancelled) != std::string::npos; })) << screen.said;
 
+    // Nobody is left to tell the screen.
+    printer.KillChild("propertyserver");
     EXPECT_EQ(printer.End(SIGKILL), SIGKILL);
     screen.said.clear();
     screen.Print(Label("late"));
