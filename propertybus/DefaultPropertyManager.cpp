@@ -195,7 +195,8 @@ unsigned DefaultPropertyManager::Announce(PropertyAddress const& address, Entry 
 /// done at the first of its two answers.
 void DefaultPropertyManager::AnnounceAll(unsigned link) {
     if (link != Link()) return;
-    // A write beside it would be told before or behind an earlier one of another property, as it comes.
+    // Nobody writes meanwhile: such a write could be told before an earlier one of a property whose turn is yet to
+    // come.
     auto const turn = Property::TakeTurn();
     struct Known {
         PropertyAddress address;
